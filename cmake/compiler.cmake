@@ -1,0 +1,19 @@
+# Compiler settings shared by every target.
+#
+# The figures of this program are defined by the order of its roundings, so no compiler may fuse a
+# multiplication with an addition or reorder a sum: contraction is off and fast-math is used nowhere.
+add_library(quorvanta_flags INTERFACE)
+target_compile_options(quorvanta_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -ffp-contract=off)
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+  # Floating-point status flags are read after each evaluation: nothing may raise one speculatively.
+  target_compile_options(quorvanta_flags INTERFACE -ffp-exception-behavior=maytrap)
+endif()
+if(QUORVANTA_WERROR)
+  target_compile_options(quorvanta_flags INTERFACE -Werror)
+endif()
+if(QUORVANTA_SANITIZE)
+  target_compile_options(quorvanta_flags INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_link_options(quorvanta_flags INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,73 @@
+#include "core/fault.h"
+
+#if defined(__SSE2__)
+#include <immintrin.h>
+#else
+#include <cfenv>
+#endif
+
+namespace quorvanta {
+
+namespace {
+
+#if defined(__SSE2__)
+// All arithmetic is done in SSE registers, and reading their status word is a few cycles, where
+// the portable calls also save and restore the x87 unit.
+constexpr unsigned invalid = _MM_EXCEPT_INVALID;
+constexpr unsigned divisionByZero = _MM_EXCEPT_DIV_ZERO;
+constexpr unsigned overflow = _MM_EXCEPT_OVERFLOW;
+
+unsigned Flags() {
+    return _mm_getcsr() & (invalid | divisionByZero | overflow);
+}
+#else
+constexpr unsigned invalid = FE_INVALID;
+constexpr unsigned divisionByZero = FE_DIVBYZERO;
+constexpr unsigned overflow = FE_OVERFLOW;
+
+unsigned Flags() {
+    return static_cast<unsigned>(std::fetestexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW));
+}
+#endif
+
+} // namespace
+
+const char* FaultName(Fault fault) {
+    switch (fault) {
+    case Fault::Overflow:
+        return "Overflow";
+    case Fault::DivisionByZero:
+        return "Division by zero";
+    case Fault::InvalidArgument:
+        return "Invalid argument";
+    case Fault::BadIndex:
+        return "Index out of range";
+    }
+    return "Unknown fault";
+}
+
+void ClearFloatFaults() {
+#if defined(__SSE2__)
+    _mm_setcsr(_mm_getcsr() & ~static_cast<unsigned>(_MM_EXCEPT_MASK));
+#else
+    std::feclearexcept(FE_ALL_EXCEPT);
+#endif
+}
+
+bool HasFloatFault() {
+    return Flags() != 0;
+}
+
+void ThrowIfFloatFault() {
+    const unsigned flags = Flags();
+    if (flags == 0)
+        return;
+    ClearFloatFaults();
+    if ((flags & divisionByZero) != 0)
+        throw RunTimeError(Fault::DivisionByZero);
+    if ((flags & overflow) != 0)
+        throw RunTimeError(Fault::Overflow);
+    throw RunTimeError(Fault::InvalidArgument);
+}
+
+} // namespace quorvanta

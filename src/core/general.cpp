@@ -1,0 +1,53 @@
+#include "core/general.h"
+
+#include "core/fault.h"
+#include "output/format.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace quorvanta {
+
+namespace {
+
+template <class Integer>
+Integer RoundTo(f64 x) {
+    const f64 rounded = std::nearbyint(x);
+    if (!(rounded >= std::numeric_limits<Integer>::min() &&
+          rounded <= std::numeric_limits<Integer>::max()))
+        throw RunTimeError(Fault::Overflow);
+    return static_cast<Integer>(rounded);
+}
+
+} // namespace
+
+f64 ExpClamped(f32 v) {
+    return std::exp(static_cast<f64>(v > 75.0F ? 75.0F : v));
+}
+
+f64 Int(f64 x) {
+    return std::floor(x);
+}
+
+i16 ToI16(f64 x) {
+    return RoundTo<i16>(x);
+}
+
+i32 ToI32(f64 x) {
+    return RoundTo<i32>(x);
+}
+
+std::string StripAmpersand(std::string_view text) {
+    std::string stripped(text);
+    std::erase(stripped, '&');
+    return stripped;
+}
+
+f64 ReadNumber(std::string_view text) {
+    std::string point(text);
+    std::replace(point.begin(), point.end(), ',', '.');
+    return Val(point);
+}
+
+} // namespace quorvanta
