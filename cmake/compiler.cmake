@@ -9,6 +9,10 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
   # Floating-point status flags are read after each evaluation: nothing may raise one speculatively.
   target_compile_options(quorvanta_flags INTERFACE -ffp-exception-behavior=maytrap)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # False alarm on assignments of string literals (GCC bug 105651).
+  target_compile_options(quorvanta_flags INTERFACE -Wno-restrict)
+endif()
 if(QUORVANTA_WERROR)
   target_compile_options(quorvanta_flags INTERFACE -Werror)
 endif()
