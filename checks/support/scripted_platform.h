@@ -1,0 +1,95 @@
+// A platform without windows: records every message word for word and plays the user's answers.
+#pragma once
+
+#include "core/platform.h"
+
+#include <deque>
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace quorvanta {
+
+struct Message {
+    std::string Text;
+    Buttons ShownButtons = Buttons::Ok;
+    Icon ShownIcon = Icon::None;
+    std::string Title;
+};
+
+class ScriptedPlatform : public Platform {
+  public:
+    ScriptedPlatform() { SetPlatform(*this); }
+
+    std::vector<Message> Messages;
+    std::deque<Answer> Answers;              // played in order; after the last: Ok, or No where that is offered
+    std::deque<std::optional<i16>> WindowKinds; // answers of AskWindowKind
+    std::vector<std::string> Children;       // captions of the windows opened
+    std::set<FloatingWindow> Shown;
+    int Beeps = 0;
+    int Refreshes = 0;
+    int Yields = 0;
+    i32 ProgressTotal = 0;
+    i32 ProgressSteps = 0;
+    bool ProgressShown = false;
+    bool MainClosed = false;
+    f64 Clock = 0;
+    f64 ClockStep = 0;                       // seconds that pass between two looks at the clock
+    std::function<void()> OnDoEvents;        // what the user does during a run
+
+    // The texts of all messages so far.
+    std::vector<std::string> Texts() const {
+        std::vector<std::string> texts;
+        for (const Message& message : Messages)
+            texts.push_back(message.Text);
+        return texts;
+    }
+
+    Answer MsgBox(const std::string& text, Buttons buttons, Icon icon,
+                  const std::string& title) override {
+        Messages.push_back({text, buttons, icon, title});
+        if (Answers.empty())
+            return buttons == Buttons::YesNoCancel ? Answer::No : Answer::Ok;
+        const Answer answer = Answers.front();
+        Answers.pop_front();
+        return answer;
+    }
+    void Beep() override { ++Beeps; }
+    void DoEvents() override {
+        ++Yields;
+        if (OnDoEvents)
+            OnDoEvents();
+    }
+    f64 Timer() override {
+        Clock += ClockStep;
+        return Clock;
+    }
+    void ShowProgress(i32 total) override {
+        ProgressShown = true;
+        ProgressTotal = total;
+        ProgressSteps = 0;
+    }
+    void StepProgress() override { ++ProgressSteps; }
+    void HideProgress() override { ProgressShown = false; }
+    std::optional<i16> AskWindowKind(bool /*offerSimulation*/) override {
+        if (WindowKinds.empty())
+            return std::nullopt;
+        const auto kind = WindowKinds.front();
+        WindowKinds.pop_front();
+        return kind;
+    }
+    void OpenChild(i16 /*windowKind*/, i16 /*windowNo*/, i16 /*analysisNo*/,
+                   const std::string& caption) override {
+        Children.push_back(caption);
+    }
+    void RaiseChild(i16 /*windowKind*/, i16 /*windowNo*/) override {}
+    void RefreshChild() override { ++Refreshes; }
+    void RefreshOptions() override {}
+    void Show(FloatingWindow window) override { Shown.insert(window); }
+    void Hide(FloatingWindow window) override { Shown.erase(window); }
+    void RefreshMenus() override {}
+    void CloseMain() override { MainClosed = true; }
+};
+
+} // namespace quorvanta
