@@ -128,7 +128,8 @@ void NewWindow(i16 windowKind);
 // Empties the current analysis: no test, no parameters, no result.
 void ClearAnalysis();
 
-// Writes the state into the record of the current analysis; does nothing when none is open.
+// Writes the state into the record of the current analysis. Does nothing when none is open, nor
+// while options are being chosen: until they are accepted the record keeps what the window held.
 void StoreAnalysis();
 
 // Brings the record of the current analysis back into the state, with all that derives from it.

@@ -45,6 +45,7 @@ FixedArray<bool, 1, 3> TailsOffered;
 FixedArray<bool, 0, 4> CheckEnabled;
 FixedGrid<bool, 0, 3, 0, 3> IntParOptionEnabled;
 bool LeftTailOffered;
+bool ChoosingOptions;
 bool TailsShown;
 bool SamplesShown;
 i16 Calculated;
@@ -153,6 +154,7 @@ void ResetAnalysisState() {
     CheckEnabled.Fill(true);
     IntParOptionEnabled.Fill(true);
     LeftTailOffered = true;
+    ChoosingOptions = false;
     TailsShown = true;
     SamplesShown = true;
 

@@ -92,6 +92,7 @@ extern FixedArray<bool, 1, 3> TailsOffered;       // by NoOfTails
 extern FixedArray<bool, 0, 4> CheckEnabled;       // by position in CheckList
 extern FixedGrid<bool, 0, 3, 0, 3> IntParOptionEnabled; // option, position in IntParList
 extern bool LeftTailOffered;
+extern bool ChoosingOptions;                      // the option window is open
 extern bool TailsShown;                           // false: the analysis has no choice of tails
 extern bool SamplesShown;                         // false: it has no choice of samples
 

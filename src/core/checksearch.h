@@ -30,7 +30,13 @@ bool CheckPairs(i16 i);
 // the pair stays within min..max.
 void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, i16 form);
 
-// Keeps the search on the side of x where the alternative lies: above x, or below it with LeftTail.
+// An effect has two values of the same power, one on each side of no effect (with two one-sided
+// tests: of the middle between the limits). The search takes the left one with LeftTail, and the
+// right one otherwise; a two-sided test always takes the right one.
+bool SearchesLeft();
+
+// Keeps the search on the side of x where the alternative lies: above x, or below it when the
+// search goes left.
 void LeftTailLimit(f64& lower, f64& upper, f64 x);
 // The mirror image.
 void RightTailLimit(f64& lower, f64& upper, f64 x);

@@ -11,6 +11,9 @@ namespace quorvanta {
 // Steps along x that a table or graph may have.
 inline constexpr i16 MaxSteps = 100;
 
+// Forgets what the driver remembers from one calculation to the next.
+void StartDriver();
+
 // Stores x in ParValue(UnknownParNo) and returns the equation's residual: the only link between
 // the root finder and the tests. A floating-point fault is a RunTimeError.
 f64 TryValue(f64 x);

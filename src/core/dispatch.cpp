@@ -1,0 +1,123 @@
+#include "core/dispatch.h"
+
+#include "core/analysis_state.h"
+#include "core/checksearch.h"
+#include "tests/testbioeq.h"
+#include "tests/testequiv.h"
+#include "tests/teststud.h"
+
+namespace quorvanta {
+
+namespace {
+
+// Serves the analyses that no module exists for.
+struct NoModule {};
+
+// The one selection chain: from the numbers of the current analysis to its module.
+template <class Operation>
+auto WithModule(Operation operation) {
+    if (IsTest == False)
+        return operation.template operator()<NoModule>();
+    switch (TestNo) {
+    case 0:
+    case 1:
+    case 125:
+        return operation.template operator()<TESTSTUD>();
+    case 74:
+    case 75:
+    case 76:
+    case 77:
+    case 79:
+    case 81:
+    case 82:
+    case 83:
+    case 84:
+    case 121:
+    case 122:
+        return operation.template operator()<TESTEQUIV>();
+    case 78:
+        return operation.template operator()<TESTBIOEQ>();
+    default:
+        return operation.template operator()<NoModule>();
+    }
+}
+
+} // namespace
+
+bool SelHasModule() {
+    return WithModule([]<class M>() {
+        if constexpr (requires { M::IsServed(); })
+            return M::IsServed();
+        else
+            return requires { M::RootFunction(); };
+    });
+}
+
+void SelSetupTest() {
+    WithModule([]<class M>() {
+        if constexpr (requires { M::SetupTest(); })
+            M::SetupTest();
+    });
+}
+
+void SelSetParList() {
+    WithModule([]<class M>() {
+        if constexpr (requires { M::SetParList(); })
+            M::SetParList();
+    });
+}
+
+bool SelCheckPar() {
+    for (i16 i = 0; i <= NoOfPar; ++i)
+        if (i != UnknownParNo && !CheckRange(i, ParMin(ParKind(i)), ParMax(ParKind(i))))
+            return false;
+    return WithModule([]<class M>() {
+        if constexpr (requires { M::CheckPar(); })
+            return M::CheckPar();
+        else
+            return true;
+    });
+}
+
+void SelSearchLimits(f64& lower, f64& upper) {
+    WithModule([&lower, &upper]<class M>() {
+        if constexpr (requires { M::SearchLimits(lower, upper); })
+            M::SearchLimits(lower, upper);
+    });
+}
+
+f64 SelRootFunction() {
+    return WithModule([]<class M>() -> f64 {
+        if constexpr (requires { M::RootFunction(); })
+            return M::RootFunction();
+        else
+            return 0;
+    });
+}
+
+bool SelIsTablePar(i16 parNo) {
+    return WithModule([parNo]<class M>() {
+        if constexpr (requires { M::IsTablePar(parNo); })
+            return M::IsTablePar(parNo);
+        else
+            return false;
+    });
+}
+
+f32 SelCalcTablePar() {
+    return WithModule([]<class M>() -> f32 {
+        if constexpr (requires { M::CalcTablePar(); })
+            return M::CalcTablePar();
+        else
+            return 0;
+    });
+}
+
+void SelSetLabels() {
+    WithModule([]<class M>() {
+        if constexpr (requires { M::SetLabels(); })
+            M::SetLabels();
+    });
+}
+
+} // namespace quorvanta

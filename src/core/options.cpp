@@ -1,0 +1,117 @@
+#include "core/options.h"
+
+#include "core/analysis_state.h"
+
+#include <algorithm>
+
+namespace quorvanta {
+
+namespace {
+
+// Pairs of check boxes of which at most one makes sense.
+constexpr i16 exclusiveChecks[][2] = {
+    {0, 5},  // entered degrees of freedom, number of groups in an ANOVA
+    {1, 2},  // the arc-sine form has no continuity correction
+    {3, 12}, // incidences, medians
+};
+
+int CheckPosition(i16 kind) {
+    for (int i = 0; i < NoOfCheck; ++i)
+        if (CheckList(i) == kind)
+            return i;
+    return -1;
+}
+
+int GroupPosition(i16 group) {
+    for (int i = 0; i < NoOfIntPar; ++i)
+        if (IntParList(i) == group)
+            return i;
+    return -1;
+}
+
+void Offer(std::initializer_list<i16> choices, FixedArray<bool, 1, 3>& offered, i16& chosen) {
+    offered.Fill(false);
+    for (const i16 choice : choices)
+        offered(choice) = true;
+    if (std::find(choices.begin(), choices.end(), chosen) == choices.end())
+        chosen = *(choices.end() - 1);
+}
+
+} // namespace
+
+void ClearOptions() {
+    NoOfCheck = 0;
+    NoOfIntPar = 0;
+    SamplesOffered.Fill(true);
+    TailsOffered.Fill(true);
+    CheckEnabled.Fill(true);
+    IntParOptionEnabled.Fill(true);
+    SamplesShown = true;
+    TailsShown = true;
+}
+
+void FixSamples(i16 noOfSamples) {
+    OfferSamples({noOfSamples});
+}
+
+void OfferSamples(std::initializer_list<i16> choices) {
+    Offer(choices, SamplesOffered, NoOfSamples);
+}
+
+void OfferTails(std::initializer_list<i16> choices) {
+    Offer(choices, TailsOffered, NoOfTails);
+}
+
+void OfferChecks(std::initializer_list<i16> kinds) {
+    for (const i16 kind : kinds) {
+        CheckList(NoOfCheck) = kind;
+        ++NoOfCheck;
+    }
+}
+
+void OfferGroups(std::initializer_list<i16> kinds) {
+    for (const i16 kind : kinds) {
+        IntParList(NoOfIntPar) = kind;
+        ++NoOfIntPar;
+    }
+}
+
+void DisableCheck(i16 kind) {
+    CheckEnabled(CheckPosition(kind)) = false;
+    CheckValue(kind) = 0;
+}
+
+void DisableOption(i16 group, i16 option) {
+    IntParOptionEnabled(option, GroupPosition(group)) = false;
+    if (IntParValue(group) == option)
+        IntParValue(group) = 0;
+}
+
+bool Ticked(i16 kind) {
+    return CheckPosition(kind) >= 0 && CheckValue(kind) == 1;
+}
+
+i16 ChosenOption(i16 group) {
+    return GroupPosition(group) >= 0 ? IntParValue(group) : i16{0};
+}
+
+void ClearExcludedChecks(i16 tickedKind) {
+    for (const auto& pair : exclusiveChecks) {
+        if (pair[0] == tickedKind)
+            CheckValue(pair[1]) = 0;
+        if (pair[1] == tickedKind)
+            CheckValue(pair[0]) = 0;
+    }
+}
+
+void StartParList() {
+    NoOfPar = -1;
+}
+
+i16 AddPar(i16 kind) {
+    ++NoOfPar;
+    ParKind(NoOfPar) = kind;
+    return NoOfPar;
+}
+
+} // namespace quorvanta

@@ -1,0 +1,48 @@
+// The power equations that a large part of all test modules share, on the normal distribution.
+//
+// All arguments are 32-bit floats: an engine rounds what it hands over. The results are residuals:
+// achieved power minus ParValue(1).
+#pragma once
+
+#include "core/types.h"
+
+namespace quorvanta {
+
+// The significance level of the current analysis. Tests that are stated through a confidence
+// interval have a confidence level c in its place: alpha = (1 - c)/(1 + m), where m is 1 for
+// equivalence and for a non-inferiority test with a two-sided interval, otherwise 0.
+f32 SignificanceLevel();
+
+// (x - c z)/s: the standardised distance from the critical value; 99999 if s <= 0.
+f64 PowerZ(f32 x, f32 c, f32 s, f32 z);
+
+// Probability of rejecting in the right tail: x the effect, c its standard error under H0, s under
+// H1, z the normal quantile of the level.
+f64 PowerOneTail(f32 x, f32 c, f32 s, f32 z);
+
+// Probability of rejecting in either tail.
+f64 PowerTwoTails(f32 x, f32 c, f32 s, f32 z);
+
+// Probability that both one-sided tests reject; below 0 where their tails overlap.
+f64 PowerBetween(f32 xa, f32 xb, f32 ca, f32 cb, f32 s, f32 z);
+
+// Power by the normal approximation for NoOfTails and LeftTail, minus the power entered. delta is
+// the effect (H1 minus H0), se0 and se1 its standard error under H0 and H1; with two one-sided
+// tests deltaLow and deltaHigh are the distances to the limits and se0Low, se0High the standard
+// errors there. The continuity correction makes the distance smaller; in two one-sided tests it is
+// subtracted on the left and added on the right, deliberately.
+f64 NorPowerEq(f32 delta, f32 se0, f32 se1, f32 deltaLow, f32 deltaHigh, f32 se0Low, f32 se0High,
+               f32 correction);
+
+// p-value of a z statistic for NoOfTails and LeftTail: the estimate, its H0 value (or the two
+// limits), its standard error and a continuity correction. 0 if se <= 0.
+f32 NorPValue(f32 mean, f32 m0, f32 se, f32 low, f32 high, f32 correction);
+
+// A quantity entered in one of three forms: itself (mode 0), its difference from base (1), its
+// ratio to base (2); any other mode gives 0.
+f32 ParDep(i16 position, f32 base, i16 mode);
+
+// a, b or c by the same mode.
+i16 ParSelect(i16 mode, i16 a, i16 b, i16 c);
+
+} // namespace quorvanta

@@ -1,0 +1,17 @@
+// TESTBIOEQ: bioequivalence in a two-period crossover design: two one-sided tests of the ratio of
+// two medians on the log scale.
+#pragma once
+
+#include "core/types.h"
+
+namespace quorvanta {
+
+struct TESTBIOEQ {
+    static void SetupTest();
+    static void SetParList();
+    static bool CheckPar();
+    static void SearchLimits(f64& lower, f64& upper);
+    static f64 RootFunction();
+};
+
+} // namespace quorvanta
