@@ -11,40 +11,52 @@ namespace quorvanta {
 
 // The number at the start of a text, after blanks; reading stops at the first character that is
 // not part of a number. 0 for a text that does not begin with a number. Only "." is a decimal
-// point; an exponent ("1E-5", "1d3") is read.
+// point; an exponent ("1E-5", "1d3") is read. A number too large for 64 bits is a RunTimeError
+// (Overflow), one too small is 0.
 f64 Val(std::string_view text);
 
 // The shortest decimal text of x: at most 7 significant digits for a 32-bit float and 15 for a
 // 64-bit one. Below 0.0001, and from 1E+07 or 1E+15 up, with an exponent of at least two digits
-// ("1E-05", "1.5E+20"); no leading blank; a fraction has its zero ("0.5").
+// ("1E-05", "1.5E+20"); no leading blank; a fraction has its zero ("0.5"); negative zero is "0".
+// What is no finite number is "INF", "-INF" or "NAN".
 std::string Str(f32 x);
 std::string Str(f64 x);
 
 // x in a picture of "#" and "0" placeholders and a point: the decimal text of 15 significant
-// digits is rounded half away from zero. A picture that yields no digit shows "0", a bare trailing
-// point is dropped, negative zero is 0. Other characters (blanks) stand as they are.
+// digits is rounded half away from zero. "0" always shows a digit, "#" only one that is needed; all
+// digits before the point are shown, however short the picture. A picture that yields no digit
+// shows "0", a bare trailing point is dropped, negative zero is 0. Characters before and after the
+// placeholders (blanks) stand as they are.
 std::string Format(f64 x, std::string_view picture);
 
-// The picture for one value, by its size.
+// The picture for one value, by its size: "0" for a whole number, below 5e-6 and from 10000 up,
+// else one decimal at least and more the smaller it is.
 std::string FormatBySize(f64 x);
 
-// The picture for an axis or table of n steps between min and max: always 11 characters wide.
+// The picture for an axis or table of n steps between min and max: always 11 characters wide. The
+// size of one step decides; min = max counts as a step of 1.
 std::string FormatByRange(i16 n, f32 min, f32 max);
 
-// The picture that shows every value of values(first..last) in full: 11 characters wide.
+// The picture that shows the values values(first..last) in full, to 7 decimals at most: 11
+// characters wide. A value with a positive exponent counts no decimals. One with a negative
+// exponent counts as many decimals as its exponent says, so of 1.5E-05 the picture shows 0.00002:
+// that is how the columns have always been laid out, and it stays.
 std::string FormatForColumn(int first, int last, const Array1<f32>& values);
 
-// The text of a table cell, right-aligned to the width of the picture; "- " for 99999.
+// The text of a table cell, right-aligned to the width of the picture; "- " for 99999 and -99999.
 std::string FormatCell(f64 x, std::string_view picture);
 
 // x rounded to a multiple of 10^p: Int(x / 10^p + 0.5) * 10^p.
 f64 RoundPow10(f64 x, i16 p);
 
-// The text of a value of a parameter kind: a count is rounded up to a whole number, any other
-// value is shown by its size.
+// The text of a value of a parameter kind: a count is rounded up to a whole number (one that is
+// above a whole number by 1e-5 or less counts as that number), any other value is shown by its
+// size.
 std::string FormatPar(i16 kind, f64 x);
 
-// True for the kinds that count: sample sizes and their differences, events, subjects, groups, ...
+// True for the kinds that count: sample sizes and their differences, events, subjects, raters,
+// items, groups, levels, blocks, squares, strata, sequences, periods, treatments, categories,
+// populations. Sizes given as a ratio don't count.
 bool IsCountKind(i16 kind);
 
 } // namespace quorvanta
