@@ -23,9 +23,9 @@ class ScriptedPlatform : public Platform {
     ScriptedPlatform() { SetPlatform(*this); }
 
     std::vector<Message> Messages;
-    std::deque<Answer> Answers;              // played in order; after the last: Ok, or No where that is offered
+    std::deque<Answer> Answers; // played in order; after the last: Ok, or No where that is offered
     std::deque<std::optional<i16>> WindowKinds; // answers of AskWindowKind
-    std::vector<std::string> Children;       // captions of the windows opened
+    std::vector<std::string> Children;          // captions of the windows opened
     std::set<FloatingWindow> Shown;
     int Beeps = 0;
     int Refreshes = 0;
@@ -35,8 +35,8 @@ class ScriptedPlatform : public Platform {
     bool ProgressShown = false;
     bool MainClosed = false;
     f64 Clock = 0;
-    f64 ClockStep = 0;                       // seconds that pass between two looks at the clock
-    std::function<void()> OnDoEvents;        // what the user does during a run
+    f64 ClockStep = 0;                // seconds that pass between two looks at the clock
+    std::function<void()> OnDoEvents; // what the user does during a run
 
     // The texts of all messages so far.
     std::vector<std::string> Texts() const {

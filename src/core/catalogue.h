@@ -7,7 +7,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace quorvanta {
 
@@ -20,23 +19,44 @@ void SetAllParKinds();
 
 // --- Options ----------------------------------------------------------------------------------
 
-// Fill IntParCaption and IntParOption; CheckLabel. All options start at 0.
+// Fills IntParCaption and IntParOption; option 0 of every group is chosen.
 void SetAllIntPar();
+
+// Fills CheckLabel; no check box is ticked.
 void SetAllChecks();
+
+// --- Window kinds -----------------------------------------------------------------------------
+
+inline constexpr i16 CalculationWindow = 0;
+inline constexpr i16 TableWindow = 1;
+inline constexpr i16 GraphWindow = 2;
+inline constexpr i16 SimulationWindow = 3;
+
+// "Calculation", "Table", "Graph", "Monte Carlo Simulation"; RunTimeError (BadIndex) for any other
+// kind.
+std::string_view WindowKindCaption(i16 windowKind);
+
+// Kind of the current analysis' window; -1 when none is open.
+i16 CurrentWindowKind();
 
 // --- Menus ------------------------------------------------------------------------------------
 
 // What an entry of a menu does when it is chosen.
 enum class MenuAction { Submenu, Test, Distribution, File, GetInfo, Help, Output, Separator };
 
+inline constexpr i16 NoIndex = -1;
+inline constexpr i16 NoNumber = -1;
+
 // One entry of the menu tree.
 struct MenuItem {
     std::string_view Name;    // control name without index, "mnuStudent"
-    i16 Index;                // its index in the control array; -1: a single control
-    std::string_view Caption; // with "&" before the accelerator
+    i16 Index;                // its index in the control array; NoIndex: a single control
+    std::string_view Caption; // with "&" before the accelerator; empty: a separator
     MenuAction Action;
-    i16 MenuNo;               // menu number of a test, distribution number of a distribution
+    i16 MenuNo; // menu number of a test, distribution number of a distribution
     std::span<const MenuItem> Children;
+    i16 TestNo; // test number of a test
+    i16 HelpNo; // help number of a menu; 0: none
 };
 
 // The entries of the menu bar, left to right.
@@ -45,32 +65,61 @@ std::span<const MenuItem> MainMenu();
 // The hidden pop-up menu of a window with a result.
 const MenuItem& OutputMenu();
 
-// --- Tests ------------------------------------------------------------------------------------
+// The test number of a menu number; 0 for a number that no entry has.
+i16 TestNoOfMenu(i16 menuNo);
 
-// The test number of a menu number. Menu numbers of group sequential designs set IsGroupSeq and
-// those of multiple comparisons IsMultComp. A number that no entry has gives 0.
+// The same on the way into a test: the menu numbers of group sequential designs set IsGroupSeq and
+// those of multiple comparisons IsMultComp; neither is ever cleared here.
 i16 MenuToTestNo(i16 menuNo);
 
-// The text of TestName: the captions on the way to the entry, without the top menu, joined by ", ".
+// The text of TestName: the captions on the way to the entry, without the head of the menu bar and
+// without accelerators, joined by ", ". The captions are taken as they stand, a final blank or
+// point included. Empty for a number that no entry has.
 std::string TestMenuName(i16 menuNo);
 
-// The short code that lets the shared modules tell their callers apart; "" if none applies.
-std::string TestCode();
+// --- Tests ------------------------------------------------------------------------------------
 
-// True if the test exists only as a simulation; false at once when the current window is one.
-bool IsSimOnly(i16 menuNo);
+// Lets the modules that several tests share tell their callers apart.
+enum class TestVariant {
+    None,
+    UNPTT,   // unpaired t-test
+    PTT,     // paired t-test
+    LTT,     // medians on the log scale
+    GSTT,    // group sequential t-test
+    WEIB,    // Weibull survival times
+    GAM,     // gamma survival times
+    LRPWEXP, // log-rank test on piecewise exponential survival times
+    NOR1,    // one mean, standard deviation known
+    TT1,     // one mean, standard deviation unknown
+    NOR2     // parameters of two normal distributions
+};
+
+// The variant of the current analysis: a few comparisons, no text, for use inside RootFunction.
+TestVariant CurrentVariant();
+
+// The current variant's name, "" for None.
+std::string_view TestCode();
+
+// True if the test of a menu number exists only as a simulation; false at once for a simulation
+// window, where there is nothing to warn of.
+bool IsSimOnly(i16 menuNo, i16 windowKind = CurrentWindowKind());
 
 // False for the menu numbers that can't be opened in a Monte Carlo Simulation window.
 bool HasSimWindow(i16 menuNo);
 
-// Sets SimDistrNo from TestNo where the test fixes the distribution of the survival times.
+// Sets SimDistrNo where TestNo fixes the distribution of the survival times; any other test leaves
+// it alone.
 void SetSimDistr();
 
+// Properties of the current analysis: its distribution graph shows survival curves (a test) or the
+// distribution itself (a parameter); its statistic is discrete; its simulation needs the times of
+// events.
 bool HasSurvivalGraph();
 bool IsDiscreteTest();
 bool UsesEventTimes();
 
-// Help numbers of the current analysis.
+// Help numbers of the current analysis: its description, its parameters, its example. The second
+// has up to seven digits.
 i32 HelpDescription();
 i32 HelpParameters();
 i32 HelpExample();
@@ -80,20 +129,11 @@ i32 HelpExample();
 // The parameters of a distribution, by ParListNo; empty for a number without a distribution.
 std::span<const std::string_view> DistrParList(i16 distrNo);
 
-// The caption of the distribution's menu entry without its accelerator.
+// The list of DistrNo; a ParListNo beyond it becomes 0.
+std::span<const std::string_view> SetDistrParList();
+
+// The caption of the distribution's menu entry without its accelerator; empty for a number without
+// a distribution.
 std::string DistrMenuName(i16 distrNo);
-
-// --- Window kinds -----------------------------------------------------------------------------
-
-inline constexpr i16 CalculationWindow = 0;
-inline constexpr i16 TableWindow = 1;
-inline constexpr i16 GraphWindow = 2;
-inline constexpr i16 SimulationWindow = 3;
-
-// "Calculation", "Table", "Graph", "Monte Carlo Simulation".
-std::string_view WindowKindCaption(i16 windowKind);
-
-// Kind of the current analysis' window; -1 when none is open.
-i16 CurrentWindowKind();
 
 } // namespace quorvanta

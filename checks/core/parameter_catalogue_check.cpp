@@ -1,0 +1,175 @@
+// The catalogue of parameter kinds against a listing that was compiled apart from it.
+#include "core/analysis_state.h"
+#include "core/catalogue.h"
+#include "support/tsv.h"
+
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr i16 UndefinedKind = 349;
+
+class ParameterCatalogue : public testing::Test {
+  protected:
+    void SetUp() override {
+        ResetAnalysisState();
+        SetAllParKinds();
+    }
+};
+
+// "0.30" as the text of its number: "0.3"; ".1": "0.1".
+std::string Shortest(std::string text) {
+    if (text.find('.') != std::string::npos) {
+        while (text.back() == '0')
+            text.pop_back();
+        if (text.back() == '.')
+            text.pop_back();
+    }
+    if (text.front() == '.')
+        text.insert(0, "0");
+    return text;
+}
+
+f64 Number(const std::string& text) {
+    return std::strtod(text.c_str(), nullptr);
+}
+
+TEST_F(ParameterCatalogue, EveryCellIsAsListed) {
+    std::set<int> kinds;
+    for (const auto& row : checks::ReadTsv("catalogue_parameter_kinds.tsv")) {
+        const int kind = std::stoi(row[0]);
+        SCOPED_TRACE("kind " + row[0]);
+        EXPECT_TRUE(kinds.insert(kind).second);
+        EXPECT_EQ(ParLabel(kind), row[1]);
+        EXPECT_EQ(ParText(kind), Shortest(row[2]));
+        EXPECT_EQ(ParXminText(kind), Shortest(row[3]));
+        EXPECT_EQ(ParXmaxText(kind), Shortest(row[4]));
+        EXPECT_EQ(ParXstepText(kind), Shortest(row[5]));
+        EXPECT_EQ(ParZValuesText(kind),
+                  Shortest(row[3]) + " " + Shortest(row[2]) + " " + Shortest(row[4]));
+        EXPECT_EQ(ParMin(kind), static_cast<f64>(std::strtof(row[6].c_str(), nullptr)));
+        EXPECT_EQ(ParMax(kind), static_cast<f64>(std::strtof(row[7].c_str(), nullptr)));
+    }
+    EXPECT_EQ(kinds.size(), 370U);
+    EXPECT_EQ(*kinds.begin(), 0);
+    EXPECT_EQ(*kinds.rbegin(), MaxKind);
+    EXPECT_FALSE(kinds.contains(UndefinedKind));
+}
+
+TEST_F(ParameterCatalogue, UndefinedKindStaysEmpty) {
+    for (const auto* texts :
+         {&ParLabel, &ParText, &ParXminText, &ParXmaxText, &ParXstepText, &ParZValuesText})
+        EXPECT_EQ((*texts)(UndefinedKind), "");
+    EXPECT_EQ(ParMin(UndefinedKind), 0.0);
+    EXPECT_EQ(ParMax(UndefinedKind), 0.0);
+}
+
+TEST_F(ParameterCatalogue, LimitsAreSingles) {
+    EXPECT_EQ(ParMin(0), 0.000009999999747378752);
+    EXPECT_EQ(ParMax(0), 0.9999899864196777);
+    EXPECT_EQ(ParMin(0), ProbabilityFloor);
+    EXPECT_EQ(ParMax(0), ProbabilityCeiling);
+    EXPECT_EQ(ParMax(187), static_cast<f64>(1.99999F));
+    EXPECT_NE(ParMax(187), 1.99999);
+}
+
+TEST_F(ParameterCatalogue, TextsAreThoseOfTheirNumbers) {
+    EXPECT_EQ(ParText(2), "0.3");
+    EXPECT_EQ(ParText(5), "1");
+    EXPECT_EQ(ParText(6), "-0.4");
+    EXPECT_EQ(ParXstepText(367), "0.1");
+    EXPECT_EQ(ParXminText(0), "0.001");
+    EXPECT_EQ(ParZValuesText(1), "0.7 0.8 0.9");
+    EXPECT_EQ(ParZValuesText(38), "-50 0 50");
+}
+
+TEST_F(ParameterCatalogue, FillingAgainBringsTheStartValuesBack) {
+    ParText(1) = "-";
+    ParXminText(1) = "0.5";
+    SetAllParKinds();
+    EXPECT_EQ(ParText(1), "0.8");
+    EXPECT_EQ(ParXminText(1), "0.7");
+}
+
+TEST_F(ParameterCatalogue, ErrorLevelIsASignificanceLevelByAnotherName) {
+    EXPECT_EQ(ParLabel(0), "S&ignificance Level");
+    EXPECT_EQ(ParLabel(143), "Error &Level");
+    for (const auto* texts : {&ParText, &ParXminText, &ParXmaxText, &ParXstepText, &ParZValuesText})
+        EXPECT_EQ((*texts)(0), (*texts)(143));
+    EXPECT_EQ(ParMin(0), ParMin(143));
+    EXPECT_EQ(ParMax(0), ParMax(143));
+}
+
+TEST_F(ParameterCatalogue, TwinsAreAlikeInEveryCell) {
+    for (const auto& [kind, twin] : {std::pair{29, 97}, {247, 269}}) {
+        for (const auto* texts :
+             {&ParLabel, &ParText, &ParXminText, &ParXmaxText, &ParXstepText, &ParZValuesText})
+            EXPECT_EQ((*texts)(kind), (*texts)(twin));
+        EXPECT_EQ(ParMin(kind), ParMin(twin));
+        EXPECT_EQ(ParMax(kind), ParMax(twin));
+    }
+}
+
+TEST_F(ParameterCatalogue, LabelsAreNoKeys) {
+    int left = 0;
+    for (int kind = 0; kind <= MaxKind; ++kind)
+        left += ParLabel(kind) == "H0: &Left Equivalence Limit";
+    EXPECT_EQ(left, 12);
+}
+
+TEST_F(ParameterCatalogue, RangeOfZeroCoefficientsLeavesItsStartValueOut) {
+    EXPECT_EQ(ParText(268), "1");
+    EXPECT_EQ(ParXminText(268), "3");
+    EXPECT_EQ(ParXmaxText(268), "7");
+}
+
+TEST_F(ParameterCatalogue, OnlyTheRangeOfTheShapeHasTooManySteps) {
+    EXPECT_EQ(ParXminText(27), "0.2");
+    EXPECT_EQ(ParXmaxText(27), "50");
+    EXPECT_EQ(ParXstepText(27), "0.02");
+    constexpr f64 mostSteps = 100;
+    for (int kind = 0; kind <= MaxKind; ++kind) {
+        if (kind == UndefinedKind)
+            continue;
+        const f64 steps =
+            (Number(ParXmaxText(kind)) - Number(ParXminText(kind))) / Number(ParXstepText(kind)) +
+            1;
+        EXPECT_GE(steps, 2) << kind;
+        EXPECT_EQ(steps > mostSteps + 0.5, kind == 27) << kind;
+    }
+}
+
+TEST_F(ParameterCatalogue, HazardDifferenceStartsBelowItsRange) {
+    EXPECT_EQ(ParText(64), "-0.3");
+    EXPECT_EQ(ParXminText(64), "-0.2");
+}
+
+TEST_F(ParameterCatalogue, LossRatesStartAtNoneWithARangeOfLosses) {
+    for (const int kind : {13, 45, 84}) {
+        EXPECT_EQ(ParText(kind), "0");
+        EXPECT_EQ(ParXminText(kind), "0.3");
+        EXPECT_EQ(ParXmaxText(kind), "0.7");
+    }
+}
+
+TEST_F(ParameterCatalogue, SizePerSequenceStartsBelowItsRange) {
+    EXPECT_EQ(ParText(289), "6");
+    EXPECT_EQ(ParXminText(289), "10");
+}
+
+TEST_F(ParameterCatalogue, EveryStartValueIsAllowed) {
+    for (int kind = 0; kind <= MaxKind; ++kind) {
+        EXPECT_LE(ParMin(kind), Number(ParText(kind))) << kind;
+        EXPECT_GE(ParMax(kind), Number(ParText(kind))) << kind;
+    }
+}
+
+} // namespace
+
+} // namespace quorvanta

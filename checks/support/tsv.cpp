@@ -1,0 +1,40 @@
+#include "support/tsv.h"
+
+#include <fstream>
+#include <stdexcept>
+
+namespace quorvanta::checks {
+
+namespace {
+
+std::vector<std::string> Cells(const std::string& line) {
+    std::vector<std::string> cells{""};
+    for (const char c : line) {
+        if (c == '\t')
+            cells.emplace_back();
+        else
+            cells.back() += c;
+    }
+    return cells;
+}
+
+} // namespace
+
+std::vector<std::vector<std::string>> ReadTsv(const std::string& fileName) {
+    std::ifstream file(std::string(CHECK_DATA_DIR) + "/" + fileName);
+    std::string line;
+    if (!std::getline(file, line))
+        throw std::runtime_error("no data in " + fileName);
+    const std::size_t columns = Cells(line).size();
+    std::vector<std::vector<std::string>> rows;
+    while (std::getline(file, line)) {
+        rows.push_back(Cells(line));
+        if (rows.back().size() != columns)
+            throw std::runtime_error(fileName + ": " + line);
+    }
+    if (rows.empty())
+        throw std::runtime_error("no rows in " + fileName);
+    return rows;
+}
+
+} // namespace quorvanta::checks
