@@ -230,15 +230,6 @@ TEST_F(TestCatalogue, ParameterListsAreAsListed) {
     }
 }
 
-TEST_F(TestCatalogue, AParameterBeyondTheListBecomesTheFirst) {
-    TakeParameter(DistrBinomial, OneSample, 1);
-    EXPECT_EQ(SetDistrParList()[1], "odds");
-    EXPECT_EQ(ParListNo, 1);
-    DistrNo = DistrHypergeometric;
-    EXPECT_EQ(SetDistrParList().size(), 1U);
-    EXPECT_EQ(ParListNo, 0);
-}
-
 TEST_F(TestCatalogue, WindowKindsHaveTheirCaptions) {
     EXPECT_EQ(WindowKindCaption(CalculationWindow), "Calculation");
     EXPECT_EQ(WindowKindCaption(TableWindow), "Table");

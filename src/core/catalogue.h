@@ -53,9 +53,9 @@ struct MenuItem {
     i16 Index;                // its index in the control array; NoIndex: a single control
     std::string_view Caption; // with "&" before the accelerator; empty: a separator
     MenuAction Action;
-    i16 MenuNo; // menu number of a test, distribution number of a distribution
+    i16 MenuNo; // menu number of a test, distribution number of a distribution, else NoNumber
     std::span<const MenuItem> Children;
-    i16 TestNo; // test number of a test
+    i16 TestNo; // test number of a test, else NoNumber
     i16 HelpNo; // help number of a menu; 0: none
 };
 
@@ -65,7 +65,8 @@ std::span<const MenuItem> MainMenu();
 // The hidden pop-up menu of a window with a result.
 const MenuItem& OutputMenu();
 
-// The test number of a menu number; 0 for a number that no entry has.
+// The test number of a menu number; 0 for a number that no entry has. The separators 60 and 220
+// have one.
 i16 TestNoOfMenu(i16 menuNo);
 
 // The same on the way into a test: the menu numbers of group sequential designs set IsGroupSeq and
@@ -128,9 +129,6 @@ i32 HelpExample();
 
 // The parameters of a distribution, by ParListNo; empty for a number without a distribution.
 std::span<const std::string_view> DistrParList(i16 distrNo);
-
-// The list of DistrNo; a ParListNo beyond it becomes 0.
-std::span<const std::string_view> SetDistrParList();
 
 // The caption of the distribution's menu entry without its accelerator; empty for a number without
 // a distribution.

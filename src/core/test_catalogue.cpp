@@ -214,11 +214,4 @@ std::span<const std::string_view> DistrParList(i16 distrNo) {
     }
 }
 
-std::span<const std::string_view> SetDistrParList() {
-    const auto list = DistrParList(DistrNo);
-    if (ParListNo < 0 || static_cast<std::size_t>(ParListNo) >= list.size())
-        ParListNo = 0;
-    return list;
-}
-
 } // namespace quorvanta
