@@ -128,8 +128,7 @@ void StoreTexts(AnalysisRecord& record) {
 }
 
 void StoreOutput(AnalysisRecord& record) {
-    record.NoOfTitles =
-        static_cast<i16>(std::min<int>(OutTitle.HighBound() + 1, outputTitles));
+    record.NoOfTitles = static_cast<i16>(std::min<int>(OutTitle.HighBound() + 1, outputTitles));
     record.OutTitle.Fill({});
     for (i16 i = 0; i < record.NoOfTitles; ++i)
         record.OutTitle(i) = OutTitle(i);
@@ -379,9 +378,8 @@ void LoadAnalysis() {
     TableYMax = GraphYMax = status.TableYMax;
     // A calculation window without a value has no result; a value that a later change has made
     // stale is none either.
-    Calculated = ToFlag(status.Calculated == True &&
-                        (record.WindowKind != CalculationWindow ||
-                         HasValue(ParText(ParKind(UnknownParNo)))));
+    Calculated = ToFlag(status.Calculated == True && (record.WindowKind != CalculationWindow ||
+                                                      HasValue(ParText(ParKind(UnknownParNo)))));
     ThePlatform().RefreshChild();
 }
 
@@ -422,10 +420,10 @@ bool QueryCloseChild(i16 analysisNo, i16 closeMode) {
     if (AnalysisState(analysisNo).Changed == False)
         return true;
     ChildActivated(analysisNo);
-    const Answer answer = ThePlatform().MsgBox(
-        Analysis(analysisNo).AnalysisFileName + " Has Been Changed." + CrLf + CrLf +
-            "Save Analysis?",
-        Buttons::YesNoCancel, Icon::Exclamation, "");
+    const Answer answer =
+        ThePlatform().MsgBox(Analysis(analysisNo).AnalysisFileName + " Has Been Changed." + CrLf +
+                                 CrLf + "Save Analysis?",
+                             Buttons::YesNoCancel, Icon::Exclamation, "");
     if (answer != Answer::Yes)
         return answer == Answer::No;
     constexpr i16 saveAnalysis = 7;

@@ -76,7 +76,8 @@ FixedArray<std::string, 0, 7> GridHead;
 FixedArray<i16, 0, 7> GridFlag;
 FixedArray<i16, 0, 7> GridKind;
 std::string GridName;
-Array2<f32> GridData1, GridData2, GridData3, GridData4, GridData5, GridData6, GridData7, GridData8, GridData9;
+Array2<f32> GridData1, GridData2, GridData3, GridData4, GridData5, GridData6, GridData7, GridData8,
+    GridData9;
 Array2<std::string> GridData10;
 i16 GridTestNo;
 i16 SimDistrNo;
@@ -134,8 +135,8 @@ void ResetAnalysisState() {
     ZParNo = 0;
     ParBoxOrder.Fill(0);
 
-    for (auto* texts : {&ParLabel, &ParText, &ParXminText, &ParXmaxText, &ParXstepText,
-                        &ParZValuesText})
+    for (auto* texts :
+         {&ParLabel, &ParText, &ParXminText, &ParXmaxText, &ParXstepText, &ParZValuesText})
         texts->Fill({});
     ParMin.Fill(0);
     ParMax.Fill(0);
@@ -228,8 +229,8 @@ void ResetGrids() {
         store.ReDim(0, 1, 0, 1);
         store(1, 1) = empty;
     };
-    for (auto* store : {&GridData1, &GridData2, &GridData4, &GridData5, &GridData6, &GridData8,
-                        &GridData9})
+    for (auto* store :
+         {&GridData1, &GridData2, &GridData4, &GridData5, &GridData6, &GridData8, &GridData9})
         reset(*store, static_cast<f32>(NoValue));
     for (auto* store : {&GridData3, &GridData7})
         reset(*store, 1.0F);

@@ -13,20 +13,20 @@ namespace quorvanta {
 
 // --- What is analysed -------------------------------------------------------------------------
 
-extern i16 IsTest;            // -1: a hypothesis test; 0: a parameter of a distribution
-extern i16 TestNo;            // test number of the catalogue
-extern std::string TestName;  // test name from the menu path
-extern i16 DistrNo;           // distribution of a parameter analysis
-extern std::string DistrName; // its name
+extern i16 IsTest;              // -1: a hypothesis test; 0: a parameter of a distribution
+extern i16 TestNo;              // test number of the catalogue
+extern std::string TestName;    // test name from the menu path
+extern i16 DistrNo;             // distribution of a parameter analysis
+extern std::string DistrName;   // its name
 extern std::string ParListName; // the analysis in words: the headline
-extern i16 NoOfSamples;       // 1 one sample, 2 two samples, 3 more than two
-extern i16 NoOfTails;         // 1 one-sided, 2 two-sided, 3 two one-sided
-extern i16 LeftTail;          // -1: reject in the left tail
-extern i16 ParListNo;         // parameter chosen in the distribution's list
-extern i16 ProcedureNo;       // 0 test, 1 point estimate, 2 confidence interval
-extern i16 NoOfInterim;       // interim analyses of a group sequential simulation, 0 to 5
-extern i16 IsGroupSeq;        // -1: group sequential design
-extern i16 IsMultComp;        // -1: multiple comparison analysis
+extern i16 NoOfSamples;         // 1 one sample, 2 two samples, 3 more than two
+extern i16 NoOfTails;           // 1 one-sided, 2 two-sided, 3 two one-sided
+extern i16 LeftTail;            // -1: reject in the left tail
+extern i16 ParListNo;           // parameter chosen in the distribution's list
+extern i16 ProcedureNo;         // 0 test, 1 point estimate, 2 confidence interval
+extern i16 NoOfInterim;         // interim analyses of a group sequential simulation, 0 to 5
+extern i16 IsGroupSeq;          // -1: group sequential design
+extern i16 IsMultComp;          // -1: multiple comparison analysis
 
 // NoOfSamples
 inline constexpr i16 OneSample = 1;
@@ -52,12 +52,12 @@ inline constexpr i16 DistrBivariateNormal = 10;
 
 // --- Its parameters ---------------------------------------------------------------------------
 
-extern i16 NoOfPar;                      // highest parameter index
-extern FixedArray<i16, 0, MaxPar> ParKind;  // kind of each parameter
-extern FixedArray<f64, 0, MaxPar> ParValue; // value of each parameter
-extern i16 UnknownParNo;                 // the parameter that is solved for
-extern i16 XParNo;                       // the parameter on the x-axis
-extern i16 ZParNo;                       // the parameter with z-values
+extern i16 NoOfPar;                            // highest parameter index
+extern FixedArray<i16, 0, MaxPar> ParKind;     // kind of each parameter
+extern FixedArray<f64, 0, MaxPar> ParValue;    // value of each parameter
+extern i16 UnknownParNo;                       // the parameter that is solved for
+extern i16 XParNo;                             // the parameter on the x-axis
+extern i16 ZParNo;                             // the parameter with z-values
 extern FixedArray<i16, 0, MaxPar> ParBoxOrder; // order of the boxes of a table or graph
 
 // --- Tables by parameter kind; they outlive analyses ------------------------------------------
@@ -76,25 +76,25 @@ extern FixedArray<f64, 0, MaxKind> ParMax;
 inline constexpr i16 MaxCheckKind = 39;
 inline constexpr i16 MaxGroupKind = 58;
 
-extern i16 NoOfCheck;                             // active check boxes
-extern FixedArray<i16, 0, 4> CheckList;           // their kinds
+extern i16 NoOfCheck;                   // active check boxes
+extern FixedArray<i16, 0, 4> CheckList; // their kinds
 extern FixedArray<std::string, 0, MaxCheckKind> CheckLabel;
 extern FixedArray<i16, 0, MaxCheckKind> CheckValue; // 1 ticked, 0 not
-extern i16 NoOfIntPar;                            // active groups of interchangeable parameters
-extern FixedArray<i16, 0, 3> IntParList;          // their kinds
+extern i16 NoOfIntPar;                              // active groups of interchangeable parameters
+extern FixedArray<i16, 0, 3> IntParList;            // their kinds
 extern FixedArray<std::string, 0, MaxGroupKind> IntParCaption;
 extern FixedGrid<std::string, 0, 3, 0, MaxGroupKind> IntParOption;
 extern FixedArray<i16, 0, MaxGroupKind> IntParValue; // chosen option of each group
 
 // What the current test lets the user choose; the option window draws it.
-extern FixedArray<bool, 1, 3> SamplesOffered;     // by NoOfSamples
-extern FixedArray<bool, 1, 3> TailsOffered;       // by NoOfTails
-extern FixedArray<bool, 0, 4> CheckEnabled;       // by position in CheckList
+extern FixedArray<bool, 1, 3> SamplesOffered;           // by NoOfSamples
+extern FixedArray<bool, 1, 3> TailsOffered;             // by NoOfTails
+extern FixedArray<bool, 0, 4> CheckEnabled;             // by position in CheckList
 extern FixedGrid<bool, 0, 3, 0, 3> IntParOptionEnabled; // option, position in IntParList
 extern bool LeftTailOffered;
-extern bool ChoosingOptions;                      // the option window is open
-extern bool TailsShown;                           // false: the analysis has no choice of tails
-extern bool SamplesShown;                         // false: it has no choice of samples
+extern bool ChoosingOptions; // the option window is open
+extern bool TailsShown;      // false: the analysis has no choice of tails
+extern bool SamplesShown;    // false: it has no choice of samples
 
 // --- Runs and results -------------------------------------------------------------------------
 
@@ -114,15 +114,15 @@ extern f32 GraphYMin;
 
 inline constexpr const char* AutoLimit = "Auto";
 
-extern Array1<std::string> OutTitle;            // (0..lines - 1)
-extern FixedArray<std::string, 0, 3> OutXAxis;  // label, minimum, maximum, tick
+extern Array1<std::string> OutTitle;           // (0..lines - 1)
+extern FixedArray<std::string, 0, 3> OutXAxis; // label, minimum, maximum, tick
 extern FixedArray<std::string, 0, 3> OutYAxis;
 extern std::string OutZLabel;
 extern std::string OutFontName;
 extern std::string OutFontSize;
-extern i16 OutFontBold;   // 1 bold
+extern i16 OutFontBold; // 1 bold
 extern i16 OutCurveWidth;
-extern i16 OutDecimals;   // -1 automatic
+extern i16 OutDecimals; // -1 automatic
 
 // --- Input grids ------------------------------------------------------------------------------
 

@@ -57,12 +57,16 @@ bool CheckRange(i16 i, f64 min, f64 max) {
     constexpr f32 open = 99999.0F;
     if (low <= -open && high >= open)
         return true;
+    // The catalogue's limits are 32-bit floats: a typed 0.99999 equals the limit 0.99999 only when
+    // both are taken in 32 bits.
+    const f64 value = ParValue(i);
+    const f32 narrow = static_cast<f32>(value);
     bool inRange = true;
-    if (low != -open && !(ParValue(i) >= min)) {
+    if (low != -open && !(value >= min || narrow >= low)) {
         ShowMessage(label + " Has To Be Greater Than or Equal to " + LimitText(min) + ".");
         inRange = false;
     }
-    if (high != open && !(ParValue(i) <= max)) {
+    if (high != open && !(value <= max || narrow <= high)) {
         ShowMessage(label + " Has To Be Less Than or Equal to " + LimitText(max) + ".");
         inRange = false;
     }

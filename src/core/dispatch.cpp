@@ -49,7 +49,9 @@ bool SelHasModule() {
         if constexpr (requires { M::IsServed(); })
             return M::IsServed();
         else
-            return requires { M::RootFunction(); };
+            return requires {
+                M::RootFunction();
+            };
     });
 }
 

@@ -82,7 +82,8 @@ void ReadParValues() {
 // Characters of a UTF-8 text: the bytes at i that belong together.
 std::size_t CharacterLength(const std::string& text, std::size_t i) {
     std::size_t length = 1;
-    while (i + length < text.size() && (static_cast<unsigned char>(text[i + length]) & 0xC0) == 0x80)
+    while (i + length < text.size() &&
+           (static_cast<unsigned char>(text[i + length]) & 0xC0) == 0x80)
         ++length;
     return length;
 }
@@ -133,10 +134,10 @@ std::optional<XAxis> ReadXAxis() {
         return std::nullopt;
     }
     // 0.001: the quotient of 32-bit steps may fall just short of a whole number.
-    const f32 n = static_cast<f32>(
-        Int((static_cast<f64>(axis.Max) - static_cast<f64>(axis.Min)) / static_cast<f64>(axis.Step) +
-            0.001) +
-        1);
+    const f32 n = static_cast<f32>(Int((static_cast<f64>(axis.Max) - static_cast<f64>(axis.Min)) /
+                                           static_cast<f64>(axis.Step) +
+                                       0.001) +
+                                   1);
     if (!(n <= static_cast<f32>(MaxSteps))) {
         ShowMessage("Maximum Number of Steps Is 100.");
         return std::nullopt;

@@ -11,16 +11,32 @@ namespace quorvanta {
 // exp(min(v, 75)): v is rounded to 32 bits on its way in, the result is a 64-bit float.
 f64 ExpClamped(f32 v);
 
-constexpr f32 MinSingle(f32 a, f32 b) { return b < a ? b : a; }
-constexpr f32 MaxSingle(f32 a, f32 b) { return b > a ? b : a; }
-constexpr f64 MinDouble(f64 a, f64 b) { return b < a ? b : a; }
-constexpr i16 MinInteger(i16 a, i16 b) { return b < a ? b : a; }
-constexpr i16 MaxInteger(i16 a, i16 b) { return b > a ? b : a; }
-constexpr f64 MaxOf(f64 a, f64 b) { return b > a ? b : a; }
-constexpr f64 MinOf(f64 a, f64 b) { return b < a ? b : a; }
+constexpr f32 MinSingle(f32 a, f32 b) {
+    return b < a ? b : a;
+}
+constexpr f32 MaxSingle(f32 a, f32 b) {
+    return b > a ? b : a;
+}
+constexpr f64 MinDouble(f64 a, f64 b) {
+    return b < a ? b : a;
+}
+constexpr i16 MinInteger(i16 a, i16 b) {
+    return b < a ? b : a;
+}
+constexpr i16 MaxInteger(i16 a, i16 b) {
+    return b > a ? b : a;
+}
+constexpr f64 MaxOf(f64 a, f64 b) {
+    return b > a ? b : a;
+}
+constexpr f64 MinOf(f64 a, f64 b) {
+    return b < a ? b : a;
+}
 
 // -1, 0 or 1.
-constexpr f64 Sgn(f64 x) { return x > 0 ? 1.0 : (x < 0 ? -1.0 : 0.0); }
+constexpr f64 Sgn(f64 x) {
+    return x > 0 ? 1.0 : (x < 0 ? -1.0 : 0.0);
+}
 
 // The largest integer not above x.
 f64 Int(f64 x);

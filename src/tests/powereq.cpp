@@ -59,12 +59,11 @@ f64 NorPowerEq(f32 delta, f32 se0, f32 se1, f32 deltaLow, f32 deltaHigh, f32 se0
                              se1, z);
     } else if (NoOfTails == TwoSided) {
         const f32 z = NorInv(static_cast<f32>(1 - alpha / 2));
-        power = PowerTwoTails(static_cast<f32>(std::fabs(Wide(delta)) - Wide(correction)), se0, se1,
-                              z);
+        power =
+            PowerTwoTails(static_cast<f32>(std::fabs(Wide(delta)) - Wide(correction)), se0, se1, z);
     } else if (LeftTail == True) {
         const f32 z = -NorInv(static_cast<f32>(1 - alpha));
-        power =
-            1 - PowerOneTail(static_cast<f32>(Wide(delta) + Wide(correction)), se0, se1, z);
+        power = 1 - PowerOneTail(static_cast<f32>(Wide(delta) + Wide(correction)), se0, se1, z);
     } else {
         const f32 z = NorInv(static_cast<f32>(1 - alpha));
         power = PowerOneTail(static_cast<f32>(Wide(delta) - Wide(correction)), se0, se1, z);

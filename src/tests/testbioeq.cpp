@@ -112,10 +112,10 @@ f64 TESTBIOEQ::RootFunction() {
     const f32 low = static_cast<f32>(Log(ParValue(left)));
     const f32 high = static_cast<f32>(Log(ParValue(right)));
     const f32 ratio = static_cast<f32>(
-        BioH1Mode == 1 ? Log(ParValue(truth))
-                       : Log(static_cast<f64>(ParDep(median2, static_cast<f32>(ParValue(truth)),
-                                                     BioH1Mode))) -
-                             Log(ParValue(truth)));
+        BioH1Mode == 1
+            ? Log(ParValue(truth))
+            : Log(static_cast<f64>(ParDep(median2, static_cast<f32>(ParValue(truth)), BioH1Mode))) -
+                  Log(ParValue(truth)));
     f32 sd = static_cast<f32>(ParValue(deviation));
     if (BioUseCv != 0) {
         const f64 cv = static_cast<f64>(sd);

@@ -95,7 +95,11 @@ f64 TESTEQUIV::RootFunction() {
 }
 
 bool TESTEQUIV::IsServed() {
-    return WithMember([]<class Member>() { return requires { Member::RootFunction(); }; });
+    return WithMember([]<class Member>() {
+        return requires {
+            Member::RootFunction();
+        };
+    });
 }
 
 } // namespace quorvanta

@@ -72,10 +72,10 @@ constexpr OneSampleKinds meanKinds{groupMean, 57, {58, 59, 60}, 6, 7, 2};
 constexpr OneSampleKinds pairedKinds{groupMeanOfDifference, 157, {158, 159, 160}, 6, 7, 3};
 constexpr OneSampleKinds medianKinds{groupMedian, 89, {90, 91, 92}, 97, 98, 27};
 
-constexpr TwoSampleKinds meansKinds{groupMean2, groupSd2, 61, 62, 86,  87,             88,
-                                    6,          7,        2,  216, {217, 218, 219}};
+constexpr TwoSampleKinds meansKinds{groupMean2, groupSd2, 61, 62, 86,  87,
+                                    88,         6,        7,  2,  216, {217, 218, 219}};
 // Medians have no ratio form of their own beside the effect, which is the ratio.
-constexpr TwoSampleKinds mediansKinds{groupMedian2, groupShape2, 93, 96, 94, 95, 0, 97, 98, 27,
+constexpr TwoSampleKinds mediansKinds{groupMedian2, groupShape2,   93, 96, 94, 95, 0, 97, 98, 27,
                                       50,           {54, 107, 108}};
 
 bool IsLogScale() {
@@ -163,8 +163,7 @@ f32 TrueEffect() {
 f32 Difference() {
     const f32 h0 = Location(ParValue(list.H0));
     if (NoOfSamples == OneSample) {
-        const f32 h1 =
-            ParDep(list.H1, static_cast<f32>(ParValue(list.H0)), NorH1Mode);
+        const f32 h1 = ParDep(list.H1, static_cast<f32>(ParValue(list.H0)), NorH1Mode);
         return static_cast<f32>(Wide(Location(Wide(h1))) - Wide(h0));
     }
     return static_cast<f32>(Wide(TrueEffect()) - Wide(h0));
@@ -329,8 +328,7 @@ bool TESTNOR::CheckPar() {
     if (NoOfSamples == OneSample)
         return NoOfTails == TwoOneSided ||
                CheckPair(list.H0, list.H1, LocationMin(), LocationMax(), NorH1Mode);
-    if (list.Mean2 != 0 &&
-        !CheckPair(list.H1, list.Mean2, LocationMin(), LocationMax(), NorH1Mode))
+    if (list.Mean2 != 0 && !CheckPair(list.H1, list.Mean2, LocationMin(), LocationMax(), NorH1Mode))
         return false;
     if (list.Sd2 != 0) {
         const i16 kind = TwoSampleList().Sd2[0];
@@ -373,10 +371,8 @@ MeansValues ReadMeans() {
     MeansValues values;
     if (NoOfTails == TwoOneSided) {
         const f32 truth = TrueEffect();
-        values.DeltaLow =
-            static_cast<f32>(Wide(truth) - Wide(Location(ParValue(list.H0))));
-        values.DeltaHigh =
-            static_cast<f32>(Wide(Location(ParValue(list.H0 + 1))) - Wide(truth));
+        values.DeltaLow = static_cast<f32>(Wide(truth) - Wide(Location(ParValue(list.H0))));
+        values.DeltaHigh = static_cast<f32>(Wide(Location(ParValue(list.H0 + 1))) - Wide(truth));
     } else {
         values.Delta = Difference();
     }

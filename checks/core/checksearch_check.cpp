@@ -1,0 +1,188 @@
+#include "core/checksearch.h"
+#include "support/analysis_fixture.h"
+
+namespace quorvanta::checks {
+namespace {
+
+// A list of one significance level, a power, two means and a standard deviation.
+class CheckSearch : public AnalysisFixture {
+  protected:
+    void SetUp() override {
+        AnalysisFixture::SetUp();
+        NoOfPar = 4;
+        const i16 kinds[] = {0, 1, 57, 58, 2};
+        for (i16 i = 0; i <= NoOfPar; ++i) {
+            ParKind(i) = kinds[i];
+            ParText(kinds[i]) = "1";
+            ParValue(i) = 1;
+        }
+        UnknownParNo = 1;
+    }
+
+    void Put(i16 i, f64 value) { ParValue(i) = value; }
+};
+
+TEST_F(CheckSearch, ABlankTextOrAMinusHasNoValue) {
+    for (const char* text : {"", "   ", "-", " - "}) {
+        ParText(0) = text;
+        platform.Messages.clear();
+        EXPECT_FALSE(CheckRange(0, 0.00001F, 0.99999F)) << '"' << text << '"';
+        EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Significance Level Has No Value."});
+        EXPECT_EQ(platform.Messages[0].ShownIcon, Icon::Exclamation);
+        EXPECT_EQ(platform.Messages[0].ShownButtons, Buttons::Ok);
+    }
+}
+
+TEST_F(CheckSearch, AnOpenRangeTakesEveryValue) {
+    Put(2, 1e12);
+    EXPECT_TRUE(CheckRange(2, -99999, 99999));
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
+TEST_F(CheckSearch, ALowerLimitAlone) {
+    Put(4, 0);
+    EXPECT_FALSE(CheckRange(4, 0.00001F, 99999));
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{"Standard Deviation Has To Be Greater Than or Equal to "
+                                       "0.00001."});
+    Put(4, 1e7);
+    EXPECT_TRUE(CheckRange(4, 0.00001F, 99999));
+}
+
+TEST_F(CheckSearch, AnUpperLimitAlone) {
+    Put(2, 5.25);
+    EXPECT_FALSE(CheckRange(2, -99999, 5));
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{"H0: Mean Has To Be Less Than or Equal to 5."});
+    Put(2, -1e7);
+    EXPECT_TRUE(CheckRange(2, -99999, 5));
+}
+
+TEST_F(CheckSearch, BothLimitsAreTestedAndTheLimitItselfPasses) {
+    Put(0, 0.99999F);
+    EXPECT_TRUE(CheckRange(0, 0.00001F, 0.99999F));
+    Put(0, 0);
+    EXPECT_FALSE(CheckRange(0, 0.00001F, 0.99999F));
+    Put(0, 1);
+    EXPECT_FALSE(CheckRange(0, 0.00001F, 0.99999F));
+    EXPECT_EQ(
+        platform.Texts(),
+        (std::vector<std::string>{"Significance Level Has To Be Greater Than or Equal to 0.00001.",
+                                  "Significance Level Has To Be Less Than or Equal to 0.99999."}));
+}
+
+TEST_F(CheckSearch, AnEmptyRangeIsToldTwice) {
+    Put(2, 3);
+    EXPECT_FALSE(CheckRange(2, 4, 2));
+    EXPECT_EQ(platform.Texts(),
+              (std::vector<std::string>{"H0: Mean Has To Be Greater Than or Equal to 4.",
+                                        "H0: Mean Has To Be Less Than or Equal to 2."}));
+}
+
+// As a 32-bit float 0.99999 is 0.99998998...: the typed number lies above it in 64 bits.
+TEST_F(CheckSearch, ATypedLimitOfTheCatalogueIsWithinIt) {
+    Put(0, 0.99999);
+    EXPECT_TRUE(CheckRange(0, ParMin(0), ParMax(0)));
+    Put(0, 0.00001);
+    EXPECT_TRUE(CheckRange(0, ParMin(0), ParMax(0)));
+    Put(0, 0.999991);
+    EXPECT_FALSE(CheckRange(0, ParMin(0), ParMax(0)));
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{
+                                    "Significance Level Has To Be Less Than or Equal to 0.99999."});
+}
+
+TEST_F(CheckSearch, APairIsCheckedOnTheScaleOfItsQuantity) {
+    // The quantity lies within 1..10; parameter 2 is 4.
+    Put(2, 4);
+    Put(3, 11);
+    EXPECT_FALSE(CheckPair(2, 3, 1, 10, AsValue));
+    EXPECT_EQ(platform.Texts().back(), "H1: Mean Has To Be Less Than or Equal to 10.");
+    Put(3, 7);
+    EXPECT_FALSE(CheckPair(2, 3, 1, 10, AsDifference));
+    EXPECT_EQ(platform.Texts().back(), "H1: Mean Has To Be Less Than or Equal to 6.");
+    Put(3, 0.125);
+    EXPECT_FALSE(CheckPair(2, 3, 1, 10, AsRatio));
+    EXPECT_EQ(platform.Texts().back(), "H1: Mean Has To Be Greater Than or Equal to 0.25.");
+    Put(3, 2.5);
+    EXPECT_TRUE(CheckPair(2, 3, 1, 10, AsRatio));
+}
+
+TEST_F(CheckSearch, ARatioToANegativeValueExchangesTheBounds) {
+    Put(2, -2);
+    Put(3, 3);
+    EXPECT_TRUE(CheckPair(2, 3, -10, -4, AsRatio));
+    Put(3, 1);
+    EXPECT_FALSE(CheckPair(2, 3, -10, -4, AsRatio));
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{"H1: Mean Has To Be Greater Than or Equal to 2."});
+}
+
+TEST_F(CheckSearch, APairThatCannotBeKnownPasses) {
+    Put(2, 0);
+    Put(3, 1e9);
+    EXPECT_TRUE(CheckPair(2, 3, 1, 10, AsRatio)) << "a ratio to 0";
+    UnknownParNo = 3;
+    EXPECT_TRUE(CheckPair(2, 3, 1, 10, AsValue)) << "the second is the unknown";
+    UnknownParNo = 2;
+    EXPECT_TRUE(CheckPair(2, 3, 1, 10, AsDifference)) << "the first is the unknown";
+    EXPECT_FALSE(CheckPair(2, 3, 1, 10, AsValue)) << "a value needs no first one";
+}
+
+TEST_F(CheckSearch, TheLeftLimitMustNotPassTheRightOne) {
+    Put(2, 0.5);
+    Put(3, 0.4);
+    EXPECT_FALSE(CheckPairs(2));
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{"H0: Mean Has To Be Less Than or Equal to 0.4."});
+    Put(2, -0.5);
+    EXPECT_TRUE(CheckPairs(2));
+    UnknownParNo = 3;
+    Put(2, 9);
+    EXPECT_TRUE(CheckPairs(2));
+}
+
+TEST_F(CheckSearch, LimitsOfAPairFollowItsForm) {
+    const auto limits = [](i16 form) {
+        f64 lower = -99999;
+        f64 upper = 99999;
+        PairLimits(lower, upper, 2, 1, 10, form);
+        return std::pair(lower, upper);
+    };
+    Put(2, 4);
+    UnknownParNo = 3;
+    EXPECT_EQ(limits(AsValue), std::pair(1.0, 10.0));
+    EXPECT_EQ(limits(AsDifference), std::pair(-3.0, 6.0));
+    EXPECT_EQ(limits(AsRatio), std::pair(0.25, 2.5));
+    Put(2, -2);
+    EXPECT_EQ(limits(AsRatio), std::pair(-5.0, -0.5));
+    // The first one, given the second in its form.
+    UnknownParNo = 2;
+    Put(3, 3);
+    EXPECT_EQ(limits(AsValue), std::pair(-99999.0, 99999.0));
+    EXPECT_EQ(limits(AsDifference), std::pair(-2.0, 7.0));
+    Put(3, 2);
+    EXPECT_EQ(limits(AsRatio), std::pair(0.5, 5.0));
+    UnknownParNo = 4;
+    EXPECT_EQ(limits(AsRatio), std::pair(-99999.0, 99999.0));
+}
+
+TEST_F(CheckSearch, TheTailDecidesTheSide) {
+    const auto sides = [](auto limit) {
+        f64 lower = -5;
+        f64 upper = 5;
+        limit(lower, upper, 1.0);
+        return std::pair(lower, upper);
+    };
+    NoOfTails = OneSided;
+    LeftTail = False;
+    EXPECT_EQ(sides(LeftTailLimit), std::pair(1.0, 5.0));
+    EXPECT_EQ(sides(RightTailLimit), std::pair(-5.0, 1.0));
+    LeftTail = True;
+    EXPECT_EQ(sides(LeftTailLimit), std::pair(-5.0, 1.0));
+    EXPECT_EQ(sides(RightTailLimit), std::pair(1.0, 5.0));
+    NoOfTails = TwoSided;
+    EXPECT_EQ(sides(LeftTailLimit), std::pair(1.0, 5.0)) << "two tails take the right side";
+}
+
+} // namespace
+} // namespace quorvanta::checks

@@ -1,0 +1,150 @@
+#include "support/validation.h"
+
+#include "core/analysis_state.h"
+#include "core/driver.h"
+#include "core/general.h"
+#include "core/setup.h"
+
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace quorvanta::checks {
+
+namespace {
+
+std::vector<std::string> Split(const std::string& text, char separator) {
+    std::vector<std::string> parts{""};
+    for (const char c : text) {
+        if (c == separator)
+            parts.emplace_back();
+        else
+            parts.back() += c;
+    }
+    if (parts.size() == 1 && parts[0].empty())
+        parts.clear();
+    return parts;
+}
+
+i16 Number(const std::string& text) {
+    return static_cast<i16>(std::stoi(text));
+}
+
+std::pair<i16, std::string> Assignment(const std::string& text) {
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos)
+        throw std::runtime_error("no value in " + text);
+    return {Number(text.substr(0, equals)), text.substr(equals + 1)};
+}
+
+ValidationCase Parse(const std::string& line) {
+    const auto cells = Split(line, '\t');
+    if (cells.size() != 10)
+        throw std::runtime_error("not a validation case: " + line);
+    ValidationCase row;
+    row.Analysis = cells[0];
+    std::istringstream analysis(cells[0]);
+    std::string word;
+    analysis >> word;
+    if (word == "menu")
+        analysis >> row.MenuNo;
+    else
+        analysis >> row.DistrNo >> row.ParListNo >> row.ProcedureNo;
+    row.NoOfSamples = Number(cells[1]);
+    row.NoOfTails = Number(cells[2]);
+    row.Left = cells[3] == "-1";
+    for (const std::string& kind : Split(cells[4], ','))
+        row.Checks.push_back(Number(kind));
+    for (const std::string& group : Split(cells[5], ',')) {
+        const auto [kind, option] = Assignment(group);
+        row.Groups[kind] = Number(option);
+    }
+    for (const std::string& value : Split(cells[6], ';'))
+        row.Values.insert(Assignment(value));
+    row.UnknownKind = Number(cells[7]);
+    row.Exact = std::stod(cells[8]);
+    row.Tolerance = std::stod(cells[9]);
+    return row;
+}
+
+i16 PositionOf(i16 kind) {
+    for (i16 i = 0; i <= NoOfPar; ++i)
+        if (ParKind(i) == kind)
+            return i;
+    throw std::runtime_error("kind " + std::to_string(kind) + " is not in the list");
+}
+
+void TickChecks(const std::vector<i16>& kinds) {
+    for (i16 i = 0; i < NoOfCheck; ++i)
+        ChooseCheck(i, false);
+    for (const i16 kind : kinds) {
+        i16 position = 0;
+        while (position < NoOfCheck && CheckList(position) != kind)
+            ++position;
+        if (position == NoOfCheck)
+            throw std::runtime_error("check box " + std::to_string(kind) + " is not offered");
+        ChooseCheck(position, true);
+    }
+}
+
+void PickOptions(const std::map<i16, i16>& groups) {
+    for (const auto& [group, option] : groups) {
+        i16 position = 0;
+        while (position < NoOfIntPar && IntParList(position) != group)
+            ++position;
+        if (position == NoOfIntPar)
+            throw std::runtime_error("group " + std::to_string(group) + " is not offered");
+        ChooseIntPar(position, option);
+    }
+}
+
+} // namespace
+
+std::vector<ValidationCase> ReadValidation(const std::string& path) {
+    std::ifstream file(path);
+    if (!file)
+        throw std::runtime_error("no file " + path);
+    std::vector<ValidationCase> cases;
+    std::string line;
+    bool isHead = true;
+    while (std::getline(file, line)) {
+        if (line.empty() || line[0] == '#')
+            continue;
+        if (!isHead)
+            cases.push_back(Parse(line));
+        isHead = false;
+    }
+    return cases;
+}
+
+f64 SolveCase(const ValidationCase& validation) {
+    if (validation.MenuNo >= 0) {
+        NewTest(validation.MenuNo);
+    } else {
+        NewDistribution(validation.DistrNo);
+        ChooseParList(validation.ParListNo);
+        ChooseProcedure(validation.ProcedureNo);
+    }
+    ChooseSamples(validation.NoOfSamples);
+    ChooseTails(validation.NoOfTails);
+    ChooseLeftTail(validation.Left);
+    TickChecks(validation.Checks);
+    PickOptions(validation.Groups);
+    AcceptOptions();
+    for (const auto& [kind, text] : validation.Values)
+        TypedParText(PositionOf(kind), text);
+    Calculated = False;
+    SolveFor(PositionOf(validation.UnknownKind));
+    if (!HasValue(ParText(validation.UnknownKind)))
+        return NoValue;
+    return ParValue(UnknownParNo);
+}
+
+std::string Describe(const ValidationCase& validation) {
+    std::string text = ParListName;
+    for (const auto& [kind, value] : validation.Values)
+        text += " " + StripAmpersand(ParLabel(kind)) + " = " + value + ";";
+    return text;
+}
+
+} // namespace quorvanta::checks

@@ -1,0 +1,51 @@
+// Reference cases: an analysis, its values, one unknown, and the exact solution of other origin.
+//
+// A row of a validation file of checks/data/validation reads, column by column:
+//   Analysis   "menu 0", or "distribution 0 1 2": number, parameter list index, procedure
+//   Samples, Tails, Left (-1 or 0)
+//   Checks     kinds of the ticked check boxes, comma-separated
+//   Groups     group=option, comma-separated
+//   Values     kind=text, semicolon-separated
+//   Unknown    kind of the unknown
+//   Exact      its exact value
+//   Tolerance  what our approximations may differ, absolutely
+#pragma once
+
+#include "core/types.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace quorvanta::checks {
+
+struct ValidationCase {
+    std::string Analysis;
+    i16 MenuNo = -1; // -1: a parameter analysis
+    i16 DistrNo = 0;
+    i16 ParListNo = 0;
+    i16 ProcedureNo = 0;
+    i16 NoOfSamples = 0;
+    i16 NoOfTails = 0;
+    bool Left = false;
+    std::vector<i16> Checks;
+    std::map<i16, i16> Groups;
+    std::map<i16, std::string> Values;
+    i16 UnknownKind = 0;
+    f64 Exact = 0;
+    f64 Tolerance = 0;
+};
+
+// The cases of a validation file; lines that begin with "#" are comments. Throws
+// std::runtime_error if the file is missing or a row can't be read.
+std::vector<ValidationCase> ReadValidation(const std::string& path);
+
+// Sets up the analysis of the case in the state, solves it, and returns the unrounded solution;
+// 99999 if there is none. An analysis must be open. Throws std::runtime_error if the analysis has
+// no such option or parameter.
+f64 SolveCase(const ValidationCase& validation);
+
+// The analysis in words, and what is solved for: for tables of results.
+std::string Describe(const ValidationCase& validation);
+
+} // namespace quorvanta::checks
