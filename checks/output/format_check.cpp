@@ -1,5 +1,4 @@
 #include "core/fault.h"
-#include "core/general.h"
 #include "output/format.h"
 
 #include <cmath>
@@ -67,12 +66,6 @@ TEST(Val, TooLargeIsAFaultAndTooSmallIsZero) {
     EXPECT_EQ(Val("1E-99999999999999999999"), 0.0);
     EXPECT_EQ(Val("0." + std::string(400, '0') + "1"), 0.0);
     EXPECT_EQ(Val("0E99999999999999999999"), 0.0);
-}
-
-TEST(ReadNumber, ACommaCountsAsADecimalPoint) {
-    EXPECT_EQ(ReadNumber("0,25"), 0.25);
-    EXPECT_EQ(ReadNumber("1,2,3"), 1.2);
-    EXPECT_EQ(ReadNumber(""), 0.0);
 }
 
 // --- Str --------------------------------------------------------------------------------------
