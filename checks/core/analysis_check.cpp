@@ -1,5 +1,4 @@
 #include "core/analysis.h"
-
 #include "core/options.h"
 #include "support/analysis_fixture.h"
 
@@ -175,8 +174,7 @@ TEST_F(Analyses, AChangedAnalysisAsks) {
     EXPECT_FALSE(QueryCloseChild(1, CloseByUser));
     EXPECT_TRUE(QueryCloseChild(1, CloseByUser));
     ASSERT_EQ(platform.Messages.size(), 2U);
-    EXPECT_EQ(platform.Messages[0].Text,
-              "Calculation 1 Has Been Changed.\r\n\r\nSave Analysis?");
+    EXPECT_EQ(platform.Messages[0].Text, "Calculation 1 Has Been Changed.\r\n\r\nSave Analysis?");
     EXPECT_EQ(platform.Messages[0].ShownButtons, Buttons::YesNoCancel);
     EXPECT_EQ(platform.Messages[0].ShownIcon, Icon::Exclamation);
 }

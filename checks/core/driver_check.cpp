@@ -1,7 +1,6 @@
-#include "core/driver.h"
-
 #include "core/checksearch.h"
 #include "core/dispatch.h"
+#include "core/driver.h"
 #include "core/fault.h"
 #include "core/root.h"
 #include "support/analysis_fixture.h"
@@ -104,9 +103,9 @@ TEST_F(Driver, ABadValueIsToldOnceAndLeavesNoResult) {
     OpenTTest();
     Type(sd, "0");
     EXPECT_EQ(Solve(size1), "-");
-    EXPECT_EQ(platform.Texts(), std::vector<std::string>{
-                                    "Standard Deviation Has To Be Greater Than or Equal to "
-                                    "0.00001."});
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{"Standard Deviation Has To Be Greater Than or Equal to "
+                                       "0.00001."});
     EXPECT_EQ(Calculated, True);
     EXPECT_FALSE(GetInfoEnabled(3)) << "there is no result to make a statement of";
     Solve(size1);
@@ -223,8 +222,7 @@ TEST_F(Driver, AnOverflowInTheLimitsIsARunTimeError) {
 TEST_F(Driver, AForbiddenCharacterIsToldAndTakenOut) {
     OpenTTest();
     EXPECT_EQ(TypedParText(PositionOf(sd), "1e5"), "15");
-    EXPECT_EQ(platform.Texts(),
-              std::vector<std::string>{"e   Is Not Allowed. Must Be a Digit."});
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"e   Is Not Allowed. Must Be a Digit."});
     EXPECT_EQ(platform.Beeps, 1);
     EXPECT_EQ(ParText(sd), "15");
 }
@@ -404,8 +402,7 @@ TEST_F(Run, NoSolutionAnywhereIsTold) {
     ParXstepText(alpha) = "0.01";
     ParZValuesText(h1Difference) = "0";
     CalcRun();
-    EXPECT_EQ(platform.Texts(),
-              std::vector<std::string>{"Can't Be Calculated For Any x-value."});
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Can't Be Calculated For Any x-value."});
     EXPECT_EQ(Cancelled, True);
     EXPECT_EQ(Calculated, False);
 }

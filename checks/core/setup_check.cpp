@@ -1,6 +1,5 @@
-#include "core/setup.h"
-
 #include "core/options.h"
+#include "core/setup.h"
 #include "support/analysis_fixture.h"
 
 namespace quorvanta::checks {
