@@ -4,7 +4,10 @@
 #include "core/analysis_state.h"
 
 #include <QCloseEvent>
+#include <QLayout>
 #include <QVariant>
+
+#include <algorithm>
 
 namespace quorvanta {
 
@@ -15,6 +18,22 @@ ChildWindow::ChildWindow(i16 windowKind, i16 windowNo, i16 analysisNo)
 
 i16 ChildWindow::AnalysisTag() const {
     return property("tag").toString().toShort();
+}
+
+void ChildWindow::FitToContent() {
+    QWidget* frame = parentWidget();
+    if (frame == nullptr || frame->isMaximized() || frame->isMinimized())
+        return;
+    layout()->activate();
+    const int width = sizeHint().width();
+    const int height = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)
+                                                     : sizeHint().height();
+    frame->resize(frame->sizeHint() - sizeHint() + QSize(width, height));
+    if (const QWidget* area = frame->parentWidget()) {
+        const QPoint limit(area->width() - frame->width(), area->height() - frame->height());
+        frame->move(std::clamp(frame->x(), 0, std::max(0, limit.x())),
+                    std::clamp(frame->y(), 0, std::max(0, limit.y())));
+    }
 }
 
 void ChildWindow::Form_Activate() {

@@ -23,6 +23,10 @@ class ChildWindow : public QWidget {
     // Takes labels, texts and colours from the state. Called for the current analysis only.
     virtual void Refresh() = 0;
 
+    // Gives the window the size of its content and keeps it inside the area of the child windows,
+    // unless the user has maximized or minimized it.
+    void FitToContent();
+
     // The window came to the front.
     void Form_Activate();
 

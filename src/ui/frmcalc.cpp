@@ -31,7 +31,7 @@ constexpr int twipsPerInch = 1440;
 frmCalc::frmCalc(i16 windowNo, i16 analysisNo)
     : ChildWindow(CalculationWindow, windowNo, analysisNo), lblHead1_(new QLabel(this)),
       lblHint_(new QLabel(this)), lblGetCalc_(new QLabel(this)), txtHide_(new QLineEdit(this)) {
-    setObjectName(ControlName(QLatin1String("frmCalc"), windowNo));
+    setObjectName(ControlName("frmCalc", windowNo));
 
     lblHead1_->setObjectName("lblHead1");
     lblHead1_->setWordWrap(true);
@@ -75,13 +75,13 @@ frmCalc::frmCalc(i16 windowNo, i16 analysisNo)
 
 void frmCalc::MakeRow(QGridLayout& grid, i16 i) {
     auto* label = new ParLabelButton(this);
-    label->setObjectName(ControlName(QLatin1String("cmdParLabel"), i));
+    label->setObjectName(ControlName("cmdParLabel", i));
     label->setAutoDefault(false);
     label->installEventFilter(this);
     connect(label, &QPushButton::clicked, this, [this, i] { cmdParLabel_Click(i); });
 
     auto* box = new ValueBox(this);
-    box->setObjectName(ControlName(QLatin1String("txtParValue"), i));
+    box->setObjectName(ControlName("txtParValue", i));
     connect(box, &ValueBox::textChanged, this, [this, i] { txtParValue_Change(i); });
     connect(box, &ValueBox::GotFocus, this, [this, i] { txtParValue_GotFocus(i); });
     connect(box, &ValueBox::DblClick, this, [this, i] { txtParValue_DblClick(i); });
@@ -147,17 +147,6 @@ void frmCalc::ShowMarks() {
     lblGetCalc_->setVisible(anyBlue && shownPar_ > 0);
 }
 
-void frmCalc::FitToContent() {
-    QWidget* frame = parentWidget();
-    if (frame == nullptr || frame->isMaximized() || frame->isMinimized())
-        return;
-    layout()->activate();
-    const int width = std::max(sizeHint().width(), minimumSizeHint().width());
-    const int height = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)
-                                                     : sizeHint().height();
-    frame->resize(frame->size() - size() + QSize(width, height));
-}
-
 void frmCalc::cmdParLabel_Click(i16 i) {
     SolveFor(i);
     Refresh();
@@ -168,12 +157,12 @@ void frmCalc::txtParValue_Change(i16 i) {
     const QString typed = box.text();
     const QString accepted = ToQt(TypedParText(i, FromQt(typed)));
     if (accepted != typed) {
-        // Taking the character out is a change again, and is looked at like the first.
-        const auto removed = static_cast<int>(typed.size() - accepted.size());
-        const int cursor = box.cursorPosition();
-        box.setText(accepted);
-        box.setCursorPosition(std::max(0, cursor - removed));
-        return;
+        // What was taken out does not occur in what is left, so the cursor moves left by its share.
+        const auto left = typed.left(box.cursorPosition());
+        const auto kept = std::count_if(left.begin(), left.end(),
+                                        [&accepted](QChar c) { return accepted.contains(c); });
+        box.Write(accepted);
+        box.setCursorPosition(static_cast<int>(kept));
     }
     lblHead1_->setText(ToQt(ParListName));
     ShowMarks();

@@ -49,7 +49,6 @@ class frmCalc : public ChildWindow {
   private:
     void MakeRow(QGridLayout& grid, i16 i);
     void ShowMarks();
-    void FitToContent();
     void OpenOutputMenu(const QPoint& at);
     std::vector<ParLabelButton*> LabelsWithMnemonic(const QKeyEvent& key) const;
 

@@ -26,4 +26,8 @@ void OpenHelp(i32 number) {
     viewer->activateWindow();
 }
 
+void OpenHelpSearch() {
+    OpenHelp(HelpContents);
+}
+
 } // namespace quorvanta

@@ -5,7 +5,13 @@
 
 namespace quorvanta {
 
-// Opens the help on the topic of that number, 0: on its contents.
+// The number of the contents.
+inline constexpr i32 HelpContents = 0;
+
+// Opens the help on the topic of that number.
 void OpenHelp(i32 number);
+
+// Opens the help on its search.
+void OpenHelpSearch();
 
 } // namespace quorvanta

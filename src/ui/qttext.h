@@ -1,7 +1,6 @@
 // Between the engine's texts and Qt's.
 #pragma once
 
-#include <QLatin1String>
 #include <QString>
 
 #include <string>
@@ -19,7 +18,7 @@ inline std::string FromQt(const QString& text) {
 
 // A member of a control array goes by its index: "cmdParLabel(4)". Checks, scripts and
 // accessibility tools find it by this object name.
-inline QString ControlName(QLatin1String array, int index) {
+inline QString ControlName(const QString& array, int index) {
     return array + QLatin1Char('(') + QString::number(index) + QLatin1Char(')');
 }
 
