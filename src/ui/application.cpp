@@ -9,9 +9,16 @@
 
 #include <new>
 
+// The resources of a static library are linked only when they are asked for, and this can't be
+// done inside a namespace.
+static void InitResources() {
+    Q_INIT_RESOURCE(quorvanta);
+}
+
 namespace quorvanta {
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    InitResources();
     setApplicationName(ProgramName);
     setApplicationVersion(ProgramVersion);
     setDesktopFileName(QStringLiteral("quorvanta"));

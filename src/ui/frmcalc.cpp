@@ -62,7 +62,9 @@ frmCalc::frmCalc(i16 windowNo, i16 analysisNo)
     auto* column = new QVBoxLayout(this);
     column->addWidget(lblHead1_);
     column->addWidget(lblHint_);
+    column->addSpacing(fontMetrics().height() / 3);
     column->addLayout(grid);
+    column->addSpacing(fontMetrics().height() / 3);
     column->addWidget(lblGetCalc_);
     column->addStretch(1);
     QMargins margins = column->contentsMargins();

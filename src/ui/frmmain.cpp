@@ -79,6 +79,7 @@ frmMain::frmMain()
     connect(area_, &QMdiArea::subWindowActivated, this, &frmMain::ChildToFront);
 
     hint_->setObjectName("lblStatus");
+    hint_->setContentsMargins(fontMetrics().averageCharWidth(), 0, 0, 0);
     statusBar()->addWidget(hint_, 1);
     MakeMenus();
     auto* helpKey = new QShortcut(QKeySequence::HelpContents, this);

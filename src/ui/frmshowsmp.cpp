@@ -23,6 +23,7 @@ frmShowSmp::frmShowSmp(QWidget* parent) : QDialog(parent) {
     setWindowTitle(tr("Options"));
 
     auto* columns = new QHBoxLayout;
+    columns->setSpacing(fontMetrics().height());
     columns->addLayout(MakeLeftColumn());
     columns->addLayout(MakeRightColumn());
 
@@ -105,6 +106,7 @@ QVBoxLayout* frmShowSmp::MakeRightColumn() {
         column->addWidget(chkCheck_[i]);
     }
 
+    column->addSpacing(fontMetrics().height() / 2);
     lblInterchangeable_ = new QLabel("&Interchangeable Parameters:", this);
     lblInterchangeable_->setObjectName("lblInterchangeable");
     column->addWidget(lblInterchangeable_);

@@ -8,6 +8,22 @@
 
 namespace quorvanta {
 
+MdiArea::MdiArea(QWidget* parent) : QMdiArea(parent) {
+    TakeBackground();
+}
+
+void MdiArea::TakeBackground() {
+    // A shade off the windows, in light and in dark palettes.
+    constexpr int percent = 112;
+    setBackground(QApplication::palette().color(QPalette::Window).darker(percent));
+}
+
+void MdiArea::changeEvent(QEvent* event) {
+    QMdiArea::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        TakeBackground();
+}
+
 void MdiArea::paintEvent(QPaintEvent* event) {
     QMdiArea::paintEvent(event);
     if (!subWindowList().isEmpty())
@@ -15,7 +31,7 @@ void MdiArea::paintEvent(QPaintEvent* event) {
 
     QPainter painter(viewport());
     QColor ink = palette().color(QPalette::WindowText);
-    ink.setAlphaF(0.6F);
+    ink.setAlphaF(0.65F);
     painter.setPen(ink);
     const QRect area = viewport()->rect();
     const int line = fontMetrics().height();

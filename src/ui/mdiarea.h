@@ -9,10 +9,14 @@ class MdiArea : public QMdiArea {
     Q_OBJECT
 
   public:
-    using QMdiArea::QMdiArea;
+    explicit MdiArea(QWidget* parent);
 
   protected:
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void TakeBackground();
 };
 
 } // namespace quorvanta

@@ -6,6 +6,15 @@
 
 namespace quorvanta {
 
+int ParLabelButton::Indent() const {
+    return fontMetrics().averageCharWidth();
+}
+
+QSize ParLabelButton::sizeHint() const {
+    const QSize text = fontMetrics().size(Qt::TextShowMnemonic, this->text());
+    return {text.width() + 3 * Indent(), QPushButton::sizeHint().height()};
+}
+
 void ParLabelButton::paintEvent(QPaintEvent* /*event*/) {
     QStylePainter painter(this);
     QStyleOptionButton option;
@@ -14,11 +23,7 @@ void ParLabelButton::paintEvent(QPaintEvent* /*event*/) {
     option.text.clear();
     painter.drawControl(QStyle::CE_PushButton, option);
 
-    const int indent = fontMetrics().averageCharWidth();
-    const QRect area = style()
-                           ->subElementRect(QStyle::SE_PushButtonContents, &option, this)
-                           .adjusted(indent / 2, 0, -indent / 2, 0);
-    painter.drawItemText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic,
+    painter.drawItemText(rect().adjusted(Indent(), 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic,
                          option.palette, isEnabled(), text, QPalette::ButtonText);
 }
 

@@ -11,9 +11,15 @@ class ParLabelButton : public QPushButton {
   public:
     using QPushButton::QPushButton;
 
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
   protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    int Indent() const;
 };
 
 } // namespace quorvanta
