@@ -296,6 +296,21 @@ std::string TypedParText(i16 parNo, const std::string& text) {
     return clean;
 }
 
+void GetFromTable(i16 parNo) {
+    if (!SelIsTablePar(parNo))
+        return;
+    const f64 value = static_cast<f64>(SelCalcTablePar());
+    if (Cancelled == True) {
+        Cancelled = False;
+        return;
+    }
+    ParText(ParKind(parNo)) = Format(value, "#####0.0#####");
+    Calculated = False;
+    MarkChanged();
+    UpdateMenus();
+    ThePlatform().RefreshChild();
+}
+
 void SolveFor(i16 parNo) {
     if (Calculated == True && parNo == UnknownParNo)
         return;

@@ -28,6 +28,10 @@ std::string TypedParText(i16 parNo, const std::string& text);
 // The same rule for a box that holds no parameter value (axis limits, z-values).
 std::string CheckTyped(const std::string& text);
 
+// Asks for the input grid of the parameter and puts the value that derives from it into its text;
+// nothing for a parameter without a grid, or when the user cancels.
+void GetFromTable(i16 parNo);
+
 // Makes parameter i the unknown and solves for it; nothing if its value is already calculated.
 void SolveFor(i16 parNo);
 

@@ -1,0 +1,478 @@
+#include "core/checksearch.h"
+#include "core/dispatch.h"
+#include "core/driver.h"
+#include "core/fault.h"
+#include "core/root.h"
+#include "support/analysis_fixture.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quorvanta::checks {
+namespace {
+
+constexpr i16 unpaired = 0;
+constexpr i16 alpha = 0;
+constexpr i16 power = 1;
+constexpr i16 sd = 2;
+constexpr i16 size1 = 4;
+constexpr i16 sizeRatio = 5;
+constexpr i16 h0Difference = 61;
+constexpr i16 h1Difference = 62;
+constexpr i16 groupMean2 = 1;
+constexpr i16 groupSize2 = 2;
+
+class Driver : public AnalysisFixture {
+  protected:
+    // The unpaired t-test with the difference and the size ratio entered, two-sided.
+    void OpenTTest(i16 tails = TwoSided) {
+        OpenTest(unpaired);
+        Pick(groupMean2, 1);
+        Pick(groupSize2, 2);
+        ChooseTails(tails);
+        AcceptOptions();
+        platform.Messages.clear();
+    }
+};
+
+TEST_F(Driver, ANewAnalysisIsSolvedAtOnce) {
+    OpenTTest();
+    EXPECT_EQ(Calculated, True);
+    EXPECT_EQ(UnknownParNo, 1);
+    EXPECT_TRUE(HasValue(ParText(power)));
+}
+
+TEST_F(Driver, SolvesForTheSampleSize) {
+    OpenTTest();
+    Type(power, "0.80");
+    Type(h1Difference, "0.5");
+    Type(sd, "1");
+    // The exact solution is 63.766: 64 subjects.
+    EXPECT_EQ(Solve(size1), "64");
+    EXPECT_EQ(Calculated, True);
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
+TEST_F(Driver, DecimalCommaAndPointAreTheSameNumberAndTheTextStays) {
+    OpenTTest();
+    Type(h1Difference, "0,5");
+    const std::string withComma = Solve(size1);
+    EXPECT_EQ(ParText(h1Difference), "0,5");
+    Type(h1Difference, "0.5");
+    EXPECT_EQ(Solve(size1), withComma);
+    EXPECT_EQ(ParText(h1Difference), "0.5");
+}
+
+TEST_F(Driver, ReadNumberStopsWhereTheNumberEnds) {
+    EXPECT_EQ(ReadNumber("1,5"), 1.5);
+    EXPECT_EQ(ReadNumber(" 2.25 kg"), 2.25);
+    EXPECT_EQ(ReadNumber(""), 0);
+    EXPECT_EQ(ReadNumber("-"), 0);
+    EXPECT_EQ(ReadNumber("1.2.3"), 1.2);
+    EXPECT_EQ(ReadNumber("-0,5"), -0.5);
+}
+
+TEST_F(Driver, TheSameLabelTwiceCalculatesOnce) {
+    OpenTTest();
+    Solve(size1);
+    const int refreshes = platform.Refreshes;
+    ParText(size1) = "kept";
+    Solve(size1);
+    EXPECT_EQ(ParText(size1), "kept");
+    EXPECT_EQ(platform.Refreshes, refreshes);
+    Type(sd, "0.5");
+    EXPECT_EQ(Calculated, False);
+    Solve(size1);
+    EXPECT_NE(ParText(size1), "kept");
+}
+
+TEST_F(Driver, TheAxesTakeTheTwoLowestOtherParameters) {
+    OpenTTest();
+    SolveFor(0);
+    EXPECT_EQ(ZParNo, 1);
+    EXPECT_EQ(XParNo, 2);
+    SolveFor(1);
+    EXPECT_EQ(ZParNo, 0);
+    EXPECT_EQ(XParNo, 2);
+    SolveFor(4);
+    EXPECT_EQ(ZParNo, 0);
+    EXPECT_EQ(XParNo, 1);
+}
+
+TEST_F(Driver, ABadValueIsToldOnceAndLeavesNoResult) {
+    OpenTTest();
+    Type(sd, "0");
+    EXPECT_EQ(Solve(size1), "-");
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{"Standard Deviation Has To Be Greater Than or Equal to "
+                                       "0.00001."});
+    EXPECT_EQ(Calculated, True);
+    EXPECT_FALSE(GetInfoEnabled(3)) << "there is no result to make a statement of";
+    Solve(size1);
+    EXPECT_EQ(platform.Messages.size(), 1U) << "the same bad values are not checked twice";
+}
+
+TEST_F(Driver, AMissingValueIsTold) {
+    OpenTTest();
+    Type(sd, " ");
+    EXPECT_EQ(Solve(size1), "-");
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Standard Deviation Has No Value."});
+}
+
+TEST_F(Driver, NoSolutionIsToldWithAHintEveryOtherTime) {
+    OpenTTest(OneSided);
+    Type(h1Difference, "-0.5");
+    const std::string plain = "Can't Be Calculated.";
+    const std::string hint = "Can't Be Calculated. Please Check if TickBox 'Reject in Left Tail' "
+                             "Should Be Ticked.";
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(Solve(size1), "-");
+        Type(sd, "1");
+    }
+    EXPECT_EQ(platform.Texts(), (std::vector<std::string>{hint, plain, hint}));
+}
+
+TEST_F(Driver, TheHintNamesTheOtherDirection) {
+    OpenTest(unpaired);
+    Pick(groupMean2, 1);
+    ChooseTails(OneSided);
+    ChooseLeftTail(true);
+    platform.Messages.clear();
+    AcceptOptions();
+    platform.Messages.clear();
+    Type(power, "0.8");
+    Type(h1Difference, "0.5");
+    Solve(size1);
+    Type(h1Difference, "0.5");
+    Solve(size1);
+    EXPECT_EQ(platform.Texts(),
+              (std::vector<std::string>{"Can't Be Calculated. Please Check if TickBox 'Reject in "
+                                        "Left Tail' Should Be UnTicked.",
+                                        "Can't Be Calculated."}));
+}
+
+TEST_F(Driver, ATwoSidedTestGetsNoHint) {
+    OpenTTest();
+    Type(h1Difference, "0");
+    for (int i = 0; i < 2; ++i) {
+        Solve(size1);
+        Type(sd, "1");
+    }
+    EXPECT_EQ(platform.Texts(),
+              (std::vector<std::string>{"Can't Be Calculated.", "Can't Be Calculated."}));
+}
+
+TEST_F(Driver, APowerOfOneIsShownAsOne) {
+    OpenTTest();
+    Type(h1Difference, "50");
+    Type(sd, "1");
+    EXPECT_EQ(Solve(power), "1");
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
+// More than 99999 subjects would be needed: the search ends at its limit.
+TEST_F(Driver, ARootAtTheUpperLimitIsAFailure) {
+    OpenTTest();
+    Type(h1Difference, "0.0001");
+    Type(sd, "1");
+    EXPECT_EQ(Solve(size1), "-");
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Can't Be Calculated."});
+}
+
+TEST_F(Driver, NoEvaluationWhenTheLimitsAreEmpty) {
+    OpenTTest();
+    const i16 position = PositionOf(sd);
+    ParMin(sd) = ParMax(sd) = 1;
+    Type(sd, "1");
+    ParValue(position) = 7;
+    EXPECT_EQ(Solve(sd), "-");
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Can't Be Calculated."});
+    EXPECT_EQ(ParValue(position), 1) << "no trial value was written";
+}
+
+TEST_F(Driver, EveryParameterCanBeTheUnknown) {
+    OpenTTest();
+    Type(power, "0.8");
+    Type(h1Difference, "0.5");
+    Type(sd, "1");
+    Solve(size1);
+    for (const i16 kind : {alpha, sd, h1Difference, h0Difference, sizeRatio, power, size1}) {
+        const std::string before = ParText(kind);
+        EXPECT_NEAR(ReadNumber(Solve(kind)), ReadNumber(before),
+                    kind == size1 ? 1 : 0.02 * std::fabs(ReadNumber(before)) + 0.003)
+            << StripAmpersand(ParLabel(kind));
+    }
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
+// Faults of an evaluation are run-time errors, and no result is left behind.
+TEST_F(Driver, AnOverflowInTheLimitsIsARunTimeError) {
+    OpenTTest();
+    Type(h1Difference, std::string(60, '9'));
+    EXPECT_THROW(Solve(size1), RunTimeError);
+    EXPECT_EQ(ParText(size1), "-");
+    EXPECT_EQ(Calculated, False);
+    EXPECT_EQ(ParText(h1Difference), std::string(60, '9')) << "what was typed stays";
+    Type(h1Difference, "0.5");
+    EXPECT_NE(Solve(size1), "-") << "the next calculation is not disturbed";
+}
+
+// --- Typed texts ------------------------------------------------------------------------------
+
+TEST_F(Driver, AForbiddenCharacterIsToldAndTakenOut) {
+    OpenTTest();
+    EXPECT_EQ(TypedParText(PositionOf(sd), "1e5"), "15");
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"e   Is Not Allowed. Must Be a Digit."});
+    EXPECT_EQ(platform.Beeps, 1);
+    EXPECT_EQ(ParText(sd), "15");
+}
+
+TEST_F(Driver, EachForbiddenCharacterIsToldInTurn) {
+    OpenTTest();
+    EXPECT_EQ(TypedParText(PositionOf(sd), "a1\xC3\xA4z2a"), "12");
+    EXPECT_EQ(platform.Texts(),
+              (std::vector<std::string>{"a   Is Not Allowed. Must Be a Digit.",
+                                        "\xC3\xA4   Is Not Allowed. Must Be a Digit.",
+                                        "z   Is Not Allowed. Must Be a Digit."}));
+}
+
+TEST_F(Driver, BlankCommaAndMinusAreLegalAnywhere) {
+    OpenTTest();
+    EXPECT_EQ(TypedParText(PositionOf(sd), "1 ,-2"), "1 ,-2");
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
+TEST_F(Driver, AChangeTakesTheResultAway) {
+    OpenTTest();
+    EXPECT_TRUE(GetInfoEnabled(3));
+    Type(sd, "2");
+    EXPECT_EQ(Calculated, False);
+    EXPECT_FALSE(GetInfoEnabled(3));
+    EXPECT_FALSE(GetInfoEnabled(4));
+    EXPECT_EQ(AnalysisState(AnalysisNo).Changed, True);
+}
+
+TEST_F(Driver, AHandChangeOfAGridValueDiscardsTheGrid) {
+    OpenTTest();
+    ParKind(3) = 34;
+    HasGridData = True;
+    HasDistrGraph = True;
+    EXPECT_TRUE(IsBluePar(3));
+    TypedParText(3, "0.2");
+    EXPECT_EQ(HasGridData, False);
+    EXPECT_EQ(HasDistrGraph, False);
+    EXPECT_FALSE(IsBluePar(3));
+}
+
+// --- Tables and graphs ------------------------------------------------------------------------
+
+class Run : public Driver {
+  protected:
+    // The power against the H1 difference for one significance level.
+    void Prepare(const std::string& min, const std::string& max, const std::string& step,
+                 const std::string& z = "0.05") {
+        OpenTTest();
+        Analysis(AnalysisNo).WindowKind = TableWindow;
+        XParNo = PositionOf(h1Difference);
+        ZParNo = PositionOf(alpha);
+        ParXminText(h1Difference) = min;
+        ParXmaxText(h1Difference) = max;
+        ParXstepText(h1Difference) = step;
+        ParZValuesText(alpha) = z;
+        Calculated = False;
+    }
+};
+
+TEST_F(Run, FiveStepsFromOneTenthToOneHalf) {
+    Prepare("0.1", "0.5", "0.1");
+    CalcRun();
+    EXPECT_EQ(Calculated, True);
+    EXPECT_EQ(TableX.HighBound(), 5);
+    EXPECT_NEAR(static_cast<f64>(TableX(5)), 0.5, 1e-6);
+}
+
+TEST_F(Run, EachCellIsTheSolutionOfItsPoint) {
+    Prepare("0.2", "0.6", "0.2", "0.01 0,05");
+    Type(sd, "0.5");
+    CalcRun();
+    ASSERT_EQ(TableY.HighBound2(), 2);
+    EXPECT_EQ(ZValues(2), 0.05F);
+    f32 low = TableYMin;
+    f32 high = TableYMax;
+    EXPECT_EQ(low, TableY(1, 1));
+    EXPECT_EQ(high, TableY(3, 2));
+    const f64 cell = static_cast<f64>(TableY(2, 2));
+    Analysis(AnalysisNo).WindowKind = CalculationWindow;
+    Type(h1Difference, "0.4");
+    Type(alpha, "0.05");
+    Solve(power);
+    EXPECT_NEAR(ParValue(1), cell, 1e-6);
+}
+
+TEST_F(Run, AHundredStepsAreTheMost) {
+    Prepare("0.01", "1.00", "0.01");
+    CalcRun();
+    EXPECT_EQ(TableX.HighBound(), 100);
+    EXPECT_TRUE(platform.Messages.empty());
+    Prepare("0.01", "1.01", "0.01");
+    CalcRun();
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Maximum Number of Steps Is 100."});
+    EXPECT_EQ(Cancelled, True);
+    EXPECT_EQ(Calculated, False);
+}
+
+TEST_F(Run, AnAbsurdNumberOfStepsIsRefused) {
+    Prepare("0", "99999999999999999999999999999999999999999999999999", "0.00000000000000000001");
+    CalcRun();
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Maximum Number of Steps Is 100."});
+}
+
+TEST_F(Run, TheAxisMustLeadFromMinimumToMaximum) {
+    Prepare("0.5", "0.1", "0.1");
+    CalcRun();
+    Prepare("0.5", "0.5", "0.1");
+    CalcRun();
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Xmin Must Be < Xmax If Xstep > 0."});
+    Prepare("0.1", "0.5", "-0.1");
+    CalcRun();
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Xmin Must Be > Xmax If Xstep < 0."});
+    Prepare("0.1", "0.5", "0");
+    CalcRun();
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Xstep Must Be # 0."});
+    EXPECT_EQ(Cancelled, True);
+}
+
+TEST_F(Run, AFallingAxis) {
+    Prepare("0.5", "0.1", "-0.1");
+    CalcRun();
+    EXPECT_EQ(TableX.HighBound(), 5);
+    EXPECT_NEAR(static_cast<f64>(TableX(5)), 0.1, 1e-6);
+}
+
+TEST_F(Run, ABadCornerStopsTheRunBeforeItBegins) {
+    Prepare("0.1", "0.5", "0.1", "0.05 1.5");
+    TableX.ReDim(1, 1);
+    CalcRun();
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{"Significance Level Has To Be Less Than or Equal to "
+                                       "0.99999."});
+    EXPECT_EQ(Cancelled, True);
+    EXPECT_EQ(TableX.HighBound(), 1) << "the former result stays";
+}
+
+TEST_F(Run, WithoutZValuesThereIsNoRun) {
+    Prepare("0.1", "0.5", "0.1", "  ");
+    CalcRun();
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Significance Level Has No Value."});
+    EXPECT_EQ(Cancelled, True);
+}
+
+TEST_F(Run, ACellWithoutSolutionHoldsNoValue) {
+    OpenTTest();
+    Analysis(AnalysisNo).WindowKind = TableWindow;
+    UnknownParNo = PositionOf(size1);
+    XParNo = PositionOf(h1Difference);
+    ZParNo = PositionOf(alpha);
+    ParXminText(h1Difference) = "0";
+    ParXmaxText(h1Difference) = "0.5";
+    ParXstepText(h1Difference) = "0.25";
+    ParZValuesText(alpha) = "0.05";
+    Calculated = False;
+    CalcRun();
+    EXPECT_EQ(Calculated, True);
+    EXPECT_EQ(TableY(1, 1), 99999.0F);
+    EXPECT_LT(TableYMax, 99999.0F);
+    EXPECT_EQ(TableYMin, TableY(3, 1));
+}
+
+TEST_F(Run, ATableOfOneValueIsATable) {
+    Prepare("0.5", "0.6", "0.5");
+    CalcRun();
+    EXPECT_EQ(TableX.HighBound(), 1);
+    EXPECT_EQ(Calculated, True);
+}
+
+TEST_F(Run, NoSolutionAnywhereIsTold) {
+    Prepare("0.1", "0.5", "0.1", "0");
+    UnknownParNo = PositionOf(size1);
+    XParNo = PositionOf(alpha);
+    ZParNo = PositionOf(h1Difference);
+    ParXminText(alpha) = "0.01";
+    ParXmaxText(alpha) = "0.05";
+    ParXstepText(alpha) = "0.01";
+    ParZValuesText(h1Difference) = "0";
+    CalcRun();
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Can't Be Calculated For Any x-value."});
+    EXPECT_EQ(Cancelled, True);
+    EXPECT_EQ(Calculated, False);
+}
+
+TEST_F(Run, AShortRunShowsNoProgress) {
+    Prepare("0.1", "0.5", "0.1");
+    CalcRun();
+    EXPECT_EQ(platform.ProgressTotal, 0);
+    EXPECT_EQ(platform.Yields, 0);
+}
+
+TEST_F(Run, ALongRunShowsProgressFromTheFirstPointOn) {
+    Prepare("0.1", "0.5", "0.1");
+    platform.ClockStep = 1.5;
+    CalcRun();
+    EXPECT_EQ(platform.ProgressTotal, 5);
+    EXPECT_EQ(platform.ProgressSteps, 5);
+    EXPECT_FALSE(platform.ProgressShown);
+    EXPECT_EQ(Calculating, False);
+    EXPECT_EQ(Calculated, True);
+}
+
+TEST_F(Run, ARunThatBecomesLongShowsThePointsStillOpen) {
+    Prepare("0.1", "0.5", "0.1");
+    platform.ClockStep = 0.4; // 0.4 s after the first point foretells 2 s; past 1 s after the third
+    CalcRun();
+    EXPECT_EQ(platform.ProgressTotal, 2);
+}
+
+TEST_F(Run, ACancelEndsTheRunWithoutAResult) {
+    Prepare("0.1", "0.5", "0.1");
+    platform.ClockStep = 2;
+    platform.OnDoEvents = [this] {
+        EXPECT_EQ(Calculating, True);
+        if (platform.ProgressSteps == 2)
+            Cancelled = True;
+    };
+    CalcRun();
+    EXPECT_EQ(platform.ProgressSteps, 2);
+    EXPECT_FALSE(platform.ProgressShown);
+    EXPECT_EQ(Calculating, False);
+    EXPECT_EQ(Calculated, False);
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
+TEST_F(Run, AFaultTakesTheProgressAway) {
+    Prepare("0.1", "0.5", "0.1");
+    Type(h0Difference, std::string(60, '9'));
+    platform.ClockStep = 10;
+    EXPECT_THROW(CalcRun(), RunTimeError);
+    EXPECT_FALSE(platform.ProgressShown);
+    EXPECT_EQ(Calculating, False);
+}
+
+TEST_F(Run, ARunThatIsCalculatedIsNotRepeated) {
+    Prepare("0.1", "0.5", "0.1");
+    CalcRun();
+    TableY(1, 1) = 7;
+    CalcRun();
+    EXPECT_EQ(TableY(1, 1), 7.0F);
+}
+
+// The x parameter takes its values from the axis: an old "-" in its box is no obstacle.
+TEST_F(Run, TheTextOfTheXParameterIsNotAsked) {
+    Prepare("0.1", "0.5", "0.1");
+    ParText(h1Difference) = "-";
+    CalcRun();
+    EXPECT_EQ(Calculated, True);
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
+} // namespace
+} // namespace quorvanta::checks

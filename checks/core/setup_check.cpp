@@ -1,0 +1,314 @@
+#include "core/options.h"
+#include "core/setup.h"
+#include "support/analysis_fixture.h"
+
+namespace quorvanta::checks {
+namespace {
+
+constexpr i16 unpaired = 0;
+constexpr i16 paired = 1;
+constexpr i16 oneWayAnova = 10;
+constexpr i16 equivalence = 800;
+constexpr i16 nonInferiority = 830;
+constexpr i16 bioequivalence = 810;
+
+class SetUp : public AnalysisFixture {};
+
+TEST_F(SetUp, ATestOpensAWindowWhenNoneIsOpen) {
+    platform.WindowKinds.push_back(CalculationWindow);
+    NewTest(unpaired);
+    EXPECT_EQ(AnalysisNo, 1);
+    EXPECT_EQ(TestNo, 0);
+    EXPECT_EQ(TestName, "Student's t-test, Unpaired");
+    EXPECT_TRUE(platform.Shown.count(FloatingWindow::Options));
+    EXPECT_EQ(HelpContext, 301.0F);
+}
+
+TEST_F(SetUp, ACancelInTheChoiceOfAWindowChangesNothing) {
+    platform.WindowKinds.push_back(std::nullopt);
+    NewTest(paired);
+    EXPECT_EQ(AnalysisNo, 0);
+    EXPECT_EQ(TestNo, 0);
+    EXPECT_TRUE(TestName.empty());
+    EXPECT_EQ(Cancelled, False);
+    EXPECT_TRUE(platform.Shown.empty());
+}
+
+TEST_F(SetUp, AnOpenWindowTakesTheNextTest) {
+    OpenTest(unpaired);
+    AcceptOptions();
+    NewTest(paired);
+    EXPECT_EQ(AnalysisNo, 1);
+    EXPECT_EQ(TestNo, 1);
+    EXPECT_EQ(NoOfPar, 0);
+}
+
+TEST_F(SetUp, ATestThatIsNotThereIsToldAndChangesNothing) {
+    OpenTest(unpaired);
+    AcceptOptions();
+    StoreAnalysis();
+    const AnalysisRecord before = Analysis(1);
+    platform.Messages.clear();
+    NewTest(oneWayAnova);
+    NewTest(600);
+    EXPECT_EQ(platform.Texts(),
+              (std::vector<std::string>{
+                  "ANOVA, One-way, fixed effects Is Not Available in This Version.",
+                  "Normal Distribution Means, Design Is Not Available in This Version."}));
+    StoreAnalysis();
+    EXPECT_EQ(Analysis(1), before);
+    EXPECT_EQ(IsGroupSeq, False);
+    EXPECT_FALSE(platform.Shown.count(FloatingWindow::Options));
+}
+
+TEST_F(SetUp, AWindowKindThatIsNotThereIsToldAndChangesNothing) {
+    FileCommand(SimulationWindow);
+    EXPECT_EQ(AnalysisNo, 0);
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{
+                  "The Window Kind Monte Carlo Simulation Is Not Available in This Version."});
+}
+
+TEST_F(SetUp, GivingUpTheOptionsBringsTheFormerAnalysisBack) {
+    OpenTest(unpaired);
+    AcceptOptions();
+    Type(2, "0.75");
+    StoreAnalysis();
+    const AnalysisRecord before = Analysis(1);
+    NewTest(paired);
+    ChooseTails(OneSided);
+    CancelOptions();
+    EXPECT_EQ(TestNo, 0);
+    EXPECT_EQ(ParText(2), "0.75");
+    EXPECT_EQ(NoOfTails, TwoSided);
+    EXPECT_FALSE(platform.Shown.count(FloatingWindow::Options));
+    StoreAnalysis();
+    EXPECT_EQ(Analysis(1), before);
+}
+
+TEST_F(SetUp, GivingUpTheFirstOptionsLeavesAnEmptyWindow) {
+    OpenTest(unpaired);
+    CancelOptions();
+    EXPECT_EQ(AnalysisNo, 1);
+    EXPECT_EQ(NoOfPar, 0);
+    EXPECT_TRUE(TestName.empty());
+}
+
+TEST_F(SetUp, AnotherWindowInTheMiddleOfTheOptionsLeavesNoHalfAnalysis) {
+    OpenTest(unpaired);
+    AcceptOptions();
+    const std::string name = TestName;
+    NewTest(paired);
+    FileCommand(CalculationWindow);
+    EXPECT_FALSE(platform.Shown.count(FloatingWindow::Options));
+    ChildActivated(1);
+    EXPECT_EQ(TestName, name);
+    EXPECT_EQ(NoOfPar, 7);
+}
+
+TEST_F(SetUp, TheUnpairedTestOffersItsOptions) {
+    OpenTest(unpaired);
+    EXPECT_TRUE(SamplesOffered(TwoSamples));
+    EXPECT_FALSE(SamplesOffered(OneSample));
+    ASSERT_EQ(NoOfCheck, 3);
+    EXPECT_EQ(CheckList(0), 0);
+    EXPECT_EQ(CheckList(1), 5);
+    EXPECT_EQ(CheckList(2), 16);
+    ASSERT_EQ(NoOfIntPar, 2);
+    EXPECT_EQ(IntParList(0), 1);
+    EXPECT_EQ(IntParList(1), 2);
+    Tick(16);
+    ASSERT_EQ(NoOfIntPar, 3);
+    EXPECT_EQ(IntParList(1), 29);
+    EXPECT_FALSE(CheckEnabled(0));
+    EXPECT_FALSE(CheckEnabled(1));
+}
+
+TEST_F(SetUp, DegreesOfFreedomAndGroupsExcludeEachOther) {
+    OpenTest(unpaired);
+    Tick(0);
+    Tick(5);
+    EXPECT_FALSE(Ticked(0));
+    EXPECT_TRUE(Ticked(5));
+    Tick(0);
+    EXPECT_FALSE(Ticked(5));
+    Tick(16);
+    EXPECT_FALSE(Ticked(0)) << "neither applies to unequal standard deviations";
+}
+
+TEST_F(SetUp, InASimulationWindowTheDegreesOfFreedomAreOutOfReach) {
+    FileCommand(CalculationWindow);
+    Analysis(1).WindowKind = SimulationWindow;
+    CheckValue(0) = 1;
+    NewTest(unpaired);
+    EXPECT_FALSE(CheckEnabled(0));
+    EXPECT_FALSE(CheckEnabled(1));
+    EXPECT_TRUE(CheckEnabled(2));
+    EXPECT_EQ(CheckValue(0), 0);
+    NewTest(paired);
+    EXPECT_EQ(NoOfCheck, 0);
+}
+
+TEST_F(SetUp, ThePairedTestOffersItsOptions) {
+    OpenTest(paired);
+    EXPECT_EQ(NoOfSamples, OneSample);
+    EXPECT_FALSE(SamplesOffered(TwoSamples));
+    ASSERT_EQ(NoOfCheck, 1);
+    EXPECT_EQ(CheckList(0), 0);
+    ASSERT_EQ(NoOfIntPar, 1);
+    EXPECT_EQ(IntParList(0), 21);
+    ChooseTails(TwoOneSided);
+    EXPECT_EQ(NoOfIntPar, 0) << "between two limits there is no single H0 value";
+}
+
+TEST_F(SetUp, EquivalenceIsTwoOneSidedAndNonInferiorityOneSided) {
+    OpenTest(equivalence);
+    EXPECT_EQ(NoOfTails, TwoOneSided);
+    EXPECT_FALSE(TailsOffered(OneSided));
+    NewTest(nonInferiority);
+    EXPECT_EQ(NoOfTails, OneSided);
+    EXPECT_FALSE(TailsOffered(TwoOneSided));
+    EXPECT_EQ(CheckList(0), 36);
+    NewTest(bioequivalence);
+    EXPECT_EQ(NoOfTails, TwoOneSided);
+    EXPECT_EQ(IntParList(0), 10);
+    EXPECT_EQ(IntParList(1), 19);
+    EXPECT_EQ(IntParList(2), 53);
+}
+
+TEST_F(SetUp, ATwoSidedTestHasNoLeftTail) {
+    OpenTest(unpaired);
+    ChooseTails(TwoSided);
+    EXPECT_FALSE(LeftTailOffered);
+    ChooseTails(OneSided);
+    EXPECT_TRUE(LeftTailOffered);
+}
+
+std::vector<i16> KindsInList() {
+    std::vector<i16> kinds;
+    for (i16 i = 0; i <= NoOfPar; ++i)
+        kinds.push_back(ParKind(i));
+    return kinds;
+}
+
+using Kinds = std::vector<i16>;
+
+TEST_F(SetUp, TheListsOfTheUnpairedTest) {
+    OpenTest(unpaired);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{0, 1, 61, 86, 87, 2, 4, 37}));
+    NewTest(unpaired);
+    Pick(1, 1);
+    Pick(2, 1);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{0, 1, 61, 62, 2, 4, 38}));
+    NewTest(unpaired);
+    Pick(1, 2);
+    Pick(2, 2);
+    Tick(5);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{0, 1, 61, 86, 88, 2, 4, 5, 17}));
+    NewTest(unpaired);
+    Tick(16);
+    Pick(29, 1);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{0, 1, 61, 86, 88, 216, 218, 4, 5}));
+    NewTest(unpaired);
+    Tick(16, false);
+    Tick(0);
+    Pick(1, 1);
+    ChooseTails(TwoOneSided);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{0, 1, 6, 7, 62, 2, 4, 5, 36}));
+}
+
+TEST_F(SetUp, TheListsOfThePairedTest) {
+    OpenTest(paired);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{0, 1, 157, 158, 3, 85}));
+    NewTest(paired);
+    Pick(21, 2);
+    Tick(0);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{0, 1, 157, 160, 3, 85, 36}));
+    NewTest(paired);
+    ChooseTails(TwoOneSided);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{0, 1, 6, 7, 158, 3, 85, 36}));
+}
+
+TEST_F(SetUp, TheListsOfEquivalenceAndNonInferiority) {
+    OpenTest(equivalence);
+    Pick(1, 1);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{321, 318, 6, 7, 62, 2, 4, 37}));
+    NewTest(801);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{321, 318, 97, 98, 94, 95, 27, 4, 37}));
+    NewTest(nonInferiority);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{321, 318, 330, 62, 2, 4, 37}));
+    NewTest(831);
+    Pick(10, 1);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{321, 318, 319, 96, 27, 4, 37}));
+    NewTest(bioequivalence);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{0, 1, 29, 30, 96, 155, 322, 323}));
+    NewTest(811);
+    Pick(10, 0);
+    Pick(19, 1);
+    Pick(53, 2);
+    AcceptOptions();
+    EXPECT_EQ(KindsInList(), (Kinds{321, 318, 29, 30, 94, 95, 156, 322, 325}));
+}
+
+TEST_F(SetUp, TheHeadlineSaysTestAndTails) {
+    OpenTest(unpaired);
+    AcceptOptions();
+    EXPECT_EQ(ParListName, "Student's t-test, Unpaired, two-sided.");
+    NewTest(paired);
+    ChooseTails(OneSided);
+    AcceptOptions();
+    EXPECT_EQ(ParListName, "Student's t-test, Paired, one-sided.");
+    NewTest(bioequivalence);
+    AcceptOptions();
+    EXPECT_EQ(ParListName, "Bioequivalence, Two-way Crossover Design, Test approach, two "
+                           "one-sided (equivalence).");
+}
+
+TEST_F(SetUp, TheHeadlineOfAParameterAnalysis) {
+    IsTest = False;
+    DistrNo = DistrNormal;
+    DistrName = DistrMenuName(DistrNormal);
+    ParListNo = 0;
+    NoOfTails = TwoSided;
+    ProcedureNo = ProcedureTest;
+    EXPECT_EQ(Headline(), "Test of mean (std.dev. known) Normal Distribution, two-sided.");
+    ProcedureNo = ProcedureEstimate;
+    EXPECT_EQ(Headline(),
+              "Point Estimate of mean (std.dev. known) Normal Distribution, two-sided.");
+    ProcedureNo = ProcedureInterval;
+    EXPECT_EQ(Headline(),
+              "Conf. Interval for mean (std.dev. known) Normal Distribution, two-sided.");
+}
+
+TEST_F(SetUp, ExitClosesTheMainWindow) {
+    FileCommand(13);
+    EXPECT_TRUE(platform.MainClosed);
+}
+
+TEST_F(SetUp, TheEntriesOfCurrentAnalysisFollowTheResult) {
+    FileCommand(CalculationWindow);
+    for (int i = 0; i <= 2; ++i)
+        EXPECT_TRUE(GetInfoEnabled(i));
+    EXPECT_FALSE(GetInfoEnabled(3));
+    NewTest(unpaired);
+    EXPECT_FALSE(GetInfoEnabled(3));
+    AcceptOptions();
+    EXPECT_TRUE(GetInfoEnabled(3));
+    EXPECT_FALSE(GetInfoEnabled(4)) << "the t-test has no distribution graph";
+}
+
+} // namespace
+} // namespace quorvanta::checks

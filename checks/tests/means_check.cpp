@@ -1,0 +1,405 @@
+// The tests of means: powers, edge cases, and the p-values of their simulated statistics.
+#include "core/dispatch.h"
+#include "core/options.h"
+#include "support/analysis_fixture.h"
+#include "tests/powereq.h"
+#include "tests/testbioeq.h"
+#include "tests/testnor.h"
+#include "tests/teststud.h"
+
+#include <cmath>
+
+namespace quorvanta::checks {
+namespace {
+
+// What the approximations of the normal quantile and of the non-central t may cost a power.
+constexpr f64 powerError = 0.0005;
+
+class Means : public AnalysisFixture {
+  protected:
+    void Put(i16 kind, f64 value) {
+        ParText(kind) = std::to_string(value);
+        ParValue(PositionOf(kind)) = value;
+    }
+
+    // The power at ParValue, which a target of 0 leaves alone.
+    static f64 PowerNow() {
+        ParValue(1) = 0;
+        return SelRootFunction();
+    }
+
+    // Two samples of n each, the difference entered, standard deviation 1.
+    void OpenUnpaired(i16 tails, f64 difference, f64 n) {
+        OpenTest(0);
+        Pick(1, 1);
+        Pick(2, 2);
+        ChooseTails(tails);
+        AcceptOptions();
+        Put(0, 0.05);
+        if (tails == TwoOneSided) {
+            Put(6, -0.4);
+            Put(7, 0.4);
+        } else {
+            Put(61, 0);
+        }
+        Put(62, difference);
+        Put(2, 1);
+        Put(4, n);
+        Put(5, 1);
+    }
+};
+
+TEST_F(Means, WithATargetOfZeroTheResidualIsThePower) {
+    OpenUnpaired(TwoSided, 0.5, 64);
+    // R: power.t.test(n = 64, delta = 0.5, strict = TRUE) gives 0.8014596.
+    EXPECT_NEAR(PowerNow(), 0.8014596, powerError);
+    ParValue(1) = 0.5;
+    EXPECT_NEAR(SelRootFunction(), 0.3014596, powerError);
+}
+
+TEST_F(Means, WithoutAnEffectTheTwoSidedPowerIsTheLevel) {
+    OpenUnpaired(TwoSided, 0, 64);
+    EXPECT_NEAR(PowerNow(), 0.05, powerError);
+    NoOfTails = OneSided;
+    EXPECT_NEAR(PowerNow(), 0.05, powerError);
+}
+
+TEST_F(Means, TheTailsMirrorEachOther) {
+    OpenUnpaired(OneSided, 0.5, 40);
+    const f64 right = PowerNow();
+    LeftTail = True;
+    Put(62, -0.5);
+    EXPECT_NEAR(PowerNow(), right, 1e-6);
+}
+
+TEST_F(Means, TwoOneSidedTestsOfExchangedLimitsHaveNoPower) {
+    OpenUnpaired(TwoOneSided, 0, 50);
+    Put(6, 0.4);
+    Put(7, -0.4);
+    const f64 power = PowerNow();
+    EXPECT_LE(power, 0);
+    EXPECT_LT(power, -0.5) << "the value is not clamped";
+    Put(6, 0.1);
+    Put(7, 0.1);
+    EXPECT_LE(PowerNow(), 0);
+}
+
+TEST_F(Means, ASecondSampleOfNobodyIsRefused) {
+    OpenUnpaired(TwoSided, 0.5, 30);
+    platform.Messages.clear();
+    Type(4, "30");
+    Type(5, "0");
+    Solve(1);
+    Type(5, "0.05");
+    EXPECT_EQ(Solve(1), "-");
+    EXPECT_EQ(platform.Texts(),
+              (std::vector<std::string>{
+                  "Sample Size 2 / Sample Size 1 Has To Be Greater Than or Equal to 0.00001.",
+                  "Sample Size 2 / Sample Size 1 Has To Be Greater Than or Equal to 0.1."}));
+}
+
+TEST_F(Means, LimitsInTheWrongOrderAreRefused) {
+    OpenUnpaired(TwoOneSided, 0, 50);
+    platform.Messages.clear();
+    Type(6, "0.5");
+    Type(7, "0.4");
+    EXPECT_EQ(Solve(4), "-");
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{
+                  "H0: Left Equivalence Limit Has To Be Less Than or Equal to 0.4."});
+}
+
+TEST_F(Means, AnEquivalentDifferenceIsSoughtFromTheMiddleUpwardOrDownward) {
+    OpenTest(0);
+    Pick(1, 1);
+    Pick(2, 2);
+    ChooseTails(TwoOneSided);
+    AcceptOptions();
+    Type(1, "0.8");
+    Type(6, "-0.5");
+    Type(7, "0.4");
+    Type(2, "1");
+    Type(4, "150");
+    const f64 upper = ReadNumber(Solve(62));
+    EXPECT_GT(upper, -0.05);
+    LeftTail = True;
+    Calculated = False;
+    const f64 lower = ReadNumber(Solve(62));
+    EXPECT_NEAR(lower + upper, -0.1, 2e-4) << "symmetric about the middle of the limits";
+}
+
+TEST_F(Means, TheH1ValueIsSoughtOnTheSideOfTheTail) {
+    OpenTest(1);
+    Pick(21, 0);
+    AcceptOptions();
+    Type(1, "0.8");
+    Type(157, "2");
+    Type(3, "1");
+    Type(85, "20");
+    EXPECT_GT(ReadNumber(Solve(158)), 2);
+    ChooseTails(OneSided);
+    ChooseLeftTail(true);
+    AcceptOptions();
+    Type(1, "0.8");
+    EXPECT_LT(ReadNumber(Solve(158)), 2);
+    Type(158, "1.5");
+    EXPECT_GT(ReadNumber(Solve(157)), 1.5) << "the H0 value lies on the other side";
+}
+
+TEST_F(Means, EachFormOfTheSecondMeanSaysTheSame) {
+    const auto solve = [this](i16 form, const std::string& second) {
+        NewTest(0);
+        Pick(1, form);
+        Pick(2, 0);
+        ChooseTails(TwoSided);
+        AcceptOptions();
+        Type(1, "0.9");
+        Type(61, "0");
+        Type(2, "0.4");
+        Type(37, "40");
+        if (form == 1) {
+            Type(62, second);
+        } else {
+            Type(86, "2");
+            Type(form == 0 ? 87 : 88, second);
+        }
+        return ReadNumber(Solve(4));
+    };
+    FileCommand(CalculationWindow);
+    const f64 byDifference = solve(1, "0.3");
+    EXPECT_EQ(solve(0, "2.3"), byDifference);
+    EXPECT_EQ(solve(2, "1.15"), byDifference);
+}
+
+TEST_F(Means, SizesInAllThreeFormsSayTheSame) {
+    const auto solve = [this](i16 form, i16 kind, const std::string& second) {
+        NewTest(0);
+        Pick(1, 1);
+        Pick(2, form);
+        AcceptOptions();
+        Type(62, "0.5");
+        Type(2, "1");
+        Type(4, "40");
+        Type(kind, second);
+        return Solve(1);
+    };
+    FileCommand(CalculationWindow);
+    const std::string byValue = solve(0, 37, "60");
+    EXPECT_EQ(solve(1, 38, "20"), byValue);
+    EXPECT_EQ(solve(2, 5, "1.5"), byValue);
+}
+
+// --- t-tests ----------------------------------------------------------------------------------
+
+TEST_F(Means, OneGroupOfOneSampleHasItsOwnDegreesOfFreedom) {
+    Main();
+    IsTest = False;
+    DistrNo = DistrNormal;
+    ParListNo = 1;
+    NoOfSamples = OneSample;
+    ClearOptions();
+    TESTSTUD::SetupTest();
+    CheckValue(5) = 1;
+    TESTSTUD::SetParList();
+    ASSERT_GE(PositionOf(17), 0);
+    Put(0, 0.05);
+    Put(57, 0);
+    Put(58, 0.5);
+    Put(2, 1);
+    Put(85, 20);
+    Put(17, 1);
+    ParValue(1) = 0;
+    const f64 oneGroup = TESTSTUD::RootFunction();
+    Put(17, 3);
+    const f64 threeGroups = TESTSTUD::RootFunction();
+    CheckValue(5) = 0;
+    TESTSTUD::SetParList();
+    EXPECT_EQ(TESTSTUD::RootFunction(), oneGroup);
+    EXPECT_GT(threeGroups, oneGroup);
+}
+
+TEST_F(Means, WithUnequalDeviationsNoDegreesOfFreedomAreEntered) {
+    OpenTest(0);
+    Tick(0);
+    Tick(16);
+    AcceptOptions();
+    EXPECT_EQ(PositionOf(36), -1);
+    EXPECT_EQ(PositionOf(17), -1);
+}
+
+TEST_F(Means, EqualDeviationsAndSizesMakeSatterthwaiteTheUsualTest) {
+    EXPECT_NEAR(static_cast<f64>(SatterthwaiteDf(2, 2, 15, 15)), 28, 1e-5);
+    // The variances 4/10 and 9/20: 0.85^2 / (0.16/9 + 0.2025/19) = 25.41...
+    const f64 expected = 0.85 * 0.85 / (0.16 / 9 + 0.2025 / 19);
+    EXPECT_NEAR(static_cast<f64>(SatterthwaiteDf(2, 3, 10, 20)), expected, 1e-4);
+}
+
+// --- Bioequivalence ---------------------------------------------------------------------------
+
+class Bioequivalence : public Means {
+  protected:
+    void Open() {
+        OpenTest(810);
+        Pick(10, 1);
+        Pick(19, 1);
+        Pick(53, 2);
+        AcceptOptions();
+        platform.Messages.clear();
+    }
+};
+
+TEST_F(Bioequivalence, TheLimitsStartAtFourFifthsAndFiveFourths) {
+    Open();
+    EXPECT_EQ(ParText(29), "0.8");
+    EXPECT_EQ(ParText(30), "1.25");
+}
+
+TEST_F(Bioequivalence, ARatioAtALimitHasAtMostTheLevelAsPower) {
+    Open();
+    for (const char* ratio : {"0.8", "1.25"}) {
+        Type(96, ratio);
+        Type(156, "0.3");
+        Type(322, "60");
+        const f64 power = ReadNumber(Solve(1));
+        EXPECT_LE(power, 0.05 + powerError) << ratio;
+        EXPECT_GT(power, 0.04) << ratio;
+    }
+}
+
+TEST_F(Bioequivalence, AVariationOfNothingIsRefused) {
+    Open();
+    Type(156, "0");
+    EXPECT_EQ(Solve(322), "-");
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{
+                  "Coefficient of Variation Has To Be Greater Than or Equal to 0.00001."});
+}
+
+TEST_F(Bioequivalence, TwoMediansSayTheSameAsTheirRatio) {
+    Open();
+    Type(1, "0.8");
+    Type(96, "1.1");
+    Type(156, "0.25");
+    const std::string byRatio = Solve(322);
+    NewTest(810);
+    Pick(10, 0);
+    AcceptOptions();
+    Type(94, "20");
+    Type(95, "22");
+    Type(1, "0.8");
+    EXPECT_EQ(Solve(322), byRatio);
+}
+
+TEST_F(Bioequivalence, AWideSearchForTheRatioStaysBetweenMiddleAndLimit) {
+    Open();
+    Type(1, "0.8");
+    Type(156, "0.3");
+    Type(322, "24");
+    const f64 upper = ReadNumber(Solve(96));
+    EXPECT_GT(upper, 1);
+    EXPECT_LT(upper, 1.25);
+    LeftTail = True;
+    Calculated = False;
+    EXPECT_NEAR(ReadNumber(Solve(96)) * upper, 1, 1e-3);
+}
+
+// --- Equations and p-values -------------------------------------------------------------------
+
+TEST(PowerEquations, WithoutAStandardErrorThePowerIsOne) {
+    EXPECT_EQ(PowerZ(1, 1, 0, 1.96F), 99999);
+    EXPECT_EQ(PowerZ(1, 1, -1, 1.96F), 99999);
+    EXPECT_EQ(PowerOneTail(-5, 1, 0, 1.96F), 1);
+}
+
+TEST(PowerEquations, StandardisedDistances) {
+    EXPECT_DOUBLE_EQ(PowerZ(3, 2, 0.5F, 1), 2);
+    // P(Z <= 1) = 0.8413447
+    EXPECT_NEAR(PowerOneTail(3, 1, 1, 2), 0.8413447, 2e-7);
+    // 1 - Phi(3 + 2) + Phi(3 - 2)
+    EXPECT_NEAR(PowerTwoTails(3, 1, 1, 2), 0.8413450, 4e-7);
+    EXPECT_NEAR(PowerBetween(3, 3, 1, 1, 1, 2), 2 * 0.8413447 - 1, 4e-7);
+}
+
+TEST(PowerEquations, DependentParameters) {
+    ParValue(3) = 1.5;
+    EXPECT_EQ(ParDep(3, 2, 0), 1.5F);
+    EXPECT_EQ(ParDep(3, 2, 1), 3.5F);
+    EXPECT_EQ(ParDep(3, 2, 2), 3.0F);
+    EXPECT_EQ(ParDep(3, 2, 3), 0.0F);
+    EXPECT_EQ(ParSelect(0, 7, 8, 9), 7);
+    EXPECT_EQ(ParSelect(1, 7, 8, 9), 8);
+    EXPECT_EQ(ParSelect(2, 7, 8, 9), 9);
+}
+
+TEST(PowerEquations, TheLevelOfAnInterval) {
+    ParKind(0) = 321;
+    ParValue(0) = 0.9;
+    NoOfTails = TwoOneSided;
+    EXPECT_FLOAT_EQ(SignificanceLevel(), 0.05F);
+    NoOfTails = OneSided;
+    CheckValue(36) = 0;
+    EXPECT_FLOAT_EQ(SignificanceLevel(), 0.1F);
+    CheckValue(36) = 1;
+    EXPECT_FLOAT_EQ(SignificanceLevel(), 0.05F);
+    CheckValue(36) = 0;
+    ParKind(0) = 0;
+    EXPECT_FLOAT_EQ(SignificanceLevel(), 0.9F);
+}
+
+// The correction is subtracted at the left limit and added at the right one.
+TEST(PowerEquations, ContinuityCorrection) {
+    ParKind(0) = 0;
+    ParValue(0) = 0.05;
+    ParValue(1) = 0;
+    NoOfTails = OneSided;
+    LeftTail = False;
+    // Phi(3 - 0.5 - 1.6448536) = Phi(0.8551464)
+    EXPECT_NEAR(NorPowerEq(3, 1, 1, 0, 0, 0, 0, 0.5F), 0.8037649, powerError);
+    LeftTail = True;
+    EXPECT_NEAR(NorPowerEq(-3, 1, 1, 0, 0, 0, 0, 0.5F), 0.8037649, powerError);
+    NoOfTails = TwoSided;
+    // 1 - Phi(2.5 + 1.959964) + Phi(2.5 - 1.959964)
+    EXPECT_NEAR(NorPowerEq(-3, 1, 1, 0, 0, 0, 0, 0.5F), 0.7054180, powerError);
+    NoOfTails = TwoOneSided;
+    // Phi(3 - 0.5 - 1.6448536) + Phi(3 + 0.5 - 1.6448536) - 1
+    EXPECT_NEAR(NorPowerEq(0, 0, 1, 3, 3, 1, 1, 0.5F), 0.8037649 + 0.9682123 - 1, powerError);
+    LeftTail = False;
+}
+
+TEST(PValues, OfANormalStatistic) {
+    NoOfTails = OneSided;
+    LeftTail = False;
+    // 1 - Phi(1.5), Phi(1.5), 2 (1 - Phi(1.5))
+    EXPECT_NEAR(NorPValue(4, 1, 2, 0, 0, 0), 0.0668072, 1e-6);
+    LeftTail = True;
+    EXPECT_NEAR(NorPValue(4, 1, 2, 0, 0, 0), 0.9331928, 1e-6);
+    NoOfTails = TwoSided;
+    EXPECT_NEAR(NorPValue(-2, 1, 2, 0, 0, 0), 0.1336144, 1e-6);
+    // A correction of 1 makes the distance 1: 2 (1 - Phi(1)).
+    EXPECT_NEAR(NorPValue(4, 1, 2, 0, 0, 1), 0.3173105, 1e-6);
+    NoOfTails = TwoOneSided;
+    // max(1 - Phi((0 + 2)/1), Phi((0 - 1)/1)) = Phi(-1)
+    EXPECT_NEAR(NorPValue(0, 0, 1, -2, 1, 0), 0.1586553, 1e-6);
+    EXPECT_EQ(NorPValue(0, 0, 0, -2, 1, 0), 0.0F) << "no standard error";
+    NoOfTails = TwoSided;
+    LeftTail = False;
+}
+
+TEST(PValues, OfAStudentStatistic) {
+    // R: pt(1.5, 12) = 0.9202712, 2 * pt(-1.5, 12) = 0.1594575.
+    NoOfTails = OneSided;
+    LeftTail = False;
+    EXPECT_NEAR(TPValue(4, 1, 2, 0, 0, 12), 1 - 0.9202712, 1e-5);
+    LeftTail = True;
+    EXPECT_NEAR(TPValue(4, 1, 2, 0, 0, 12), 0.9202712, 1e-5);
+    NoOfTails = TwoSided;
+    EXPECT_NEAR(TPValue(-2, 1, 2, 0, 0, 12), 0.1594575, 2e-5);
+    NoOfTails = TwoOneSided;
+    // R: pt(-1, 12) = 0.1685245
+    EXPECT_NEAR(TPValue(0, 0, 1, -2, 1, 12), 0.1685245, 1e-5);
+    NoOfTails = TwoSided;
+    LeftTail = False;
+}
+
+} // namespace
+} // namespace quorvanta::checks

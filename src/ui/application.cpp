@@ -1,0 +1,53 @@
+#include "ui/application.h"
+
+#include "core/analysis.h"
+#include "core/analysis_state.h"
+#include "core/fault.h"
+#include "core/platform.h"
+
+#include <QIcon>
+
+#include <new>
+
+// The resources of a static library are linked only when they are asked for, and this can't be
+// done inside a namespace.
+static void InitResources() {
+    Q_INIT_RESOURCE(quorvanta);
+}
+
+namespace quorvanta {
+
+Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    InitResources();
+    setApplicationName(ProgramName);
+    setApplicationVersion(ProgramVersion);
+    setDesktopFileName(QStringLiteral("quorvanta"));
+    QIcon icon;
+    for (const int size : {16, 32, 48, 128, 256})
+        icon.addFile(QStringLiteral(":/quorvanta/quorvanta-%1.png").arg(size));
+    setWindowIcon(icon);
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const RunTimeError& error) {
+        TellRunTimeError(error.what());
+    } catch (const std::bad_alloc&) {
+        TellRunTimeError("Out of memory");
+    }
+    return true;
+}
+
+void Application::TellRunTimeError(const char* name) {
+    Platform& platform = ThePlatform();
+    platform.HideProgress();
+    Calculating = False;
+    Cancelled = False;
+    ClearFloatFaults();
+    if (AnalysisNo > 0)
+        platform.RefreshChild();
+    platform.MsgBox(std::string("Run-time error: ") + name, Buttons::Ok, Icon::Critical, "");
+}
+
+} // namespace quorvanta

@@ -1,0 +1,54 @@
+#include "ui/frmabout.h"
+
+#include "core/analysis.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QPushButton>
+
+namespace quorvanta {
+
+frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
+    setObjectName("frmAbout");
+    setWindowTitle(tr("About %1%2").arg(ProgramName, ProgramVersion));
+    const int line = fontMetrics().height();
+
+    auto* icon = new QLabel(this);
+    icon->setPixmap(QApplication::windowIcon().pixmap(QSize(4 * line, 4 * line)));
+    icon->setAlignment(Qt::AlignTop);
+
+    auto* name = new QLabel(QString("%1 %2").arg(ProgramName, ProgramVersion), this);
+    QFont large = name->font();
+    large.setPointSizeF(large.pointSizeF() * 1.5);
+    large.setBold(true);
+    name->setFont(large);
+
+    auto* text = new QLabel(
+        tr("Plans studies: hypothesis tests, parameters of distributions and group sequential "
+           "designs. Every quantity of an analysis can be the unknown.\n\n"
+           "The figures are those of the approximations that the help describes; the files of the "
+           "program tell how far these lie from exact values.\n\n"
+           "Built with Qt %1.")
+            .arg(qVersion()),
+        this);
+    text->setWordWrap(true);
+    text->setMinimumWidth(52 * fontMetrics().averageCharWidth());
+
+    auto* buttons = new QDialogButtonBox(this);
+    QPushButton* cmdOK = buttons->addButton("OK", QDialogButtonBox::AcceptRole);
+    cmdOK->setObjectName("cmdOK");
+    connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+
+    auto* grid = new QGridLayout(this);
+    grid->setSizeConstraint(QLayout::SetFixedSize);
+    grid->setHorizontalSpacing(line);
+    grid->addWidget(icon, 0, 0, 2, 1);
+    grid->addWidget(name, 0, 1);
+    grid->addWidget(text, 1, 1);
+    grid->addWidget(buttons, 2, 0, 1, 2);
+}
+
+} // namespace quorvanta

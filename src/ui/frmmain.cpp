@@ -1,0 +1,366 @@
+#include "ui/frmmain.h"
+
+#include "core/analysis.h"
+#include "core/analysis_state.h"
+#include "core/fault.h"
+#include "core/general.h"
+#include "core/setup.h"
+#include "ui/frmabout.h"
+#include "ui/frmcalc.h"
+#include "ui/frmprogress.h"
+#include "ui/frmshowsmp.h"
+#include "ui/helpviewer.h"
+#include "ui/mdiarea.h"
+#include "ui/qttext.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QScreen>
+#include <QShortcut>
+#include <QStatusBar>
+
+#include <algorithm>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr int twipsPerInch = 1440;
+
+// What the status bar says of an entry, and its key.
+struct EntryHint {
+    MenuAction Action;
+    i16 Index;
+    const char* Text;
+    QKeySequence::StandardKey Key = QKeySequence::UnknownKey;
+};
+
+constexpr EntryHint entryHints[] = {
+    {MenuAction::File, 0, "Opens a window that calculates one value at a time.",
+     QKeySequence::New},
+    {MenuAction::File, 1, "Opens a window that tabulates a parameter against two others."},
+    {MenuAction::File, 2, "Opens a window that plots a parameter against two others."},
+    {MenuAction::File, 3, "Opens a window that simulates a test."},
+    {MenuAction::File, 5, "Opens a saved analysis in a new window.", QKeySequence::Open},
+    {MenuAction::File, 7, "Saves the analysis of the window in front.", QKeySequence::Save},
+    {MenuAction::File, 9, "Prints the result of the window in front.", QKeySequence::Print},
+    {MenuAction::File, 10, "Copies the result of the window in front.", QKeySequence::Copy},
+    {MenuAction::File, 11, "Saves the result of the window in front as a report."},
+    {MenuAction::File, 13, "Closes all windows and ends the program.", QKeySequence::Quit},
+    {MenuAction::GetInfo, 0, "Help: what the analysis is for and how it is calculated."},
+    {MenuAction::GetInfo, 1, "Help: the parameters of the analysis."},
+    {MenuAction::GetInfo, 2, "Help: a worked example."},
+    {MenuAction::GetInfo, 3, "The result in plain English."},
+    {MenuAction::GetInfo, 4, "The distributions behind the result."},
+};
+
+// The entries of the File menu that work on the window in front.
+constexpr i16 entriesOfAWindow[] = {7, 9, 10, 11};
+
+QString EntryName(const MenuItem& item) {
+    const QString name = ToQt(item.Name);
+    return item.Index < 0 ? name : ControlName(name, item.Index);
+}
+
+} // namespace
+
+frmMain::frmMain()
+    : area_(new MdiArea(this)), hint_(new QLabel(this)), frmShowSmp_(new frmShowSmp(this)),
+      frmProgress_(new frmProgress(this)) {
+    setObjectName("frmMain");
+    setWindowTitle(QString(ProgramName) + ProgramVersion);
+    area_->setObjectName("mdiArea");
+    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(area_);
+    connect(area_, &QMdiArea::subWindowActivated, this, &frmMain::ChildToFront);
+
+    hint_->setObjectName("lblStatus");
+    hint_->setContentsMargins(fontMetrics().averageCharWidth(), 0, 0, 0);
+    statusBar()->addWidget(hint_, 1);
+    MakeMenus();
+    auto* helpKey = new QShortcut(QKeySequence::HelpContents, this);
+    helpKey->setContext(Qt::ApplicationShortcut);
+    connect(helpKey, &QShortcut::activated, this, &frmMain::HelpKey);
+
+    const QSize comfortable(96 * fontMetrics().averageCharWidth() * 2,
+                            48 * fontMetrics().height());
+    resize(comfortable.boundedTo(screen()->availableSize() * 9 / 10));
+    ShowHint();
+}
+
+void frmMain::MakeMenus() {
+    for (const MenuItem& item : MainMenu()) {
+        if (item.Name == "mnuHelpHead")
+            MakeWindowMenu();
+        QMenu* menu = menuBar()->addMenu(ToQt(item.Caption));
+        menu->setObjectName(EntryName(item));
+        menu->menuAction()->setObjectName(EntryName(item));
+        FillMenu(*menu, item.Children);
+    }
+    mnuOutput_ = new QMenu(this);
+    mnuOutput_->setObjectName(EntryName(OutputMenu()));
+    FillMenu(*mnuOutput_, OutputMenu().Children);
+}
+
+void frmMain::FillMenu(QMenu& menu, std::span<const MenuItem> items) {
+    for (const MenuItem& item : items) {
+        if (item.Action == MenuAction::Separator) {
+            menu.addSeparator();
+        } else if (item.Action == MenuAction::Submenu) {
+            QMenu* submenu = menu.addMenu(ToQt(item.Caption));
+            submenu->setObjectName(EntryName(item));
+            submenu->menuAction()->setObjectName(EntryName(item));
+            FillMenu(*submenu, item.Children);
+        } else {
+            menu.addAction(MakeAction(item));
+        }
+    }
+}
+
+QAction* frmMain::MakeAction(const MenuItem& item) {
+    auto* action = new QAction(ToQt(item.Caption), this);
+    action->setObjectName(EntryName(item));
+    for (const EntryHint& hint : entryHints) {
+        if (hint.Action != item.Action || hint.Index != item.Index)
+            continue;
+        action->setStatusTip(tr(hint.Text));
+        if (hint.Key != QKeySequence::UnknownKey)
+            action->setShortcut(hint.Key);
+    }
+    if (item.Action == MenuAction::Test)
+        action->setStatusTip(ToQt(TestMenuName(item.MenuNo)));
+    if (item.Action == MenuAction::File)
+        mnuFile_[item.Index] = action;
+    if (item.Action == MenuAction::GetInfo)
+        mnuGetInfo_[item.Index] = action;
+    connect(action, &QAction::triggered, this, [this, &item] { Choose(item); });
+    return action;
+}
+
+void frmMain::Choose(const MenuItem& item) {
+    switch (item.Action) {
+    case MenuAction::Test:
+        return NewTest(item.MenuNo);
+    case MenuAction::Distribution:
+        return NewDistribution(item.MenuNo);
+    case MenuAction::File:
+        return mnuFile_Click(item.Index);
+    case MenuAction::GetInfo:
+        return mnuGetInfo_Click(item.Index);
+    case MenuAction::Help:
+        return mnuHelp_Click(item.Index);
+    case MenuAction::Output:
+        return mnuOutputOption_Click(item.Index);
+    case MenuAction::Submenu:
+    case MenuAction::Separator:
+        return;
+    }
+}
+
+void frmMain::MakeWindowMenu() {
+    mnuWindow_ = menuBar()->addMenu(tr("&Window"));
+    mnuWindow_->setObjectName("mnuWindowHead");
+    connect(mnuWindow_, &QMenu::aboutToShow, this, &frmMain::FillWindowMenu);
+}
+
+void frmMain::FillWindowMenu() {
+    mnuWindow_->clear();
+    const bool any = !area_->subWindowList().isEmpty();
+    const auto add = [this, any](const QString& text, auto&& slot) {
+        mnuWindow_->addAction(text, area_, slot)->setEnabled(any);
+    };
+    add(tr("&Cascade"), &QMdiArea::cascadeSubWindows);
+    add(tr("&Tile"), &QMdiArea::tileSubWindows);
+    add(tr("Ne&xt"), &QMdiArea::activateNextSubWindow);
+    add(tr("C&lose"), &QMdiArea::closeActiveSubWindow);
+    mnuWindow_->addSeparator();
+    for (QMdiSubWindow* frame : area_->subWindowList()) {
+        QAction* action = mnuWindow_->addAction(frame->windowTitle());
+        action->setCheckable(true);
+        action->setChecked(frame == area_->activeSubWindow());
+        connect(action, &QAction::triggered, frame,
+                [this, frame] { area_->setActiveSubWindow(frame); });
+    }
+}
+
+void frmMain::mnuFile_Click(i16 index) {
+    FileCommand(index);
+}
+
+void frmMain::mnuGetInfo_Click(i16 index) {
+    switch (index) {
+    case 0:
+        return OpenHelp(HelpDescription());
+    case 1:
+        return OpenHelp(HelpParameters());
+    case 2:
+        return OpenHelp(HelpExample());
+    default:
+        return ShowNotAvailable(StripAmpersand(FromQt(mnuGetInfo_.at(index)->text())));
+    }
+}
+
+void frmMain::mnuHelp_Click(i16 index) {
+    switch (index) {
+    case 0:
+        return OpenHelp(HelpContents);
+    case 1:
+        return OpenHelpSearch();
+    default:
+        frmAbout(this).exec();
+    }
+}
+
+void frmMain::mnuOutputOption_Click(i16 index) {
+    switch (index) {
+    case 1:
+        return FileCommand(7);
+    case 3:
+        return FileCommand(9);
+    case 4:
+        return FileCommand(10);
+    default:
+        return FileCommand(11);
+    }
+}
+
+void frmMain::HelpKey() {
+    OpenHelp(GetInfoEnabled(0) ? HelpDescription() : HelpContents);
+}
+
+void frmMain::PopUpOutputMenu(const QPoint& at) {
+    mnuOutput_->popup(at);
+}
+
+void frmMain::RefreshMenus() {
+    for (const auto& [index, action] : mnuGetInfo_)
+        action->setEnabled(GetInfoEnabled(index));
+    for (const i16 index : entriesOfAWindow)
+        mnuFile_.at(index)->setEnabled(AnalysisNo > 0);
+    ShowHint();
+}
+
+void frmMain::ShowHint() {
+    if (AnalysisNo == 0)
+        hint_->setText(tr("Choose a test or a distribution from the menus to begin."));
+    else if (NoOfPar == 0)
+        hint_->setText(tr("Choose a test or a distribution from the menus for this window."));
+    else
+        hint_->setText(tr("Type the values, then press the label of the parameter to calculate. "
+                          "F1 explains the analysis."));
+}
+
+std::vector<ChildWindow*> frmMain::Children() const {
+    std::vector<ChildWindow*> children;
+    for (const QMdiSubWindow* frame : area_->subWindowList()) {
+        if (auto* child = qobject_cast<ChildWindow*>(frame->widget()))
+            children.push_back(child);
+    }
+    return children;
+}
+
+ChildWindow* frmMain::Child(i16 windowKind, i16 windowNo) const {
+    for (ChildWindow* child : Children()) {
+        if (child->WindowKind() == windowKind && child->WindowNo() == windowNo)
+            return child;
+    }
+    return nullptr;
+}
+
+ChildWindow* frmMain::CurrentChild() const {
+    for (ChildWindow* child : Children()) {
+        if (child->AnalysisTag() == AnalysisNo)
+            return child;
+    }
+    return nullptr;
+}
+
+void frmMain::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo, const QString& caption) {
+    if (windowKind != CalculationWindow)
+        throw RunTimeError(Fault::InvalidArgument);
+    auto* child = new frmCalc(windowNo, analysisNo);
+    connect(child, &frmCalc::OutputMenuRequested, this, &frmMain::PopUpOutputMenu);
+    child->setWindowTitle(caption);
+    QMdiSubWindow* frame = area_->addSubWindow(child);
+    frame->setAttribute(Qt::WA_DeleteOnClose);
+    child->FitToContent();
+    frame->move(CascadePlace(frame->size()));
+    frame->show();
+}
+
+// Where the next child window opens: at the place told, wrapped round so that all of it is seen.
+QPoint frmMain::CascadePlace(const QSize& size) const {
+    const auto wrap = [](int place, int room) { return room > 0 ? place % (room + 1) : 0; };
+    const QSize room = area_->viewport()->size() - size;
+    return {wrap(std::max<int>(CascadeLeft, 0) * logicalDpiX() / twipsPerInch, room.width()),
+            wrap(std::max<int>(CascadeTop, 0) * logicalDpiY() / twipsPerInch, room.height())};
+}
+
+void frmMain::RaiseChild(i16 windowKind, i16 windowNo) {
+    if (const ChildWindow* child = Child(windowKind, windowNo))
+        area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(child->parentWidget()));
+}
+
+void frmMain::RefreshChild() {
+    if (ChildWindow* child = CurrentChild())
+        child->Refresh();
+    ShowHint();
+}
+
+void frmMain::ChildToFront(QMdiSubWindow* frame) {
+    if (frame == nullptr)
+        return;
+    if (auto* child = qobject_cast<ChildWindow*>(frame->widget()))
+        child->Form_Activate();
+}
+
+QWidget* frmMain::Floating(FloatingWindow window) const {
+    return window == FloatingWindow::Options ? frmShowSmp_ : nullptr;
+}
+
+void frmMain::RefreshOptions() {
+    frmShowSmp_->Refresh();
+}
+
+void frmMain::ShowFloating(FloatingWindow window) {
+    QWidget* floating = Floating(window);
+    if (floating == nullptr)
+        return;
+    floating->adjustSize();
+    // Beside the current window, so that both are seen.
+    QPoint place = area_->mapToGlobal(QPoint(0, 0));
+    if (const ChildWindow* child = CurrentChild())
+        place = child->parentWidget()->mapToGlobal(
+            QPoint(child->parentWidget()->width() + fontMetrics().height(), 0));
+    const QRect screenArea = screen()->availableGeometry();
+    const QSize room = screenArea.size() - floating->frameSize();
+    place.setX(std::clamp(place.x(), screenArea.left(), screenArea.left() + std::max(0, room.width())));
+    place.setY(std::clamp(place.y(), screenArea.top(), screenArea.top() + std::max(0, room.height())));
+    floating->move(place);
+    floating->show();
+    floating->raise();
+    floating->activateWindow();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    // All are asked before the first is closed: a Cancel leaves every window as it was.
+    for (ChildWindow* child : Children()) {
+        if (!child->Form_QueryUnload(CloseWithMain)) {
+            event->ignore();
+            return;
+        }
+    }
+    for (ChildWindow* child : Children())
+        child->Unload();
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window != this)
+            window->hide();
+    }
+    event->accept();
+}
+
+} // namespace quorvanta

@@ -1,0 +1,82 @@
+// frmMain: the main window, with the menus, the child windows and the free-standing windows.
+#pragma once
+
+#include "core/catalogue.h"
+#include "core/platform.h"
+#include "core/types.h"
+
+#include <QMainWindow>
+#include <QPointer>
+
+#include <map>
+#include <span>
+#include <vector>
+
+class QLabel;
+class QMdiArea;
+class QMdiSubWindow;
+class QMenu;
+
+namespace quorvanta {
+
+class ChildWindow;
+class frmProgress;
+class frmShowSmp;
+
+class frmMain : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    frmMain();
+
+    // Child windows. A kind whose window does not exist is a run-time error.
+    void OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo, const QString& caption);
+    ChildWindow* Child(i16 windowKind, i16 windowNo) const;
+    ChildWindow* CurrentChild() const;
+    void RaiseChild(i16 windowKind, i16 windowNo);
+    void RefreshChild();
+
+    void RefreshOptions();
+    void RefreshMenus();
+
+    // The free-standing windows that exist; nothing for one that does not.
+    QWidget* Floating(FloatingWindow window) const;
+    void ShowFloating(FloatingWindow window);
+
+    frmProgress& Progress() { return *frmProgress_; }
+
+    void mnuFile_Click(i16 index);
+    void mnuGetInfo_Click(i16 index);
+    void mnuHelp_Click(i16 index);
+    void mnuOutputOption_Click(i16 index);
+
+    // Opens the pop-up menu of a window with a result, at a place on the screen.
+    void PopUpOutputMenu(const QPoint& at);
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void MakeMenus();
+    void FillMenu(QMenu& menu, std::span<const MenuItem> items);
+    QAction* MakeAction(const MenuItem& item);
+    void Choose(const MenuItem& item);
+    void MakeWindowMenu();
+    void FillWindowMenu();
+    void HelpKey();
+    void ChildToFront(QMdiSubWindow* frame);
+    std::vector<ChildWindow*> Children() const;
+    QPoint CascadePlace(const QSize& size) const;
+    void ShowHint();
+
+    QMdiArea* area_;
+    QLabel* hint_;
+    QMenu* mnuOutput_ = nullptr;
+    QMenu* mnuWindow_ = nullptr;
+    std::map<i16, QAction*> mnuFile_;
+    std::map<i16, QAction*> mnuGetInfo_;
+    frmShowSmp* frmShowSmp_;
+    frmProgress* frmProgress_;
+};
+
+} // namespace quorvanta

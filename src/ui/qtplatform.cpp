@@ -1,0 +1,144 @@
+#include "ui/qtplatform.h"
+
+#include "core/analysis.h"
+#include "ui/frmmain.h"
+#include "ui/frmnewwindow.h"
+#include "ui/frmprogress.h"
+#include "ui/qttext.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+namespace quorvanta {
+
+namespace {
+
+QMessageBox::Icon BoxIcon(Icon icon) {
+    switch (icon) {
+    case Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Icon::Question:
+        return QMessageBox::Question;
+    case Icon::Information:
+        return QMessageBox::Information;
+    case Icon::Critical:
+        return QMessageBox::Critical;
+    case Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons BoxButtons(Buttons buttons) {
+    switch (buttons) {
+    case Buttons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case Buttons::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+Answer BoxAnswer(int button) {
+    switch (button) {
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    case QMessageBox::Ok:
+        return Answer::Ok;
+    default:
+        return Answer::Cancel;
+    }
+}
+
+} // namespace
+
+QtPlatform::QtPlatform(frmMain& window) : window_(window) {
+    clock_.start();
+    SetPlatform(*this);
+}
+
+Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
+                          const std::string& title) {
+    QWidget* parent = QApplication::activeWindow();
+    QMessageBox box(parent != nullptr ? parent : &window_);
+    box.setObjectName("msgBox");
+    box.setWindowTitle(title.empty() ? window_.windowTitle() : ToQt(title));
+    // Texts hold "<" and ">" that are no markup, and the line breaks of a text file.
+    box.setTextFormat(Qt::PlainText);
+    box.setText(ToQt(text).replace("\r\n", "\n"));
+    box.setIcon(BoxIcon(icon));
+    box.setStandardButtons(BoxButtons(buttons));
+    return BoxAnswer(box.exec());
+}
+
+void QtPlatform::Beep() {
+    QApplication::beep();
+}
+
+void QtPlatform::DoEvents() {
+    constexpr qint64 nanosecondsBetweenPumps = 1'000'000;
+    if (clock_.nsecsElapsed() - lastPump_ < nanosecondsBetweenPumps)
+        return;
+    QCoreApplication::processEvents();
+    lastPump_ = clock_.nsecsElapsed();
+}
+
+f64 QtPlatform::Timer() {
+    return static_cast<f64>(clock_.nsecsElapsed()) / 1e9;
+}
+
+void QtPlatform::ShowProgress(i32 total) {
+    window_.Progress().Start(total);
+}
+
+void QtPlatform::StepProgress() {
+    window_.Progress().Step();
+}
+
+void QtPlatform::HideProgress() {
+    window_.Progress().hide();
+}
+
+std::optional<i16> QtPlatform::AskWindowKind(bool offerSimulation) {
+    return frmNewWindow(&window_, offerSimulation).Ask();
+}
+
+void QtPlatform::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,
+                           const std::string& caption) {
+    window_.OpenChild(windowKind, windowNo, analysisNo, ToQt(caption));
+}
+
+void QtPlatform::RaiseChild(i16 windowKind, i16 windowNo) {
+    window_.RaiseChild(windowKind, windowNo);
+}
+
+void QtPlatform::RefreshChild() {
+    window_.RefreshChild();
+}
+
+void QtPlatform::RefreshOptions() {
+    window_.RefreshOptions();
+}
+
+void QtPlatform::Show(FloatingWindow window) {
+    window_.ShowFloating(window);
+}
+
+void QtPlatform::Hide(FloatingWindow window) {
+    if (QWidget* floating = window_.Floating(window))
+        floating->hide();
+}
+
+void QtPlatform::RefreshMenus() {
+    window_.RefreshMenus();
+}
+
+void QtPlatform::CloseMain() {
+    window_.close();
+}
+
+} // namespace quorvanta

@@ -1,0 +1,42 @@
+// The platform of the engine, on Qt.
+#pragma once
+
+#include "core/platform.h"
+
+#include <QElapsedTimer>
+
+namespace quorvanta {
+
+class frmMain;
+class frmProgress;
+
+class QtPlatform : public Platform {
+  public:
+    explicit QtPlatform(frmMain& window);
+
+    Answer MsgBox(const std::string& text, Buttons buttons, Icon icon,
+                  const std::string& title) override;
+    void Beep() override;
+    void DoEvents() override;
+    f64 Timer() override;
+    void ShowProgress(i32 total) override;
+    void StepProgress() override;
+    void HideProgress() override;
+    std::optional<i16> AskWindowKind(bool offerSimulation) override;
+    void OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,
+                   const std::string& caption) override;
+    void RaiseChild(i16 windowKind, i16 windowNo) override;
+    void RefreshChild() override;
+    void RefreshOptions() override;
+    void Show(FloatingWindow window) override;
+    void Hide(FloatingWindow window) override;
+    void RefreshMenus() override;
+    void CloseMain() override;
+
+  private:
+    frmMain& window_;
+    QElapsedTimer clock_;
+    qint64 lastPump_ = 0; // of clock_, nanoseconds
+};
+
+} // namespace quorvanta

@@ -1,0 +1,25 @@
+// Between the engine's texts and Qt's.
+#pragma once
+
+#include <QString>
+
+#include <string>
+#include <string_view>
+
+namespace quorvanta {
+
+inline QString ToQt(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+inline std::string FromQt(const QString& text) {
+    return text.toStdString();
+}
+
+// A member of a control array goes by its index: "cmdParLabel(4)". Checks, scripts and
+// accessibility tools find it by this object name.
+inline QString ControlName(const QString& array, int index) {
+    return array + QLatin1Char('(') + QString::number(index) + QLatin1Char(')');
+}
+
+} // namespace quorvanta

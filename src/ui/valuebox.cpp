@@ -1,0 +1,164 @@
+#include "ui/valuebox.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QPalette>
+#include <QSignalBlocker>
+
+namespace quorvanta {
+
+namespace {
+
+// Widest text that a box shows without scrolling.
+constexpr int visibleCharacters = 14;
+
+bool IsDark(const QColor& background) {
+    return background.lightness() < 128;
+}
+
+// Keys that edit or copy text keep their meaning in a box that Ctrl would otherwise send to its
+// input grid.
+bool IsEditingKey(const QKeyEvent& event) {
+    constexpr QKeySequence::StandardKey keys[] = {
+        QKeySequence::Copy,
+        QKeySequence::Cut,
+        QKeySequence::Paste,
+        QKeySequence::SelectAll,
+        QKeySequence::Undo,
+        QKeySequence::Redo,
+        QKeySequence::DeleteStartOfWord,
+        QKeySequence::DeleteEndOfWord,
+        QKeySequence::MoveToPreviousWord,
+        QKeySequence::MoveToNextWord,
+        QKeySequence::SelectPreviousWord,
+        QKeySequence::SelectNextWord,
+        QKeySequence::MoveToStartOfDocument,
+        QKeySequence::MoveToEndOfDocument,
+        QKeySequence::SelectStartOfDocument,
+        QKeySequence::SelectEndOfDocument,
+    };
+    for (const QKeySequence::StandardKey key : keys) {
+        if (event.matches(key))
+            return true;
+    }
+    return false;
+}
+
+bool IsModifier(int key) {
+    return key == Qt::Key_Control || key == Qt::Key_Shift || key == Qt::Key_Alt ||
+           key == Qt::Key_AltGr || key == Qt::Key_Meta;
+}
+
+} // namespace
+
+ValueBox::ValueBox(QWidget* parent) : QLineEdit(parent) {
+    setAlignment(Qt::AlignRight);
+    setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
+}
+
+void ValueBox::Write(const QString& text) {
+    if (text == this->text())
+        return;
+    const QSignalBlocker quiet(this);
+    setText(text);
+}
+
+void ValueBox::SetGrey(bool grey) {
+    if (grey_ == grey)
+        return;
+    grey_ = grey;
+    Recolour();
+}
+
+void ValueBox::SetBlue(bool blue) {
+    if (blue_ == blue)
+        return;
+    blue_ = blue;
+    setToolTip(blue ? QStringLiteral(" Doubleclick the textbox to get the value calculated.")
+                    : QString());
+    Recolour();
+}
+
+void ValueBox::SetResult(bool result) {
+    QFont font = this->font();
+    if (font.bold() == result)
+        return;
+    font.setBold(result);
+    setFont(font);
+}
+
+QSize ValueBox::sizeHint() const {
+    QSize size = QLineEdit::sizeHint();
+    const int digits = fontMetrics().horizontalAdvance(QLatin1Char('0')) * visibleCharacters;
+    const QMargins margins = textMargins();
+    size.setWidth(digits + margins.left() + margins.right() + fontMetrics().height());
+    return size;
+}
+
+void ValueBox::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    switch (event->reason()) {
+    case Qt::ActiveWindowFocusReason:
+    case Qt::PopupFocusReason:
+    case Qt::MenuBarFocusReason:
+        // The focus only comes back from a message, a menu or another program.
+        return;
+    default:
+        break;
+    }
+    focusedByMouse_ = event->reason() == Qt::MouseFocusReason;
+    selectAll();
+    emit GotFocus();
+}
+
+void ValueBox::mouseReleaseEvent(QMouseEvent* event) {
+    QLineEdit::mouseReleaseEvent(event);
+    // The press that gave the focus has put the cursor into the text; unless the user has dragged
+    // a selection, the whole text is selected, as with the keyboard.
+    if (focusedByMouse_ && !hasSelectedText())
+        selectAll();
+    focusedByMouse_ = false;
+}
+
+void ValueBox::mouseDoubleClickEvent(QMouseEvent* event) {
+    QLineEdit::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton)
+        emit DblClick();
+}
+
+void ValueBox::keyPressEvent(QKeyEvent* event) {
+    if (blue_ && event->modifiers() == Qt::ControlModifier && !IsModifier(event->key()) &&
+        !IsEditingKey(*event)) {
+        emit KeyDownWithCtrl();
+        event->accept();
+        return;
+    }
+    if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down) {
+        emit MoveToNext(event->key() == Qt::Key_Down ? 1 : -1);
+        event->accept();
+        return;
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+void ValueBox::changeEvent(QEvent* event) {
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::StyleChange)
+        Recolour();
+}
+
+void ValueBox::Recolour() {
+    QPalette own;
+    if (grey_) {
+        own.setColor(QPalette::Base, NoResultColor);
+        own.setColor(QPalette::Text, Qt::black);
+    }
+    if (blue_) {
+        const bool dark = !grey_ && IsDark(QApplication::palette().color(QPalette::Base));
+        own.setColor(QPalette::Text, dark ? QColor(0x7A, 0xB8, 0xFF) : QColor(0, 0, 0xFF));
+    }
+    setPalette(own);
+}
+
+} // namespace quorvanta

@@ -1,0 +1,55 @@
+// The box of a parameter's value, with the colours that say what its text is.
+#pragma once
+
+#include <QColor>
+#include <QLineEdit>
+
+namespace quorvanta {
+
+// The background of the unknown's box while it holds no result.
+inline const QColor NoResultColor(0xC0, 0xC0, 0xC0);
+
+class ValueBox : public QLineEdit {
+    Q_OBJECT
+
+  public:
+    explicit ValueBox(QWidget* parent = nullptr);
+
+    // A text written by the program: no change is reported. An equal text leaves the cursor, the
+    // selection and the history of undo as they are.
+    void Write(const QString& text);
+
+    // Grey: the unknown without a result. Otherwise the background of the palette.
+    void SetGrey(bool grey);
+    bool IsGrey() const { return grey_; }
+
+    // Blue: the value can be derived from an input grid.
+    void SetBlue(bool blue);
+
+    // Stands out: the value is the result.
+    void SetResult(bool result);
+
+    QSize sizeHint() const override;
+
+  signals:
+    void GotFocus();
+    void DblClick();
+    void KeyDownWithCtrl();
+    void MoveToNext(int step);
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void Recolour();
+
+    bool grey_ = false;
+    bool blue_ = false;
+    bool focusedByMouse_ = false;
+};
+
+} // namespace quorvanta
