@@ -16,6 +16,7 @@ namespace {
 constexpr i16 firstNewWindow = 0;
 constexpr i16 lastNewWindow = 3;
 constexpr i16 exitEntry = 13;
+constexpr i16 twoSidedIntervalCheck = 36;
 
 bool HasWindowKind(i16 windowKind) {
     return windowKind == CalculationWindow;
@@ -65,8 +66,19 @@ bool EnsureWindow(bool offerSimulation) {
     return AnalysisNo != 0;
 }
 
+bool IsIntervalAnalysis() {
+    return IsTest == False && ProcedureNo == ProcedureInterval;
+}
+
+// A confidence interval starts two-sided, a test that is stated through one starts one-sided; what
+// the user makes of it afterwards stays.
+void StartTwoSidedInterval() {
+    CheckValue(twoSidedIntervalCheck) = IsIntervalAnalysis() ? 1 : 0;
+}
+
 void ShowOptions() {
     ChoosingOptions = true;
+    StartTwoSidedInterval();
     HelpContext = static_cast<f32>(HelpDescription());
     NoOfPar = 0;
     Calculated = False;
@@ -90,7 +102,8 @@ void HideFloatingWindows() {
 void LayOutOptions() {
     ClearOptions();
     SelSetupTest();
-    LeftTailOffered = NoOfTails != TwoSided;
+    // Only a test rejects.
+    LeftTailOffered = NoOfTails != TwoSided && (IsTest == True || ProcedureNo == ProcedureTest);
     SelSetLabels();
 }
 
@@ -102,6 +115,8 @@ void OptionsChanged() {
 }
 
 std::string TailsInWords() {
+    if (IsIntervalAnalysis())
+        return CheckValue(twoSidedIntervalCheck) == 1 ? "two-sided" : "one-sided";
     switch (NoOfTails) {
     case OneSided:
         return "one-sided";
@@ -190,7 +205,10 @@ void ChooseLeftTail(bool left) {
 }
 
 void ChooseProcedure(i16 procedureNo) {
-    ProcedureNo = procedureNo;
+    if (procedureNo != ProcedureNo) {
+        ProcedureNo = procedureNo;
+        StartTwoSidedInterval();
+    }
     OptionsChanged();
 }
 

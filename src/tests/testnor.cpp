@@ -316,10 +316,8 @@ void TESTNOR::SetParList() {
         AddOneSample();
     else
         AddTwoSamples();
-    if (NorUneqSd == 0 && Ticked(checkDf))
-        list.Extra = AddPar(kindDf);
-    else if (NorUneqSd == 0 && Ticked(checkGroups))
-        list.Extra = AddPar(kindGroups);
+    if (NorUneqSd == 0)
+        list.Extra = AddDfEntry();
 }
 
 bool TESTNOR::CheckPar() {
@@ -365,6 +363,12 @@ void TESTNOR::SearchLimits(f64& lower, f64& upper) {
     } else if (UnknownParNo == list.H0) {
         LimitsOfH0(lower, upper);
     }
+}
+
+i16 AddDfEntry() {
+    if (Ticked(checkDf))
+        return AddPar(kindDf);
+    return Ticked(checkGroups) ? AddPar(kindGroups) : i16{0};
 }
 
 MeansValues ReadMeans() {
