@@ -46,6 +46,14 @@ f32 Hypotheses::Second() const {
     return ParDep(truth_, First(), form_);
 }
 
+f64 Hypotheses::FirstAt(f64 x) const {
+    return ValueAt(first_, x);
+}
+
+f64 Hypotheses::SecondAt(f64 x) const {
+    return DependentAt(truth_, FirstAt(x), form_, x);
+}
+
 bool Hypotheses::Check() const {
     if (NoOfTails == TwoOneSided && !CheckPairs(h0_))
         return false;

@@ -55,6 +55,9 @@ class Hypotheses {
     // Two samples whose values are entered: these.
     f32 First() const;
     f32 Second() const;
+    // The same with x in the place of the unknown.
+    f64 FirstAt(f64 x) const;
+    f64 SecondAt(f64 x) const;
 
     // Are the limits in order, and is the dependent value in its range?
     bool Check() const;

@@ -6,6 +6,7 @@
 #include "core/root.h"
 #include "numeric/rounding.h"
 #include "tests/precision.h"
+#include "tests/turningpoint.h"
 
 #include <cmath>
 
@@ -42,8 +43,8 @@ f32 LogOddsStandardError() {
         sizes.HasSecond() ? first + variance(f64{parameters.Second()}, weights.Second) : first));
 }
 
-// That standard error is smallest in between: of the two odds of a precision the search finds the
-// smaller.
+// That standard error is smallest in between: of two odds of the same precision the search finds
+// the smaller.
 void NarrowOdds(f64& lower, f64& upper) {
     if (!parameters.HasUnknown())
         return;
@@ -63,10 +64,10 @@ void NarrowOdds(f64& lower, f64& upper) {
     if (slope(lower) >= 0 || slope(upper) <= 0)
         return;
     i16 iterations = 0;
-    f64 residual = 0;
+    f64 rest = 0;
     f64 turn = upper;
-    FindRootOf(slope, lower, upper, RootTolerance, RootIterations, iterations, turn, residual);
-    KeepBelowTurn(lower, upper, turn);
+    FindRootOf(slope, lower, upper, RootTolerance, RootIterations, iterations, turn, rest);
+    KeepOneSide(lower, upper, turn, Side::Below, &PARBIN::RootFunction);
 }
 
 } // namespace
@@ -81,17 +82,18 @@ f32 ProportionStandardError(const SampleValues& proportions, const SampleWeights
 }
 
 void NarrowProportions(f64& lower, f64& upper, const SampleValues& proportions,
-                       const SampleWeights& weights) {
+                       const SampleWeights& weights, f64 (*residual)()) {
     if (!proportions.HasUnknown())
         return;
-    KeepBelowTurn(lower, upper, TurningPoint([&](f64 x) {
-                      const f64 p1 = proportions.FirstAt(x);
-                      const f64 first = p1 * (1 - p1) * weights.First;
-                      if (!proportions.HasSecond())
-                          return first;
-                      const f64 p2 = proportions.SecondAt(x);
-                      return first + p2 * (1 - p2) * weights.Second;
-                  }));
+    const f64 turn = TurningPoint([&](f64 x) {
+        const f64 p1 = proportions.FirstAt(x);
+        const f64 first = p1 * (1 - p1) * weights.First;
+        if (!proportions.HasSecond())
+            return first;
+        const f64 p2 = proportions.SecondAt(x);
+        return first + p2 * (1 - p2) * weights.Second;
+    });
+    KeepOneSide(lower, upper, turn, Side::Below, residual);
 }
 
 void PARBIN::SetupTest() {
@@ -117,7 +119,7 @@ void PARBIN::SearchLimits(f64& lower, f64& upper) {
     if (IsOdds())
         NarrowOdds(lower, upper);
     else
-        NarrowProportions(lower, upper, parameters, Weights());
+        NarrowProportions(lower, upper, parameters, Weights(), &RootFunction);
 }
 
 f64 PARBIN::RootFunction() {

@@ -26,9 +26,9 @@ struct SampleWeights {
 // Standard error of an estimated proportion or a difference of two.
 f32 ProportionStandardError(const SampleValues& proportions, const SampleWeights& weights);
 
-// The variance is largest in between: of the two proportions of a precision, that are the unknown,
-// the search finds the smaller one.
+// The variance is largest in between: where a proportion is the unknown, two have the precision
+// that residual asks for, of which the search finds the smaller one.
 void NarrowProportions(f64& lower, f64& upper, const SampleValues& proportions,
-                       const SampleWeights& weights);
+                       const SampleWeights& weights, f64 (*residual)());
 
 } // namespace quorvanta

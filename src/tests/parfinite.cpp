@@ -95,7 +95,7 @@ bool PARFINITE::CheckPar() {
 void PARFINITE::SearchLimits(f64& lower, f64& upper) {
     samples.Narrow(lower, upper);
     if (IsEstimation())
-        NarrowProportions(lower, upper, parameter, samples.Weights());
+        NarrowProportions(lower, upper, parameter, samples.Weights(), &RootFunction);
     else
         hypotheses.Narrow(lower, upper);
 }

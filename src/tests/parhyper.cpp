@@ -83,7 +83,7 @@ bool PARHYPER::CheckPar() {
 void PARHYPER::SearchLimits(f64& lower, f64& upper) {
     proportions.Narrow(lower, upper);
     samples.Narrow(lower, upper);
-    NarrowProportions(lower, upper, proportions, samples.Weights());
+    NarrowProportions(lower, upper, proportions, samples.Weights(), &RootFunction);
 }
 
 f64 PARHYPER::RootFunction() {

@@ -7,6 +7,7 @@
 #include "tests/precision.h"
 #include "tests/samplevalues.h"
 #include "tests/teststud.h"
+#include "tests/turningpoint.h"
 
 #include <cmath>
 
@@ -126,9 +127,10 @@ void PARNOR2MEAN::SearchLimits(f64& lower, f64& upper) {
     NarrowHypotheses(lower, upper);
     deviations.Narrow(lower, upper);
     if (deviations.HasUnknown())
-        KeepAboveTurn(lower, upper, TurningPoint([](f64 x) {
-                          return DifferenceVariance(deviations.FirstAt(x), deviations.SecondAt(x));
-                      }));
+        KeepOneSide(lower, upper, TurningPoint([](f64 x) {
+                        return DifferenceVariance(deviations.FirstAt(x), deviations.SecondAt(x));
+                    }),
+                    Side::Above, &RootFunction);
 }
 
 f64 PARNOR2MEAN::RootFunction() {
@@ -178,7 +180,7 @@ bool PARNOR2SD::CheckPar() {
 void PARNOR2SD::SearchLimits(f64& lower, f64& upper) {
     NarrowHypotheses(lower, upper);
     if (UnknownParNo == correlation)
-        KeepAboveTurn(lower, upper, 0);
+        KeepOneSide(lower, upper, 0, Side::Above, &RootFunction);
 }
 
 f64 PARNOR2SD::RootFunction() {
@@ -228,7 +230,7 @@ f64 LeastPreciseCorrelation() {
 void PARNOR2CORREL::SearchLimits(f64& lower, f64& upper) {
     NarrowHypotheses(lower, upper);
     if (IsEstimation() && UnknownParNo == correlation)
-        KeepAboveTurn(lower, upper, LeastPreciseCorrelation());
+        KeepOneSide(lower, upper, LeastPreciseCorrelation(), Side::Above, &RootFunction);
 }
 
 f64 PARNOR2CORREL::RootFunction() {
@@ -243,7 +245,12 @@ f64 PARNOR2CORREL::RootFunction() {
         const f64 half = HalfWidth();
         return WidthEq(r - std::tanh(z - half), std::tanh(z + half) - r);
     }
-    const auto below = [=](f64 edge) { return f64{NorCdf(Single((FisherZ(edge) - z) / f64{se}))}; };
+    // No estimate lies outside -1..1.
+    const auto below = [=](f64 edge) {
+        if (std::fabs(edge) >= 1)
+            return edge > 0 ? 1.0 : 0.0;
+        return f64{NorCdf(Single((FisherZ(edge) - z) / f64{se}))};
+    };
     return ErrorProbabilityEq(below(r - ParValue(1)), below(r + ParValue(1)));
 }
 

@@ -6,6 +6,7 @@
 #include "tests/hypotheses.h"
 #include "tests/precision.h"
 #include "tests/samplevalues.h"
+#include "tests/turningpoint.h"
 
 #include <cmath>
 
@@ -61,6 +62,25 @@ f64 TwoSampleRoot() {
     return NormalTestEq(test.Hypothesis, PlainDistance, se0, se1);
 }
 
+// With a difference under H0 the standardised effect of a mean turns where the standard error
+// begins to grow more slowly than the effect.
+f64 EffectTurn() {
+    const f64 h0 = ParValue(2);
+    const auto effect = [h0](f64 x) {
+        return test.Hypothesis.SecondAt(x) - test.Hypothesis.FirstAt(x) - h0;
+    };
+    const auto variance = [](f64 x) {
+        return test.Hypothesis.FirstAt(x) / f64{test.Sizes.First()} +
+               test.Hypothesis.SecondAt(x) / f64{test.Sizes.Second()};
+    };
+    // Both are linear.
+    const f64 effect1 = effect(1) - effect(0);
+    const f64 variance1 = variance(1) - variance(0);
+    if (h0 == 0 || effect1 == 0 || variance1 == 0)
+        return NoValue;
+    return effect(0) / effect1 - 2 * variance(0) / variance1;
+}
+
 } // namespace
 
 void ParPoisson::SetupTest() {
@@ -85,8 +105,12 @@ bool ParPoisson::CheckPar() {
 }
 
 void ParPoisson::SearchLimits(f64& lower, f64& upper) {
-    if (!IsEstimation())
-        return test.Narrow(lower, upper);
+    if (!IsEstimation()) {
+        test.Narrow(lower, upper);
+        if (NoOfSamples == TwoSamples && NoOfTails != TwoOneSided)
+            KeepOneSide(lower, upper, EffectTurn(), Side::Above, &RootFunction);
+        return;
+    }
     means.Narrow(lower, upper);
     sizes.Narrow(lower, upper);
 }

@@ -111,16 +111,6 @@ f64 WidthEq(f64 other, f64 single) {
     return Entered() - Width(other, single);
 }
 
-void KeepBelowTurn(f64& lower, f64& upper, f64 turn) {
-    if (turn > lower)
-        upper = MinOf(upper, turn);
-}
-
-void KeepAboveTurn(f64& lower, f64& upper, f64 turn) {
-    if (turn < upper)
-        lower = MaxOf(lower, turn);
-}
-
 f64 NormalPrecisionEq(f32 se) {
     const f64 error = f64{NorInv(PrecisionLevel())} * f64{se};
     return IsInterval() ? WidthEq(error, error) : error - Entered();

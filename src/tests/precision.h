@@ -45,11 +45,6 @@ f64 ErrorProbabilityEq(f64 belowLowerEdge, f64 belowUpperEdge);
 // is the one at distance single.
 f64 WidthEq(f64 other, f64 single);
 
-// A precision that is best, or worst, at a turning point has two values of an unknown around it:
-// the search keeps to one side of a turning point between its limits.
-void KeepBelowTurn(f64& lower, f64& upper, f64 turn);
-void KeepAboveTurn(f64& lower, f64& upper, f64 turn);
-
 // --- Whole residuals, of point estimate or interval -------------------------------------------
 
 // A normal estimate with standard error se.

@@ -86,15 +86,4 @@ f64 ValueAt(i16 position, f64 x);
 // The same for a value that is entered in a form relative to base.
 f64 DependentAt(i16 position, f64 base, i16 form, f64 x);
 
-// Where a function of the second degree turns; NoValue for a straight line.
-template <class Function>
-f64 TurningPoint(Function&& f) {
-    const f64 f0 = f(0.0);
-    const f64 f1 = f(1.0);
-    const f64 square = (f(2.0) - 2 * f1 + f0) / 2;
-    if (square == 0)
-        return NoValue;
-    return -(f1 - f0 - square) / (2 * square);
-}
-
 } // namespace quorvanta

@@ -288,6 +288,8 @@ const MeansList& CurrentMeans() {
 }
 
 void TESTNOR::SetupTest() {
+    if (IsTest == False)
+        OfferSamples({OneSample, TwoSamples});
     if (NoOfSamples == OneSample) {
         // Between two limits there is no single H0 value to relate the true value to.
         if (NoOfTails != TwoOneSided)
