@@ -63,8 +63,8 @@ void Click(const QWidget& window, const QString& name) {
     // The text of an option or check box takes a click anywhere, its free space at the right none.
     const bool isOption = qobject_cast<QAbstractButton*>(control) != nullptr &&
                           qobject_cast<QAbstractButton*>(control)->isCheckable();
-    const QPoint at = isOption ? QPoint(control->height() / 2, control->height() / 2)
-                               : control->rect().center();
+    const QPoint at =
+        isOption ? QPoint(control->height() / 2, control->height() / 2) : control->rect().center();
     QTest::mouseClick(control, Qt::LeftButton, {}, at);
     Settle();
 }
