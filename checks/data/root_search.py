@@ -102,4 +102,5 @@ def main():
         print(",".join([name, str(passes), str(len(published))] + [repr(p) for p in points]))
 
 
-main()
+if __name__ == "__main__":
+    main()
