@@ -1,9 +1,11 @@
 // Tables of reference values, and the distribution functions by the names that they have there.
 #pragma once
 
+#include "core/general.h"
 #include "core/types.h"
 #include "numeric/gamma0.h"
 #include "numeric/probdist.h"
+#include "numeric/rounding.h"
 
 #include <cstdlib>
 #include <fstream>
