@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTemporaryFile>
 #include <QTest>
 #include <QTimer>
 
@@ -34,6 +35,16 @@ QAction* Entry(const QWidget& menu, const QString& caption) {
 }
 
 } // namespace
+
+void UseMemoryForDisplay() {
+    static QTemporaryFile screen;
+    if (!screen.open())
+        Fail("room for a temporary file");
+    screen.write(R"({ "screens": [ { "name": "memory", "x": 0, "y": 0, "width": 1440, "height": 900,
+                       "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1 } ] })");
+    screen.close();
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screen.fileName().toUtf8());
+}
 
 QWidget* Control(const QWidget& window, const QString& name) {
     auto* found = window.findChild<QWidget*>(name);

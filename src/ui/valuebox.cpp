@@ -128,6 +128,11 @@ void ValueBox::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void ValueBox::keyPressEvent(QKeyEvent* event) {
+    // A letter with Alt belongs to a label of the window; the line edit would type it.
+    if (event->modifiers() == Qt::AltModifier) {
+        event->ignore();
+        return;
+    }
     if (blue_ && event->modifiers() == Qt::ControlModifier && !IsModifier(event->key()) &&
         !IsEditingKey(*event)) {
         emit KeyDownWithCtrl();
