@@ -118,9 +118,13 @@ void ChooseMenu(QMenuBar& bar, const QStringList& captions) {
 void WhenModal(const QString& name, std::function<void(QWidget&)> act) {
     auto* look = new QTimer(qApp);
     look->setInterval(betweenLooks);
-    QObject::connect(look, &QTimer::timeout, look, [look, name, act = std::move(act)] {
+    QObject::connect(look, &QTimer::timeout, look,
+                     [look, name, act = std::move(act), seen = 0]() mutable {
         QWidget* modal = QApplication::activeModalWidget();
         if (modal == nullptr || modal->objectName() != name || !modal->isVisible())
+            return;
+        // Keys need an active window, which a display without a window manager may never make.
+        if (!modal->isActiveWindow() && ++seen < patience / betweenLooks / 5)
             return;
         look->stop();
         look->deleteLater();

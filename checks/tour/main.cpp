@@ -9,8 +9,10 @@
 #include <iostream>
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
-        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    const QByteArray asked = qgetenv("QT_QPA_PLATFORM");
+    const bool hasDisplay = !qEnvironmentVariableIsEmpty("DISPLAY") ||
+                            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    if (asked == "offscreen" || (asked.isEmpty() && !hasDisplay))
         quorvanta::hands::UseMemoryForDisplay();
     quorvanta::Application application(argc, argv);
     const QStringList arguments = QApplication::arguments();

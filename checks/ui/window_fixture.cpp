@@ -34,6 +34,10 @@ void MessageReader::Look() {
         answer = Answers.front();
         Answers.pop_front();
     }
+    if (answer == Escape) {
+        QTest::keyClick(box, Qt::Key_Escape);
+        return;
+    }
     ASSERT_NE(box->button(answer), nullptr) << qPrintable(box->text());
     QTest::mouseClick(box->button(answer), Qt::LeftButton);
 }
@@ -49,10 +53,12 @@ void WindowCheck::Trigger(const QString& entry) {
     ASSERT_NE(action, nullptr) << qPrintable(entry);
     ASSERT_TRUE(action->isEnabled()) << qPrintable(entry);
     // Run from the event loop as a click is, so that run-time errors end where they do then.
-    QTimer::singleShot(0, action, &QAction::trigger);
-    bool done = false;
-    QTimer::singleShot(0, action, [&done] { done = true; });
-    EXPECT_TRUE(QTest::qWaitFor([&done] { return done; }));
+    bool begun = false;
+    QTimer::singleShot(0, action, [&begun, action] {
+        begun = true;
+        action->trigger();
+    });
+    EXPECT_TRUE(QTest::qWaitFor([&begun] { return begun; }));
     hands::Settle();
 }
 

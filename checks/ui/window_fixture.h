@@ -22,6 +22,9 @@ class MessageReader {
   public:
     MessageReader();
 
+    // The answer of the Esc key.
+    static constexpr QMessageBox::StandardButton Escape = QMessageBox::NoButton;
+
     QStringList Texts;
     QStringList Titles;
     std::deque<QMessageBox::StandardButton> Answers; // in order; after the last: No where offered

@@ -20,11 +20,16 @@ namespace quorvanta {
 
 namespace {
 
-// Marks the chosen option; a choice that the window does not have marks none.
+// Marks the chosen option and lets the Tab key stop at it; a choice that the window does not have
+// marks none.
 template <class Options>
 void CheckOption(Options& options, int chosen) {
+    if (chosen < 0 || chosen >= static_cast<int>(options.size()))
+        return;
     for (std::size_t i = 0; i < options.size(); ++i) {
-        if (static_cast<int>(i) == chosen)
+        const bool isChosen = static_cast<int>(i) == chosen;
+        options[i]->setFocusPolicy(isChosen ? Qt::StrongFocus : Qt::ClickFocus);
+        if (isChosen)
             options[i]->setChecked(true);
     }
 }

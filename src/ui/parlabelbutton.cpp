@@ -19,6 +19,7 @@ void ParLabelButton::SetUnknown(bool unknown) {
 }
 
 QSize ParLabelButton::sizeHint() const {
+    ensurePolished();
     QFont bold = font();
     bold.setBold(true);
     const QSize text = QFontMetrics(bold).size(Qt::TextShowMnemonic, this->text());
