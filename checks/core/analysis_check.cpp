@@ -10,7 +10,6 @@ constexpr i16 paired = 1;
 constexpr i16 alpha = 0;
 constexpr i16 size1 = 4;
 constexpr i16 sd = 2;
-constexpr i16 pairedSd = 3;
 
 class Analyses : public AnalysisFixture {
   protected:

@@ -468,4 +468,5 @@ def main():
             emit("LognormInv", q, s, g, value=R(expc(R(nor_inv(q) * g + s))))
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -1,10 +1,13 @@
 // Tables of reference values, and the distribution functions by the names that they have there.
 #pragma once
 
+#include "core/general.h"
 #include "core/types.h"
 #include "numeric/gamma0.h"
 #include "numeric/probdist.h"
+#include "numeric/rounding.h"
 
+#include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <map>
@@ -15,34 +18,66 @@
 
 namespace quorvanta {
 
-// One line of a table: function, arguments, value.
+// One line of a table: function, arguments, value, and in tables of exact values the tolerance.
 struct ReferenceRow {
     std::string Function;
     std::vector<f64> Arguments;
     f64 Value = 0;
+    f64 Tolerance = 0;
 };
 
-// The rows of a file of comma-separated values; lines that begin with "#" are comments.
-inline std::vector<ReferenceRow> ReadReferenceTable(const std::string& path) {
+inline ReferenceRow ReadReferenceRow(const std::string& line, bool hasTolerance) {
+    std::istringstream cells(line);
+    ReferenceRow row;
+    std::getline(cells, row.Function, ',');
+    std::string cell;
+    while (std::getline(cells, cell, ','))
+        row.Arguments.push_back(std::strtod(cell.c_str(), nullptr)); // stod refuses 1e-310
+    const auto takeLast = [&row] {
+        const f64 last = row.Arguments.back();
+        row.Arguments.pop_back();
+        return last;
+    };
+    if (hasTolerance)
+        row.Tolerance = takeLast();
+    row.Value = takeLast();
+    return row;
+}
+
+// Rows with a heading: function, range of the arguments, origin of the tolerances.
+struct ReferenceSection {
+    std::string Function;
+    std::string Range;
+    std::string Bound;
+    std::vector<ReferenceRow> Rows;
+};
+
+// The sections of a file of comma-separated values. A line "[function; range; bound]" opens a
+// section, a line that begins with "#" is a comment; rows before the first heading have none.
+inline std::vector<ReferenceSection> ReadReferenceTable(const std::string& path) {
     std::ifstream file(path);
     if (!file)
         throw std::runtime_error("can't read " + path);
-    std::vector<ReferenceRow> rows;
+    std::vector<ReferenceSection> sections;
     std::string line;
     while (std::getline(file, line)) {
         if (line.empty() || line.front() == '#')
             continue;
-        std::istringstream cells(line);
-        ReferenceRow row;
-        std::getline(cells, row.Function, ',');
-        std::string cell;
-        while (std::getline(cells, cell, ','))
-            row.Arguments.push_back(std::stod(cell));
-        row.Value = row.Arguments.back();
-        row.Arguments.pop_back();
-        rows.push_back(row);
+        if (line.front() == '[') {
+            const std::size_t first = line.find("; ");
+            const std::size_t second = line.find("; ", first + 2);
+            sections.push_back({line.substr(1, first - 1),
+                                line.substr(first + 2, second - first - 2),
+                                line.substr(second + 2, line.size() - second - 3),
+                                {}});
+            continue;
+        }
+        if (sections.empty())
+            sections.emplace_back();
+        const bool hasTolerance = !sections.back().Function.empty();
+        sections.back().Rows.push_back(ReadReferenceRow(line, hasTolerance));
     }
-    return rows;
+    return sections;
 }
 
 using ReferenceFunction = std::function<f64(const std::vector<f64>&)>;

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTemporaryFile>
 #include <QTest>
 #include <QTimer>
 
@@ -34,6 +35,16 @@ QAction* Entry(const QWidget& menu, const QString& caption) {
 }
 
 } // namespace
+
+void UseMemoryForDisplay() {
+    static QTemporaryFile screen;
+    if (!screen.open())
+        Fail("room for a temporary file");
+    screen.write(R"({ "screens": [ { "name": "memory", "x": 0, "y": 0, "width": 1440, "height": 900,
+                       "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1 } ] })");
+    screen.close();
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screen.fileName().toUtf8());
+}
 
 QWidget* Control(const QWidget& window, const QString& name) {
     auto* found = window.findChild<QWidget*>(name);
@@ -63,8 +74,8 @@ void Click(const QWidget& window, const QString& name) {
     // The text of an option or check box takes a click anywhere, its free space at the right none.
     const bool isOption = qobject_cast<QAbstractButton*>(control) != nullptr &&
                           qobject_cast<QAbstractButton*>(control)->isCheckable();
-    const QPoint at = isOption ? QPoint(control->height() / 2, control->height() / 2)
-                               : control->rect().center();
+    const QPoint at =
+        isOption ? QPoint(control->height() / 2, control->height() / 2) : control->rect().center();
     QTest::mouseClick(control, Qt::LeftButton, {}, at);
     Settle();
 }
@@ -107,9 +118,13 @@ void ChooseMenu(QMenuBar& bar, const QStringList& captions) {
 void WhenModal(const QString& name, std::function<void(QWidget&)> act) {
     auto* look = new QTimer(qApp);
     look->setInterval(betweenLooks);
-    QObject::connect(look, &QTimer::timeout, look, [look, name, act = std::move(act)] {
+    QObject::connect(look, &QTimer::timeout, look,
+                     [look, name, act = std::move(act), seen = 0]() mutable {
         QWidget* modal = QApplication::activeModalWidget();
         if (modal == nullptr || modal->objectName() != name || !modal->isVisible())
+            return;
+        // Keys need an active window, which a display without a window manager may never make.
+        if (!modal->isActiveWindow() && ++seen < patience / betweenLooks / 5)
             return;
         look->stop();
         look->deleteLater();

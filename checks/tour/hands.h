@@ -11,6 +11,10 @@ class QMenuBar;
 
 namespace quorvanta::hands {
 
+// Without a display the windows are drawn into memory, on a screen of an ordinary size. Called
+// before the application is made.
+void UseMemoryForDisplay();
+
 // The control of that name in the window; a failed search ends the program with a message, since
 // nothing after it could be done.
 QWidget* Control(const QWidget& window, const QString& name);

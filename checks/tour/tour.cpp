@@ -4,8 +4,8 @@
 #include "ui/childwindow.h"
 
 #include <QAbstractButton>
-#include <QDir>
 #include <QApplication>
+#include <QDir>
 #include <QMenuBar>
 #include <QPainter>
 #include <QPixmap>
@@ -36,8 +36,8 @@ class Guide {
         }
         painter.end();
         ++pictureNo_;
-        const QString path = QDir(pictureFolder_)
-                                 .filePath(QString("%1-%2.png").arg(pictureNo_).arg(name));
+        const QString path =
+            QDir(pictureFolder_).filePath(QString("%1-%2.png").arg(pictureNo_).arg(name));
         if (picture.save(path))
             Tell("  picture: " + path);
         else

@@ -48,6 +48,7 @@ bool LeftTailOffered;
 bool ChoosingOptions;
 bool TailsShown;
 bool SamplesShown;
+bool InterimShown;
 i16 Calculated;
 i16 Calculating;
 i16 Cancelled;
@@ -158,6 +159,7 @@ void ResetAnalysisState() {
     ChoosingOptions = false;
     TailsShown = true;
     SamplesShown = true;
+    InterimShown = false;
 
     Calculated = False;
     Calculating = False;

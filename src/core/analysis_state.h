@@ -95,6 +95,7 @@ extern bool LeftTailOffered;
 extern bool ChoosingOptions; // the option window is open
 extern bool TailsShown;      // false: the analysis has no choice of tails
 extern bool SamplesShown;    // false: it has no choice of samples
+extern bool InterimShown;    // true: it has a choice of interim analyses
 
 // --- Runs and results -------------------------------------------------------------------------
 

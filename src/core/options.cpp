@@ -47,6 +47,7 @@ void ClearOptions() {
     CheckEnabled.Fill(true);
     IntParOptionEnabled.Fill(true);
     SamplesShown = true;
+    InterimShown = false;
     TailsShown = true;
 }
 

@@ -230,6 +230,11 @@ void ChooseIntPar(i16 position, i16 option) {
     OptionsChanged();
 }
 
+void ChooseInterim(i16 noOfInterim) {
+    NoOfInterim = noOfInterim;
+    OptionsChanged();
+}
+
 void AcceptOptions() {
     ChoosingOptions = false;
     SelSetParList();

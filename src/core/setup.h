@@ -26,6 +26,7 @@ void ChooseProcedure(i16 procedureNo);
 void ChooseParList(i16 parListNo);
 void ChooseCheck(i16 position, bool ticked); // position in CheckList
 void ChooseIntPar(i16 position, i16 option); // position in IntParList
+void ChooseInterim(i16 noOfInterim);
 
 // The options are accepted: builds the parameter list and shows it; a Calculation window whose
 // values are all present is solved at once.

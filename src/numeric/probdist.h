@@ -11,11 +11,7 @@
 #pragma once
 
 #include "core/checked_array.h"
-#include "core/general.h"
 #include "core/types.h"
-#include "numeric/rounding.h"
-
-#include <cmath>
 
 namespace quorvanta {
 
@@ -27,17 +23,7 @@ inline constexpr f32 QuantileAboveAll = 100.0F;
 
 // P(Z <= x) (M. Abramowitz and I. A. Stegun, Handbook of Mathematical Functions, 1964, 7.1.26,
 // there for erf). Exactly 0.5 at 0, exactly 0 and 1 from |x| = 10 on.
-inline f32 NorCdf(f32 x) {
-    const f64 a = std::fabs(f64{x});
-    if (a >= 10)
-        return x > 0 ? 1.0F : 0.0F;
-    const f32 t32 = Single(1 / (1 + 0.2316419 * a));
-    const f64 t = t32;
-    const f32 q = Single(((1.061405429 * t - 1.453152027) * t + 1.421413741) * t - 0.284496736);
-    const f64 e = std::exp(-f64{x} * f64{x} / 2);
-    const f64 s = 1 - (f64{q} * t + 0.254829592) * (t * e);
-    return Single((s * Sgn(f64{x}) + 1) / 2);
-}
+f32 NorCdf(f32 x);
 
 // The density of Z at x.
 f32 NorDensity(f32 x);
@@ -45,20 +31,7 @@ f32 NorDensity(f32 x);
 // The z with P(Z <= z) = p (Abramowitz and Stegun, 26.2.23): 1.96040 for 0.975, where 1.95996 is
 // exact. -100 for p <= 0 and for a p too small to have a logarithm here (below 1e-16), 100 for
 // p >= 1, exactly 0 for 0.5.
-inline f32 NorInv(f32 p) {
-    if (p <= 0)
-        return QuantileBelowAll;
-    if (p >= 1)
-        return QuantileAboveAll;
-    const f64 m = 0.5 - std::fabs(0.5 - f64{p});
-    if (m == 0)
-        return QuantileBelowAll;
-    const f32 t32 = Single(std::sqrt(-2 * std::log(m)));
-    const f64 t = t32;
-    const f64 n = (0.010328 * t + 0.802853) * t + 2.515517;
-    const f64 d = ((0.001308 * t + 0.189269) * t + 1.432788) * t + 1;
-    return Single((t - n / d) * Sgn(f64{p} - 0.5));
-}
+f32 NorInv(f32 p);
 
 // The normal upper tail as Chi2Tail and FTail use it, and only they: its inverse does not agree
 // with NorInv in the fourth digit. Mode 1 reads z and writes the tail into p (Abramowitz and
@@ -96,27 +69,11 @@ f32 TCdf(f32 t, f32 df);
 // The t with P(T <= t) = p: the expansion of R. A. Fisher and E. A. Cornish (1960) around the
 // normal quantile (Abramowitz and Stegun, 26.7.5), for df <= 1 the Cauchy quantile. p outside 0 to
 // 1 goes through the expansion as -100 or 100.
-inline f32 TInv(f32 p, f32 df) {
-    if (df <= 1)
-        return Single(std::tan((f64{p} - 0.5) * Pi));
-    const f64 z = NorInv(p);
-    const f32 s32 = Single(z * z);
-    const f64 s = s32;
-    const f32 g1 = Single((s + 1) / 4);
-    const f32 g2 = Single(((5 * s + 16) * s + 3) / 96);
-    const f32 g3 = Single((((3 * s + 19) * s + 17) * s - 15) / 384);
-    const f32 g4 = Single(((((79 * s + 776) * s + 1482) * s - 1920) * s - 945) / 92160);
-    const f64 nu = df;
-    return Single(z * (1 + (g1 + (g2 + (g3 + g4 / nu) / nu) / nu) / nu));
-}
+f32 TInv(f32 p, f32 df);
 
 // The non-central t distribution function by its normal approximation (Abramowitz and Stegun,
 // 26.7.10), df above 0.
-inline f32 NcTCdf(f32 t, f32 df, f32 delta) {
-    const f64 x = t;
-    const f64 nu = df;
-    return NorCdf(Single((x * (1 - 1 / (4 * nu)) - f64{delta}) / std::sqrt(1 + x * x / (2 * nu))));
-}
+f32 NcTCdf(f32 t, f32 df, f32 delta);
 
 // --- Chi-square -------------------------------------------------------------------------------
 

@@ -1,7 +1,11 @@
 // The location-scale families of PROBDIST.
+#include "core/general.h"
 #include "numeric/gamma0.h"
 #include "numeric/integra1.h"
 #include "numeric/probdist.h"
+#include "numeric/rounding.h"
+
+#include <cmath>
 
 namespace quorvanta {
 

@@ -28,6 +28,8 @@ void ChildWindow::FitToContent() {
     const int width = sizeHint().width();
     const int height = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)
                                                      : sizeHint().height();
+    // The frame keeps the size hint of its content from before.
+    frame->layout()->invalidate();
     frame->resize(frame->sizeHint() - sizeHint() + QSize(width, height));
     if (const QWidget* area = frame->parentWidget()) {
         const QPoint limit(area->width() - frame->width(), area->height() - frame->height());

@@ -141,6 +141,7 @@ void frmCalc::ShowMarks() {
         const bool unknown = i == UnknownParNo;
         const bool blue = IsBluePar(i);
         const bool result = unknown && Calculated != False && HasValue(FromQt(box.text()));
+        cmdParLabel_[static_cast<std::size_t>(i)]->SetUnknown(unknown);
         box.SetGrey(unknown && !result);
         box.SetResult(result);
         box.SetBlue(blue);
@@ -150,12 +151,18 @@ void frmCalc::ShowMarks() {
 }
 
 void frmCalc::cmdParLabel_Click(i16 i) {
+    if (Calculating != False)
+        return;
     SolveFor(i);
     Refresh();
 }
 
 void frmCalc::txtParValue_Change(i16 i) {
     ValueBox& box = *txtParValue_[static_cast<std::size_t>(i)];
+    if (Calculating != False) {
+        box.Write(ToQt(ParText(ParKind(i))));
+        return;
+    }
     const QString typed = box.text();
     const QString accepted = ToQt(TypedParText(i, FromQt(typed)));
     if (accepted != typed) {
@@ -177,13 +184,13 @@ void frmCalc::txtParValue_GotFocus(i16 i) {
 }
 
 void frmCalc::txtParValue_DblClick(i16 i) {
-    GetFromTable(i);
-    Refresh();
+    if (Calculating == False)
+        GetFromTable(i);
 }
 
 void frmCalc::txtParValue_KeyDown(i16 i) {
-    GetFromTable(i);
-    Refresh();
+    if (Calculating == False)
+        GetFromTable(i);
 }
 
 void frmCalc::cmdParLabel_MouseUp(const QPoint& at) {

@@ -142,6 +142,8 @@ QAction* frmMain::MakeAction(const MenuItem& item) {
 }
 
 void frmMain::Choose(const MenuItem& item) {
+    if (Calculating != False)
+        return;
     switch (item.Action) {
     case MenuAction::Test:
         return NewTest(item.MenuNo);
@@ -247,6 +249,8 @@ void frmMain::RefreshMenus() {
 void frmMain::ShowHint() {
     if (AnalysisNo == 0)
         hint_->setText(tr("Choose a test or a distribution from the menus to begin."));
+    else if (frmShowSmp_->isVisible())
+        hint_->setText(tr("Choose the options of the analysis, then press OK. Esc gives them up."));
     else if (NoOfPar == 0)
         hint_->setText(tr("Choose a test or a distribution from the menus for this window."));
     else
@@ -344,6 +348,7 @@ void frmMain::ShowFloating(FloatingWindow window) {
     floating->show();
     floating->raise();
     floating->activateWindow();
+    ShowHint();
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

@@ -18,6 +18,24 @@
 
 namespace quorvanta {
 
+namespace {
+
+// Marks the chosen option and lets the Tab key stop at it; a choice that the window does not have
+// marks none.
+template <class Options>
+void CheckOption(Options& options, int chosen) {
+    if (chosen < 0 || chosen >= static_cast<int>(options.size()))
+        return;
+    for (std::size_t i = 0; i < options.size(); ++i) {
+        const bool isChosen = static_cast<int>(i) == chosen;
+        options[i]->setFocusPolicy(isChosen ? Qt::StrongFocus : Qt::ClickFocus);
+        if (isChosen)
+            options[i]->setChecked(true);
+    }
+}
+
+} // namespace
+
 frmShowSmp::frmShowSmp(QWidget* parent) : QDialog(parent) {
     setObjectName("frmShowSmp");
     setWindowTitle(tr("Options"));
@@ -124,9 +142,12 @@ QVBoxLayout* frmShowSmp::MakeRightColumn() {
     }
 
     fraInterim_ = MakeFrame<6>("fraInterim", "&Number Of Interim Analyses", "optInterim");
-    for (std::size_t i = 0; i < fraInterim_.Options.size(); ++i)
-        fraInterim_.Options[i]->setText(QString::number(i));
-    fraInterim_.Frame->hide();
+    for (std::size_t i = 0; i < fraInterim_.Options.size(); ++i) {
+        const auto index = static_cast<i16>(i);
+        fraInterim_.Options[i]->setText(QString::number(index));
+        connect(fraInterim_.Options[i], &QRadioButton::clicked, this,
+                [this, index] { optInterim_Click(index); });
+    }
     column->addWidget(fraInterim_.Frame);
     column->addStretch(1);
     return column;
@@ -138,6 +159,8 @@ void frmShowSmp::Refresh() {
     RefreshDistribution();
     RefreshChecks();
     RefreshGroups();
+    CheckOption(fraInterim_.Options, NoOfInterim);
+    fraInterim_.Frame->setVisible(InterimShown);
 }
 
 void frmShowSmp::RefreshSamplesAndTails() {
@@ -146,8 +169,8 @@ void frmShowSmp::RefreshSamplesAndTails() {
         fraSamples_.Options[at]->setEnabled(SamplesOffered(i + 1));
         fraTails_.Options[at]->setEnabled(TailsOffered(i + 1));
     }
-    fraSamples_.Options[static_cast<std::size_t>(NoOfSamples - 1)]->setChecked(true);
-    fraTails_.Options[static_cast<std::size_t>(NoOfTails - 1)]->setChecked(true);
+    CheckOption(fraSamples_.Options, NoOfSamples - 1);
+    CheckOption(fraTails_.Options, NoOfTails - 1);
     fraSamples_.Frame->setVisible(SamplesShown);
     fraTails_.Frame->setVisible(TailsShown);
     chkLeftTail_->setChecked(LeftTail != False);
@@ -157,7 +180,7 @@ void frmShowSmp::RefreshSamplesAndTails() {
 
 void frmShowSmp::RefreshDistribution() {
     const bool isDistribution = IsTest == False;
-    fraProcedure_.Options[static_cast<std::size_t>(ProcedureNo)]->setChecked(true);
+    CheckOption(fraProcedure_.Options, ProcedureNo);
     fraProcedure_.Frame->setVisible(isDistribution);
     lblParameter_->setVisible(isDistribution);
     lstParList_->setVisible(isDistribution);
@@ -210,9 +233,8 @@ void frmShowSmp::RefreshGroups() {
                 button.setText(text);
                 button.setEnabled(IntParOptionEnabled(option, group));
                 button.setVisible(!text.isEmpty());
-                if (IntParValue(kind) == option)
-                    button.setChecked(true);
             }
+            CheckOption(frame.Options, IntParValue(kind));
         }
         frame.Frame->setVisible(group < NoOfIntPar);
     }
@@ -246,6 +268,10 @@ void frmShowSmp::chkCheck_Click(i16 index) {
 
 void frmShowSmp::optIntPar_Click(i16 group, i16 option) {
     ChooseIntPar(group, option);
+}
+
+void frmShowSmp::optInterim_Click(i16 index) {
+    ChooseInterim(index);
 }
 
 void frmShowSmp::cmdOK_Click() {

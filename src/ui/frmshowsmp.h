@@ -33,6 +33,7 @@ class frmShowSmp : public QDialog {
     void lstParList_Click();
     void chkCheck_Click(i16 index);
     void optIntPar_Click(i16 group, i16 option);
+    void optInterim_Click(i16 index);
     void cmdOK_Click();
 
     // Esc and the close box give the options up.

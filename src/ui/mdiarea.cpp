@@ -20,7 +20,7 @@ void MdiArea::TakeBackground() {
 
 void MdiArea::changeEvent(QEvent* event) {
     QMdiArea::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange)
+    if (event->type() == QEvent::PaletteChange)
         TakeBackground();
 }
 

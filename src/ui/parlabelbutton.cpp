@@ -10,8 +10,19 @@ int ParLabelButton::Indent() const {
     return fontMetrics().averageCharWidth();
 }
 
+void ParLabelButton::SetUnknown(bool unknown) {
+    QFont font = this->font();
+    if (font.bold() == unknown)
+        return;
+    font.setBold(unknown);
+    setFont(font);
+}
+
 QSize ParLabelButton::sizeHint() const {
-    const QSize text = fontMetrics().size(Qt::TextShowMnemonic, this->text());
+    ensurePolished();
+    QFont bold = font();
+    bold.setBold(true);
+    const QSize text = QFontMetrics(bold).size(Qt::TextShowMnemonic, this->text());
     return {text.width() + 3 * Indent(), QPushButton::sizeHint().height()};
 }
 

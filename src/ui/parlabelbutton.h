@@ -11,6 +11,10 @@ class ParLabelButton : public QPushButton {
   public:
     using QPushButton::QPushButton;
 
+    // Stands out: the parameter is the unknown.
+    void SetUnknown(bool unknown);
+
+    // Room for the text in the bold face too, so that nothing moves when the unknown changes.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 

@@ -129,8 +129,12 @@ void QtPlatform::Show(FloatingWindow window) {
 }
 
 void QtPlatform::Hide(FloatingWindow window) {
-    if (QWidget* floating = window_.Floating(window))
-        floating->hide();
+    QWidget* floating = window_.Floating(window);
+    if (floating == nullptr || !floating->isVisible())
+        return;
+    floating->hide();
+    // Not every window manager gives the focus back to the window that it came from.
+    window_.activateWindow();
 }
 
 void QtPlatform::RefreshMenus() {

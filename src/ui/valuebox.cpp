@@ -11,7 +11,7 @@ namespace quorvanta {
 namespace {
 
 // Widest text that a box shows without scrolling.
-constexpr int visibleCharacters = 14;
+constexpr int visibleCharacters = 12;
 
 bool IsDark(const QColor& background) {
     return background.lightness() < 128;
@@ -90,9 +90,12 @@ void ValueBox::SetResult(bool result) {
 
 QSize ValueBox::sizeHint() const {
     QSize size = QLineEdit::sizeHint();
-    const int digits = fontMetrics().horizontalAdvance(QLatin1Char('0')) * visibleCharacters;
-    const QMargins margins = textMargins();
-    size.setWidth(digits + margins.left() + margins.right() + fontMetrics().height());
+    // The bold face of a result, whether the box holds one or not: nothing moves when it comes.
+    QFont bold = font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
+    size.setWidth(metrics.horizontalAdvance(QLatin1Char('0')) * visibleCharacters +
+                  metrics.height());
     return size;
 }
 
@@ -128,6 +131,11 @@ void ValueBox::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void ValueBox::keyPressEvent(QKeyEvent* event) {
+    // A letter with Alt belongs to a label of the window; the line edit would type it.
+    if (event->modifiers() == Qt::AltModifier) {
+        event->ignore();
+        return;
+    }
     if (blue_ && event->modifiers() == Qt::ControlModifier && !IsModifier(event->key()) &&
         !IsEditingKey(*event)) {
         emit KeyDownWithCtrl();
@@ -144,7 +152,7 @@ void ValueBox::keyPressEvent(QKeyEvent* event) {
 
 void ValueBox::changeEvent(QEvent* event) {
     QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::StyleChange)
+    if (event->type() == QEvent::PaletteChange && !recolouring_)
         Recolour();
 }
 
@@ -158,7 +166,9 @@ void ValueBox::Recolour() {
         const bool dark = !grey_ && IsDark(QApplication::palette().color(QPalette::Base));
         own.setColor(QPalette::Text, dark ? QColor(0x7A, 0xB8, 0xFF) : QColor(0, 0, 0xFF));
     }
+    recolouring_ = true;
     setPalette(own);
+    recolouring_ = false;
 }
 
 } // namespace quorvanta

@@ -30,6 +30,7 @@ class ValueBox : public QLineEdit {
     void SetResult(bool result);
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
 
   signals:
     void GotFocus();
@@ -49,6 +50,7 @@ class ValueBox : public QLineEdit {
 
     bool grey_ = false;
     bool blue_ = false;
+    bool recolouring_ = false; // the change of the palette is our own
     bool focusedByMouse_ = false;
 };
 

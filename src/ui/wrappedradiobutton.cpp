@@ -33,6 +33,7 @@ QRect WrappedRadioButton::TextArea(int width) const {
 }
 
 QSize WrappedRadioButton::sizeHint() const {
+    ensurePolished();
     const int width = TextLeft() + charactersPerLine * fontMetrics().averageCharWidth();
     return {width, heightForWidth(width)};
 }

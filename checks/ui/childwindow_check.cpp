@@ -1,0 +1,288 @@
+// Child windows: opening, changing between them, closing, and the end of the program.
+#include "ui/window_fixture.h"
+
+#include "core/analysis.h"
+#include "core/analysis_state.h"
+#include "ui/childwindow.h"
+#include "ui/qttext.h"
+#include "ui/valuebox.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QTest>
+
+namespace quorvanta {
+namespace {
+
+class ChildWindows : public WindowCheck {
+  protected:
+    QList<QMdiSubWindow*> Frames() { return Area().subWindowList(); }
+
+    // Every analysis as if just saved.
+    static void MarkAllSaved() {
+        for (i16 n = 1; n <= Analysis.HighBound(); ++n)
+            AnalysisState(n).Changed = False;
+    }
+
+    static QStringList Asked(std::initializer_list<int> windows) {
+        QStringList texts;
+        for (const int window : windows)
+            texts << QString("Calculation %1 Has Been Changed.\n\nSave Analysis?").arg(window);
+        return texts;
+    }
+};
+
+// --- Opening ----------------------------------------------------------------------------------
+
+TEST_F(ChildWindows, CarryCaptionAndRecordNumber) {
+    Trigger("mnuFile(0)");
+    Trigger("mnuFile(0)");
+    ASSERT_EQ(Frames().size(), 2);
+    EXPECT_EQ(Frames()[0]->windowTitle(), "Calculation 1");
+    EXPECT_EQ(Frames()[1]->windowTitle(), "Calculation 2");
+    EXPECT_EQ(Frames()[0]->widget()->property("tag").toString(), "1");
+    EXPECT_EQ(Frames()[1]->widget()->property("tag").toString(), "2");
+    EXPECT_EQ(AnalysisNo, 2);
+    EXPECT_EQ(Area().activeSubWindow(), Frames()[1]);
+}
+
+TEST_F(ChildWindows, OpenInACascade) {
+    for (int i = 0; i < 3; ++i)
+        Trigger("mnuFile(0)");
+    const int dpi = Window().logicalDpiX();
+    EXPECT_EQ(Frames()[0]->pos(), QPoint(0, 0));
+    EXPECT_EQ(Frames()[1]->pos(), QPoint(150 * dpi / 1440, 350 * dpi / 1440));
+    EXPECT_EQ(Frames()[2]->pos(), QPoint(300 * dpi / 1440, 700 * dpi / 1440));
+}
+
+TEST_F(ChildWindows, StayInsideTheirAreaHoweverManyOpen) {
+    const QRect area = Area().viewport()->rect();
+    for (int i = 0; i < 60; ++i)
+        Trigger("mnuFile(0)");
+    for (const QMdiSubWindow* frame : Frames())
+        EXPECT_TRUE(area.contains(frame->geometry())) << qPrintable(frame->windowTitle());
+    // The last one grows with its test and is moved in as far as it must.
+    Trigger("mnuStudent(0)");
+    AcceptOptions();
+    EXPECT_TRUE(area.contains(Child().parentWidget()->geometry()));
+}
+
+TEST_F(ChildWindows, ShareTheTextsOfAKind) {
+    OpenTTest();
+    Type(PlaceOf("&Standard Deviation"), "0.77");
+    Trigger("mnuFile(0)");
+    Trigger("mnuStudent(0)");
+    AcceptOptions();
+    EXPECT_EQ(Value(PlaceOf("&Standard Deviation")), "0.77");
+}
+
+// --- Changing between windows -----------------------------------------------------------------
+
+TEST_F(ChildWindows, KeepTheirOwnAnalysis) {
+    OpenTTest();
+    const int sd = PlaceOf("&Standard Deviation");
+    Type(sd, "2");
+    Trigger("mnuFile(0)");
+    Trigger("mnuStudent(1)");
+    AcceptOptions();
+    const QString secondHead = hands::TextOf(Child(), "lblHead1");
+    EXPECT_TRUE(secondHead.startsWith("Student's t-test, Paired"));
+
+    // A click on the free space of the first window brings it to the front.
+    auto* first = Frames()[0]->widget();
+    QTest::mouseClick(first, Qt::LeftButton, {}, QPoint(first->width() / 2, first->height() - 4));
+    EXPECT_EQ(AnalysisNo, 1);
+    EXPECT_EQ(CalcNo, 1);
+    EXPECT_EQ(Area().activeSubWindow(), Frames()[0]);
+    EXPECT_EQ(Value(sd), "2");
+    EXPECT_EQ(TestNo, 0);
+
+    Area().setActiveSubWindow(Frames()[1]);
+    EXPECT_EQ(AnalysisNo, 2);
+    EXPECT_EQ(TestNo, 1);
+    EXPECT_EQ(hands::TextOf(Child(), "lblHead1"), secondHead);
+}
+
+TEST_F(ChildWindows, KeepAStaleResultStaleWhileAnotherWasInFront) {
+    OpenTTest();
+    Type(PlaceOf("&Standard Deviation"), "2");
+    ASSERT_EQ(Calculated, False);
+    Trigger("mnuFile(0)");
+    Area().setActiveSubWindow(Frames()[0]);
+    EXPECT_EQ(Calculated, False);
+    EXPECT_TRUE(Box(PlaceOf("&Power")).IsGrey());
+}
+
+TEST_F(ChildWindows, KeepAStaleResultStaleAfterAnotherProgramWasInFront) {
+    OpenTTest();
+    Type(PlaceOf("&Standard Deviation"), "2");
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    Window().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    EXPECT_EQ(Calculated, False);
+    EXPECT_TRUE(Box(PlaceOf("&Power")).IsGrey());
+}
+
+TEST_F(ChildWindows, DoNotChangeTheAnalysisDuringARun) {
+    OpenTTest();
+    Trigger("mnuFile(0)");
+    Calculating = True;
+    Area().setActiveSubWindow(Frames()[0]);
+    EXPECT_EQ(AnalysisNo, 2);
+    Calculating = False;
+}
+
+TEST_F(ChildWindows, AreListedInTheWindowMenu) {
+    OpenTTest();
+    Trigger("mnuFile(0)");
+    auto* menu = Window().findChild<QMenu*>("mnuWindowHead");
+    emit menu->aboutToShow();
+    QStringList texts;
+    for (const QAction* action : menu->actions())
+        texts << action->text();
+    EXPECT_TRUE(texts.contains("Calculation 1"));
+    EXPECT_TRUE(texts.contains("Calculation 2"));
+    menu->actions().at(texts.indexOf("Calculation 1"))->trigger();
+    EXPECT_EQ(AnalysisNo, 1);
+}
+
+// --- Closing ----------------------------------------------------------------------------------
+
+TEST_F(ChildWindows, CloseUnaskedWhenNothingHasChanged) {
+    OpenTTest();
+    MarkAllSaved();
+    CloseChild();
+    EXPECT_TRUE(Frames().isEmpty());
+    EXPECT_TRUE(Messages.Texts.isEmpty());
+}
+
+TEST_F(ChildWindows, AskAboutUnsavedChangesAndCloseOnNo) {
+    OpenTTest();
+    Messages.Answers = {QMessageBox::No};
+    CloseChild();
+    EXPECT_EQ(Messages.Texts, Asked({1}));
+    EXPECT_EQ(Messages.LastButtons, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    EXPECT_EQ(Messages.LastIcon, QMessageBox::Warning);
+    EXPECT_EQ(CloseMode, CloseByUser);
+    EXPECT_TRUE(Frames().isEmpty());
+}
+
+TEST_F(ChildWindows, StayOpenOnCancelWithEveryValue) {
+    OpenTTest();
+    const int sd = PlaceOf("&Standard Deviation");
+    Type(sd, "4");
+    Messages.Answers = {QMessageBox::Cancel};
+    CloseChild();
+    ASSERT_EQ(Frames().size(), 1);
+    EXPECT_EQ(Value(sd), "4");
+    EXPECT_EQ(AnalysisNo, 1);
+    EXPECT_EQ(AnalysisState(1).Changed, True);
+}
+
+TEST_F(ChildWindows, StayOpenOnYesUnlessTheSaveSucceeds) {
+    OpenTTest();
+    Messages.Answers = {QMessageBox::Yes};
+    CloseChild();
+    ASSERT_FALSE(Messages.Texts.isEmpty());
+    EXPECT_EQ(Messages.Texts.front(), Asked({1}).front());
+    EXPECT_EQ(Frames().isEmpty(), AnyOpenAnalysis() == false);
+    EXPECT_EQ(Frames().size(), 1) << "nothing was saved";
+}
+
+TEST_F(ChildWindows, RefuseToCloseDuringARunWithoutAMessage) {
+    OpenTTest();
+    Calculating = True;
+    CloseChild();
+    EXPECT_EQ(Frames().size(), 1);
+    EXPECT_TRUE(Messages.Texts.isEmpty());
+    Window().close();
+    EXPECT_TRUE(Window().isVisible());
+    EXPECT_TRUE(Messages.Texts.isEmpty());
+    Calculating = False;
+}
+
+TEST_F(ChildWindows, LeaveTheLowestOpenAnalysisCurrent) {
+    for (int i = 0; i < 3; ++i)
+        OpenTTest();
+    MarkAllSaved();
+    CloseChild();
+    EXPECT_EQ(AnalysisNo, 1);
+    EXPECT_EQ(Area().activeSubWindow()->windowTitle(), "Calculation 1");
+    EXPECT_EQ(AnalysisState(3).Closed, True);
+    EXPECT_EQ(Frames().size(), 2);
+}
+
+TEST_F(ChildWindows, LeaveTheFrontWindowCurrentWhenOneBehindCloses) {
+    OpenTTest();
+    OpenTTest();
+    MarkAllSaved();
+    Frames()[0]->close();
+    hands::Settle();
+    EXPECT_EQ(AnalysisNo, 2);
+    EXPECT_EQ(Area().activeSubWindow()->windowTitle(), "Calculation 2");
+}
+
+TEST_F(ChildWindows, StartAgainWithOneAfterTheLastHasClosed) {
+    OpenTTest();
+    MarkAllSaved();
+    CloseChild();
+    EXPECT_EQ(AnalysisNo, 0);
+    EXPECT_EQ(Analysis.HighBound(), 0);
+    EXPECT_EQ(AnalysisState.HighBound(), 0);
+    for (int i = 0; i <= 4; ++i)
+        EXPECT_FALSE(Window().findChild<QAction*>(ControlName("mnuGetInfo", i))->isEnabled());
+    Trigger("mnuFile(0)");
+    EXPECT_EQ(AnalysisNo, 1);
+    EXPECT_EQ(Frames()[0]->windowTitle(), "Calculation 1");
+    EXPECT_EQ(Frames()[0]->pos(), QPoint(0, 0));
+}
+
+// --- Exit -------------------------------------------------------------------------------------
+
+TEST_F(ChildWindows, AreAllAskedOnExit) {
+    for (int i = 0; i < 3; ++i)
+        OpenTTest();
+    Trigger("mnuFile(13)");
+    EXPECT_EQ(Messages.Texts, Asked({1, 2, 3}));
+    EXPECT_EQ(CloseMode, CloseWithMain);
+    EXPECT_FALSE(Window().isVisible());
+    hands::Settle();
+    EXPECT_TRUE(Frames().isEmpty());
+}
+
+TEST_F(ChildWindows, AllStayOpenWhenOneOfThemCancelsTheExit) {
+    for (int i = 0; i < 3; ++i)
+        OpenTTest();
+    Messages.Answers = {QMessageBox::No, QMessageBox::Cancel};
+    Window().close();
+    EXPECT_EQ(Messages.Texts, Asked({1, 2}));
+    EXPECT_TRUE(Window().isVisible());
+    EXPECT_EQ(Frames().size(), 3);
+    EXPECT_EQ(Area().activeSubWindow()->windowTitle(), "Calculation 2") << "the one in question";
+    EXPECT_EQ(AnalysisNo, 2);
+    EXPECT_EQ(AnalysisState(1).Closed, False);
+}
+
+TEST_F(ChildWindows, EndTheProgramWithOptionsStillOpen) {
+    OpenTTest();
+    MarkAllSaved();
+    Trigger("mnuStudent(1)");
+    ASSERT_TRUE(Options().isVisible());
+    Window().close();
+    EXPECT_FALSE(Window().isVisible());
+    EXPECT_FALSE(Options().isVisible());
+}
+
+TEST_F(ChildWindows, EndTheProgramUnaskedWhenNoneIsOpen) {
+    Window().close();
+    EXPECT_FALSE(Window().isVisible());
+    EXPECT_TRUE(Messages.Texts.isEmpty());
+}
+
+} // namespace
+} // namespace quorvanta
