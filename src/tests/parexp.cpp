@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/options.h"
 #include "numeric/probdist.h"
+#include "numeric/rounding.h"
 #include "tests/precision.h"
 #include "tests/samplevalues.h"
 #include "tests/scalestatistic.h"

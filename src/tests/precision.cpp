@@ -4,6 +4,7 @@
 #include "core/general.h"
 #include "core/options.h"
 #include "numeric/probdist.h"
+#include "numeric/rounding.h"
 #include "tests/scalestatistic.h"
 
 #include <cmath>

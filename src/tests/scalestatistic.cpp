@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/general.h"
 #include "numeric/probdist.h"
+#include "numeric/rounding.h"
 #include "tests/hypotheses.h"
 #include "tests/powereq.h"
 
