@@ -11,8 +11,8 @@
 namespace quorvanta {
 namespace {
 
-// Sixteen sets of values, so that no branch predictor learns one of them by heart.
-constexpr int noOfSets = 16;
+// Values of so many sets in turn that no branch predictor learns them by heart.
+constexpr i32 valuesInTurn = 400000;
 
 Array1<f32> RandomValues(i32 n) {
     Array1<f32> values(1, n);
@@ -26,7 +26,7 @@ void MeasureSort(benchmark::State& state, Sort&& sort) {
     const i32 n = static_cast<i32>(state.range(0));
     Rnd(-1.0);
     std::vector<Array1<f32>> sets;
-    for (int set = 0; set < noOfSets; ++set)
+    for (i32 drawn = 0; drawn < valuesInTurn; drawn += n)
         sets.push_back(RandomValues(n));
     Array1<i32> index;
     std::size_t set = 0;
@@ -34,7 +34,7 @@ void MeasureSort(benchmark::State& state, Sort&& sort) {
         sort(sets[set], index, n);
         benchmark::DoNotOptimize(index.Raw().data());
         benchmark::ClobberMemory();
-        set = (set + 1) % noOfSets;
+        set = (set + 1) % sets.size();
     }
     state.SetItemsProcessed(state.iterations() * n);
 }

@@ -32,15 +32,12 @@ inline f64 FastLog(f64 x) {
 
     const f64 s = (m - 1.0) / (m + 1.0);
     const f64 w = s * s;
-    f64 p = 2.0 / 21.0 * w + 2.0 / 19.0;
-    p = p * w + 2.0 / 17.0;
-    p = p * w + 2.0 / 15.0;
-    p = p * w + 2.0 / 13.0;
-    p = p * w + 2.0 / 11.0;
-    p = p * w + 2.0 / 9.0;
-    p = p * w + 2.0 / 7.0;
-    p = p * w + 2.0 / 5.0;
-    p = p * w + 2.0 / 3.0;
+    const f64 w2 = w * w;
+    const f64 w4 = w2 * w2;
+    const f64 p0 = (2.0 / 3.0 + 2.0 / 5.0 * w) + (2.0 / 7.0 + 2.0 / 9.0 * w) * w2;
+    const f64 p1 = (2.0 / 11.0 + 2.0 / 13.0 * w) + (2.0 / 15.0 + 2.0 / 17.0 * w) * w2;
+    const f64 p2 = 2.0 / 19.0 + 2.0 / 21.0 * w;
+    const f64 p = p0 + (p1 + p2 * w4) * w4;
     // ln 2 in two parts, the first with so few bits that its product with k is exact.
     constexpr f64 Ln2High = 0x1.62e42fefa38p-1;
     constexpr f64 Ln2Low = 0x1.ef35793c7673p-45;
@@ -58,15 +55,13 @@ inline f64 FastCos(f64 x) {
     const f64 e = x - PiHigh;
     const f64 d = (std::fabs(e) - 0.5 * PiHigh) - (std::copysign(PiLow, e) + 0.5 * PiLow);
     const f64 w = d * d;
-    f64 p = 1.0 / 51090942171709440000.0 * w - 1.0 / 121645100408832000.0;
-    p = p * w + 1.0 / 355687428096000.0;
-    p = p * w - 1.0 / 1307674368000.0;
-    p = p * w + 1.0 / 6227020800.0;
-    p = p * w - 1.0 / 39916800.0;
-    p = p * w + 1.0 / 362880.0;
-    p = p * w - 1.0 / 5040.0;
-    p = p * w + 1.0 / 120.0;
-    p = p * w - 1.0 / 6.0;
+    const f64 w2 = w * w;
+    const f64 w4 = w2 * w2;
+    const f64 p0 = (-1.0 / 6.0 + 1.0 / 120.0 * w) + (-1.0 / 5040.0 + 1.0 / 362880.0 * w) * w2;
+    const f64 p1 = (-1.0 / 39916800.0 + 1.0 / 6227020800.0 * w) +
+                   (-1.0 / 1307674368000.0 + 1.0 / 355687428096000.0 * w) * w2;
+    const f64 p2 = -1.0 / 121645100408832000.0 + 1.0 / 51090942171709440000.0 * w;
+    const f64 p = p0 + (p1 + p2 * w4) * w4;
     return d + d * (w * p);
 }
 

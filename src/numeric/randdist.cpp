@@ -23,7 +23,8 @@ namespace {
 // Guards that several generators share.
 constexpr f64 NormalGuard = 0.0000000001;
 constexpr f64 LognormalGuard = 0.00000001;
-constexpr f64 OneGuarded = 1.0000000001;  // of exponential times
+constexpr f64 OneGuarded = 1.0000000001; // of exponential times
+constexpr f64 OneGuardedWeibull = 1.000000001;
 constexpr f64 OneGuardedSum = 1.00000001; // of exponential terms of a sum
 constexpr f64 HazardGuard = 0.00000001;
 constexpr f64 TwoPi = 6.283185308;
@@ -49,15 +50,16 @@ void ForEachBlock(std::span<T> cells, std::size_t limit, Action&& action) {
     }
 }
 
-// RandSample by a transform of one uniform number per element.
-template <class Transform>
-void FillFromUniform(Transform&& transform) {
-    ForEachBlock(ElementsOf(RandSample), BlockSize, [&](std::span<f32> block) {
-        for (f32& cell : block)
-            cell = Rnd();
-        for (f32& cell : block)
-            cell = static_cast<f32>(transform(static_cast<f64>(cell)));
-    });
+void DrawUniforms(std::span<f64> uniforms) {
+    for (f64& u : uniforms)
+        u = Rnd();
+}
+
+// Exponential variates with mean 1; one is 1 with the guard of the generator.
+void DrawExponentials(std::span<f64> times, f64 one) {
+    DrawUniforms(times);
+    for (f64& time : times)
+        time = -FastLog(one - time);
 }
 
 f64 BoxMuller(f64 u, f64 v, f64 guard) {
@@ -78,15 +80,30 @@ void DrawNormals(std::span<f64> normals, f64 guard) {
     });
 }
 
-// RandSample by a transform of one normal variate per element.
+// RandSample by a transform of one variate per element, drawn by drawBlock.
+template <class DrawBlock, class Transform>
+void Fill(DrawBlock&& drawBlock, Transform&& transform) {
+    ForEachBlock(ElementsOf(RandSample), BlockSize, [&](std::span<f32> block) {
+        std::array<f64, BlockSize> variates;
+        drawBlock(std::span(variates).first(block.size()));
+        for (std::size_t i = 0; i < block.size(); ++i)
+            block[i] = static_cast<f32>(transform(variates[i]));
+    });
+}
+
+template <class Transform>
+void FillFromUniform(Transform&& transform) {
+    Fill(DrawUniforms, transform);
+}
+
+template <class Transform>
+void FillFromExponential(f64 one, Transform&& transform) {
+    Fill([one](std::span<f64> times) { DrawExponentials(times, one); }, transform);
+}
+
 template <class Transform>
 void FillFromNormal(f64 guard, Transform&& transform) {
-    ForEachBlock(ElementsOf(RandSample), BlockSize, [&](std::span<f32> block) {
-        std::array<f64, BlockSize> normals;
-        DrawNormals(std::span(normals).first(block.size()), guard);
-        for (std::size_t i = 0; i < block.size(); ++i)
-            block[i] = static_cast<f32>(transform(normals[i]));
-    });
+    Fill([guard](std::span<f64> normals) { DrawNormals(normals, guard); }, transform);
 }
 
 } // namespace
@@ -140,15 +157,16 @@ void RandNormal() {
 }
 
 void RandExponential() {
-    FillFromUniform([](f64 u) { return -FastLog(OneGuarded - u); });
+    FillFromExponential(OneGuarded, [](f64 e) { return e; });
 }
 
 void RandLaplace() {
     const f64 ln2 = std::log(2.0);
     constexpr f64 Guard = 0.00001F;
     FillFromUniform([ln2](f64 u) {
-        const f64 log = FastLog(u >= 0.5 ? 1.0 - u : u + Guard);
-        return u >= 0.5 ? -ln2 - log : ln2 + log;
+        const f64 upper = -ln2 - FastLog(1.0 - u);
+        const f64 lower = ln2 + FastLog(u + Guard);
+        return u >= 0.5 ? upper : lower;
     });
 }
 
@@ -168,7 +186,7 @@ void RandExtremeValue() {
 
 void RandWeibull(f32 shape) {
     const f64 r = static_cast<f32>(1.0 / shape);
-    FillFromUniform([r](f64 u) { return std::pow(std::fabs(-FastLog(1.000000001 - u)), r); });
+    FillFromExponential(OneGuardedWeibull, [r](f64 e) { return std::pow(std::fabs(e), r); });
 }
 
 void RandLognormal(f32 shape) {
@@ -186,18 +204,15 @@ f64 DrawGammaBelowOne(f64 d) {
     for (;;) {
         const f64 u = Rnd();
         const f64 v = Rnd();
-        f32 x = 0;
-        f32 w = 0;
-        if (u <= c) {
-            x = static_cast<f32>(std::pow(u / c, 1.0 / d));
-            if (x < AcceptedAtOnce)
-                return x;
-            w = static_cast<f32>(v / std::pow(x, 1.0 - d));
-        } else {
-            x = static_cast<f32>(1.0 - FastLog((u - c) / (1.0 - c)));
-            w = static_cast<f32>(v * std::exp(-static_cast<f64>(x)));
-        }
-        const f32 t = static_cast<f32>(std::exp(-static_cast<f64>(x)) / std::pow(x, 1.0 - d));
+        const bool belowOne = u <= c;
+        const f32 x = static_cast<f32>(belowOne ? std::pow(u / c, 1.0 / d)
+                                                : 1.0 - FastLog((u - c) / (1.0 - c)));
+        if (belowOne && x < AcceptedAtOnce)
+            return x;
+        const f64 power = std::pow(static_cast<f64>(x), 1.0 - d);
+        const f64 decay = std::exp(-static_cast<f64>(x));
+        const f32 w = static_cast<f32>(belowOne ? v / power : v * decay);
+        const f32 t = static_cast<f32>(decay / power);
         if (w <= t)
             return x;
     }
@@ -207,7 +222,7 @@ f64 DrawGammaBelowOne(f64 d) {
 
 void RandGamma(f32 shape) {
     const i32 k = ToI32(Int(shape));
-    const f32 d = static_cast<f32>(static_cast<f64>(shape) - k);
+    const f32 d = static_cast<f32>(shape - Int(shape));
     for (f32& cell : ElementsOf(RandSample)) {
         f32 s = 0;
         for (i32 term = 1; term <= k; ++term)
@@ -235,16 +250,18 @@ void FillByWilsonHilferty(f32 df) {
 void RandChi2(f32 df) {
     if (df > 30.0F)
         return FillByWilsonHilferty(df);
-    const i16 k = MaxInteger(ToI16(df), 0);
-    std::array<f64, 30> normals;
-    const auto terms = std::span(normals).first(static_cast<std::size_t>(k));
-    for (f32& cell : ElementsOf(RandSample)) {
+    const auto k = static_cast<std::size_t>(MaxInteger(ToI16(df), 0));
+    ForEachBlock(ElementsOf(RandSample), BlockSize / 30, [k](std::span<f32> block) {
+        std::array<f64, BlockSize> normals;
+        const auto terms = std::span(normals).first(k * block.size());
         DrawNormals(terms, NormalGuard);
-        f32 s = 0;
-        for (const f64 z : terms)
-            s = static_cast<f32>(s + z * z);
-        cell = s;
-    }
+        for (std::size_t i = 0; i < block.size(); ++i) {
+            f32 s = 0;
+            for (const f64 z : terms.subspan(k * i, k))
+                s = static_cast<f32>(s + z * z);
+            block[i] = s;
+        }
+    });
 }
 
 void RandBivNormal(f32 rho) {

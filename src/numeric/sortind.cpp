@@ -21,7 +21,7 @@ constexpr std::size_t DigitValues = 256;
 using Item = std::uint64_t;
 
 // Work arrays that keep their memory between the replicates of a simulation.
-std::vector<std::uint32_t> keys;
+std::vector<i32> keys;
 std::vector<Item> SortPerm;
 std::vector<Item> sorted;
 
@@ -37,15 +37,15 @@ void SortByCounting(std::span<const f32> values, std::span<i32> index) {
     const std::size_t n = values.size();
     keys.resize(n);
     for (std::size_t i = 0; i < n; ++i)
-        keys[i] = KeyOf(values[i]);
+        keys[i] = static_cast<i32>(KeyOf(values[i]) ^ 0x80000000U);
     for (std::size_t i = 0; i < n; ++i) {
-        const std::uint32_t key = keys[i];
-        std::uint32_t before = 0;
+        const i32 key = keys[i];
+        i32 before = 0;
         for (std::size_t j = 0; j < i; ++j)
-            before += keys[j] <= key ? 1U : 0U;
+            before += keys[j] <= key ? 1 : 0;
         for (std::size_t j = i + 1; j < n; ++j)
-            before += keys[j] < key ? 1U : 0U;
-        index[before] = static_cast<i32>(i + 1);
+            before += keys[j] < key ? 1 : 0;
+        index[static_cast<std::size_t>(before)] = static_cast<i32>(i + 1);
     }
 }
 
