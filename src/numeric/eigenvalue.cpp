@@ -77,7 +77,7 @@ bool EigenValues(i16 n, const Array2<f64>& a, Array1<f64>& real, Array1<f64>& im
     Array2<f64> h = a;
     EigenBalance(h, n);
     EigenHessenberg(h, n);
-    return EigenQR(h, n, EigenMaxSteps, real, imaginary);
+    return EigenQR(h, n, EigenStepsPerRow * n, real, imaginary);
 }
 
 void EigenBalance(Array2<f64>& h, int n) {
@@ -174,10 +174,9 @@ struct Shifts {
 };
 
 Shifts ShiftsOf(const Array2<f64>& h, int last, int step) {
-    if (step != 10 && step != 20)
+    constexpr int Patience = 10;
+    if (step == 0 || step % Patience != 0)
         return {h(last, last), h(last - 1, last - 1), h(last, last - 1) * h(last - 1, last)};
-    // A step that has found no way out so far: the exceptional shifts of Martin, Peters and
-    // Wilkinson.
     const f64 s = std::fabs(h(last, last - 1)) + std::fabs(h(last - 1, last - 2));
     const f64 x = h(last, last) + 0.75 * s;
     return {x, x, -0.4375 * s * s};
@@ -192,16 +191,17 @@ void FrancisStep(Array2<f64>& h, int first, int last, const Shifts& shifts) {
         (fromX * fromY - shifts.Product) / h(first + 1, first) + h(first, first + 1),
         h(first + 1, first + 1) - h(first, first) - fromX - fromY, h(first + 2, first + 1)};
     for (int k = first; k < last; ++k) {
-        const std::size_t rows = k + 2 <= last ? 3 : 2;
-        const auto v = std::span(bulge).first(rows);
-        if (k > first)
-            for (int i = 0; i < static_cast<int>(rows); ++i)
+        const int rows = std::min(3, last - k + 1);
+        const auto v = std::span(bulge).first(static_cast<std::size_t>(rows));
+        const bool isChased = k > first;
+        if (isChased)
+            for (int i = 0; i < rows; ++i)
                 v[static_cast<std::size_t>(i)] = h(k + i, k - 1);
         const f64 beta = Householder(v);
-        ReflectRows(h, v, beta, k, std::max(k - 1, first), last);
+        ReflectRows(h, v, beta, k, isChased ? k - 1 : k, last);
         ReflectColumns(h, v, beta, k, first, std::min(k + 3, last));
-        if (k > first)
-            for (int i = 1; i < static_cast<int>(rows); ++i)
+        if (isChased)
+            for (int i = 1; i < rows; ++i)
                 h(k + i, k - 1) = 0;
     }
 }
@@ -210,23 +210,25 @@ void FrancisStep(Array2<f64>& h, int first, int last, const Shifts& shifts) {
 
 bool EigenQR(Array2<f64>& h, int n, int maxSteps, Array1<f64>& real, Array1<f64>& imaginary) {
     const f64 size = SumOfSizes(h, n);
-    int step = 0;
+    int steps = 0;
+    int stepsOfThisOne = 0;
     for (int last = n; last >= 1;) {
         const int first = BlockStart(h, last, size);
         if (first == last) {
             real(last) = h(last, last);
             imaginary(last) = 0;
             last -= 1;
-            step = 0;
+            stepsOfThisOne = 0;
         } else if (first == last - 1) {
             SplitPair(h, first, real, imaginary);
             last -= 2;
-            step = 0;
+            stepsOfThisOne = 0;
         } else {
-            if (step == maxSteps)
+            if (steps == maxSteps)
                 return false;
-            FrancisStep(h, first, last, ShiftsOf(h, last, step));
-            ++step;
+            FrancisStep(h, first, last, ShiftsOf(h, last, stepsOfThisOne));
+            ++steps;
+            ++stepsOfThisOne;
         }
     }
     return true;

@@ -22,12 +22,15 @@ void EigenBalance(Array2<f64>& h, int n);
 // Computations, 3rd ed. 1996, algorithm 7.4.2).
 void EigenHessenberg(Array2<f64>& h, int n);
 
-// The QR iteration with double shifts on a Hessenberg matrix (J. G. F. Francis, 1961; R. S. Martin,
-// G. Peters and J. H. Wilkinson, 1970, Numerische Mathematik 14, 219-231, with its exceptional
-// shifts after 10 and 20 steps; Golub and Van Loan, algorithms 7.5.1 and 7.5.2). Overwrites h. An
-// eigenvalue that needs more than maxSteps steps ends the iteration with those found so far; true
-// when all were found. The outputs are already sized.
-inline constexpr int EigenMaxSteps = 30;
+// The QR iteration with double shifts on a Hessenberg matrix (J. G. F. Francis, 1961; Golub and Van
+// Loan, algorithms 7.5.1 and 7.5.2), and the exceptional shifts of R. S. Martin, G. Peters and
+// J. H. Wilkinson (1970, Numerische Mathematik 14, 219-231) at every tenth step without a result:
+// without them a cyclic permutation never converges, and with them at the tenth and the twentieth
+// step alone, as published, some matrices with multiple defective eigenvalues take too long.
+//
+// Overwrites h. Ends after maxSteps steps in all with the eigenvalues found so far; true when all
+// were found. The outputs come in sized.
+inline constexpr int EigenStepsPerRow = 30;
 bool EigenQR(Array2<f64>& h, int n, int maxSteps, Array1<f64>& real, Array1<f64>& imaginary);
 
 } // namespace quorvanta
