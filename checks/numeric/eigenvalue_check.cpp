@@ -266,12 +266,12 @@ TEST(EigenValues, ExceptionalShiftsBreakACycle) {
     }
 }
 
-// Five-fold defective eigenvalues: some of these matrices are not done in 30 steps per row when the
-// exceptional shifts come at the tenth and the twentieth step alone.
+// Two double defective eigenvalues: three in a thousand of these matrices are not done in 30 steps
+// per row when the exceptional shifts come at the tenth and the twentieth step alone.
 TEST(EigenValues, DefectiveMatricesConverge) {
     Rnd(-6.0);
     for (int k = 0; k < 4000; ++k)
-        SpectrumOf(Defective(9 + k % 2));
+        SpectrumOf(Defective(4));
 }
 
 // Compound symmetry, on which the epsilon of repeated measures is 1: 1 + (n - 1) rho once and
