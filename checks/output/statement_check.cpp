@@ -6,9 +6,12 @@
 #include "output/statement.h"
 #include "support/analysis_fixture.h"
 
+#include <algorithm>
 #include <initializer_list>
 #include <map>
+#include <span>
 #include <utility>
+#include <vector>
 
 namespace quorvanta {
 namespace {
@@ -633,7 +636,7 @@ TEST_F(Statement, OneWayANOVAWithALargerFirstGroup) {
                 {{147, "0.654"}, {17, "4"}, {4, "40"}, {151, "0.5"}});
     OfferTwoTailsOnly();
     EXPECT_EQ(SumStatement(),
-              "With a total sample size of 100 (40 in group 1 and 20 in each other group), the any "
+              "With a total sample size of 100 (40 in group 1 and 20 in each other group), any "
               "(mean i - mean j) under H1 is 0.654 for a power of 0.80 when testing the null "
               "hypothesis H0: all (mean i - mean j) = 0 (equal means) against H1: any (mean i - "
               "mean j) = 0.654. For the design, the number of groups is 4. The test used is ANOVA, "
@@ -952,12 +955,131 @@ TEST_F(SequentialStatement, TellsSeveralAcceptLevelsAndEstimatesOverAll) {
               std::string::npos);
 }
 
+// What stands in the size column of a log-rank design are times or events.
+TEST_F(SequentialStatement, SaysNothingOfSizesThatAreTimes) {
+    AnalyseTest(630, TwoSamples, OneSided, 1, {0, 1, 332, 9, 73, 99, 5}, {{99, "90"}});
+    Design(1);
+    RejectH0Text(0) = "0.005";
+    InterimSize1Text(0) = "2.5";
+    EXPECT_EQ(SumStatement().find("cumulative"), std::string::npos);
+}
+
 TEST_F(SequentialStatement, HasNoMoreThanTheTestWithoutInterimAnalyses) {
     AnalyseTest(620, OneSample, OneSided, 1, {0, 1, 35, 83, 85}, {{1, "0.853"}});
     Design(0);
     RejectH0Text(0) = "0.05";
     EXPECT_TRUE(SumStatement().ends_with("Test of Proportions, Design, one-sided, at the "
                                          "significance level 0.05."));
+}
+
+// --- Every analysis that there is ---------------------------------------------------------------
+
+void ExpectReadable(const std::string& text) {
+    ASSERT_FALSE(text.empty());
+    EXPECT_TRUE(text[0] >= 'A' && text[0] <= 'Z') << text;
+    EXPECT_TRUE(text.ends_with(".")) << text;
+    for (const char* bad : {"  ", " ,", " .", ",,", ",.", "&", " = .", " = ,", " is .", " is ,",
+                            "()", "( ", " )", "\n", "H0:m", "H1:m"})
+        EXPECT_EQ(text.find(bad), std::string::npos) << '"' << bad << "\" in " << text;
+    EXPECT_EQ(std::count(text.begin(), text.end(), '('), std::count(text.begin(), text.end(), ')'))
+        << text;
+}
+
+class EveryStatement : public Statement {
+  protected:
+    // The statement for the options as they are chosen now, with some result.
+    void Read() {
+        AcceptOptions();
+        if (!HasValue(ParText(ParKind(UnknownParNo))))
+            ParText(ParKind(UnknownParNo)) = "0.5";
+        const std::string text = SumStatement();
+        ExpectReadable(text);
+        for (i16 i = 0; i <= NoOfPar; ++i) {
+            const std::string label = StripAmpersand(ParLabel(ParKind(i)));
+            if (!label.starts_with("H0:") || label.find("No (p)") != std::string::npos)
+                continue;
+            EXPECT_NE(text.find(" = " + Format(ReadNumber(ParText(ParKind(i))), "0.#####")),
+                      std::string::npos)
+                << label << " in " << text;
+        }
+        ++read_;
+    }
+
+    // Calls again with each tail and each option of each group that the analysis offers.
+    template <class Reopen>
+    void ReadAll(Reopen reopen) {
+        for (const i16 tails : {OneSided, TwoSided, TwoOneSided}) {
+            reopen();
+            if (!TailsOffered(tails))
+                continue;
+            ChooseTails(tails);
+            const i16 groups = NoOfIntPar;
+            Read();
+            for (i16 position = 0; position < groups; ++position)
+                for (const i16 option : {i16{0}, i16{1}, i16{2}}) {
+                    reopen();
+                    ChooseTails(tails);
+                    if (position >= NoOfIntPar || !IntParOptionEnabled(option, position))
+                        continue;
+                    ChooseIntPar(position, option);
+                    Read();
+                }
+        }
+    }
+
+    static void CollectTests(std::span<const MenuItem> items, std::vector<i16>& menuNos) {
+        for (const MenuItem& item : items) {
+            if (item.Action == MenuAction::Test)
+                menuNos.push_back(item.MenuNo);
+            CollectTests(item.Children, menuNos);
+        }
+    }
+
+    bool IsServed(i16 menuNo) {
+        NewTest(menuNo);
+        return ChoosingOptions;
+    }
+
+    int read_ = 0;
+};
+
+TEST_F(EveryStatement, OfATestIsReadable) {
+    NewWindow(CalculationWindow);
+    std::vector<i16> menuNos;
+    CollectTests(MainMenu(), menuNos);
+    ASSERT_GT(menuNos.size(), 100U);
+    for (const i16 menuNo : menuNos) {
+        SCOPED_TRACE(TestMenuName(menuNo));
+        if (IsServed(menuNo))
+            ReadAll([this, menuNo] { OpenTest(menuNo); });
+        CancelOptions();
+    }
+    EXPECT_GT(read_, 50);
+}
+
+TEST_F(EveryStatement, OfAParameterIsReadable) {
+    NewWindow(CalculationWindow);
+    for (i16 distrNo = DistrNormal; distrNo <= DistrBivariateNormal; ++distrNo)
+        for (i16 parListNo = 0; parListNo < static_cast<i16>(DistrParList(distrNo).size());
+             ++parListNo)
+            for (const i16 procedureNo : {ProcedureTest, ProcedureEstimate, ProcedureInterval})
+                for (const i16 samples : {OneSample, TwoSamples}) {
+                    NewDistribution(distrNo);
+                    if (!ChoosingOptions)
+                        continue;
+                    const auto reopen = [&] {
+                        OpenDistribution(distrNo, parListNo, procedureNo);
+                        if (SamplesOffered(samples))
+                            ChooseSamples(samples);
+                    };
+                    SCOPED_TRACE(
+                        DistrMenuName(distrNo) + " " +
+                        std::string(DistrParList(distrNo)[static_cast<std::size_t>(parListNo)]));
+                    ReadAll(reopen);
+                    CancelOptions();
+                }
+    if (read_ == 0)
+        GTEST_SKIP() << "no parameter analysis is available";
 }
 
 // --- Edges --------------------------------------------------------------------------------------

@@ -87,7 +87,7 @@ std::string RunClause(SumUsed& used) {
     }
     const std::string lowest = UnknownText(static_cast<f64>(TableYMin));
     const std::string highest = UnknownText(static_cast<f64>(TableYMax));
-    text += ", the " + ParPhrase(UnknownParNo);
+    text += ", " + WithArticle(ParPhrase(UnknownParNo));
     text += lowest == highest ? " will be " + lowest
                               : " will be ranging from " + lowest + " to " + highest;
     used.Add(XParNo);
@@ -127,7 +127,7 @@ std::string ResultClause(SumUsed& used) {
     const i16 result = used.Has(UnknownParNo) ? powerParNo : UnknownParNo;
     used.Add(result);
     const std::string phrase = ParPhrase(result);
-    return "the " + phrase + std::string(IsOrAre(phrase)) + ParValueText(result);
+    return WithArticle(phrase) + std::string(IsOrAre(phrase)) + ParValueText(result);
 }
 
 // The power belongs to the result, whatever was calculated.
@@ -165,39 +165,35 @@ std::string TestPhrase() {
     return saysTest ? name : name + " test";
 }
 
-// One level is two different demands in a one-sided and in a two-sided test. Left out where the
-// statistic has one direction, as that of an F-test: only two tails are offered, and mean nothing.
+// One level is two different demands in a one-sided and in a two-sided test. Nothing where the
+// statistic has one direction, as that of an F-test: two tails are all that is offered there.
 std::string SidesPhrase() {
     if (IsConfidenceLevel())
-        return IsOneSidedInterval() ? ", with a one-sided interval,"
-                                    : ", with a two-sided interval,";
+        return IsOneSidedInterval() ? ", with a one-sided interval" : ", with a two-sided interval";
     switch (NoOfTails) {
     case OneSided:
-        return ", one-sided,";
+        return ", one-sided";
     case TwoSided:
-        return TailsOffered(OneSided) && TailsShown ? ", two-sided," : "";
+        return TailsOffered(OneSided) && TailsShown ? ", two-sided" : "";
     default:
-        return ", as two one-sided tests,";
+        return ", as two one-sided tests";
     }
 }
 
+std::string LevelPhrase() {
+    return (IsSimulation() ? " at the nominal " : " at the ") + ParPhrase(levelParNo) + " " +
+           NumberInFull(NominalLevel(levelParNo));
+}
+
 std::string TestSentence(SumUsed& used) {
-    std::string text = " The test used is " + TestPhrase();
-    const bool levelVaries = HasNoSingleValue(levelParNo);
-    std::string sides = SidesPhrase();
-    if (levelVaries && sides.ends_with(","))
-        sides.pop_back();
-    text += sides;
-    if (!levelVaries) {
-        const f64 level = NominalLevel(levelParNo);
-        text += IsSimulation() ? " at the nominal " : " at the ";
-        text += ParPhrase(levelParNo) + " " + NumberInFull(level);
-    }
+    const std::string sides = SidesPhrase();
+    std::string text = " The test used is " + TestPhrase() + sides;
+    if (!HasNoSingleValue(levelParNo))
+        text += (sides.empty() ? "" : ",") + LevelPhrase();
     used.Add(levelParNo);
-    if (NoOfAnalyses() > 1) {
+    if (NoOfAnalyses() > 1)
         text += ", with " + std::to_string(NoOfInterim) + " interim" +
                 (NoOfInterim == 1 ? " analysis " : " analyses ") + "and a final analysis";
-    }
     return text + ".";
 }
 
@@ -247,8 +243,9 @@ std::string AcceptSentence() {
            (isOne ? " is " : " are ") + SumList(levels) + ".";
 }
 
+// The texts of the sizes hold times or numbers of events where the analysis has those.
 std::string SizesSentence() {
-    if (!HasValue(InterimSize1Text(0)))
+    if (UsesEventTimes() || !HasValue(InterimSize1Text(0)))
         return "";
     const bool isPair = HasValue(InterimSize2Text(0));
     std::vector<std::string> sizes;

@@ -289,6 +289,10 @@ std::string ParPhrase(i16 parNo) {
            name.substr(h0 + prefix) + " under H0";
 }
 
+std::string WithArticle(const std::string& phrase) {
+    return phrase.starts_with("any ") ? phrase : "the " + phrase;
+}
+
 std::string_view IsOrAre(std::string_view phrase) {
     const bool isOdds = phrase.starts_with("odds") && !Contains(phrase, "ratio") &&
                         !Contains(phrase, " - ") && !Contains(phrase, " / ");
@@ -376,7 +380,7 @@ std::string SumValueList(const std::vector<i16>& parNos) {
     std::vector<std::string> items;
     for (const i16 i : parNos) {
         const std::string phrase = ParPhrase(i);
-        items.push_back("the " + phrase + std::string(IsOrAre(phrase)) + ParValueText(i));
+        items.push_back(WithArticle(phrase) + std::string(IsOrAre(phrase)) + ParValueText(i));
     }
     return SumList(items);
 }

@@ -50,7 +50,10 @@ i16 PowerParNoOfTest();
 // "mean 2 - mean 1 under H1".
 std::string ParPhrase(i16 parNo);
 
-// " is " or " are ", by the number of the label's noun.
+// The phrase with its article: "the power", but "any (mean i - mean j)".
+std::string WithArticle(const std::string& phrase);
+
+// " is " or " are ", by the number of the phrase's noun.
 std::string_view IsOrAre(std::string_view phrase);
 
 // The level that a test or an interval is planned with: the parameter's value, or what a
