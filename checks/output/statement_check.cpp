@@ -59,6 +59,38 @@ class Statement : public checks::AnalysisFixture {
         Analyse(unknownKind, kinds, texts);
     }
 
+    void TypeAll(const Texts& texts) {
+        for (const auto& [kind, text] : texts)
+            Type(kind, text);
+    }
+
+    // The unpaired t-test with H1 as a difference, its values entered.
+    void OpenUnpairedTTest(i16 noOfTails, const Texts& texts) {
+        OpenTest(0);
+        ChooseTails(noOfTails);
+        Pick(1, 1);
+        AcceptOptions();
+        TypeAll(texts);
+    }
+
+    // The axes of a table or graph; without z-values it has one curve.
+    static void Over(i16 xKind, const std::string& min, const std::string& max,
+                     const std::string& step, i16 zKind = 0, const std::string& zValues = "") {
+        XParNo = PositionOf(xKind);
+        ParXminText(xKind) = min;
+        ParXmaxText(xKind) = max;
+        ParXstepText(xKind) = step;
+        ZParNo = zValues.empty() ? static_cast<i16>(NoOfPar + 1) : PositionOf(zKind);
+        if (!zValues.empty())
+            ParZValuesText(zKind) = zValues;
+    }
+
+    // The lowest and the highest value that a run would have found.
+    static void Found(f32 lowest, f32 highest) {
+        TableYMin = lowest;
+        TableYMax = highest;
+    }
+
     // A window of that kind, unless one is open.
     static void Open(i16 windowKind) {
         if (AnalysisNo == 0)
@@ -79,14 +111,7 @@ class Statement : public checks::AnalysisFixture {
 // Exact power of the noncentral t-distribution, R 4.2.2: power.t.test(n = 64, delta = 0.5, sd = 1):
 // 0.80146; two decimals are told.
 TEST_F(Statement, UnpairedTTestPower) {
-    OpenTest(0);
-    ChooseTails(TwoSided);
-    Pick(1, 1);
-    AcceptOptions();
-    Type(62, "0.5");
-    Type(2, "1");
-    Type(4, "64");
-    Type(37, "64");
+    OpenUnpairedTTest(TwoSided, {{62, "0.5"}, {2, "1"}, {4, "64"}, {37, "64"}});
     ExpectResult(Solve(1), 0.80146, 0.003);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 128 (64 in sample 1 and 64 in sample 2), the power is "
@@ -104,10 +129,7 @@ TEST_F(Statement, UnpairedTTestSampleSizeIsToldOnce) {
     Pick(1, 1);
     Pick(2, 2);
     AcceptOptions();
-    Type(1, "0.9");
-    Type(62, "0.5");
-    Type(2, "1");
-    Type(5, "1");
+    TypeAll({{1, "0.9"}, {62, "0.5"}, {2, "1"}, {5, "1"}});
     EXPECT_EQ(Solve(4), "70");
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 140 (70 in sample 1 and 70 in sample 2), the power is "
@@ -124,11 +146,7 @@ TEST_F(Statement, UnpairedTTestEffect) {
     ChooseTails(TwoSided);
     Pick(1, 0);
     AcceptOptions();
-    Type(1, "0.8");
-    Type(86, "10");
-    Type(2, "1");
-    Type(4, "30");
-    Type(37, "30");
+    TypeAll({{1, "0.8"}, {86, "10"}, {2, "1"}, {4, "30"}, {37, "30"}});
     const std::string mean2 = Solve(87);
     ExpectResult(mean2, 10.73563, 0.005);
     EXPECT_EQ(SumStatement(),
@@ -145,14 +163,7 @@ TEST_F(Statement, UnpairedTTestEffect) {
 
 // power.t.test(n = 30, power = 0.8, delta = 0.5, sd = NULL): sd = 0.67969.
 TEST_F(Statement, UnpairedTTestStandardDeviation) {
-    OpenTest(0);
-    ChooseTails(TwoSided);
-    Pick(1, 1);
-    AcceptOptions();
-    Type(1, "0.8");
-    Type(62, "0.5");
-    Type(4, "30");
-    Type(37, "30");
+    OpenUnpairedTTest(TwoSided, {{1, "0.8"}, {62, "0.5"}, {4, "30"}, {37, "30"}});
     const std::string sd = Solve(2);
     ExpectResult(sd, 0.67969, 0.005);
     EXPECT_EQ(SumStatement(),
@@ -167,15 +178,7 @@ TEST_F(Statement, UnpairedTTestStandardDeviation) {
 // power.t.test(n = 64, delta = 0.5, sd = 1, power = 0.9, sig.level = NULL): 0.12512. The solved
 // level is both the result and the level of the test.
 TEST_F(Statement, UnpairedTTestSignificanceLevel) {
-    OpenTest(0);
-    ChooseTails(TwoSided);
-    Pick(1, 1);
-    AcceptOptions();
-    Type(1, "0.9");
-    Type(62, "0.5");
-    Type(2, "1");
-    Type(4, "64");
-    Type(37, "64");
+    OpenUnpairedTTest(TwoSided, {{1, "0.9"}, {62, "0.5"}, {2, "1"}, {4, "64"}, {37, "64"}});
     const std::string level = Solve(0);
     ExpectResult(level, 0.12512, 0.003);
     EXPECT_EQ(SumStatement(),
@@ -197,10 +200,7 @@ TEST_F(Statement, PairedTTestTellsH1InAbsoluteTerms) {
     ChooseTails(TwoSided);
     Pick(21, 1);
     AcceptOptions();
-    Type(1, "0.8");
-    Type(157, "1.25");
-    Type(159, "0.5");
-    Type(3, "1");
+    TypeAll({{1, "0.8"}, {157, "1.25"}, {159, "0.5"}, {3, "1"}});
     EXPECT_EQ(Solve(85), "34");
     EXPECT_EQ(SumStatement(),
               "With a sample size of 34, the power is 0.80 when testing the null hypothesis H0: "
@@ -213,16 +213,8 @@ TEST_F(Statement, PairedTTestTellsH1InAbsoluteTerms) {
 // Two one-sided t-tests, true difference 0.1, limits -0.5 and 0.5, 70 per group: 0.73157, by
 // integration over the distribution of the standard deviation in R.
 TEST_F(Statement, UnpairedTTestEquivalence) {
-    OpenTest(0);
-    ChooseTails(TwoOneSided);
-    Pick(1, 1);
-    AcceptOptions();
-    Type(6, "-0.5");
-    Type(7, "0.5");
-    Type(62, "0.1");
-    Type(2, "1");
-    Type(4, "70");
-    Type(37, "70");
+    OpenUnpairedTTest(TwoOneSided,
+                      {{6, "-0.5"}, {7, "0.5"}, {62, "0.1"}, {2, "1"}, {4, "70"}, {37, "70"}});
     ExpectResult(Solve(1), 0.73157, 0.003);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 140 (70 in sample 1 and 70 in sample 2), the power is "
@@ -238,13 +230,7 @@ TEST_F(Statement, EquivalenceByConfidenceInterval) {
     OpenTest(800);
     Pick(1, 1);
     AcceptOptions();
-    Type(321, "0.90");
-    Type(6, "-0.5");
-    Type(7, "0.5");
-    Type(62, "0.1");
-    Type(2, "1");
-    Type(4, "70");
-    Type(37, "70");
+    TypeAll({{321, "0.90"}, {6, "-0.5"}, {7, "0.5"}, {62, "0.1"}, {2, "1"}, {4, "70"}, {37, "70"}});
     ExpectResult(Solve(318), 0.73157, 0.003);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 140 (70 in sample 1 and 70 in sample 2), the Prob "
@@ -256,51 +242,31 @@ TEST_F(Statement, EquivalenceByConfidenceInterval) {
               "the assumption that the standard deviation is 1.");
 }
 
-// Non-inferiority, limit -0.5, no true difference, 50 per group, one-sided interval at 0.95:
-// 1 - pt(qt(0.95, 98), 98, ncp = 0.5 / sqrt(2/50)) = 0.79894 in R.
+// Non-inferiority, limit -0.5, no true difference, 50 per group, at a level of 0.95. One-sided:
+// 1 - pt(qt(0.95, 98), 98, ncp = 0.5 / sqrt(2/50)) = 0.79894 in R; with the box ticked the interval
+// is two-sided: 1 - pt(qt(0.975, 98), 98, ...) = 0.69689.
 TEST_F(Statement, NonInferiorityByConfidenceInterval) {
-    OpenTest(830);
-    Pick(1, 1);
-    Tick(36, false);
-    AcceptOptions();
-    Type(321, "0.95");
-    Type(330, "-0.5");
-    Type(62, "0");
-    Type(2, "1");
-    Type(4, "50");
-    Type(37, "50");
-    ExpectResult(Solve(318), 0.79894, 0.003);
-    EXPECT_EQ(SumStatement(),
-              "With a total sample size of 100 (50 in sample 1 and 50 in sample 2), the Prob "
-              "(confidence interval within limits) is 0.80 when testing the null hypothesis H0: "
-              "inferiority, with non-inferiority limit = -0.5, against H1: mean 2 - mean 1 = 0 "
-              "(non-inferiority). The test used is Non-inferiority, Confidence Interval, "
-              "Difference of Means, t-distribution test, with a one-sided interval, at the "
-              "confidence level 0.95. The calculation is based on the assumption that the "
-              "standard deviation is 1.");
-}
-
-// With the box ticked the interval is two-sided: 1 - pt(qt(0.975, 98), 98, ...) = 0.69689.
-TEST_F(Statement, NonInferiorityByTwoSidedInterval) {
-    OpenTest(830);
-    Pick(1, 1);
-    Tick(36);
-    AcceptOptions();
-    Type(321, "0.95");
-    Type(330, "-0.5");
-    Type(62, "0");
-    Type(2, "1");
-    Type(4, "50");
-    Type(37, "50");
-    ExpectResult(Solve(318), 0.69689, 0.003);
-    EXPECT_EQ(SumStatement(),
-              "With a total sample size of 100 (50 in sample 1 and 50 in sample 2), the Prob "
-              "(confidence interval within limits) is 0.70 when testing the null hypothesis H0: "
-              "inferiority, with non-inferiority limit = -0.5, against H1: mean 2 - mean 1 = 0 "
-              "(non-inferiority). The test used is Non-inferiority, Confidence Interval, "
-              "Difference of Means, t-distribution test, with a two-sided interval, at the "
-              "confidence level 0.95. The calculation is based on the assumption that the "
-              "standard deviation is 1.");
+    for (const bool isTwoSided : {false, true}) {
+        OpenTest(830);
+        Pick(1, 1);
+        Tick(36, isTwoSided);
+        AcceptOptions();
+        TypeAll({{321, "0.95"}, {330, "-0.5"}, {62, "0"}, {2, "1"}, {4, "50"}, {37, "50"}});
+        ExpectResult(Solve(318), isTwoSided ? 0.69689 : 0.79894, 0.003);
+        const std::string power = isTwoSided ? "0.70" : "0.80";
+        const std::string sides = isTwoSided ? "two" : "one";
+        EXPECT_EQ(SumStatement(),
+                  "With a total sample size of 100 (50 in sample 1 and 50 in sample 2), the Prob "
+                  "(confidence interval within limits) is " +
+                      power +
+                      " when testing the null hypothesis H0: inferiority, with non-inferiority "
+                      "limit = -0.5, against H1: mean 2 - mean 1 = 0 (non-inferiority). The test "
+                      "used is Non-inferiority, Confidence Interval, Difference of Means, "
+                      "t-distribution test, with a " +
+                      sides +
+                      "-sided interval, at the confidence level 0.95. The calculation is based on "
+                      "the assumption that the standard deviation is 1.");
+    }
 }
 
 // Two one-sided tests on the log scale, CV 0.2, 12 per sequence, true ratio 1, limits 0.8 and 1.25:
@@ -310,12 +276,7 @@ TEST_F(Statement, Bioequivalence) {
     Pick(10, 1);
     Pick(19, 1);
     AcceptOptions();
-    Type(29, "0.8");
-    Type(30, "1.25");
-    Type(96, "1");
-    Type(156, "0.2");
-    Type(322, "12");
-    Type(323, "12");
+    TypeAll({{29, "0.8"}, {30, "1.25"}, {96, "1"}, {156, "0.2"}, {322, "12"}, {323, "12"}});
     ExpectResult(Solve(1), 0.96719, 0.003);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 24 (12 in sequence 1 and 12 in sequence 2), the power "
@@ -338,14 +299,9 @@ TEST_F(Statement, TableOfThePower) {
     Pick(1, 1);
     Pick(2, 2);
     AcceptOptions();
-    Type(2, "1");
+    TypeAll({{2, "1"}});
     UnknownParNo = PositionOf(1);
-    XParNo = PositionOf(62);
-    ZParNo = PositionOf(4);
-    ParXminText(62) = "0.3";
-    ParXmaxText(62) = "0.7";
-    ParXstepText(62) = "0.1";
-    ParZValuesText(4) = "20 64 100";
+    Over(62, "0.3", "0.7", "0.1", 4, "20 64 100");
     CalcRun();
     ASSERT_EQ(Calculated, True);
     EXPECT_NEAR(static_cast<f64>(TableYMin), 0.1521, 0.003);
@@ -368,15 +324,9 @@ TEST_F(Statement, GraphOfTheSampleSize) {
     Pick(1, 1);
     Pick(2, 2);
     AcceptOptions();
-    Type(62, "0.5");
-    Type(2, "1");
+    TypeAll({{62, "0.5"}, {2, "1"}});
     UnknownParNo = PositionOf(4);
-    XParNo = PositionOf(1);
-    ZParNo = PositionOf(0);
-    ParXminText(1) = "0.8";
-    ParXmaxText(1) = "0.9";
-    ParXstepText(1) = "0.02";
-    ParZValuesText(0) = "0.05";
+    Over(1, "0.8", "0.9", "0.02", 0, "0.05");
     CalcRun();
     ASSERT_EQ(Calculated, True);
     EXPECT_NEAR(static_cast<f64>(TableYMin), 63.766, 0.2);
@@ -393,11 +343,8 @@ TEST_F(Statement, GraphOfTheSampleSize) {
 TEST_F(Statement, TableOfAConstant) {
     NewWindow(TableWindow);
     AnalyseTest(370, OneSample, TwoSided, 85, {0, 1, 153, 85}, {{1, "0.85"}});
-    XParNo = PositionOf(153);
-    ZParNo = static_cast<i16>(NoOfPar + 1);
-    ParXminText(153) = "0.7";
-    ParXmaxText(153) = "0.9";
-    TableYMin = TableYMax = 28.0F;
+    Over(153, "0.7", "0.9", "0.1");
+    Found(28, 28);
     EXPECT_EQ(SumStatement(),
               "With Prob (sample > 0) under H1 ranging from 0.7 to 0.9, the sample size will be 28 "
               "for a power of 0.85 when testing the null hypothesis H0: Prob (sample > 0) = 0.5 "
@@ -409,13 +356,8 @@ TEST_F(Statement, TableOfAConstant) {
 TEST_F(Statement, GraphOverAnEquivalenceLimit) {
     NewWindow(GraphWindow);
     AnalyseTest(0, TwoSamples, TwoOneSided, 1, {0, 1, 6, 7, 62, 2, 4, 37}, {{62, "0"}});
-    XParNo = PositionOf(7);
-    ZParNo = PositionOf(2);
-    ParXminText(7) = "0.3";
-    ParXmaxText(7) = "0.5";
-    ParZValuesText(2) = "0.3  0.4";
-    TableYMin = 0.501F;
-    TableYMax = 0.999F;
+    Over(7, "0.3", "0.5", "0.1", 2, "0.3  0.4");
+    Found(0.501F, 0.999F);
     EXPECT_EQ(SumStatement(),
               "With right equivalence limit ranging from 0.3 to 0.5 and with standard deviation "
               "set to 0.3 and 0.4, the power will be ranging from 0.50 to 1.00 when testing the "
@@ -522,13 +464,9 @@ TEST_F(Statement, TableOfAnIntervalsWidth) {
     NewWindow(TableWindow);
     AnalyseParameter(DistrPoisson, 0, ProcedureInterval, OneSample, TwoSided, 100,
                      {22, 100, 175, 163}, {});
-    XParNo = PositionOf(163);
-    ZParNo = PositionOf(175);
-    ParXminText(163) = "10";
-    ParXmaxText(163) = "50";
-    ParZValuesText(175) = "0.5 2";
-    TableYMin = 0.392F; // 2 x 1.96 sqrt(0.5 / 50)
-    TableYMax = 1.753F; // 2 x 1.96 sqrt(2 / 10)
+    Over(163, "10", "50", "0.1", 175, "0.5 2");
+    // lowest: 2 x 1.96 sqrt(0.5 / 50); highest: 2 x 1.96 sqrt(2 / 10)
+    Found(0.392F, 1.753F);
     EXPECT_EQ(SumStatement(),
               "With sample size ranging from 10 to 50 and with mean set to 0.5 and 2, the width of "
               "interval (w) will be ranging from 0.392 to 1.753. The confidence interval is "
@@ -540,12 +478,8 @@ TEST_F(Statement, TableOfAnEstimatesError) {
     NewWindow(TableWindow);
     AnalyseParameter(DistrNormal, 0, ProcedureEstimate, OneSample, TwoSided, 18, {143, 18, 2, 85},
                      {});
-    XParNo = PositionOf(85);
-    ZParNo = static_cast<i16>(NoOfPar + 1);
-    ParXminText(85) = "10";
-    ParXmaxText(85) = "50";
-    TableYMin = 0.0832F;
-    TableYMax = 0.1859F;
+    Over(85, "10", "50", "0.1");
+    Found(0.0832F, 0.1859F);
     EXPECT_EQ(SumStatement(),
               "With sample size ranging from 10 to 50, the absolute error will be ranging from "
               "0.0832 to 0.1859. The estimate is calculated for the parameter mean (standard "
