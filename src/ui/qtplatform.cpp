@@ -66,7 +66,7 @@ Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
     QWidget* parent = QApplication::activeWindow();
     QMessageBox box(parent != nullptr ? parent : &window_);
     box.setObjectName("msgBox");
-    box.setWindowTitle(title.empty() ? window_.windowTitle() : ToQt(title));
+    box.setWindowTitle(title.empty() ? ProgramTitle() : ToQt(title));
     // Texts hold "<" and ">" that are no markup, and the line breaks of a text file.
     box.setTextFormat(Qt::PlainText);
     box.setText(ToQt(text).replace("\r\n", "\n"));
