@@ -1,8 +1,8 @@
 #include "core/fault.h"
 #include "numeric/eigenvalue.h"
 #include "numeric/rnd.h"
+#include "support/eigen_matrix.h"
 
-#include <Eigen/Dense>
 #include <algorithm>
 #include <cmath>
 #include <complex>
@@ -15,19 +15,14 @@
 namespace quorvanta {
 namespace {
 
+using checks::FromEigen;
+using checks::RandomElement;
+using checks::RandomMatrix;
+
 using Complex = std::complex<f64>;
 using Spectrum = std::vector<Complex>;
 
 constexpr f64 epsilon = std::numeric_limits<f64>::epsilon();
-
-Array2<f64> FromEigen(const Eigen::MatrixXd& m) {
-    const int n = static_cast<int>(m.rows());
-    Array2<f64> a(1, n, 1, n);
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j < n; ++j)
-            a(i + 1, j + 1) = m(i, j);
-    return a;
-}
 
 Spectrum SpectrumOf(const Eigen::MatrixXd& m) {
     const i16 n = static_cast<i16>(m.rows());
@@ -42,22 +37,14 @@ Spectrum SpectrumOf(const Eigen::MatrixXd& m) {
 
 // --- Matrices ---------------------------------------------------------------------------------
 
-f64 Uniform() {
-    return 2.0 * Rnd() - 1.0;
-}
-
-Eigen::MatrixXd Random(int n) {
-    return Eigen::MatrixXd::NullaryExpr(n, n, [] { return Uniform(); });
-}
-
 Eigen::MatrixXd Symmetric(int n) {
-    const Eigen::MatrixXd m = Random(n);
+    const Eigen::MatrixXd m = RandomMatrix(n);
     return m + m.transpose();
 }
 
 // Elements of very different size: from 1 down to 1e-10 along rows and columns.
 Eigen::MatrixXd Graded(int n) {
-    Eigen::MatrixXd m = Random(n);
+    Eigen::MatrixXd m = RandomMatrix(n);
     for (int i = 0; i < n; ++i)
         for (int j = 0; j < n; ++j)
             m(i, j) *= std::pow(10.0, -10.0 * std::max(i, j) / n);
@@ -66,7 +53,7 @@ Eigen::MatrixXd Graded(int n) {
 
 Eigen::MatrixXd Singular(int n) {
     const int rank = std::max(1, n / 2);
-    return Random(n).leftCols(rank) * Random(n).topRows(rank);
+    return RandomMatrix(n).leftCols(rank) * RandomMatrix(n).topRows(rank);
 }
 
 // A defective matrix: Jordan blocks of 0.5 and -0.25 hidden by a random basis.
@@ -77,7 +64,7 @@ Eigen::MatrixXd Defective(int n) {
         if (i + 1 < n && i + 1 != n / 2)
             jordan(i, i + 1) = 1.0;
     }
-    const Eigen::MatrixXd basis = Random(n) + 3.0 * Eigen::MatrixXd::Identity(n, n);
+    const Eigen::MatrixXd basis = RandomMatrix(n) + 3.0 * Eigen::MatrixXd::Identity(n, n);
     return basis * jordan * basis.inverse();
 }
 
@@ -85,7 +72,7 @@ Eigen::MatrixXd Defective(int n) {
 Eigen::MatrixXd Companion(int n) {
     std::vector<f64> coefficients{1.0};
     for (int i = 0; i < n; ++i) {
-        const f64 root = 1.0 + 0.1 * Uniform();
+        const f64 root = 1.0 + 0.1 * RandomElement();
         coefficients.push_back(0.0);
         for (std::size_t k = coefficients.size() - 1; k > 0; --k)
             coefficients[k] -= root * coefficients[k - 1];
@@ -100,7 +87,7 @@ Eigen::MatrixXd Companion(int n) {
 
 Eigen::MatrixXd Hilbert(int n) {
     return Eigen::MatrixXd::NullaryExpr(n, n, [](Eigen::Index i, Eigen::Index j) {
-        return (1.0 + 0.001 * Uniform()) / static_cast<f64>(i + j + 1);
+        return (1.0 + 0.001 * RandomElement()) / static_cast<f64>(i + j + 1);
     });
 }
 
@@ -109,18 +96,18 @@ Eigen::MatrixXd Frank(int n) {
     Eigen::MatrixXd m = Eigen::MatrixXd::Zero(n, n);
     for (int i = 0; i < n; ++i)
         for (int j = std::max(0, i - 1); j < n; ++j)
-            m(i, j) = static_cast<f64>(n - std::max(i, j)) * (1.0 + 0.01 * Uniform());
+            m(i, j) = static_cast<f64>(n - std::max(i, j)) * (1.0 + 0.01 * RandomElement());
     return m;
 }
 
 // All eigenvalues on the unit circle.
 Eigen::MatrixXd Orthogonal(int n) {
-    return Random(n).householderQr().householderQ();
+    return RandomMatrix(n).householderQr().householderQ();
 }
 
 // Correlation matrices, as the analyses of repeated measures need them.
 Eigen::MatrixXd Correlation(int n) {
-    const f64 rho = 0.5 + 0.4999 * Uniform();
+    const f64 rho = 0.5 + 0.4999 * RandomElement();
     return Eigen::MatrixXd::NullaryExpr(n, n, [rho](Eigen::Index i, Eigen::Index j) {
         return std::pow(rho, std::abs(static_cast<f64>(i - j)));
     });
@@ -200,7 +187,7 @@ TEST_P(EigenValuesOf, AHundredMatrices) {
 
 INSTANTIATE_TEST_SUITE_P(
     Matrices, EigenValuesOf,
-    ::testing::Values(Kind{"Random", Random, false}, Kind{"Symmetric", Symmetric, true},
+    ::testing::Values(Kind{"Random", RandomMatrix, false}, Kind{"Symmetric", Symmetric, true},
                       Kind{"Graded", Graded, false}, Kind{"Singular", Singular, false},
                       Kind{"Defective", Defective, false}, Kind{"Companion", Companion, false},
                       Kind{"Hilbert", Hilbert, false}, Kind{"Frank", Frank, false},
@@ -214,10 +201,10 @@ TEST(EigenValues, BalancingUndoesBadScaling) {
     Rnd(-4.0);
     for (int k = 0; k < 100; ++k) {
         const int n = 2 + k % 9;
-        const Eigen::MatrixXd m = Random(n);
+        const Eigen::MatrixXd m = RandomMatrix(n);
         Eigen::MatrixXd scaled = m;
         for (int i = 0; i < n; ++i) {
-            const f64 factor = std::ldexp(1.0, static_cast<int>(60.0 * Uniform()));
+            const f64 factor = std::ldexp(1.0, static_cast<int>(60.0 * RandomElement()));
             scaled.row(i) *= factor;
             scaled.col(i) /= factor;
         }
@@ -292,7 +279,7 @@ TEST(EigenValues, CompoundSymmetry) {
 TEST(EigenValues, AMatrixThatIsNotFiniteHasNone) {
     for (const f64 bad :
          {std::numeric_limits<f64>::quiet_NaN(), std::numeric_limits<f64>::infinity()}) {
-        Eigen::MatrixXd m = Random(4);
+        Eigen::MatrixXd m = RandomMatrix(4);
         m(2, 1) = bad;
         Array1<f64> real;
         Array1<f64> imaginary;
@@ -320,7 +307,7 @@ TEST(EigenValues, TheStepLimitKeepsWhatWasFound) {
 }
 
 TEST(EigenValues, TheMatrixStaysAsItIs) {
-    const Array2<f64> a = FromEigen(Random(5));
+    const Array2<f64> a = FromEigen(RandomMatrix(5));
     const Array2<f64> before = a;
     Array1<f64> real;
     Array1<f64> imaginary;

@@ -1,8 +1,8 @@
 #include "core/fault.h"
 #include "numeric/inverse.h"
 #include "numeric/rnd.h"
+#include "support/eigen_matrix.h"
 
-#include <Eigen/Dense>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -10,27 +10,11 @@
 namespace quorvanta {
 namespace {
 
+using checks::FromEigen;
+using checks::RandomMatrix;
+using checks::ToEigen;
+
 constexpr f64 epsilon = std::numeric_limits<f64>::epsilon();
-
-Array2<f64> FromEigen(const Eigen::MatrixXd& m) {
-    const int n = static_cast<int>(m.rows());
-    Array2<f64> a(1, n, 1, n);
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j < n; ++j)
-            a(i + 1, j + 1) = m(i, j);
-    return a;
-}
-
-Eigen::MatrixXd ToEigen(const Array2<f64>& a) {
-    return Eigen::MatrixXd::NullaryExpr(
-        a.HighBound1(), a.HighBound1(), [&a](Eigen::Index i, Eigen::Index j) {
-            return a(static_cast<int>(i) + 1, static_cast<int>(j) + 1);
-        });
-}
-
-Eigen::MatrixXd Random(int n) {
-    return Eigen::MatrixXd::NullaryExpr(n, n, [] { return 2.0 * Rnd() - 1.0; });
-}
 
 // Random matrices, every second one with singular values spread evenly over up to eight orders of
 // magnitude, against Eigen's LU decomposition with full pivoting. Two exact inverses of
@@ -41,7 +25,7 @@ TEST(MatInverse, AThousandMatrices) {
     for (int k = 0; k < 1000; ++k) {
         const int n = 1 + k % 10;
         SCOPED_TRACE(testing::Message() << "matrix " << k);
-        Eigen::MatrixXd m = Random(n);
+        Eigen::MatrixXd m = RandomMatrix(n);
         if (k % 2 == 1) {
             const Eigen::JacobiSVD<Eigen::MatrixXd> svd(m,
                                                         Eigen::ComputeFullU | Eigen::ComputeFullV);
