@@ -33,7 +33,7 @@ inline f64 RandomElement() {
 }
 
 inline Eigen::MatrixXd RandomMatrix(int n) {
-    return Eigen::MatrixXd::NullaryExpr(n, n, RandomElement);
+    return Eigen::MatrixXd::NullaryExpr(n, n, [] { return RandomElement(); });
 }
 
 } // namespace quorvanta::checks
