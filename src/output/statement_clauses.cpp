@@ -117,9 +117,10 @@ bool HasText(i16 parNo) {
     return HasValue(ParText(ParKind(parNo)));
 }
 
-// A size rounded up to a whole number; 1e-5 above a whole number counts as that number.
+// A size rounded up as the box of a size shows it.
 f64 SizeOf(f64 v) {
-    return Int(v - 1e-5) + 1;
+    constexpr i16 kindSampleSize = 85;
+    return Val(FormatPar(kindSampleSize, v));
 }
 
 std::string SingleSize(i16 parNo) {
@@ -254,7 +255,7 @@ std::string ParValueText(i16 parNo) {
     const f64 number = ParNumber(parNo);
     if (parNo == PowerParNoOfTest())
         return Format(number, parNo == UnknownParNo ? "0.00" : "0.00#############");
-    if (parNo != UnknownParNo)
+    if (parNo != UnknownParNo || CurrentWindowKind() != CalculationWindow)
         return NumberInFull(number);
     // Of the unknown alone: a population of 99999 that the user typed is a population of 99999.
     const std::string text(Trimmed(ParText(ParKind(parNo))));
@@ -275,7 +276,7 @@ i16 PowerParNoOfTest() {
 
 std::string ParPhrase(i16 parNo) {
     const std::string label = StripAmpersand(ParLabel(ParKind(parNo)));
-    const std::string name = SumPhrase(SumNameAfterH(label));
+    std::string name = SumPhrase(SumNameAfterH(label));
     if (name == SumPhrase(label) || Contains(label, "Limit"))
         return name;
     const std::string under = " under " + label.substr(0, 2);
@@ -392,7 +393,7 @@ std::string ParameterPhrase() {
 }
 
 std::string ComparedParameterPhrase() {
-    const std::string parameter = ParameterPhrase();
+    std::string parameter = ParameterPhrase();
     if (NoOfSamples != TwoSamples)
         return parameter;
     // Spreads are compared by their ratio, and so is whatever has a relative error or width.
