@@ -120,16 +120,17 @@ void WhenModal(const QString& name, std::function<void(QWidget&)> act) {
     look->setInterval(betweenLooks);
     QObject::connect(look, &QTimer::timeout, look,
                      [look, name, act = std::move(act), seen = 0]() mutable {
-        QWidget* modal = QApplication::activeModalWidget();
-        if (modal == nullptr || modal->objectName() != name || !modal->isVisible())
-            return;
-        // Keys need an active window, which a display without a window manager may never make.
-        if (!modal->isActiveWindow() && ++seen < patience / betweenLooks / 5)
-            return;
-        look->stop();
-        look->deleteLater();
-        act(*modal);
-    });
+                         QWidget* modal = QApplication::activeModalWidget();
+                         if (modal == nullptr || modal->objectName() != name || !modal->isVisible())
+                             return;
+                         // Keys need an active window, which a display without a window manager may
+                         // never make.
+                         if (!modal->isActiveWindow() && ++seen < patience / betweenLooks / 5)
+                             return;
+                         look->stop();
+                         look->deleteLater();
+                         act(*modal);
+                     });
     look->start();
 }
 

@@ -10,8 +10,8 @@
 
 int main(int argc, char** argv) {
     const QByteArray asked = qgetenv("QT_QPA_PLATFORM");
-    const bool hasDisplay = !qEnvironmentVariableIsEmpty("DISPLAY") ||
-                            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    const bool hasDisplay =
+        !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
     if (asked == "offscreen" || (asked.isEmpty() && !hasDisplay))
         quorvanta::hands::UseMemoryForDisplay();
     quorvanta::Application application(argc, argv);

@@ -93,9 +93,11 @@ TourReading RunTour(frmMain& window, std::ostream& tell, const QString& pictureF
     TourReading reading;
 
     window.show();
-    if (!QTest::qWaitForWindowActive(&window))
-        guide.Tell("The main window did not become active.");
+    if (!QTest::qWaitForWindowExposed(&window))
+        guide.Tell("The main window is not drawn.");
     guide.Tell("The main window is open; no analysis yet.");
+    constexpr int patience = 500; // milliseconds; without a window manager it never happens
+    (void)QTest::qWaitForWindowActive(&window, patience);
     guide.Picture("main-window");
 
     const QStringList road{"&Parametric Tests", "&Student's t-test", "&Unpaired"};

@@ -1,12 +1,11 @@
 // What is drawn: nothing cut, everything legible, in light and dark palettes, with large fonts and
 // at twice the resolution (for which this suite runs a second time).
-#include "ui/window_fixture.h"
-
 #include "core/analysis_state.h"
 #include "ui/childwindow.h"
 #include "ui/frmnewwindow.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
+#include "ui/window_fixture.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -84,8 +83,9 @@ class Appearance : public WindowCheck {
     }
 
     static void ExpectLegible(const ValueBox& box) {
-        EXPECT_GE(Contrast(box.palette().color(QPalette::Text), box.palette().color(QPalette::Base)),
-                  legible)
+        EXPECT_GE(
+            Contrast(box.palette().color(QPalette::Text), box.palette().color(QPalette::Base)),
+            legible)
             << qPrintable(box.accessibleName());
     }
 

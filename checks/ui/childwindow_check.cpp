@@ -1,11 +1,10 @@
 // Child windows: opening, changing between them, closing, and the end of the program.
-#include "ui/window_fixture.h"
-
 #include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "ui/childwindow.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
+#include "ui/window_fixture.h"
 
 #include <QAction>
 #include <QApplication>

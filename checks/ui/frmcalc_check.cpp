@@ -1,6 +1,4 @@
 // The Calculation window: its handlers, colours, focus and keys.
-#include "ui/window_fixture.h"
-
 #include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "core/driver.h"
@@ -8,6 +6,7 @@
 #include "ui/childwindow.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
+#include "ui/window_fixture.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -87,6 +86,13 @@ TEST_F(CalcWindow, HasAccessibleNamesWithoutTheMark) {
     EXPECT_EQ(Box(sd_).accessibleName(), "Standard Deviation");
     for (i16 i = 0; i <= NoOfPar; ++i)
         EXPECT_EQ(FromQt(Box(i).accessibleName()), StripAmpersand(ParLabel(ParKind(i))));
+}
+
+TEST_F(CalcWindow, SaysInWordsWhatTheColoursSay) {
+    EXPECT_EQ(Box(power_).accessibleDescription(), "calculated");
+    EXPECT_EQ(Box(sd_).accessibleDescription(), "");
+    Type(sd_, "2");
+    EXPECT_EQ(Box(power_).accessibleDescription(), "to be calculated");
 }
 
 TEST_F(CalcWindow, LeavesSpaceUnderTheLastRow) {
@@ -196,7 +202,8 @@ TEST_F(CalcWindow, RefusesAnExponentAtItsLetter) {
 
 TEST_F(CalcWindow, TellsOfACharacterBeyondOneByteAsAWhole) {
     Type(sd_, QString::fromUtf8("1µ2"));
-    EXPECT_EQ(Messages.Texts, QStringList{QString::fromUtf8("µ   Is Not Allowed. Must Be a Digit.")});
+    EXPECT_EQ(Messages.Texts,
+              QStringList{QString::fromUtf8("µ   Is Not Allowed. Must Be a Digit.")});
     EXPECT_EQ(Value(sd_), "12");
 }
 
@@ -315,6 +322,16 @@ TEST_F(CalcWindow, MovesBetweenTheBoxesWithTheArrowKeys) {
     QTest::keyClick(&Box(NoOfPar), Qt::Key_Up);
     EXPECT_EQ(QApplication::focusWidget(), &Box(NoOfPar - 1));
     EXPECT_EQ(Box(NoOfPar - 1).selectedText(), Value(NoOfPar - 1));
+}
+
+TEST_F(CalcWindow, LeavesTheKeysOfTheHiddenHolderToTheWindow) {
+    QWidget& holder = *hands::Control(Child(), "txtHide");
+    ASSERT_EQ(QApplication::focusWidget(), &holder);
+    QTest::keyClick(&holder, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(Messages.Texts.size(), 1) << "the entry \"Copy Output\" has run";
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    QTest::keyClick(&holder, Qt::Key_Down);
+    EXPECT_EQ(QApplication::focusWidget(), &Box(0));
 }
 
 TEST_F(CalcWindow, StaysAsItWasWhenTheFocusComesBackFromAnotherWindow) {

@@ -1,11 +1,10 @@
 // The main window: title, menus, keys, help, status and the free space without windows.
-#include "ui/window_fixture.h"
-
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
 #include "ui/childwindow.h"
 #include "ui/qttext.h"
+#include "ui/window_fixture.h"
 
 #include <QAction>
 #include <QApplication>
@@ -178,11 +177,10 @@ TEST_F(MainWindow, ServesOrRefusesEveryTest) {
             EXPECT_TRUE(Messages.Texts.isEmpty());
             QTest::keyClick(&Options(), Qt::Key_Escape);
         } else {
-            const std::string name = item->Action == MenuAction::Test
-                                         ? TestMenuName(item->MenuNo)
-                                         : DistrMenuName(item->MenuNo);
-            EXPECT_EQ(Messages.Texts, QStringList{ToQt(name) +
-                                                  " Is Not Available in This Version."});
+            const std::string name = item->Action == MenuAction::Test ? TestMenuName(item->MenuNo)
+                                                                      : DistrMenuName(item->MenuNo);
+            EXPECT_EQ(Messages.Texts,
+                      QStringList{ToQt(name) + " Is Not Available in This Version."});
         }
         EXPECT_EQ(TestNo, 0) << item->Caption;
         EXPECT_EQ(hands::TextOf(Child(), "lblHead1"), head) << item->Caption;
@@ -216,9 +214,9 @@ TEST_F(MainWindow, EnablesTheEntriesThatApply) {
     const auto enabled = [this](const char* entry) {
         return Window().findChild<QAction*>(entry)->isEnabled();
     };
-    for (const char* entry : {"mnuGetInfo(0)", "mnuGetInfo(1)", "mnuGetInfo(2)", "mnuGetInfo(3)",
-                              "mnuGetInfo(4)", "mnuFile(7)", "mnuFile(9)", "mnuFile(10)",
-                              "mnuFile(11)"})
+    for (const char* entry :
+         {"mnuGetInfo(0)", "mnuGetInfo(1)", "mnuGetInfo(2)", "mnuGetInfo(3)", "mnuGetInfo(4)",
+          "mnuFile(7)", "mnuFile(9)", "mnuFile(10)", "mnuFile(11)"})
         EXPECT_FALSE(enabled(entry)) << entry;
     OpenTTest();
     for (const char* entry : {"mnuGetInfo(0)", "mnuGetInfo(1)", "mnuGetInfo(2)", "mnuGetInfo(3)",
@@ -228,8 +226,8 @@ TEST_F(MainWindow, EnablesTheEntriesThatApply) {
 
 TEST_F(MainWindow, RunsTheFileCommandsFromTheOutputMenu) {
     OpenTTest();
-    for (const char* entry : {"mnuOutputOption(1)", "mnuOutputOption(3)", "mnuOutputOption(4)",
-                              "mnuOutputOption(5)"}) {
+    for (const char* entry :
+         {"mnuOutputOption(1)", "mnuOutputOption(3)", "mnuOutputOption(4)", "mnuOutputOption(5)"}) {
         Messages.Texts.clear();
         Trigger(entry);
         EXPECT_EQ(Messages.Texts.size(), 1) << entry;

@@ -1,10 +1,9 @@
 // The question for the kind of a new window.
-#include "ui/window_fixture.h"
-
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "ui/frmnewwindow.h"
 #include "ui/qttext.h"
+#include "ui/window_fixture.h"
 
 #include <QAbstractButton>
 #include <QGroupBox>

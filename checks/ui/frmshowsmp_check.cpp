@@ -1,11 +1,10 @@
 // The option window.
-#include "ui/window_fixture.h"
-
 #include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "core/setup.h"
 #include "ui/childwindow.h"
 #include "ui/qttext.h"
+#include "ui/window_fixture.h"
 
 #include <QAbstractButton>
 #include <QGroupBox>
@@ -226,7 +225,7 @@ TEST_F(OptionWindow, FollowsTheEyeWithTheTabKey) {
         order << QApplication::focusWidget()->objectName();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
-    const QStringList told{"optSamples(1)", "optTails(1)",  "chkCheck(0)",  "chkCheck(1)",
+    const QStringList told{"optSamples(1)", "optTails(1)",   "chkCheck(0)",   "chkCheck(1)",
                            "chkCheck(2)",   "optIntPar0(0)", "optIntPar1(0)", "cmdOK"};
     EXPECT_EQ(order, told);
 }

@@ -1,11 +1,11 @@
 // The engine's platform on Qt, and what the application does with a run-time error.
-#include "ui/window_fixture.h"
-
 #include "core/analysis_state.h"
 #include "core/fault.h"
 #include "core/platform.h"
 #include "ui/application.h"
+#include "ui/childwindow.h"
 #include "ui/frmsplash.h"
+#include "ui/window_fixture.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -38,7 +38,8 @@ class PlatformOnQt : public WindowCheck {
 TEST_F(PlatformOnQt, ShowsMessagesLetterByLetter) {
     ShowMessage("Xmin Must Be < Xmax If Xstep > 0.");
     ShowMessage("a" + CrLf + CrLf + "b <b>c</b>");
-    EXPECT_EQ(Messages.Texts, (QStringList{"Xmin Must Be < Xmax If Xstep > 0.", "a\n\nb <b>c</b>"}));
+    EXPECT_EQ(Messages.Texts,
+              (QStringList{"Xmin Must Be < Xmax If Xstep > 0.", "a\n\nb <b>c</b>"}));
     EXPECT_EQ(Messages.LastIcon, QMessageBox::Warning);
     EXPECT_EQ(Messages.LastButtons, QMessageBox::Ok);
     EXPECT_EQ(Messages.Titles.front(), "Quorvanta3.0");
@@ -62,6 +63,13 @@ TEST_F(PlatformOnQt, AnswersWithTheButtonPressed) {
 TEST_F(PlatformOnQt, TakesEscForCancel) {
     Messages.Answers = {MessageReader::Escape};
     EXPECT_EQ(ThePlatform().MsgBox("?", Buttons::YesNoCancel, Icon::Question, ""), Answer::Cancel);
+}
+
+TEST_F(PlatformOnQt, TitlesMessagesAlikeOverAMaximizedWindow) {
+    OpenTTest();
+    Window().CurrentChild()->parentWidget()->showMaximized();
+    ShowMessage("!");
+    EXPECT_EQ(Messages.Titles.back(), "Quorvanta3.0");
 }
 
 // --- Time and events --------------------------------------------------------------------------

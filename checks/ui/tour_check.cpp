@@ -1,9 +1,8 @@
 // The road of one request, from the empty main window to the number.
-#include "tour/tour.h"
-
 #include "core/analysis_state.h"
 #include "core/driver.h"
 #include "core/general.h"
+#include "tour/tour.h"
 #include "ui/program.h"
 #include "ui/qttext.h"
 

@@ -26,8 +26,8 @@ void ChildWindow::FitToContent() {
         return;
     layout()->activate();
     const int width = sizeHint().width();
-    const int height = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)
-                                                     : sizeHint().height();
+    const int height =
+        layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : sizeHint().height();
     // The frame keeps the size hint of its content from before.
     frame->layout()->invalidate();
     frame->resize(frame->sizeHint() - sizeHint() + QSize(width, height));

@@ -1,6 +1,7 @@
 #include "ui/frmabout.h"
 
 #include "core/analysis.h"
+#include "ui/qttext.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -13,7 +14,7 @@ namespace quorvanta {
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     setObjectName("frmAbout");
-    setWindowTitle(tr("About %1%2").arg(ProgramName, ProgramVersion));
+    setWindowTitle(tr("About %1").arg(ProgramTitle()));
     const int line = fontMetrics().height();
 
     auto* icon = new QLabel(this);
@@ -29,8 +30,8 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     auto* text = new QLabel(
         tr("Plans studies: hypothesis tests, parameters of distributions and group sequential "
            "designs. Every quantity of an analysis can be the unknown.\n\n"
-           "The figures are those of the approximations that the help describes; the files of the "
-           "program tell how far these lie from exact values.\n\n"
+           "The figures are defined by the program's own approximations, whose accuracy is "
+           "published with it.\n\n"
            "Built with Qt %1.")
             .arg(qVersion()),
         this);

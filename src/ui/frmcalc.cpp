@@ -72,6 +72,7 @@ frmCalc::frmCalc(i16 windowNo, i16 analysisNo)
     column->setContentsMargins(margins);
 
     lblHead1_->installEventFilter(this);
+    txtHide_->installEventFilter(this);
     Refresh();
 }
 
@@ -145,6 +146,9 @@ void frmCalc::ShowMarks() {
         box.SetGrey(unknown && !result);
         box.SetResult(result);
         box.SetBlue(blue);
+        box.setAccessibleDescription(result    ? tr("calculated")
+                                     : unknown ? tr("to be calculated")
+                                               : "");
         anyBlue = anyBlue || blue;
     }
     lblGetCalc_->setVisible(anyBlue && shownPar_ > 0);
@@ -211,6 +215,13 @@ void frmCalc::OpenOutputMenu(const QPoint& at) {
 }
 
 bool frmCalc::eventFilter(QObject* watched, QEvent* event) {
+    // The holder of the focus leaves every key to the window ("Ctrl+C" copies the result).
+    if (watched == txtHide_ && (event->type() == QEvent::ShortcutOverride ||
+                                (event->type() == QEvent::KeyPress &&
+                                 static_cast<QKeyEvent*>(event)->key() != Qt::Key_Tab))) {
+        event->ignore();
+        return true;
+    }
     if (event->type() == QEvent::MouseButtonRelease) {
         const auto* mouse = static_cast<QMouseEvent*>(event);
         if (mouse->button() == Qt::RightButton) {
@@ -261,6 +272,8 @@ void frmCalc::mouseReleaseEvent(QMouseEvent* event) {
 void frmCalc::keyPressEvent(QKeyEvent* event) {
     const std::vector<ParLabelButton*> labels = LabelsWithMnemonic(*event);
     if (labels.empty()) {
+        if (event->key() == Qt::Key_Down && txtHide_->hasFocus())
+            txtParValue_[0]->setFocus(Qt::TabFocusReason);
         ChildWindow::keyPressEvent(event);
         return;
     }

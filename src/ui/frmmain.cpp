@@ -39,8 +39,7 @@ struct EntryHint {
 };
 
 constexpr EntryHint entryHints[] = {
-    {MenuAction::File, 0, "Opens a window that calculates one value at a time.",
-     QKeySequence::New},
+    {MenuAction::File, 0, "Opens a window that calculates one value at a time.", QKeySequence::New},
     {MenuAction::File, 1, "Opens a window that tabulates a parameter against two others."},
     {MenuAction::File, 2, "Opens a window that plots a parameter against two others."},
     {MenuAction::File, 3, "Opens a window that simulates a test."},
@@ -71,7 +70,7 @@ frmMain::frmMain()
     : area_(new MdiArea(this)), hint_(new QLabel(this)), frmShowSmp_(new frmShowSmp(this)),
       frmProgress_(new frmProgress(this)) {
     setObjectName("frmMain");
-    setWindowTitle(QString(ProgramName) + ProgramVersion);
+    setWindowTitle(ProgramTitle());
     area_->setObjectName("mdiArea");
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -86,10 +85,14 @@ frmMain::frmMain()
     helpKey->setContext(Qt::ApplicationShortcut);
     connect(helpKey, &QShortcut::activated, this, &frmMain::HelpKey);
 
-    const QSize comfortable(96 * fontMetrics().averageCharWidth() * 2,
-                            48 * fontMetrics().height());
+    const QSize comfortable(96 * fontMetrics().averageCharWidth() * 2, 48 * fontMetrics().height());
     resize(comfortable.boundedTo(screen()->availableSize() * 9 / 10));
     ShowHint();
+}
+
+frmMain::~frmMain() {
+    // The child windows go after this object; no one is left to hear of it.
+    disconnect(area_, nullptr, this, nullptr);
 }
 
 void frmMain::MakeMenus() {
@@ -342,8 +345,10 @@ void frmMain::ShowFloating(FloatingWindow window) {
             QPoint(child->parentWidget()->width() + fontMetrics().height(), 0));
     const QRect screenArea = screen()->availableGeometry();
     const QSize room = screenArea.size() - floating->frameSize();
-    place.setX(std::clamp(place.x(), screenArea.left(), screenArea.left() + std::max(0, room.width())));
-    place.setY(std::clamp(place.y(), screenArea.top(), screenArea.top() + std::max(0, room.height())));
+    place.setX(
+        std::clamp(place.x(), screenArea.left(), screenArea.left() + std::max(0, room.width())));
+    place.setY(
+        std::clamp(place.y(), screenArea.top(), screenArea.top() + std::max(0, room.height())));
     floating->move(place);
     floating->show();
     floating->raise();

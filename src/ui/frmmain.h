@@ -28,6 +28,7 @@ class frmMain : public QMainWindow {
 
   public:
     frmMain();
+    ~frmMain() override;
 
     // Child windows. A kind whose window does not exist is a run-time error.
     void OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo, const QString& caption);

@@ -14,7 +14,7 @@ namespace quorvanta {
 
 frmNewWindow::frmNewWindow(QWidget* parent, bool offerSimulation) : QDialog(parent) {
     setObjectName("frmNewWindow");
-    setWindowTitle(QString(ProgramName) + ProgramVersion);
+    setWindowTitle(ProgramTitle());
 
     constexpr const char* texts[] = {
         "New &Calculation. Calculate one parameter value at a time.",

@@ -2,6 +2,7 @@
 
 #include "core/analysis.h"
 #include "core/analysis_state.h"
+#include "ui/qttext.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -15,7 +16,7 @@ namespace quorvanta {
 
 frmProgress::frmProgress(QWidget* parent) : QDialog(parent) {
     setObjectName("frmProgress");
-    setWindowTitle(QString(ProgramName) + ProgramVersion);
+    setWindowTitle(ProgramTitle());
     // No other window takes part while a run goes on: the state belongs to the run.
     setWindowModality(Qt::ApplicationModal);
 

@@ -41,8 +41,8 @@ frmShowSmp::frmShowSmp(QWidget* parent) : QDialog(parent) {
     setWindowTitle(tr("Options"));
 
     auto* columns = new QHBoxLayout;
-    columns->setSpacing(fontMetrics().height());
     columns->addLayout(MakeLeftColumn());
+    columns->addSpacing(fontMetrics().height() / 2);
     columns->addLayout(MakeRightColumn());
 
     auto* buttons = new QDialogButtonBox(this);
@@ -53,6 +53,7 @@ frmShowSmp::frmShowSmp(QWidget* parent) : QDialog(parent) {
 
     auto* rows = new QVBoxLayout(this);
     rows->addLayout(columns);
+    rows->addSpacing(fontMetrics().height() / 2);
     rows->addWidget(buttons);
     rows->setSizeConstraint(QLayout::SetFixedSize);
 }
@@ -130,9 +131,8 @@ QVBoxLayout* frmShowSmp::MakeRightColumn() {
     column->addWidget(lblInterchangeable_);
     for (std::size_t group = 0; group < fraIntPar_.size(); ++group) {
         const auto groupNo = static_cast<i16>(group);
-        fraIntPar_[group] =
-            MakeFrame<3>(qPrintable(ControlName("fraIntPar", groupNo)), QString(),
-                         QString("optIntPar%1").arg(groupNo));
+        fraIntPar_[group] = MakeFrame<3>(qPrintable(ControlName("fraIntPar", groupNo)), QString(),
+                                         QString("optIntPar%1").arg(groupNo));
         for (std::size_t option = 0; option < 3; ++option) {
             const auto optionNo = static_cast<i16>(option);
             connect(fraIntPar_[group].Options[option], &QRadioButton::clicked, this,

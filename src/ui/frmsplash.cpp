@@ -1,6 +1,7 @@
 #include "ui/frmsplash.h"
 
 #include "core/analysis.h"
+#include "ui/qttext.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -18,7 +19,7 @@ constexpr int longestMilliseconds = 1200;
 
 frmSplash::frmSplash() : QDialog(nullptr, Qt::SplashScreen) {
     setObjectName("frmSplash");
-    setWindowTitle(QString(ProgramName) + ProgramVersion);
+    setWindowTitle(ProgramTitle());
     setModal(true);
     const int line = fontMetrics().height();
 
@@ -33,8 +34,8 @@ frmSplash::frmSplash() : QDialog(nullptr, Qt::SplashScreen) {
     name->setFont(large);
     name->setAlignment(Qt::AlignCenter);
 
-    auto* purpose = new QLabel(tr("Plans studies: press the label of any quantity, read its value."),
-                               this);
+    auto* purpose =
+        new QLabel(tr("Plans studies: press the label of any quantity, read its value."), this);
     purpose->setAlignment(Qt::AlignCenter);
 
     auto* column = new QVBoxLayout(this);

@@ -7,7 +7,7 @@
 namespace quorvanta {
 
 int ParLabelButton::Indent() const {
-    return fontMetrics().averageCharWidth();
+    return fontMetrics().height() * 2 / 5; // the same in the plain and in the bold face
 }
 
 void ParLabelButton::SetUnknown(bool unknown) {
@@ -34,8 +34,9 @@ void ParLabelButton::paintEvent(QPaintEvent* /*event*/) {
     option.text.clear();
     painter.drawControl(QStyle::CE_PushButton, option);
 
-    painter.drawItemText(rect().adjusted(Indent(), 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic,
-                         option.palette, isEnabled(), text, QPalette::ButtonText);
+    painter.drawItemText(rect().adjusted(Indent(), 0, 0, 0),
+                         Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, option.palette,
+                         isEnabled(), text, QPalette::ButtonText);
 }
 
 void ParLabelButton::keyPressEvent(QKeyEvent* event) {

@@ -63,16 +63,20 @@ QtPlatform::QtPlatform(frmMain& window) : window_(window) {
 
 Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
                           const std::string& title) {
-    QWidget* parent = QApplication::activeWindow();
-    QMessageBox box(parent != nullptr ? parent : &window_);
+    QWidget* active = QApplication::activeWindow();
+    QWidget* parent = active != nullptr ? active : &window_;
+    QMessageBox box(parent);
     box.setObjectName("msgBox");
-    box.setWindowTitle(title.empty() ? window_.windowTitle() : ToQt(title));
+    box.setWindowTitle(title.empty() ? ProgramTitle() : ToQt(title));
     // Texts hold "<" and ">" that are no markup, and the line breaks of a text file.
     box.setTextFormat(Qt::PlainText);
     box.setText(ToQt(text).replace("\r\n", "\n"));
     box.setIcon(BoxIcon(icon));
     box.setStandardButtons(BoxButtons(buttons));
-    return BoxAnswer(box.exec());
+    const int button = box.exec();
+    // Not every window manager gives the focus back to the window that it came from.
+    parent->activateWindow();
+    return BoxAnswer(button);
 }
 
 void QtPlatform::Beep() {
@@ -133,7 +137,6 @@ void QtPlatform::Hide(FloatingWindow window) {
     if (floating == nullptr || !floating->isVisible())
         return;
     floating->hide();
-    // Not every window manager gives the focus back to the window that it came from.
     window_.activateWindow();
 }
 

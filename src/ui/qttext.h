@@ -1,6 +1,8 @@
 // Between the engine's texts and Qt's.
 #pragma once
 
+#include "core/analysis.h"
+
 #include <QString>
 
 #include <string>
@@ -14,6 +16,11 @@ inline QString ToQt(std::string_view text) {
 
 inline std::string FromQt(const QString& text) {
     return text.toStdString();
+}
+
+// The title of the main window and of its messages.
+inline QString ProgramTitle() {
+    return QString(ProgramName) + ProgramVersion;
 }
 
 // A member of a control array goes by its index: "cmdParLabel(4)". Checks, scripts and

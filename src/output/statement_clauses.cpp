@@ -1,0 +1,410 @@
+#include "output/statement_clauses.h"
+
+#include "core/analysis.h"
+#include "core/analysis_state.h"
+#include "core/catalogue.h"
+#include "core/checksearch.h"
+#include "core/driver.h"
+#include "core/general.h"
+#include "output/format.h"
+#include "output/statement_words.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr i16 none = -1;
+constexpr i16 powerParNo = 1;
+constexpr i16 firstDesignParNo = 2;
+
+// --- Sizes --------------------------------------------------------------------------------------
+
+enum class SizeRole {
+    Single, // told with its own label
+    First,  // of two samples, or of many groups
+    Second,
+    EachOther,     // of the groups but the first
+    FirstSequence, // of a crossover
+    SecondSequence,
+    Exposure, // observation time, a size where no subjects are counted
+    TimeAtRisk,
+    FirstExposure,
+    SecondExposure
+};
+
+struct SizeRow {
+    i16 Kind;
+    SizeRole Role;
+    i16 Form; // how a second size is entered beside its first
+};
+
+// A ratio of sizes beside a total (320, 99, 347) has no first size to relate to and is left to the
+// statement's last sentence.
+constexpr SizeRow sizeRows[] = {
+    {4, SizeRole::First, AsValue},
+    {5, SizeRole::Second, AsRatio},
+    {14, SizeRole::Single, AsValue},
+    {37, SizeRole::Second, AsValue},
+    {38, SizeRole::Second, AsDifference},
+    {39, SizeRole::First, AsValue},
+    {42, SizeRole::Second, AsValue},
+    {85, SizeRole::Single, AsValue},
+    {99, SizeRole::Single, AsValue},
+    {149, SizeRole::EachOther, AsValue},
+    {150, SizeRole::EachOther, AsDifference},
+    {151, SizeRole::EachOther, AsRatio},
+    {163, SizeRole::Single, AsValue},
+    {164, SizeRole::First, AsValue},
+    {165, SizeRole::Second, AsValue},
+    {170, SizeRole::Exposure, AsValue},
+    {171, SizeRole::FirstExposure, AsValue},
+    {172, SizeRole::SecondExposure, AsValue},
+    {173, SizeRole::SecondExposure, AsDifference},
+    {174, SizeRole::SecondExposure, AsRatio},
+    {224, SizeRole::Single, AsValue},
+    {248, SizeRole::Single, AsValue},
+    {289, SizeRole::Single, AsValue},
+    {320, SizeRole::Single, AsValue},
+    {322, SizeRole::FirstSequence, AsValue},
+    {323, SizeRole::SecondSequence, AsValue},
+    {324, SizeRole::SecondSequence, AsDifference},
+    {325, SizeRole::SecondSequence, AsRatio},
+    {326, SizeRole::Single, AsValue},
+    {327, SizeRole::Single, AsValue},
+    {328, SizeRole::Single, AsValue},
+    {347, SizeRole::TimeAtRisk, AsValue},
+};
+static_assert(std::ranges::is_sorted(sizeRows, {}, &SizeRow::Kind));
+
+constexpr i16 kindNoOfGroups = 17;
+
+const SizeRow* SizeRowOf(i16 kind) {
+    const auto* row = std::ranges::lower_bound(sizeRows, kind, {}, &SizeRow::Kind);
+    return row != std::end(sizeRows) && row->Kind == kind ? row : nullptr;
+}
+
+i16 FindSize(std::initializer_list<SizeRole> roles) {
+    for (i16 i = firstDesignParNo; i <= NoOfPar; ++i)
+        if (const SizeRow* row = SizeRowOf(ParKind(i)))
+            if (std::ranges::find(roles, row->Role) != roles.end())
+                return i;
+    return none;
+}
+
+i16 FindKind(i16 kind) {
+    for (i16 i = 0; i <= NoOfPar; ++i)
+        if (ParKind(i) == kind)
+            return i;
+    return none;
+}
+
+f64 InForm(i16 form, f64 base, f64 v) {
+    switch (form) {
+    case AsDifference:
+        return base + v;
+    case AsRatio:
+        return base * v;
+    default:
+        return v;
+    }
+}
+
+bool HasText(i16 parNo) {
+    return HasValue(ParText(ParKind(parNo)));
+}
+
+// A size rounded up as the box of a size shows it.
+f64 SizeOf(f64 v) {
+    constexpr i16 kindSampleSize = 85;
+    return Val(FormatPar(kindSampleSize, v));
+}
+
+std::string SingleSize(i16 parNo) {
+    return SumPhrase(ParLabel(ParKind(parNo))) + " of " + NumberInFull(SizeOf(ParNumber(parNo)));
+}
+
+struct SizePair {
+    f64 First;
+    f64 Second;
+};
+
+// The second size in its own terms, whatever form it is entered in.
+SizePair ExposurePair(i16 first, i16 second) {
+    const f64 t = ParNumber(first);
+    return {t, InForm(SizeRowOf(ParKind(second))->Form, t, ParNumber(second))};
+}
+
+// A difference or a ratio applies to the first size as it will be used, in whole subjects.
+SizePair CountedPair(i16 first, i16 second) {
+    const f64 n = SizeOf(ParNumber(first));
+    return {n, SizeOf(InForm(SizeRowOf(ParKind(second))->Form, n, ParNumber(second)))};
+}
+
+// "total ... of 60 (30 in sample 1 and 30 in sample 2)".
+std::string PairText(std::string_view total, f64 sum, const SizePair& pair,
+                     std::string_view afterFirst, std::string_view afterSecond) {
+    return std::string(total) + NumberInFull(sum) + " (" + NumberInFull(pair.First) +
+           std::string(afterFirst) + NumberInFull(pair.Second) + std::string(afterSecond);
+}
+
+constexpr std::string_view totalSize = "total sample size of ";
+
+std::string PairClause(i16 first, i16 second) {
+    switch (SizeRowOf(ParKind(first))->Role) {
+    case SizeRole::FirstSequence: {
+        const SizePair n = CountedPair(first, second);
+        return PairText(totalSize, n.First + n.Second, n, " in sequence 1 and ", " in sequence 2)");
+    }
+    case SizeRole::FirstExposure: {
+        const SizePair t = ExposurePair(first, second);
+        return PairText("total exposure time of ", t.First + t.Second, t, " in sample 1 and ",
+                        " in sample 2)");
+    }
+    default: {
+        const SizePair n = CountedPair(first, second);
+        return PairText(totalSize, n.First + n.Second, n, " in sample 1 and ", " in sample 2)");
+    }
+    }
+}
+
+// The first group and k - 1 others; empty if the number of groups is not to be had.
+std::string GroupsClause(i16 first, i16 second) {
+    const i16 groups = FindKind(kindNoOfGroups);
+    if (groups == none || !HasText(groups))
+        return "";
+    const SizePair n = CountedPair(first, second);
+    const f64 others = SizeOf(ParNumber(groups)) - 1;
+    return PairText(totalSize, n.First + others * n.Second, n, " in group 1 and ",
+                    " in each other group)");
+}
+
+// The partner of a first size; none for a size that stands alone.
+i16 FindSecond(SizeRole role) {
+    switch (role) {
+    case SizeRole::First:
+        return FindSize({SizeRole::Second, SizeRole::EachOther});
+    case SizeRole::FirstSequence:
+        return FindSize({SizeRole::SecondSequence});
+    case SizeRole::FirstExposure:
+        return FindSize({SizeRole::SecondExposure});
+    default:
+        return none;
+    }
+}
+
+// --- Designs ------------------------------------------------------------------------------------
+
+// Groups, factor levels, squares, blocks, measurements, and the layout of a crossover.
+bool IsLayoutKind(i16 kind) {
+    constexpr auto kinds =
+        std::to_array<i16>({17, 238, 239, 243, 244, 245, 246, 255, 256, 270, 285, 286, 288});
+    return std::ranges::binary_search(kinds, kind);
+}
+
+// --- Intervals ----------------------------------------------------------------------------------
+
+// A confidence level in per cent.
+std::string LevelText(i16 parNo) {
+    return NumberInFull(100 * NominalLevel(parNo));
+}
+
+// "width", "relative width"; of a one-sided interval it is the distance to its one limit.
+std::string WidthPhrase(i16 parNo) {
+    std::string phrase =
+        Contains(ParLabel(ParKind(parNo)), "Relative") ? "relative width" : "width";
+    if (IsOneSidedInterval())
+        phrase += " from the estimate to the limit";
+    return phrase;
+}
+
+// The position of the probability that the interval is as narrow as wanted.
+i16 WidthProbabilityParNo() {
+    for (i16 i = powerParNo + 1; i <= NoOfPar; ++i)
+        if (Contains(StripAmpersand(ParLabel(ParKind(i))), "Prob ("))
+            return i;
+    return none;
+}
+
+} // namespace
+
+// --- The parameters of the current analysis -----------------------------------------------------
+
+bool IsRunWindow() {
+    return CurrentWindowKind() == TableWindow || CurrentWindowKind() == GraphWindow;
+}
+
+bool HasNoSingleValue(i16 parNo) {
+    if (IsRunWindow())
+        return parNo == XParNo || parNo == UnknownParNo || (HasZPar() && parNo == ZParNo);
+    return CurrentWindowKind() == SimulationWindow && !HasText(parNo);
+}
+
+f64 ParNumber(i16 parNo) {
+    return ReadNumber(ParText(ParKind(parNo)));
+}
+
+std::string NumberInFull(f64 x) {
+    return Format(x, "0.###############");
+}
+
+std::string ParValueText(i16 parNo) {
+    const f64 number = ParNumber(parNo);
+    if (parNo == PowerParNoOfTest())
+        return Format(number, parNo == UnknownParNo ? "0.00" : "0.00#############");
+    if (parNo != UnknownParNo || CurrentWindowKind() != CalculationWindow)
+        return NumberInFull(number);
+    // Of the unknown alone: a population of 99999 that the user typed is a population of 99999.
+    const std::string text(Trimmed(ParText(ParKind(parNo))));
+    return number == NoValue ? SumNormalise(text) : text;
+}
+
+std::string UnknownText(f64 x) {
+    return UnknownParNo == PowerParNoOfTest() ? Format(x, "0.00")
+                                              : FormatPar(ParKind(UnknownParNo), x);
+}
+
+i16 PowerParNoOfTest() {
+    if (IsTest == False && ProcedureNo != ProcedureTest)
+        return none;
+    const std::string label = StripAmpersand(ParLabel(ParKind(powerParNo)));
+    return Contains(label, "Power") || Contains(label, "Prob") ? powerParNo : none;
+}
+
+std::string ParPhrase(i16 parNo) {
+    const std::string label = StripAmpersand(ParLabel(ParKind(parNo)));
+    std::string name = SumPhrase(SumNameAfterH(label));
+    if (name == SumPhrase(label) || Contains(label, "Limit"))
+        return name;
+    const std::string under = " under " + label.substr(0, 2);
+    const std::size_t h0 = name.find("H0: ");
+    if (h0 == std::string::npos)
+        return name + under;
+    // "H1: mean - H0: mean": the sign stands between two blanks.
+    constexpr std::size_t sign = 3;
+    constexpr std::size_t prefix = 4;
+    return name.substr(0, h0 - sign) + under + name.substr(h0 - sign, sign) +
+           name.substr(h0 + prefix) + " under H0";
+}
+
+std::string WithArticle(const std::string& phrase) {
+    return phrase.starts_with("any ") ? phrase : "the " + phrase;
+}
+
+std::string_view IsOrAre(std::string_view phrase) {
+    const bool isOdds = phrase.starts_with("odds") && !Contains(phrase, "ratio") &&
+                        !Contains(phrase, " - ") && !Contains(phrase, " / ");
+    return isOdds || phrase.starts_with("degrees of") ? " are " : " is ";
+}
+
+f64 NominalLevel(i16 parNo) {
+    if (CurrentWindowKind() != SimulationWindow || NoOfInterim > 0)
+        return ParNumber(parNo);
+    const f64 entered = ReadNumber(RejectH0Text(0));
+    return entered != 0 ? entered : ParNumber(parNo);
+}
+
+bool IsOneSidedInterval() {
+    constexpr i16 checkTwoSidedInterval = 36;
+    for (i16 i = 0; i < NoOfCheck; ++i)
+        if (CheckList(i) == checkTwoSidedInterval)
+            return CheckValue(checkTwoSidedInterval) == 0;
+    return false;
+}
+
+// --- Clauses ------------------------------------------------------------------------------------
+
+std::string SumSampleClause(SumUsed& used) {
+    i16 first = FindSize({SizeRole::Single, SizeRole::First, SizeRole::FirstSequence});
+    if (first == none)
+        first = FindSize({SizeRole::TimeAtRisk, SizeRole::FirstExposure, SizeRole::Exposure});
+    if (first == none || !HasText(first))
+        return "";
+    const SizeRole role = SizeRowOf(ParKind(first))->Role;
+    const i16 second = FindSecond(role);
+    std::string clause;
+    if (second != none && HasText(second))
+        clause = SizeRowOf(ParKind(second))->Role == SizeRole::EachOther
+                     ? GroupsClause(first, second)
+                     : PairClause(first, second);
+    else if (role == SizeRole::Exposure || role == SizeRole::FirstExposure)
+        clause = "total exposure time of " + ParValueText(first);
+    else if (role == SizeRole::TimeAtRisk)
+        clause = "total time at risk of " + ParValueText(first);
+    else
+        clause = SingleSize(first);
+    if (clause.empty())
+        return "";
+    used.Add(first);
+    if (second != none)
+        used.Add(second);
+    return clause;
+}
+
+std::string SumIntervalClause(SumUsed& used) {
+    constexpr i16 level = 0;
+    constexpr i16 width = 1;
+    used.Add(level);
+    used.Add(width);
+    const std::string interval =
+        std::string(IsOneSidedInterval() ? "a one-sided " : "a two-sided ") + LevelText(level);
+    const std::string measure = WidthPhrase(width);
+    const i16 probability = WidthProbabilityParNo();
+    if (probability == none)
+        return interval + " % confidence interval will have " + SumArticleLabel(measure) + measure +
+               " of " + ParValueText(width);
+    used.Add(probability);
+    const std::string lessThan = " confidence interval with " + SumArticleLabel(measure) + measure +
+                                 " less than " + ParValueText(width);
+    if (CurrentWindowKind() == SimulationWindow)
+        return interval + "%" + lessThan;
+    return "the probability is " + ParValueText(probability) + " to get " + interval + "%" +
+           lessThan;
+}
+
+std::string SumGroupClause(SumUsed& used) {
+    std::vector<i16> layout;
+    for (i16 i = firstDesignParNo; i <= NoOfPar; ++i)
+        if (IsLayoutKind(ParKind(i)) && !used.Has(i) && HasText(i))
+            layout.push_back(i);
+    if (layout.empty())
+        return "";
+    for (const i16 i : layout)
+        used.Add(i);
+    return " For the design, " + SumValueList(layout) + ".";
+}
+
+std::string SumValueList(const std::vector<i16>& parNos) {
+    std::vector<std::string> items;
+    for (const i16 i : parNos) {
+        const std::string phrase = ParPhrase(i);
+        items.push_back(WithArticle(phrase) + std::string(IsOrAre(phrase)) + ParValueText(i));
+    }
+    return SumList(items);
+}
+
+std::string ParameterPhrase() {
+    const auto names = DistrParList(DistrNo);
+    const auto n = static_cast<std::size_t>(ParListNo);
+    return ParListNo >= 0 && n < names.size() ? SumPhrase(names[n]) : "";
+}
+
+std::string ComparedParameterPhrase() {
+    std::string parameter = ParameterPhrase();
+    if (NoOfSamples != TwoSamples)
+        return parameter;
+    // Spreads are compared by their ratio, and so is whatever has a relative error or width.
+    const bool isRatio = Contains(StripAmpersand(ParLabel(ParKind(1))), "Relative") ||
+                         parameter.starts_with("standard deviation");
+    return (isRatio ? "ratio between two samples of " : "difference between two samples in ") +
+           parameter;
+}
+
+std::string DistributionPhrase() {
+    return SumPhrase(DistrName);
+}
+
+} // namespace quorvanta

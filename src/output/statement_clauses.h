@@ -1,0 +1,99 @@
+// The clauses of a summary statement. Each speaks of some parameters of the current analysis and
+// notes which; the statement's last sentence tells the ones that are left over.
+#pragma once
+
+#include "core/types.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvanta {
+
+// The parameters that a statement has spoken of, by position. There is room for every position:
+// a survival test with all its options has thirteen.
+class SumUsed {
+  public:
+    void Add(i16 parNo) { used_ |= 1U << static_cast<unsigned>(parNo); }
+    bool Has(i16 parNo) const { return (used_ >> static_cast<unsigned>(parNo) & 1U) != 0; }
+
+  private:
+    std::uint32_t used_ = 0;
+};
+
+// --- The parameters of the current analysis -----------------------------------------------------
+
+// The current window is a table or a graph.
+bool IsRunWindow();
+
+// The parameter has no single value to tell: it is on an axis of a table or graph, or it is what
+// a simulation estimates.
+bool HasNoSingleValue(i16 parNo);
+
+// The number in the parameter's box.
+f64 ParNumber(i16 parNo);
+
+// A number in full, without an exponent: 0.3, 10000.5, 0.00001.
+std::string NumberInFull(f64 x);
+
+// The value of a parameter as a statement tells it: the unknown's as its box shows it, any other
+// in full. The power has two decimals, and more only where the user has typed them.
+std::string ParValueText(i16 parNo);
+
+// The value of a table or graph's unknown, as its box would show it.
+std::string UnknownText(f64 x);
+
+// The position whose label says that it is a power, or a probability in place of one: 1, or -1.
+i16 PowerParNoOfTest();
+
+// The label of a parameter in words, outside of the hypotheses: a hypothesis is told as
+// "mean 2 - mean 1 under H1".
+std::string ParPhrase(i16 parNo);
+
+// The phrase with its article: "the power", but "any (mean i - mean j)".
+std::string WithArticle(const std::string& phrase);
+
+// " is " or " are ", by the number of the phrase's noun.
+std::string_view IsOrAre(std::string_view phrase);
+
+// The level that a test or an interval is planned with: the parameter's value, or what a
+// simulation without interim analyses was given instead of it.
+f64 NominalLevel(i16 parNo);
+
+// One text stands in the other.
+inline bool Contains(std::string_view text, std::string_view part) {
+    return text.find(part) != std::string_view::npos;
+}
+
+// --- Clauses ------------------------------------------------------------------------------------
+
+// The sizes: "total sample size of 60 (30 in sample 1 and 30 in sample 2)". Empty if the analysis
+// has none, or none with a value.
+std::string SumSampleClause(SumUsed& used);
+
+// The hypotheses, from "the null hypothesis" on; empty if no parameter states one.
+std::string SumHypClause(SumUsed& used);
+
+// What an interval will be: its level, its width and, where the analysis has it, the probability
+// of that width. From "the probability is" or "a two-sided" on, without a full stop.
+std::string SumIntervalClause(SumUsed& used);
+
+// The layout of a design of many groups, " For the design, the number of groups is 5."; empty for
+// one without.
+std::string SumGroupClause(SumUsed& used);
+
+// The values of these parameters as a list: "the power is 0.80, the accrual time is 2 and the ...".
+std::string SumValueList(const std::vector<i16>& parNos);
+
+// The parameter of a parameter analysis, "mean (standard deviation known)"; where two samples are
+// compared, "difference between two samples in mean ..." or "ratio between two samples of ...".
+std::string ParameterPhrase();
+std::string ComparedParameterPhrase();
+
+// The analysis' distribution in words: "normal distribution".
+std::string DistributionPhrase();
+
+// The interval is one-sided: its check box is offered and not ticked.
+bool IsOneSidedInterval();
+
+} // namespace quorvanta

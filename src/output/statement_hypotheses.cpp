@@ -1,0 +1,210 @@
+#include "core/analysis_state.h"
+#include "core/general.h"
+#include "output/statement_clauses.h"
+#include "output/statement_words.h"
+
+#include <optional>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr i16 firstHypothesisParNo = 2;
+
+// One parameter that states a hypothesis.
+struct Hypothesis {
+    i16 ParNo;
+    std::string Label; // without access-key mark
+
+    std::string Rest() const { return SumPhrase(SumNameAfterH(Label)); }
+};
+
+std::vector<Hypothesis> HypothesesOf(std::string_view prefix) {
+    std::vector<Hypothesis> found;
+    for (i16 i = firstHypothesisParNo; i <= NoOfPar; ++i) {
+        const std::string label = StripAmpersand(ParLabel(ParKind(i)));
+        if (label.starts_with(prefix))
+            found.push_back({i, label});
+    }
+    return found;
+}
+
+// " = " and the value; nothing for a parameter that has no single one.
+std::string Equals(i16 parNo) {
+    return HasNoSingleValue(parNo) ? "" : " = " + ParValueText(parNo);
+}
+
+// --- The null hypothesis as it is entered -------------------------------------------------------
+
+// "H0: No (p) of Regr.Coeff. = 0" counts coefficients. One stands without its number, and so does
+// a number that varies, by its letter.
+std::string CoefficientsNull(i16 parNo) {
+    const bool varies = HasNoSingleValue(parNo);
+    const i32 p = varies ? 0 : ToI32(ParNumber(parNo));
+    const std::string number = varies ? "p " : p > 1 ? ParValueText(parNo) + " " : "";
+    return "the null hypothesis H0: first " + number + "regression coefficient" + SumPlural(p) +
+           " equal to 0";
+}
+
+std::string EnteredNull(const std::vector<Hypothesis>& h0) {
+    const Hypothesis& first = h0.front();
+    const bool isEquivalence = NoOfTails == TwoOneSided;
+    const bool isInferiority = !isEquivalence && Contains(first.Label, "Inferior");
+    std::string text = "the null hypothesis H0: ";
+    if (isInferiority)
+        text += "inferiority, with ";
+    else if (isEquivalence)
+        text += "non-equivalence, with ";
+    text += first.Rest() + Equals(first.ParNo);
+    if (isInferiority)
+        text += ",";
+    for (std::size_t k = 1; k < h0.size(); ++k) {
+        text += " and " + h0[k].Rest() + Equals(h0[k].ParNo);
+        if (isInferiority || isEquivalence)
+            text += ",";
+    }
+    return text;
+}
+
+// --- The null hypothesis where none is entered --------------------------------------------------
+
+bool TestIs(std::string_view part) {
+    return Contains(TestName, part);
+}
+
+// The label states what holds in the first sample, or without effect: no effect by itself.
+bool IsBaseline(const std::string& label) {
+    const bool isComparison = Contains(label, "-") || Contains(label, "/");
+    return (label.ends_with(" 1") && !isComparison) || Contains(label, " at ");
+}
+
+bool IsRatio(const std::string& label) {
+    return Contains(label, "/") || Contains(label, "^") || Contains(label, " Ratio");
+}
+
+// What no effect means where 0 has a name.
+std::string NoEffectInBrackets(const std::string& label) {
+    if ((Contains(label, "Mean") && !Contains(label, "c1")) || Contains(label, "Mahalanobi"))
+        return " (equal means)";
+    if (Contains(label, "Proportion"))
+        return " (equal distributions)";
+    if (Contains(label, "Trend"))
+        return " (equal proportions)";
+    if (TestIs("Stuart"))
+        return " (equal marginal distributions)";
+    return "";
+}
+
+// No effect, in terms of a parameter that measures an effect by itself.
+std::string NoEffect(const Hypothesis& h1) {
+    const std::string& label = h1.Label;
+    std::string rest = h1.Rest();
+    if (IsRatio(label))
+        return rest + " = 1";
+    if (Contains(label, " + ") && !Contains(label, "(")) {
+        ReplaceAll(rest, " + ", " = ");
+        return rest;
+    }
+    // H1 speaks of one difference of the groups, or of the smallest; H0 of all of them.
+    for (const std::string_view some : {"any ", "min "})
+        if (rest.starts_with(some))
+            return "all " + rest.substr(some.size()) + " = 0" +
+                   (Contains(label, "Mean") ? " (equal means)" : " (equal proportions)");
+    if (Contains(label, "-") && !TestIs("Stuart") && !TestIs("Goodness"))
+        return rest + " = 0";
+    // Half of the pairs are concordant when the two variables have nothing to do with each other.
+    if (Contains(label, "Conc"))
+        return rest + " = 0.5 (no association)";
+    if (Contains(label, "Sample2 >"))
+        return rest + " = 0.5 (equal distributions)";
+    if (Contains(label, "Sample >"))
+        return rest + " = 0.5 (median 0)";
+    return rest + " = 0" + NoEffectInBrackets(label);
+}
+
+// With a baseline it is the second parameter that says what would be no effect.
+std::string DerivedNull(const std::vector<Hypothesis>& h1) {
+    std::string text = "the null hypothesis H0: ";
+    if (h1.size() == 1 || !IsBaseline(h1[0].Label))
+        return text + NoEffect(h1[0]);
+    if (IsRatio(h1[1].Label) || Contains(h1[1].Label, " - "))
+        return text + NoEffect(h1[1]);
+    return text + h1[1].Rest() + " = " + h1[0].Rest();
+}
+
+// --- The alternative ----------------------------------------------------------------------------
+
+// An H1 value entered as a difference from, or a ratio to, the H0 value before it: "H1:Mean -
+// H0:Mean".
+struct RelativeForm {
+    std::string Name;
+    char Sign;
+};
+
+std::optional<RelativeForm> RelativeFormOf(const Hypothesis& h1) {
+    constexpr std::size_t afterPrefix = 3;
+    const std::size_t h0 = h1.Label.find("H0:", afterPrefix);
+    if (h0 == std::string::npos)
+        return std::nullopt;
+    const std::string_view before = Trimmed(std::string_view(h1.Label).substr(0, h0));
+    return RelativeForm{SumPhrase(SumNameAfterH(before.substr(0, before.size() - 1))),
+                        before.back()};
+}
+
+// Name and value of an H1 parameter, the value in absolute terms.
+std::string AlternativeText(const Hypothesis& h1) {
+    const auto form = RelativeFormOf(h1);
+    if (!form)
+        return h1.Rest() + Equals(h1.ParNo);
+    const i16 h0 = static_cast<i16>(h1.ParNo - 1);
+    if (HasNoSingleValue(h1.ParNo) || HasNoSingleValue(h0))
+        return form->Name;
+    const f64 base = ParNumber(h0);
+    const f64 entered = ParNumber(h1.ParNo);
+    return form->Name + " = " + NumberInFull(form->Sign == '/' ? base * entered : base + entered);
+}
+
+std::string Alternative(const std::vector<Hypothesis>& h1) {
+    std::string text = "H1: ";
+    for (std::size_t k = 0; k < h1.size(); ++k)
+        text += (k > 0 ? " and " : "") + AlternativeText(h1[k]);
+    return text;
+}
+
+} // namespace
+
+std::string SumHypClause(SumUsed& used) {
+    if (TestIs("Kolmogorov-S") && NoOfSamples == TwoSamples)
+        return "the null hypothesis H0: equal distributions against H1: different distributions";
+    const std::vector<Hypothesis> h0 = HypothesesOf("H0:");
+    const std::vector<Hypothesis> h1 = HypothesesOf("H1:");
+    for (const auto* hypotheses : {&h0, &h1})
+        for (const Hypothesis& hypothesis : *hypotheses)
+            used.Add(hypothesis.ParNo);
+    if (h0.empty() && h1.empty())
+        return "";
+    if (!h0.empty() && Contains(h0.front().Label, "No (p)"))
+        return CoefficientsNull(h0.front().ParNo);
+
+    if (h1.empty())
+        return EnteredNull(h0);
+
+    std::string text;
+    if (!h0.empty() && h0.front().ParNo < h1.front().ParNo) {
+        text = EnteredNull(h0);
+    } else {
+        // A list tells H0 before H1. What comes later is no hypothesis but what holds under H0,
+        // such as the standard deviation of a sum of differences.
+        text = DerivedNull(h1);
+        for (const Hypothesis& nuisance : h0)
+            text += " and " + nuisance.Rest() + Equals(nuisance.ParNo);
+    }
+    text += " against " + Alternative(h1);
+    if (NoOfTails == TwoOneSided)
+        text += " (equivalence)";
+    else if (Contains(text, "inferior"))
+        text += " (non-inferiority)";
+    return text;
+}
+
+} // namespace quorvanta
