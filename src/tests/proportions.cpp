@@ -109,19 +109,28 @@ std::optional<f64> UnknownAt(const ProportionList& list, f64 effect) {
     return std::nullopt;
 }
 
-// The base around which the power mirrors itself while the other entry is kept.
-std::optional<f64> MirrorPoint(const ProportionList& list) {
+// The base at which the proportion and the one in relation to it add up to 1.
+f64 MirrorPoint(const ProportionList& list) {
     const f64 kept = ParValue(BaseOf(list) + 1);
-    if (list.Mode == AsDifference && !list.Odds)
-        return (1 - kept) / 2;
-    if (list.Mode == AsRatio && list.Odds)
-        return 1 / std::sqrt(kept);
-    return std::nullopt;
+    if (list.Mode == AsDifference)
+        return list.Odds ? (std::sqrt(kept * kept + 4) - kept) / 2 : (1 - kept) / 2;
+    return list.Odds ? 1 / std::sqrt(kept) : 1 / (1 + kept);
+}
+
+// The variance is largest in the middle, so the power has two values on both sides of it, but where
+// an effect that grows all the way outweighs that: a ratio of proportions, and a difference of odds
+// (it shrinks), under equal proportions.
+bool IsMirrored(const ProportionList& list) {
+    if (list.Paired)
+        return false;
+    const bool equalUnderH0 =
+        NoOfTails != TwoOneSided && (!HasTwo(list) || list.H0 == 0 || ParValue(list.H0) == 0);
+    return !equalUnderH0 || (list.Mode == AsDifference) != list.Odds;
 }
 
 void LimitBase(const ProportionList& list, f64& lower, f64& upper) {
-    if (const auto point = MirrorPoint(list))
-        LeftTailLimit(lower, upper, *point);
+    if (IsMirrored(list))
+        LeftTailLimit(lower, upper, MirrorPoint(list));
 }
 
 void LimitEffect(const ProportionList& list, f64& lower, f64& upper) {

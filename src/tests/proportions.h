@@ -16,6 +16,7 @@ struct ProportionList {
                        // right one next; none: the H0 difference is 0
     i16 H1 = 0;        // H1 proportion; the first of two
     i16 Second = 0;    // the second of two
+    bool Paired = false; // of two measurements of the same subjects
 };
 
 // The group of interchangeable parameters of one proportion, or of two. Between two limits there is
@@ -34,9 +35,9 @@ bool CheckProportions(const ProportionList& list);
 // below it when the search goes left. With two one-sided tests the true value lies between the
 // middle of the limits and one of them.
 //
-// Where a difference of proportions or a ratio of odds is kept and the base is sought, the power
-// mirrors itself around the point at which the two proportions add up to 1; the search takes the
-// side above that point, or below it when it goes left.
+// Where a proportion is sought to which another is entered in relation, the power has the same
+// value twice, on both sides of the point at which the two add up to 1: the search takes the side
+// above that point, or below it when it goes left.
 void LimitProportions(const ProportionList& list, f64& lower, f64& upper);
 
 // Narrows the search to where the effect (H1 proportion, or difference of the two) lies between a

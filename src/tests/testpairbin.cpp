@@ -188,6 +188,7 @@ void TESTPAIRBIN::SetParList() {
     AddPar(kindAlpha);
     AddPar(kindPower);
     list = AddTwoProportions(false, NullDifference::Entered);
+    list.Paired = true;
     thirdMode = ChosenOption(groupDiscordant);
     third = AddPar(kindDiscordant[thirdMode]);
     size = AddPar(kindSize);
