@@ -1,5 +1,6 @@
-// The distribution functions that sit in the inner loop of every search.
+// The distribution functions that sit in the inner loop of every search, and the exact sums.
 #include "numeric/probdist.h"
+#include "numeric/probdist_discrete.h"
 
 #include <array>
 #include <benchmark/benchmark.h>
@@ -107,5 +108,25 @@ void GammaCdfCall(benchmark::State& state) {
         benchmark::DoNotOptimize(GammaCdf(3.1F, 1.5F, 2.5F));
 }
 BENCHMARK(GammaCdfCall);
+
+void BinCdfCall(benchmark::State& state) {
+    const f32 n = static_cast<f32>(state.range(0));
+    Cycle share(std::array<f32, 4>{0.5F, 0.45F, 0.4F, 0.35F});
+    for (auto _ : state)
+        benchmark::DoNotOptimize(BinCdf(n, static_cast<i16>(state.range(0) / 2), share.Next()));
+}
+BENCHMARK(BinCdfCall)->ArgName("n")->Arg(50)->Arg(1000);
+
+void HyperCdfCall(benchmark::State& state) {
+    for (auto _ : state)
+        benchmark::DoNotOptimize(HyperCdf(1000, 500, 245, 0.5F));
+}
+BENCHMARK(HyperCdfCall);
+
+void KolSmiInvCall(benchmark::State& state) {
+    for (auto _ : state)
+        benchmark::DoNotOptimize(KolSmiInv(static_cast<f32>(state.range(0)), 0.95F, 0));
+}
+BENCHMARK(KolSmiInvCall)->ArgName("n")->Arg(10)->Arg(50);
 
 } // namespace

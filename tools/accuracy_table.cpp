@@ -42,6 +42,9 @@ The corners worth knowing:
   for the lower quantiles of F with few numerator and many denominator degrees of freedom.
 - The quantile of chi-square climbs in steps over a broken df up to 10.
 - Non-central t is a normal approximation, good from about 30 degrees of freedom on.
+- `PoissonCdf` is a chi-square and shares its corners: with a mean below 0.05 it stays where it is.
+- `KolSmiCdf` takes the limit for n above 50, which is too small by 0.006 at the 5 % level there: the
+  test rejects somewhat too rarely.
 - `NorTail` in its second mode loses its digits below 0.001.
 )";
 

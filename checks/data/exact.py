@@ -15,6 +15,8 @@ program's results. Sections that are marked "not bounded" show known weak corner
     python3 exact.py > exact.csv      (Python 3, mpmath, numpy, scipy; takes some minutes)
 """
 import math
+from fractions import Fraction
+
 import numpy as np
 from mpmath import mp, mpf
 from scipy import integrate, optimize, special
@@ -160,7 +162,8 @@ def beta_rounding(x, a, b):
                  / ((a + 1) * (a + 2) * b * (b + 1)))
     k1 = (a + b) * x / (a + 1)
     k2 = (a + b + 1) * x / (a + 2)
-    relative += U * (20 * amplified + 2 * k1 * k2 * (a + 2) / b * ((a + b + 2) / (b + 1) + 1) + 10)
+    relative += U * (20 * amplified
+                     + 2 * k1 * k2 * (a + 2) / b * ((a + b + 2) * (1 - x) / (b + 1) + 1) + 10)
     return result + value * relative
 
 
@@ -184,6 +187,34 @@ def fcdf_rounding(f, df1, df2):
 def normal_rounding(z):
     """Of NorCdf at an argument of about z that was rounded itself: z phi(z) is 0.25 at most."""
     return NORCDF + 3 * U
+
+
+def f_tail_rounding(df1, df2, f):
+    """Of FTail in mode 1: the finite sums once more, with what each rounding can add."""
+    x = df2 / (df1 * f + df2)
+    y = math.sqrt(1 - x)
+    e1 = 2 * (df1 // 2) - df1 + 2
+    e2 = 2 * (df2 // 2) - df2 + 2
+    p, term = {1: (1 - 2 / math.pi * math.atan(y / math.sqrt(x)), y * math.sqrt(x) / math.pi),
+               2: (x, (1 - x) * x), 3: (math.sqrt(x), (1 - x) * math.sqrt(x) / 2),
+               0: (1 - y, y * x / 2)}[2 * e1 - e2]
+    error = U * (p + 1)  # of the start, which is a difference from 1 at the worst
+    roundings = 3
+    cut = 0.0
+    for sign, first, last, factor in ((-1, e2, df2, e1), (1, e1, df1, df2)):
+        share = x if sign < 0 else 1 - x
+        i = first
+        while i < last:
+            if abs(2 * term / i) < 1e-5 * p:
+                cut = 2e-5 * p
+                break
+            p += sign * 2 * term / i
+            error += U * (p + roundings * 2 * term / i)
+            term *= (factor / i + 1) * share
+            roundings += 3
+            i += 2
+    # x itself is rounded, and the argument f.
+    return error + cut + 2 * U * float(fpdf(f, df1, df2)) * (f + df2 / df1)
 
 
 def chi2cdf_rounding(x, df):
@@ -460,11 +491,8 @@ def fisher():
             (15, 60, 500), (1, 2, 5, 10)):
         for f in fs_of(df1, df2):
             exact = 1 - fcdf(f, df1, df2)
-            x = df2 / (df1 * f + df2)
-            rest = 1e-5 * float(exact) / max(1 - max(x, 1 - x), 2 / (df1 + df2))
-            row("FTail1", df1, df2, f, exact=exact,
-                tolerance=deviation(formula.f_tail1(df1, df2, f), exact) + U * (df1 + df2 + 10)
-                + (rest if df1 + df2 > 4 else 0) + float(fpdf(f, df1, df2)) * f * U)
+            row("FTail1", df1, df2, f, exact=exact, tolerance=deviation(
+                formula.f_tail1(df1, df2, f), exact) + f_tail_rounding(df1, df2, f))
     section("FTail1", "both df above 30, or df1 from 600 to 999 with df2 = 10",
             "not bounded: 32 bits cancel in the first sum")
     for df1, df2 in cases((31, 60), (31, 100, 500)) + cases((600, 999), (10,)):
@@ -474,10 +502,9 @@ def fisher():
     quantile_cases = cases((1, 2, 3, 6, 10), (2, 5, 10, 31, 100, 500)) + cases((15, 60), (2, 5, 10))
 
     def quantile_tolerance(f, df1, df2, p):
-        x = df2 / (df1 * float(f) + df2)
-        rest = 1e-5 * p / max(1 - max(x, 1 - x), 2 / (df1 + df2))
-        return (2e-5 * (float(f) + df2 / df1)
-                + (rest + U * (df1 + df2 + 10)) / float(fpdf(f, df1, df2)))
+        f = float(f)
+        tail = deviation(formula.f_tail1(df1, df2, f), p) + f_tail_rounding(df1, df2, f)
+        return 2e-5 * (f + df2 / df1) + tail / float(fpdf(f, df1, df2))
 
     for df1, df2 in quantile_cases:
         for p in floats(0.001, 0.005, 0.01, 0.025, 0.05, 0.1, 0.3, 0.6, 0.9):
@@ -593,6 +620,205 @@ def families():
                 tolerance=1e-5 + float(exact) / (1260 * (g + 2) ** 5) + 2 * U)
 
 
+def discrete():
+    ps = floats(1e-4, 0.003, 0.05, 0.2, 0.5, 0.7, 0.95, 0.9999)
+
+    def density(n, x, p):
+        return mp.binomial(n, x) * mpf(p) ** x * (1 - mpf(p)) ** (n - x)
+
+    def counts(n, p):
+        """Around the middle, at the ends and at a half."""
+        mean, sd = n * p, math.sqrt(n * p * (1 - p))
+        some = {0, 1, n // 2, n // 2 + 1, n - 1, n} | {round(mean + z * sd) for z in (-3, -1, 0, 1, 3)}
+        return sorted(x for x in some if 0 <= x <= n)
+
+    def sum_tolerance(values):
+        """Of a sum of terms in 32 bits, each of them rounded."""
+        total, tolerance = mpf(0), 0.0
+        for value in values:
+            total += value
+            tolerance += U * float(value + total)
+        return tolerance + 1e-11 * float(total) + 2 * U
+
+    def cdf(values, x, n):
+        """Exact value and tolerance of a distribution function summed from the nearer end."""
+        exact = sum(values[:x + 1], mpf(0))
+        side = values[:x + 1] if x <= n / 2 else values[:x:-1]
+        return exact, sum_tolerance(side)
+
+    sizes = (1, 2, 5, 17, 60, 61, 150, 400, 1000)
+    section("BinDensity", "n to 1000, p from 1e-4 to 0.9999", "rounding")
+    for n in sizes:
+        for p in ps:
+            for x in counts(n, p):
+                exact = density(n, x, p)
+                row("BinDensity", n, x, p, exact=exact, tolerance=float(exact) * (U + 1e-11) + 1e-38)
+    section("BinDensity", "n from 1029 to 32767", "rounding, and 1e-10 of the logarithms")
+    for n in (1029, 1030, 5000, 32767):
+        for p in ps:
+            for x in counts(n, p):
+                exact = density(n, x, p)
+                row("BinDensity", n, x, p, exact=exact,
+                    tolerance=float(exact) * (U + 1e-9) + 1e-38)
+    section("BinCdf", "n to 1000, p from 1e-4 to 0.9999", "rounding of terms and sums")
+    for n in sizes:
+        for p in ps:
+            values = [density(n, x, p) for x in range(n + 1)]
+            for x in counts(n, p):
+                exact, tolerance = cdf(values, x, n)
+                row("BinCdf", n, x, p, exact=exact, tolerance=tolerance)
+
+    def hyper(popsize, n, x, marked):
+        return mp.binomial(marked, x) * mp.binomial(popsize - marked, n - x) / mp.binomial(popsize, n)
+
+    section("HyperDensity", "populations to 1000", "64 bits: 1e-11, relative")
+    populations = [(popsize, n, p) for popsize, n in ((10, 4), (60, 25), (200, 150), (1000, 30),
+                                                      (1000, 500)) for p in floats(0.02, 0.3, 0.5, 0.9)]
+    for popsize, n, p in populations:
+        marked = round(p * popsize)
+        for x in counts(n, p):
+            exact = hyper(popsize, n, x, marked)
+            row("HyperDensity", popsize, n, x, p, exact=exact, tolerance=1e-11 * float(exact))
+    section("HyperDensity", "populations from 1030 to 32767", "1e-9 of the logarithms, relative")
+    for popsize, n, p in ((1030, 515, 0.5), (5000, 1200, 0.3), (32767, 16000, 0.7)):
+        marked = round(round32(p) * popsize)
+        for x in counts(n, p):
+            exact = hyper(popsize, n, x, marked)
+            row("HyperDensity", popsize, n, x, round32(p), exact=exact,
+                tolerance=1e-9 * float(exact) + 1e-300)
+    section("HyperCdf", "populations to 1000", "rounding of terms and sums")
+    for popsize, n, p in populations:
+        marked = round(p * popsize)
+        values = [hyper(popsize, n, x, marked) for x in range(n + 1)]
+        for x in counts(n, p):
+            exact, tolerance = cdf(values, x, n)
+            row("HyperCdf", popsize, n, x, p, exact=exact, tolerance=tolerance)
+
+    def poisson(x, lam):
+        return mp.exp(-mpf(lam)) * mpf(lam) ** x / mp.factorial(x)
+
+    def poisson_cdf(x, lam):
+        return mp.gammainc(x + 1, mpf(lam), mp.inf, regularized=True)
+
+    lams = floats(0.2, 1, 3.3, 9, 17, 30, 48)
+    section("PoissonDensity", "x to 50, lambda to 75", "rounding")
+    for lam in lams + [round32(75)]:
+        for x in (0, 1, 2, 5, 10, 17, 30, 44, 50):
+            exact = poisson(x, lam)
+            row("PoissonDensity", x, lam, exact=exact, tolerance=float(exact) * (U + 1e-11) + 1e-38)
+    section("PoissonDensity", "x from 51 to 300", "Wilson and Hilferty itself, twice 7.5e-8 and rounding")
+    for lam in floats(30, 51, 75, 120, 250):
+        for x in (51, 60, 75, 100, 150, 300):
+            exact = poisson(x, lam)
+            row("PoissonDensity", x, lam, exact=exact, tolerance=deviation(
+                formula.poisson_density(x, lam), exact) + 2 * normal_rounding(0))
+    section("PoissonCdf", "lambda from 0.2 to 250", "chi-square's own")
+    for lam in lams + floats(75, 250):
+        for x in (0, 1, 3, 8, 10, 20, 50, 100, 250):
+            exact = poisson_cdf(x, lam)
+            row("PoissonCdf", x, lam, exact=exact, tolerance=deviation(
+                formula.poisson_cdf(float(x), lam), exact)
+                + chi2cdf_rounding(2 * lam, 2 * x + 2.0) + U)
+
+    def smirnov(n, d):
+        """Birnbaum and Tingey (1951), P(D+ < d)."""
+        d = mpf(d)
+        return 1 - sum((mp.binomial(n, j) * (1 - d - mpf(j) / n) ** (n - j) * d
+                        * (d + mpf(j) / n) ** (j - 1) for j in range(n) if 1 - d - mpf(j) / n > 0),
+                       mpf(0))
+
+    def exact_sum_tolerance(n, d):
+        """What 32 bits can add: the bounds are rounded, which the binomial coefficients magnify, and
+        so is each sum of the recursion. An error in making c(j) spreads to the later ones by the
+        recursion itself; its weight in the result comes from solving that backwards."""
+        m = max(1, math.floor((1 - d) * n - 1e-5))
+        b = [mpf(max(0.0, round32(1 - (j / n + d)))) for j in range(m + 1)]
+
+        def terms(over, count):
+            return [math.comb(over, i) * b[i] ** (over - i) * c[i] for i in range(count) if b[i] > 0]
+
+        c = []
+        for j in range(m + 1):
+            c.append(1 - sum(terms(j, j), mpf(0)))
+        bounds = abs(1 - sum(terms(n, m + 1)) - smirnov(n, d))
+        weight = [math.comb(n, j) * b[j] ** (n - j) * (b[j] > 0) for j in range(m + 1)]
+        for j in range(m, -1, -1):
+            for i in range(j):
+                weight[i] -= math.comb(j, i) * b[i] ** (j - i) * weight[j]
+        # c(j) is a difference from 1 of a sum of j terms, none of its partial sums above 1.
+        sums = sum(abs(weight[j]) * (j + 1) for j in range(1, m + 1))
+        return float(bounds + U * (sums + m + 2))
+
+    section("KolSmiCdf", "n to 50", "rounding of the sums")
+    for n in (1, 2, 3, 4, 5, 8, 12, 20, 30, 40, 50):
+        for q in (0.2, 0.5, 0.8, 0.9, 0.95, 0.99, 0.999):
+            d = round32(math.sqrt(-math.log(1 - q) / 2 / n))
+            if d < 1:
+                row("KolSmiCdf", n, d, exact=smirnov(n, d), tolerance=exact_sum_tolerance(n, d))
+    section("KolSmiCdf", "n from 51 to 1000", "the limit itself, and rounding")
+    for n in (51, 100, 300, 1000):
+        for q in (0.2, 0.5, 0.8, 0.9, 0.95, 0.99, 0.999):
+            d = round32(math.sqrt(-math.log(1 - q) / 2 / n))
+            exact = smirnov(n, d)
+            row("KolSmiCdf", n, d, exact=exact, tolerance=deviation(
+                formula.kol_smi_cdf(float(n), d), exact) + 20 * U)
+
+    def compositions(n, k):
+        if k == 1:
+            yield (n,)
+            return
+        for i in range(n + 1):
+            for rest in compositions(n - i, k - 1):
+                yield (i,) + rest
+
+    def discrete_smirnov(n, d, side, probs):
+        """P(D < d) by summing the multinomial distribution over all samples; fractions."""
+        steps = np.cumsum(probs)
+        total = mpf(0)
+        for counts in compositions(n, len(probs)):
+            seen, distance = 0, Fraction(0)
+            for count, step in zip(counts, steps):
+                seen += count
+                gap = Fraction(seen, n) - step
+                distance = max(distance, gap if side else -gap)
+            if distance < d:
+                weight = Fraction(math.factorial(n))
+                for count, share in zip(counts, probs):
+                    weight = weight * share ** count / math.factorial(count)
+                total += mpf(weight.numerator) / weight.denominator
+        return total
+
+    section("KolSmiDiscreteCdf", "n to 12, 3 and 4 categories", "rounding of d and of the proportions")
+    tables = ([Fraction(1, 4)] * 4, [Fraction(1, 10), Fraction(2, 10), Fraction(3, 10), Fraction(4, 10)],
+              [Fraction(1, 2), Fraction(1, 3), Fraction(1, 6)])
+    for n in (2, 3, 4, 5, 8, 12):
+        for probs in tables:
+            for d in (Fraction(1, 10), Fraction(1, 4), Fraction(3, 10), Fraction(1, 3), Fraction(1, 2),
+                      Fraction(3, 5)):
+                for side in (0, 1):
+                    row("KolSmiDiscreteCdf", n, round32(float(d)), side,
+                        *[round32(float(v)) for v in probs],
+                        exact=discrete_smirnov(n, d, side, probs), tolerance=40 * n * U)
+
+    section("KolSmiInv", "n to 50", "1e-5 of the search, and the sum's own")
+    for n in (2, 5, 10, 20, 35, 50):
+        for q in floats(0.5, 0.8, 0.9, 0.95, 0.99):
+            d = mpf(optimize.brentq(lambda v: float(smirnov(n, v)) - q, 0.01, 0.9999, xtol=1e-13))
+            slope = (smirnov(n, d + mpf("1e-8")) - smirnov(n, d)) * 10 ** 8
+            row("KolSmiInv", n, q, exact=d,
+                tolerance=1e-5 + exact_sum_tolerance(n, float(d)) / float(slope))
+    section("KolSmiTwoCdf", "two-sided, against the limit", "1e-4 where the series is cut")
+    for n1, n2 in ((20, 30), (100, 150), (16000, 16000)):
+        root = math.sqrt(n1 * n2 / (n1 + n2))
+        for v in (0.3, 0.5, 0.7, 0.9, 1.1, 1.3581, 1.6276, 2):
+            d = round32(v / root)
+            x = mpf(d) * mp.sqrt(mpf(n1) * n2 / (n1 + n2))
+            exact = 1 - 2 * sum(((-1) ** (i - 1) * mp.exp(-2 * i * i * x * x) for i in range(1, 60)),
+                                mpf(0))
+            row("KolSmiTwoCdf", n1, n2, d, 0, exact=exact, tolerance=2e-4 if v < 0.6 else 2e-4 * 0.1
+                if v < 0.8 else 4 * U)
+
+
 if __name__ == "__main__":
     print("# Written by exact.py: function, arguments, exact value, tolerance.")
     normal()
@@ -601,3 +827,4 @@ if __name__ == "__main__":
     chi_square()
     fisher()
     families()
+    discrete()

@@ -380,6 +380,142 @@ def gamma_density(x, s, g):
     return R(r) if g == 1 else R(r * (x / s) ** (g - 1))
 
 
+# --- discrete distributions --------------------------------------------------------------------
+def choose_product(n, k):
+    r = 1.0
+    for i in range(1, k + 1):
+        r = (n - i + 1) / i * r
+    return r
+
+
+def choose(n, k):
+    return choose_product(n, min(k, n - k)) if 0 <= k <= n else 0.0
+
+
+def bin_density(n, x, p):
+    return R(choose(math.floor(n), x) * p ** x * (1 - p) ** (n - x))
+
+
+def cdf_sum(x, n, half, density):
+    total = 0.0
+    if half:
+        for i in range(0, x + 1):
+            total = R(total + R(density(i)))
+        return total
+    for i in range(math.floor(n), x, -1):
+        total = R(total + R(density(i)))
+    return R(1 - total)
+
+
+def bin_cdf(n, x, p):
+    if x < 0:
+        return 0.0
+    if x > n:
+        return 1.0
+    return cdf_sum(x, n, x <= n / 2, lambda i: bin_density(n, i, p))
+
+
+def bin_inv(q, n, p):
+    x = 0
+    while bin_cdf(n, x, p) < q - 1e-5 and x < 502:
+        x += 1
+    return float(x)
+
+
+def hyper_density(popsize, n, x, p):
+    marked = round(p * popsize)
+    unmarked = popsize - marked
+    if x > n or x > marked or n - x > unmarked:
+        return 0.0
+    return choose(unmarked, n - x) * choose(marked, x) / choose(popsize, n)
+
+
+def hyper_cdf(popsize, n, x, p):
+    if x < 0:
+        return 0.0
+    if x > n:
+        return 1.0
+    return cdf_sum(x, n, x <= n / 2, lambda i: hyper_density(popsize, n, i, p))
+
+
+def poisson_density(x, lam):
+    if x == 0:
+        return R(expc(-lam))
+    if x <= 50:
+        return R(lam ** x * expc(-lam) / factorial(x))
+    return R(chi2_cdf(R(2 * lam), 2.0 * x) - chi2_cdf(R(2 * lam), 2.0 * x + 2))
+
+
+def poisson_cdf(x, lam):
+    return R(1 - chi2_cdf(R(2 * lam), R(2 * x + 2)))
+
+
+def poisson_inv(q, lam):
+    x = 0
+    while poisson_cdf(float(x), lam) < q - 1e-5 and x < 502:
+        x += 1
+    return float(x)
+
+
+def kol_smi_sum(n, m, b, rounding):
+    c = [1.0]
+    for j in range(1, m + 1):
+        total = 0.0
+        for i in range(j):
+            total = rounding(total + choose(j, i) * b[i] ** (j - i) * c[i])
+        c.append(rounding(1 - total))
+    total = 0.0
+    for j in range(m + 1):
+        total = rounding(total + choose(n, j) * b[j] ** (n - j) * c[j])
+    return total
+
+
+def kol_smi(n, d, bound, rounding):
+    """n is 2 at least."""
+    if d <= 0:
+        return 0.0
+    if d >= 1:
+        return 1.0
+    if n > 50:
+        return R(1 - expc(-2 * n * d * d))
+    n = int(n)
+    m = max(1, math.floor((1 - d) * n - 1e-5))
+    b = [max(0.0, R(bound(j / n + d))) for j in range(m + 1)]
+    return R(1 - kol_smi_sum(n, m, b, rounding))
+
+
+def kol_smi_cdf(n, d):
+    return kol_smi(n, d, lambda t: 1 - t, R)
+
+
+def kol_smi_discrete_cdf(n, d, side, probs):
+    def bound(t):
+        w = 1 - t if side else t
+        s = 0.0
+        for p in probs:
+            if abs(w - s) <= 1e-5:
+                return 1 - t
+            if R(s + p) > w + 1e-5:
+                return s if side else 1 - R(s + p)
+            s = R(s + p)
+        return 0.0
+
+    return kol_smi(n, d, bound, float)
+
+
+def kol_smi_two_cdf(n1, n2, d, flag):
+    ne = n1 * n2 / (n1 + n2)
+    if flag:
+        return R(1 - expc(-2 * ne * d * d))
+    total = 0.0
+    for i in range(1, 21):
+        term = expc(-2 * i * i * ne * d * d)
+        total += term if i % 2 else -term
+        if term < 0.0001:
+            return R(min(max(1 - 2 * total, 0.0), 1.0))
+    return 0.0
+
+
 # --- the grid ---------------------------------------------------------------------------------
 def emit(name, *args, value):
     print(",".join([name] + [f"{v:.9g}" for v in args] + [f"{value:.9g}"]))
@@ -468,5 +604,46 @@ def main():
             emit("LognormInv", q, s, g, value=R(expc(R(nor_inv(q) * g + s))))
 
 
+def discrete():
+    ps = [R(p) for p in (0.0001, 0.03, 0.3, 0.5, 0.7, 0.99)]
+    for n in (1, 7, 24, 60, 61, 200, 1000):
+        for p in ps:
+            for x in sorted({0, 1, n // 4, n // 2, n // 2 + 1, (7 * n) // 10, n - 1, n}):
+                emit("BinDensity", float(n), x, p, value=bin_density(float(n), x, p))
+                emit("BinCdf", float(n), x, p, value=bin_cdf(float(n), x, p))
+            if n <= 200:
+                for q in (R(0.025), R(0.5), R(0.99)):
+                    emit("BinInv", q, float(n), p, value=bin_inv(q, float(n), p))
+    for n in (24.5, 24.75):
+        for x in (3, 12, 13, 24):
+            emit("BinDensity", R(n), x, R(0.3), value=bin_density(R(n), x, R(0.3)))
+            emit("BinCdf", R(n), x, R(0.3), value=bin_cdf(R(n), x, R(0.3)))
+    for popsize, n in ((10, 4), (60, 25), (300, 40), (1000, 100), (1000, 900)):
+        for p in ps:
+            for x in sorted({0, 1, n // 4, n // 2, n // 2 + 1, n - 1, n}):
+                emit("HyperDensity", popsize, n, x, p,
+                     value=R(hyper_density(popsize, n, x, p)))
+                emit("HyperCdf", popsize, n, x, p, value=hyper_cdf(popsize, n, x, p))
+    for lam in [R(v) for v in (0.2, 1, 4.7, 20, 50, 100, 300)]:
+        for x in (0, 1, 4, 20, 50, 51, 75, 120, 300):
+            emit("PoissonDensity", x, lam, value=poisson_density(x, lam))
+            emit("PoissonCdf", float(x), lam, value=poisson_cdf(float(x), lam))
+        for q in (R(0.025), R(0.5), R(0.99)):
+            emit("PoissonInv", q, lam, value=poisson_inv(q, lam))
+    for n in (2, 3, 4, 5, 11, 20, 37, 50, 51, 200.5):
+        for d in [R(v) for v in (0.05, 0.12, 0.2, 0.35, 0.6, 0.9)]:
+            emit("KolSmiCdf", R(n), d, value=kol_smi_cdf(R(n), d))
+            for probs in ((0.25, 0.25, 0.25, 0.25), (0.1, 0.2, 0.3, 0.4), (0.5, 0.3, 0.2)):
+                probs = [R(v) for v in probs]
+                for side in (0, 1):
+                    emit("KolSmiDiscreteCdf", R(n), d, side, *probs,
+                         value=kol_smi_discrete_cdf(R(n), d, side, probs))
+    for n1, n2 in ((5, 8), (30, 40), (500, 200)):
+        for d in [R(v) for v in (0.001, 0.02, 0.1, 0.2, 0.3, 0.5)]:
+            for flag in (0, 1):
+                emit("KolSmiTwoCdf", n1, n2, d, flag, value=kol_smi_two_cdf(n1, n2, d, flag))
+
+
 if __name__ == "__main__":
     main()
+    discrete()

@@ -5,6 +5,7 @@
 #include "core/types.h"
 #include "numeric/gamma0.h"
 #include "numeric/probdist.h"
+#include "numeric/probdist_discrete.h"
 #include "numeric/rounding.h"
 
 #include <cstdlib>
@@ -167,6 +168,42 @@ inline const std::map<std::string, ReferenceFunction>& ReferenceFunctions() {
          [](const Args& a) {
              f32 lambda = Single(a.at(3));
              return f64{NcFCdf(Single(a.at(0)), Single(a.at(1)), Single(a.at(2)), lambda)};
+         }},
+        {"BinDensity",
+         [](const Args& a) {
+             return f64{BinDensity(Single(a.at(0)), ToI16(a.at(1)), Single(a.at(2)))};
+         }},
+        {"BinCdf",
+         [](const Args& a) {
+             return f64{BinCdf(Single(a.at(0)), ToI16(a.at(1)), Single(a.at(2)))};
+         }},
+        {"BinInv", three(BinInv)},
+        {"HyperDensity",
+         [](const Args& a) {
+             return HyperDensity(ToI16(a.at(0)), ToI16(a.at(1)), ToI16(a.at(2)), Single(a.at(3)));
+         }},
+        {"HyperCdf",
+         [](const Args& a) {
+             return f64{HyperCdf(ToI16(a.at(0)), ToI16(a.at(1)), ToI16(a.at(2)), Single(a.at(3)))};
+         }},
+        {"PoissonDensity",
+         [](const Args& a) { return f64{PoissonDensity(ToI16(a.at(0)), Single(a.at(1)))}; }},
+        {"PoissonCdf", two(PoissonCdf)},
+        {"PoissonInv", two(PoissonInv)},
+        {"KolSmiCdf", two(KolSmiCdf)},
+        {"KolSmiDiscreteCdf",
+         [](const Args& a) {
+             Array1<f32> probs(1, static_cast<int>(a.size()) - 3);
+             for (int i = 1; i <= probs.HighBound(); ++i)
+                 probs(i) = Single(a.at(static_cast<std::size_t>(i) + 2));
+             return f64{KolSmiDiscreteCdf(Single(a.at(0)), Single(a.at(1)), probs, ToI16(a.at(2)))};
+         }},
+        {"KolSmiInv",
+         [](const Args& a) { return f64{KolSmiInv(Single(a.at(0)), Single(a.at(1)), 0)}; }},
+        {"KolSmiTwoCdf",
+         [](const Args& a) {
+             return f64{
+                 KolSmiTwoCdf(ToI16(a.at(0)), ToI16(a.at(1)), Single(a.at(2)), ToI16(a.at(3)))};
          }},
         {"ExpCdf", one(ExpCdf)},
         {"ExpDensity", one(ExpDensity)},

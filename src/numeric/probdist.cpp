@@ -77,11 +77,10 @@ f32 NorCdf(f32 x) {
     const f64 a = std::fabs(f64{x});
     if (a >= 10)
         return x > 0 ? 1.0F : 0.0F;
-    const f32 t32 = Single(1 / (1 + 0.2316419 * a));
-    const f64 t = t32;
-    const f32 q = Single(((1.061405429 * t - 1.453152027) * t + 1.421413741) * t - 0.284496736);
+    const f64 t = Single(1 / (1 + 0.2316419 * a));
+    const f64 q = Single(((1.061405429 * t - 1.453152027) * t + 1.421413741) * t - 0.284496736);
     const f64 e = std::exp(-f64{x} * f64{x} / 2);
-    const f64 s = 1 - (f64{q} * t + 0.254829592) * (t * e);
+    const f64 s = 1 - (q * t + 0.254829592) * (t * e);
     return Single((s * Sgn(f64{x}) + 1) / 2);
 }
 
@@ -97,8 +96,7 @@ f32 NorInv(f32 p) {
     const f64 m = 0.5 - std::fabs(0.5 - f64{p});
     if (m == 0)
         return QuantileBelowAll;
-    const f32 t32 = Single(std::sqrt(-2 * std::log(m)));
-    const f64 t = t32;
+    const f64 t = Single(std::sqrt(-2 * std::log(m)));
     const f64 n = (0.010328 * t + 0.802853) * t + 2.515517;
     const f64 d = ((0.001308 * t + 0.189269) * t + 1.432788) * t + 1;
     return Single((t - n / d) * Sgn(f64{p} - 0.5));
@@ -110,10 +108,9 @@ f32 NorUpperTail(f32 z) {
     const f64 a = std::fabs(f64{z});
     f32 p = 0;
     if (a <= 7) {
-        const f32 b = Single(((5.383e-6 * a + 4.88906e-5) * a + 3.80036e-5) * a);
-        const f32 c =
-            Single((((f64{b} + 0.0032776263) * a + 0.0211410061) * a + 0.049867347) * a + 1);
-        p = Single(0.5 * std::pow(f64{c}, -16));
+        const f64 b = Single(((5.383e-6 * a + 4.88906e-5) * a + 3.80036e-5) * a);
+        const f64 c = Single((((b + 0.0032776263) * a + 0.0211410061) * a + 0.049867347) * a + 1);
+        p = Single(0.5 * std::pow(c, -16));
     }
     return z < 0 ? Single(1 - f64{p}) : p;
 }
@@ -132,14 +129,13 @@ f32 NorUpperQuantile(f32 p) {
     else if (q == 0.005F)
         z = 2.57583F;
     else {
-        const f32 w32 = Single(-std::log(4 * f64{q} * (1 - f64{q})));
-        const f64 w = w32;
-        const f32 e1 = Single((-3.231081277e-9 * w + 8.360937017e-8) * w - 1.04527497e-6);
-        const f32 e2 = Single((f64{e1} * w + 5.824238515e-6) * w + 6.841218299e-6);
-        const f32 e3 =
-            Single(((f64{e2} * w - 0.0002250947176) * w - 0.000836435359) * w + 0.03706987906);
-        const f32 e4 = Single(f64{e3} * w + 1.570796288);
-        z = Single(std::sqrt(f64{e4} * w));
+        const f64 w = Single(-std::log(4 * f64{q} * (1 - f64{q})));
+        const f64 e1 = Single((-3.231081277e-9 * w + 8.360937017e-8) * w - 1.04527497e-6);
+        const f64 e2 = Single((e1 * w + 5.824238515e-6) * w + 6.841218299e-6);
+        const f64 e3 =
+            Single(((e2 * w - 0.0002250947176) * w - 0.000836435359) * w + 0.03706987906);
+        const f64 e4 = Single(e3 * w + 1.570796288);
+        z = Single(std::sqrt(e4 * w));
     }
     return p > 0.5F ? -z : z;
 }
@@ -239,12 +235,11 @@ f32 TInv(f32 p, f32 df) {
     if (df <= 1)
         return Single(std::tan((f64{p} - 0.5) * Pi));
     const f64 z = NorInv(p);
-    const f32 s32 = Single(z * z);
-    const f64 s = s32;
-    const f32 g1 = Single((s + 1) / 4);
-    const f32 g2 = Single(((5 * s + 16) * s + 3) / 96);
-    const f32 g3 = Single((((3 * s + 19) * s + 17) * s - 15) / 384);
-    const f32 g4 = Single(((((79 * s + 776) * s + 1482) * s - 1920) * s - 945) / 92160);
+    const f64 s = Single(z * z);
+    const f64 g1 = Single((s + 1) / 4);
+    const f64 g2 = Single(((5 * s + 16) * s + 3) / 96);
+    const f64 g3 = Single((((3 * s + 19) * s + 17) * s - 15) / 384);
+    const f64 g4 = Single(((((79 * s + 776) * s + 1482) * s - 1920) * s - 945) / 92160);
     const f64 nu = df;
     return Single(z * (1 + (g1 + (g2 + (g3 + g4 / nu) / nu) / nu) / nu));
 }
@@ -407,18 +402,22 @@ f32 FUpperTail(f32 df1, f32 df2, f32 f) {
         p = Single(x);
         term = Single((1 - x) * x);
     }
-    const auto ends = [&p, &term](f32 df, int i) {
-        return df <= static_cast<f32>(i) || std::fabs(2 * f64{term} / i) < 1e-5 * f64{p};
+    // Both sums also end where a term is too small to matter; the second goes on from the place u
+    // where the first ended, even when that was too early.
+    const auto add = [&p, &term](f64 sign, int first, f32 last, int factor, f64 share) {
+        int i = first;
+        while (static_cast<f32>(i) < last) {
+            const f64 step = 2 * f64{term} / i;
+            if (std::fabs(step) < 1e-5 * f64{p})
+                break;
+            p = Single(f64{p} + sign * step);
+            term = Single((static_cast<f64>(factor) / i + 1) * share * f64{term});
+            i += 2;
+        }
+        return i;
     };
-    int u = e2;
-    for (; !ends(df2, u); u += 2) {
-        p = Single(f64{p} - 2 * f64{term} / u);
-        term = Single((static_cast<f64>(e1) / u + 1) * x * f64{term});
-    }
-    for (int i = e1; !ends(df1, i); i += 2) {
-        p = Single(f64{p} + 2 * f64{term} / i);
-        term = Single((static_cast<f64>(u) / i + 1) * (1 - x) * f64{term});
-    }
+    const int u = add(-1, e2, df2, e1, x);
+    add(1, e1, df1, u, 1 - x);
     return p;
 }
 
@@ -447,8 +446,8 @@ void FTail(i16 mode, f32 df1, f32 df2, f32& f, f32& p) {
     f = value(BisectTail(p, [&](f64 w) { return FUpperTail(df1, df2, value(w)); }));
 }
 
-f32 FCdf(f32 f32Value, f32 df1, f32 df2) {
-    const f64 f = f32Value;
+f32 FCdf(f32 value, f32 df1, f32 df2) {
+    const f64 f = value;
     const f64 nu1 = df1;
     const f64 nu2 = df2;
     f32 x = Single(nu2 / (f * nu1 + nu2));

@@ -29,7 +29,7 @@ f32 NorCdf(f32 x);
 f32 NorDensity(f32 x);
 
 // The z with P(Z <= z) = p (Abramowitz and Stegun, 26.2.23): 1.96040 for 0.975, where 1.95996 is
-// exact. -100 for p <= 0 and for a p too small to have a logarithm here (below 1e-16), 100 for
+// exact. -100 for p <= 0 and for a p too small to have a logarithm here (below 3e-17), 100 for
 // p >= 1, exactly 0 for 0.5.
 f32 NorInv(f32 p);
 
