@@ -9,11 +9,17 @@
 #include "tests/parnor2.h"
 #include "tests/parnorm.h"
 #include "tests/parpoisson.h"
+#include "tests/testbin.h"
 #include "tests/testbioeq.h"
+#include "tests/testchi2.h"
 #include "tests/testequiv.h"
 #include "tests/testexploc.h"
 #include "tests/testexpscale.h"
+#include "tests/testfisher.h"
+#include "tests/testhyper.h"
 #include "tests/testlnorm.h"
+#include "tests/testmcn.h"
+#include "tests/testpairbin.h"
 #include "tests/tests2.h"
 #include "tests/teststud.h"
 
@@ -51,9 +57,9 @@ auto WithParameterModule(Operation operation) {
         return ParListNo == 0 ? WithEither<TESTEXPLOC, PAREXP>(operation)
                               : WithEither<TESTEXPSCALE, PAREXP>(operation);
     case DistrBinomial:
-        return WithEither<NoModule, PARBIN>(operation);
+        return WithEither<TESTBIN, PARBIN>(operation);
     case DistrHypergeometric:
-        return WithEither<NoModule, PARHYPER>(operation);
+        return WithEither<TESTHYPER, PARHYPER>(operation);
     case DistrPoisson:
         return operation.template operator()<ParPoisson>();
     case DistrFinitePopulation:
@@ -85,6 +91,13 @@ auto WithModule(Operation operation) {
     case 1:
     case 125:
         return operation.template operator()<TESTSTUD>();
+    case 19:
+        return operation.template operator()<TESTFISHER>();
+    case 20:
+    case 117:
+        return operation.template operator()<TESTMCN>();
+    case 21:
+        return operation.template operator()<TESTCHI2>();
     case 74:
     case 75:
     case 76:
@@ -99,6 +112,8 @@ auto WithModule(Operation operation) {
         return operation.template operator()<TESTEQUIV>();
     case 78:
         return operation.template operator()<TESTBIOEQ>();
+    case 120:
+        return operation.template operator()<TESTPAIRBIN>();
     default:
         return operation.template operator()<NoModule>();
     }
