@@ -289,8 +289,52 @@ TEST_F(SetUp, TheHeadlineOfAParameterAnalysis) {
     EXPECT_EQ(Headline(),
               "Point Estimate of mean (std.dev. known) Normal Distribution, two-sided.");
     ProcedureNo = ProcedureInterval;
+    CheckValue(36) = 1;
     EXPECT_EQ(Headline(),
               "Conf. Interval for mean (std.dev. known) Normal Distribution, two-sided.");
+    CheckValue(36) = 0;
+    EXPECT_EQ(Headline(),
+              "Conf. Interval for mean (std.dev. known) Normal Distribution, one-sided.");
+}
+
+TEST_F(SetUp, AConfidenceIntervalStartsTwoSidedAndStaysAsTheUserMakesIt) {
+    OpenDistribution(DistrNormal, 0, ProcedureInterval);
+    ASSERT_EQ(NoOfCheck, 1);
+    ASSERT_EQ(CheckList(0), 36);
+    EXPECT_EQ(CheckValue(36), 1);
+    EXPECT_FALSE(TailsShown);
+    Tick(36, false);
+    ChooseSamples(TwoSamples);
+    ChooseParList(1);
+    ChooseProcedure(ProcedureInterval);
+    EXPECT_EQ(CheckValue(36), 0) << "other choices leave it alone";
+    AcceptOptions();
+    NewTest(unpaired);
+    CancelOptions();
+    EXPECT_EQ(CheckValue(36), 0) << "so does coming back to the analysis";
+    NewDistribution(DistrLognormal);
+    EXPECT_EQ(CheckValue(36), 1) << "a new analysis starts anew";
+    ChooseProcedure(ProcedureTest);
+    ChooseProcedure(ProcedureInterval);
+    EXPECT_EQ(CheckValue(36), 1);
+}
+
+TEST_F(SetUp, ATestOfNonInferiorityStartsWithAOneSidedInterval) {
+    OpenDistribution(DistrNormal, 0, ProcedureInterval);
+    AcceptOptions();
+    NewTest(nonInferiority);
+    ASSERT_EQ(CheckList(0), 36);
+    EXPECT_EQ(CheckValue(36), 0);
+}
+
+TEST_F(SetUp, OnlyATestRejectsInATail) {
+    OpenDistribution(DistrNormal, 0, ProcedureTest);
+    ChooseTails(OneSided);
+    EXPECT_TRUE(LeftTailOffered);
+    ChooseProcedure(ProcedureEstimate);
+    EXPECT_FALSE(LeftTailOffered);
+    ChooseProcedure(ProcedureInterval);
+    EXPECT_FALSE(LeftTailOffered);
 }
 
 TEST_F(SetUp, ExitClosesTheMainWindow) {

@@ -740,6 +740,40 @@ def count_precisions():
               (0.01, 1))
 
 
+def exact_proportion_precisions():
+    """Limits of Clopper and Pearson at the expected count; whole sizes and counts, straight lines
+    between them."""
+    def between(x, f):
+        whole = math.floor(x)
+        return f(whole) if whole == x else f(whole) + (x - whole) * (f(whole + 1) - f(whole))
+
+    def upper(n, count, outside):
+        return stats.beta.ppf(1 - outside, count + 1, n - count) if count < n else 1.0
+
+    def residual(v, two, e):
+        # Sums of up to 500 terms of 32 bits.
+        outside = (1 - level(v, two)) * (1 + 2e-5 * e.probability(0))
+
+        def width(n, count):
+            if not two:
+                return upper(n, count, outside) - count / n
+            return upper(n, count, outside) - (1 - upper(n, n - count, outside))
+        return v[100] - between(v[85], lambda n: between(n * v[102], lambda x: width(n, x)))
+
+    def case(values, unknown, bracket, two=True):
+        add('distribution 4 0 2', 1, 2, {}, values, unknown, lambda v, e: residual(v, two, e),
+            bracket, checks=[36, 7] if two else [7])
+
+    v = {22: 0.95, 100: 0.2, 102: 0.3, 85: 50}
+    case(v, 85, (3, 999))
+    case(v, 85, (3, 999), two=False)
+    case(change(v, k102=0.5, k100=0.07), 85, (3, 999))
+    case(change(v, k102=0.05, k85=200), 100, (0.001, 1))
+    case(change(v, k102=0.01, k85=20), 100, (0.001, 1))
+    case(change(v, k85=100), 22, (0.5, 0.9999))
+    case(change(v, k85=60), 102, (0.001, 0.5))
+
+
 def bivariate_precisions():
     def mean(v, two, e):
         s2 = v[216] * v[219]
@@ -805,6 +839,7 @@ scale_precisions()
 location_precisions()
 count_precisions()
 bivariate_precisions()
+exact_proportion_precisions()
 
 with open('checks/data/validation/estimation.tsv', 'w') as out:
     out.write('# Exact values computed by checks/reference/estimation.py (scipy).\n')

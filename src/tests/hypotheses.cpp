@@ -54,6 +54,12 @@ f64 Hypotheses::SecondAt(f64 x) const {
     return DependentAt(truth_, FirstAt(x), form_, x);
 }
 
+f64 Hypotheses::BaseOfLeastPower(f64 middle) const {
+    if (UnknownParNo != h0_ || base_ != h0_ || form_ != AsDifference)
+        return NoValue;
+    return middle - ParValue(truth_) / 2;
+}
+
 bool Hypotheses::Check() const {
     if (NoOfTails == TwoOneSided && !CheckPairs(h0_))
         return false;

@@ -59,6 +59,11 @@ class Hypotheses {
     f64 FirstAt(f64 x) const;
     f64 SecondAt(f64 x) const;
 
+    // The H0 value at which a test that keeps the difference from it has the least power, where
+    // null and true value are equally far from the middle of their scale; NoValue where the unknown
+    // is not such a value.
+    f64 BaseOfLeastPower(f64 middle) const;
+
     // Are the limits in order, and is the dependent value in its range?
     bool Check() const;
 

@@ -4,7 +4,9 @@
 #include "core/general.h"
 #include "core/options.h"
 #include "core/root.h"
+#include "numeric/probdist_discrete.h"
 #include "numeric/rounding.h"
+#include "tests/exactsums.h"
 #include "tests/precision.h"
 #include "tests/turningpoint.h"
 
@@ -15,6 +17,8 @@ namespace quorvanta {
 namespace {
 
 constexpr SampleKinds oddsKinds{233, 35, 234, {235, 236, 237}};
+
+constexpr i16 checkExact = 7;
 
 SampleValues parameters; // proportions or odds
 SampleValues sizes;
@@ -70,6 +74,40 @@ void NarrowOdds(f64& lower, f64& upper) {
     KeepOneSide(lower, upper, turn, Side::Below, &PARBIN::RootFunction);
 }
 
+// The exact limits (C. J. Clopper and E. S. Pearson, Biometrika 26, 1934) are the proportions at
+// which the tail from the observed count outward has the probability outside.
+f64 UpperLimit(i16 n, i16 count, f64 outside) {
+    if (count >= n)
+        return 1;
+    const auto excess = [=](f64 p) { return BinCdf(n, count, Single(p)) - outside; };
+    constexpr f64 tolerance = 1.0E-7;
+    i16 iterations = 0;
+    f64 rest = 0;
+    f64 limit = 1;
+    FindRootOf(excess, 0, 1, tolerance, RootIterations, iterations, limit, rest);
+    return limit;
+}
+
+f64 LowerLimit(i16 n, i16 count, f64 outside) {
+    return 1 - UpperLimit(n, static_cast<i16>(n - count), outside);
+}
+
+// The exact interval of a sample in which the proportion is the one entered; between the two whole
+// counts next to it on a straight line.
+f64 ExactWidthEq() {
+    const f64 outside = 1 - f64{PrecisionLevel()};
+    const f64 p = parameters.First();
+    return AtWholeSize(sizes.First(), [=](f64 wholeSize) {
+        const i16 n = ToI16(wholeSize);
+        return AtWholeSize(wholeSize * p, [=](f64 wholeCount) {
+            const i16 count = ToI16(wholeCount);
+            const f64 estimate = wholeCount / wholeSize;
+            return WidthEq(estimate - LowerLimit(n, count, outside),
+                           UpperLimit(n, count, outside) - estimate);
+        });
+    });
+}
+
 } // namespace
 
 f32 ProportionStandardError(const SampleValues& proportions, const SampleWeights& weights) {
@@ -99,6 +137,8 @@ void NarrowProportions(f64& lower, f64& upper, const SampleValues& proportions,
 void PARBIN::SetupTest() {
     OfferSamples({OneSample, TwoSamples});
     OfferPrecision();
+    if (IsInterval() && NoOfSamples == OneSample && !IsOdds())
+        OfferChecks({checkExact});
     OfferForms(Kinds());
     OfferForms(SizeKinds);
 }
@@ -125,6 +165,8 @@ void PARBIN::SearchLimits(f64& lower, f64& upper) {
 f64 PARBIN::RootFunction() {
     if (IsOdds())
         return LogPrecisionEq(LogOddsStandardError());
+    if (Ticked(checkExact) && sizes.First() <= MaxExactSize)
+        return ExactWidthEq();
     return NormalPrecisionEq(ProportionStandardError(parameters, Weights()));
 }
 

@@ -8,6 +8,7 @@
 #include "tests/parbin.h"
 #include "tests/parhyper.h"
 #include "tests/precision.h"
+#include "tests/turningpoint.h"
 
 #include <cmath>
 
@@ -95,9 +96,9 @@ bool PARFINITE::CheckPar() {
 void PARFINITE::SearchLimits(f64& lower, f64& upper) {
     samples.Narrow(lower, upper);
     if (IsEstimation())
-        NarrowProportions(lower, upper, parameter, samples.Weights(), &RootFunction);
-    else
-        hypotheses.Narrow(lower, upper);
+        return NarrowProportions(lower, upper, parameter, samples.Weights(), &RootFunction);
+    hypotheses.Narrow(lower, upper);
+    KeepOneSide(lower, upper, hypotheses.BaseOfLeastPower(0.5), SideOfTail(), &RootFunction);
 }
 
 f64 PARFINITE::RootFunction() {

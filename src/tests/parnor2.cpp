@@ -230,7 +230,9 @@ f64 LeastPreciseCorrelation() {
 
 void PARNOR2CORREL::SearchLimits(f64& lower, f64& upper) {
     NarrowHypotheses(lower, upper);
-    if (IsEstimation() && UnknownParNo == correlation)
+    if (!IsEstimation())
+        KeepOneSide(lower, upper, hypotheses.BaseOfLeastPower(0), SideOfTail(), &RootFunction);
+    else if (UnknownParNo == correlation)
         KeepOneSide(lower, upper, LeastPreciseCorrelation(), Side::Above, &RootFunction);
 }
 

@@ -5,6 +5,9 @@
 #include "core/options.h"
 #include "tests/hypotheses.h"
 #include "tests/powereq.h"
+#include "tests/turningpoint.h"
+
+#include <cmath>
 
 namespace quorvanta {
 
@@ -14,6 +17,7 @@ constexpr OneSampleKinds kinds{14, 131, {132, 133, 134}, 135, 136};
 constexpr i16 kindScale = 146;
 
 Hypotheses hypotheses;
+i16 truth;
 i16 scale;
 SampleValues sizes;
 
@@ -46,6 +50,7 @@ void TESTEXPLOC::SetupTest() {
 void TESTEXPLOC::SetParList() {
     StartTestList();
     hypotheses = AddHypotheses(kinds, EffectScale::Plain);
+    truth = NoOfPar;
     scale = AddPar(kindScale);
     sizes = AddSizes();
 }
@@ -54,8 +59,15 @@ bool TESTEXPLOC::CheckPar() {
     return hypotheses.Check();
 }
 
+// With two one-sided tests the power is highest not in the middle but where the left limit is just
+// always rejected.
 void TESTEXPLOC::SearchLimits(f64& lower, f64& upper) {
     hypotheses.Narrow(lower, upper);
+    if (NoOfTails == TwoOneSided && UnknownParNo == truth) {
+        const f64 alwaysRejected =
+            f64{hypotheses.Left()} - std::log(ParValue(0)) * ParValue(scale) / f64{sizes.First()};
+        KeepOneSide(lower, upper, alwaysRejected, SideOfTail(), &RootFunction);
+    }
 }
 
 f64 TESTEXPLOC::RootFunction() {

@@ -1,8 +1,13 @@
 #include "tests/turningpoint.h"
 
 #include "core/analysis_state.h"
+#include "core/checksearch.h"
 
 namespace quorvanta {
+
+Side SideOfTail() {
+    return SearchesLeft() ? Side::Below : Side::Above;
+}
 
 void KeepOneSide(f64& lower, f64& upper, f64 turn, Side preferred, f64 (*residual)()) {
     if (!(turn > lower && turn < upper))

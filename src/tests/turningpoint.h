@@ -21,6 +21,10 @@ f64 TurningPoint(Function&& f) {
 // Keeps the search on one side of the turning point, if that lies between its limits: on the
 // preferred side if the residual changes its sign there, else on the other one.
 enum class Side { Below, Above };
+
+// The side on which a test is asked for: above, below when the search goes left.
+Side SideOfTail();
+
 void KeepOneSide(f64& lower, f64& upper, f64 turn, Side preferred, f64 (*residual)());
 
 } // namespace quorvanta
