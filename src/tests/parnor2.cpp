@@ -143,7 +143,7 @@ f64 PARNOR2MEAN::RootFunction() {
 
 namespace {
 
-// 1 - the squared correlation of the pairs, as a factor of deviations.
+// sqrt(1 - r^2) with r the correlation of the pairs.
 f64 Alienation() {
     return std::sqrt(1 - Correlation() * Correlation());
 }
