@@ -108,6 +108,7 @@ struct AnalysisStatus {
     Array1<f32> TableX;
     Array2<f32> TableY;
     Array1<f32> ZValues;
+    i16 TableYKind = 0;
     f32 TableYMin = 0;
     f32 TableYMax = 0;
 };

@@ -106,6 +106,7 @@ extern i16 Cancelled;   // -1: stop the current operation
 extern Array1<f32> TableX;  // (1..n)
 extern Array2<f32> TableY;  // (1..n, 1..nz)
 extern Array1<f32> ZValues; // (1..nz)
+extern i16 TableYKind;      // parameter kind of its values
 extern f32 TableYMax;
 extern f32 TableYMin;
 extern f32 GraphYMax;

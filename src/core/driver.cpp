@@ -4,6 +4,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/checksearch.h"
+#include "core/codepage.h"
 #include "core/dispatch.h"
 #include "core/fault.h"
 #include "core/general.h"
@@ -77,15 +78,6 @@ f64 FindUnknown() {
 void ReadParValues() {
     for (i16 i = 0; i <= NoOfPar; ++i)
         ParValue(i) = ReadNumber(ParText(ParKind(i)));
-}
-
-// Characters of a UTF-8 text: the bytes at i that belong together.
-std::size_t CharacterLength(const std::string& text, std::size_t i) {
-    std::size_t length = 1;
-    while (i + length < text.size() &&
-           (static_cast<unsigned char>(text[i + length]) & 0xC0) == 0x80)
-        ++length;
-    return length;
 }
 
 std::optional<std::string> FirstForbidden(const std::string& text) {

@@ -1,0 +1,43 @@
+// Tables of numbers as they stand on the screen and on paper: blocks of columns under their heads.
+#pragma once
+
+#include "core/types.h"
+#include "output/surface.h"
+
+#include <string>
+#include <vector>
+
+namespace quorvanta {
+
+// Columns side by side; a table with more of them goes on in a further block under the first.
+struct TableBlock {
+    std::vector<std::string> Heads;             // of the columns after the first
+    std::vector<std::vector<std::string>> Rows; // first cell and one for each head
+};
+
+struct TableLayout {
+    std::vector<std::string> Title;
+    std::string CornerLabel; // over the first column: what x is
+    std::string CellLabel;   // over all columns: what the cells are
+    std::string HeadLabel;   // over the heads: what they are
+    std::vector<TableBlock> Blocks;
+};
+
+// Columns of z-values that a block of the current table has: the setting, which a table keeps in
+// the place of the curve width, but one at least.
+int TableColumns();
+
+// The current result: a first column of x, then one column for each z-value. Automatic decimals
+// show every x in full and the y with the decimals that their range asks for; a count is then a
+// whole number, rounded up as everywhere. A cell without a value is "-".
+TableLayout LayOutTable();
+
+// The table in lines of equally wide characters, each column as wide as its picture.
+std::vector<std::string> TableLines(const TableLayout& table);
+
+// Draws the table from the upper left corner of the surface, with the type of the state's settings.
+// A surface with pages gets a new one, with the heads once more, where a page is full. Returns
+// where the table ends: its right and its lower edge on the last page.
+Point DrawTable(Surface& surface, const TableLayout& table);
+
+} // namespace quorvanta
