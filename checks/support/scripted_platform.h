@@ -24,17 +24,17 @@ class ScriptedPlatform : public Platform {
 
     std::vector<Message> Messages;
     std::deque<Answer> Answers; // played in order; after the last: Ok, or No where that is offered
-    std::deque<std::optional<i16>> WindowKinds; // answers of AskWindowKind
-    std::deque<std::optional<std::string>> FileNames; // answers of the file dialogs
+    std::deque<std::optional<i16>> WindowKinds;        // answers of AskWindowKind
+    std::deque<std::optional<std::string>> FileNames;  // answers of the file dialogs
     std::deque<std::optional<OutputForm>> OutputForms; // answers of AskOutputForm
-    std::vector<FileDialog> FileDialogs;     // the dialogs shown
+    std::vector<FileDialog> FileDialogs;               // the dialogs shown
     std::vector<OutputAction> FormsAsked;
     std::string PlainClipboard;
     std::string RtfClipboard;
     std::vector<Drawing> Printed;
     std::vector<Drawing> CopiedPictures;
-    std::string BitmapBytes = "BM";          // what Bitmap answers
-    std::vector<std::string> Children;          // captions of the windows opened
+    std::string BitmapBytes = "BM";    // what Bitmap answers
+    std::vector<std::string> Children; // captions of the windows opened
     std::set<FloatingWindow> Shown;
     int Beeps = 0;
     int Refreshes = 0;

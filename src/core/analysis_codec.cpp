@@ -91,8 +91,8 @@ void WalkFields(Record& record, Archive& archive) {
     };
     all(record.WindowKind, record.WindowNo, record.AnalysisFileName, record.IsTest, record.TestNo,
         record.TestName, record.DistrNo, record.DistrName, record.ParListName, record.NoOfSamples,
-        record.NoOfTails, record.LeftTail, record.ParListNo, record.ProcedureNo,
-        record.NoOfInterim, record.NoOfIntPar);
+        record.NoOfTails, record.LeftTail, record.ParListNo, record.ProcedureNo, record.NoOfInterim,
+        record.NoOfIntPar);
     each(record.IntParList, record.IntParValue);
     all(record.NoOfCheck);
     each(record.CheckList, record.CheckValue);
@@ -107,8 +107,8 @@ void WalkFields(Record& record, Archive& archive) {
          record.GridKind);
     all(record.GridName);
     each(record.GridData1, record.GridData2, record.GridData3, record.GridData4, record.GridData5,
-         record.GridData6, record.GridData7, record.GridData8, record.GridData9,
-         record.GridData10, record.InterimSize1Text, record.InterimSize2Text, record.RejectH0Text,
+         record.GridData6, record.GridData7, record.GridData8, record.GridData9, record.GridData10,
+         record.InterimSize1Text, record.InterimSize2Text, record.RejectH0Text,
          record.AcceptH0Text);
     all(record.MaxNoOfSimText, record.SeedText);
     each(record.SignEstimateText, record.PowerEstimateText, record.PrAcceptEstimateText,

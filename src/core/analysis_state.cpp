@@ -181,8 +181,8 @@ void ResetAnalysisState() {
     OutFontName = "Arial";
     OutFontSize = "9";
     OutFontBold = 1;
-    OutCurveWidth = 4;
-    OutDecimals = -1;
+    OutCurveWidth = UsualCurveWidth;
+    OutDecimals = AutoDecimals;
 
     HasGridData = False;
     NoOfGrids = 0;

@@ -122,9 +122,12 @@ extern FixedArray<std::string, 0, 3> OutYAxis;
 extern std::string OutZLabel;
 extern std::string OutFontName;
 extern std::string OutFontSize;
-extern i16 OutFontBold; // 1 bold
-extern i16 OutCurveWidth;
-extern i16 OutDecimals; // -1 automatic
+extern i16 OutFontBold;   // 1 bold
+extern i16 OutCurveWidth; // of a graph; of a table, the columns of a block
+extern i16 OutDecimals;   // -1 automatic
+
+inline constexpr i16 UsualCurveWidth = 4;
+inline constexpr i16 AutoDecimals = -1;
 
 // --- Input grids ------------------------------------------------------------------------------
 

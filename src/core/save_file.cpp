@@ -2,11 +2,10 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <filesystem>
-#include <system_error>
-
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace quorvanta {
@@ -94,8 +93,7 @@ bool SaveFile(const std::string& path, std::string_view bytes) {
     if (!MayReplace(target))
         return false;
     const fs::path temporary = TemporaryName(target);
-    if (!WriteWhole(temporary, target, bytes) ||
-        ::rename(temporary.c_str(), target.c_str()) != 0) {
+    if (!WriteWhole(temporary, target, bytes) || ::rename(temporary.c_str(), target.c_str()) != 0) {
         ::unlink(temporary.c_str());
         return false;
     }

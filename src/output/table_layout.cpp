@@ -74,15 +74,6 @@ std::string Trimmed(const std::string& text) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-// A first column of words, as the list of an analysis' parameters has, starts at the left.
-bool StartsLeft(const TableLayout& table) {
-    return table.CornerLabel.empty();
-}
-
-bool HasHeads(const TableBlock& block) {
-    return std::ranges::any_of(block.Heads, [](const std::string& head) { return !head.empty(); });
-}
-
 // Draws one block after the other, with a new page where one is full.
 class TableDrawer {
   public:
@@ -92,16 +83,18 @@ class TableDrawer {
         gap_ = 2 * surface.TextWidth("0");
     }
 
-    Point Draw() {
+    Point Draw(const std::vector<std::string>& paragraphs) {
         surface_.SetPen({});
         for (const std::string& line : table_.Title)
-            for (const std::string& part :
-                 BreakLines(surface_, line, MaxOf(surface_.ScaleWidth() - 2 * Margin, gap_)))
-                TextLine(part);
+            DrawText(line);
         for (const TableBlock& block : table_.Blocks) {
             y_ += height_;
             DrawBlock(block);
         }
+        if (y_ > Margin)
+            y_ += height_;
+        for (const std::string& paragraph : paragraphs)
+            DrawText(paragraph);
         return {right_ + Margin, y_ + Margin};
     }
 
@@ -114,8 +107,18 @@ class TableDrawer {
     }
 
     void TextLine(const std::string& text) {
+        if (IsFull(1))
+            TurnPage();
         TextAt(Margin, text);
         y_ += height_;
+    }
+
+    void DrawText(const std::string& text) {
+        if (!surface_.HasPages())
+            return TextLine(text);
+        for (const std::string& line :
+             BreakLines(surface_, text, surface_.ScaleWidth() - 2 * Margin))
+            TextLine(line);
     }
 
     void Measure(const TableBlock& block) {
@@ -133,7 +136,8 @@ class TableDrawer {
     }
 
     f64 RightEdge() const {
-        const f64 widest = MaxOf(surface_.TextWidth(table_.CellLabel), surface_.TextWidth(table_.HeadLabel));
+        const f64 widest =
+            MaxOf(surface_.TextWidth(table_.CellLabel), surface_.TextWidth(table_.HeadLabel));
         return Margin + first_ + MaxOf(static_cast<f64>(columns_) * column_, gap_ + widest);
     }
 
@@ -158,7 +162,7 @@ class TableDrawer {
             TextAt(overColumns, table_.HeadLabel);
             y_ += height_;
         }
-        if (HasHeads(block) || !table_.CornerLabel.empty()) {
+        if (!table_.StartsWithWords) {
             TextAt(Margin, table_.CornerLabel);
             for (std::size_t j = 0; j < block.Heads.size(); ++j)
                 TextAt(Edge(j + 1) - surface_.TextWidth(block.Heads[j]), block.Heads[j]);
@@ -180,7 +184,7 @@ class TableDrawer {
             }
             for (std::size_t i = 0; i < row.size(); ++i) {
                 const std::string cell = Trimmed(row[i]);
-                const bool fromLeft = i == 0 && StartsLeft(table_);
+                const bool fromLeft = i == 0 && table_.StartsWithWords;
                 TextAt(fromLeft ? Margin : Edge(i) - surface_.TextWidth(cell), cell);
             }
             y_ += height_;
@@ -229,7 +233,7 @@ TableLayout LayOutTable() {
 
 std::vector<std::string> TableLines(const TableLayout& table) {
     std::vector<std::string> lines = table.Title;
-    const bool startsLeft = StartsLeft(table);
+    const bool startsLeft = table.StartsWithWords;
     for (const TableBlock& block : table.Blocks) {
         std::size_t first = std::max<std::size_t>(PictureWidth, Characters(table.CornerLabel) + 1);
         for (const auto& row : block.Rows)
@@ -239,12 +243,12 @@ std::vector<std::string> TableLines(const TableLayout& table) {
         for (const std::string* label : {&table.CellLabel, &table.HeadLabel})
             if (!label->empty())
                 lines.push_back(indent + "  " + *label);
-        std::string heads = table.CornerLabel + Padding(table.CornerLabel, first);
-        for (const std::string& head : block.Heads)
-            heads += Padding(head + " ", PictureWidth) + head + " ";
-        if (HasHeads(block) || !startsLeft) {
+        if (!startsLeft) {
+            std::string heads = table.CornerLabel + Padding(table.CornerLabel, first);
+            for (const std::string& head : block.Heads)
+                heads += Padding(head + " ", PictureWidth) + head + " ";
             lines.push_back(heads);
-            lines.emplace_back(heads.size(), '-');
+            lines.emplace_back(Characters(heads), '-');
         }
         for (const auto& row : block.Rows) {
             std::string line = startsLeft ? row.front() + Padding(row.front(), first)
@@ -257,8 +261,30 @@ std::vector<std::string> TableLines(const TableLayout& table) {
     return lines;
 }
 
-Point DrawTable(Surface& surface, const TableLayout& table) {
-    return TableDrawer(surface, table).Draw();
+std::vector<std::string> TabbedLines(const TableLayout& table) {
+    std::vector<std::string> lines = table.Title;
+    for (const TableBlock& block : table.Blocks) {
+        lines.emplace_back();
+        for (const std::string* label : {&table.CellLabel, &table.HeadLabel})
+            if (!label->empty())
+                lines.push_back("\t" + *label);
+        if (!table.StartsWithWords) {
+            lines.push_back(table.CornerLabel);
+            for (const std::string& head : block.Heads)
+                lines.back() += "\t" + head;
+        }
+        for (const auto& row : block.Rows) {
+            lines.push_back(Trimmed(row.front()));
+            for (std::size_t i = 1; i < row.size(); ++i)
+                lines.back() += "\t" + Trimmed(row[i]);
+        }
+    }
+    return lines;
+}
+
+Point DrawTable(Surface& surface, const TableLayout& table,
+                const std::vector<std::string>& paragraphs) {
+    return TableDrawer(surface, table).Draw(paragraphs);
 }
 
 } // namespace quorvanta

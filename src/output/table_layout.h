@@ -17,9 +17,10 @@ struct TableBlock {
 
 struct TableLayout {
     std::vector<std::string> Title;
-    std::string CornerLabel; // over the first column: what x is
-    std::string CellLabel;   // over all columns: what the cells are
-    std::string HeadLabel;   // over the heads: what they are
+    std::string CornerLabel;      // over the first column: what x is
+    std::string CellLabel;        // over all columns: what the cells are
+    std::string HeadLabel;        // over the heads: what they are
+    bool StartsWithWords = false; // the first column holds words and starts at the left
     std::vector<TableBlock> Blocks;
 };
 
@@ -35,9 +36,14 @@ TableLayout LayOutTable();
 // The table in lines of equally wide characters, each column as wide as its picture.
 std::vector<std::string> TableLines(const TableLayout& table);
 
-// Draws the table from the upper left corner of the surface, with the type of the state's settings.
-// A surface with pages gets a new one, with the heads once more, where a page is full. Returns
-// where the table ends: its right and its lower edge on the last page.
-Point DrawTable(Surface& surface, const TableLayout& table);
+// The same lines with their cells set apart by tabs.
+std::vector<std::string> TabbedLines(const TableLayout& table);
+
+// Draws the table from the upper left corner of the surface, and under it paragraphs of text, with
+// the type of the state's settings. A surface with pages gets a new one, with the heads once more,
+// where a page is full; there the paragraphs are broken into lines as wide as the page. Returns
+// where the drawing ends: its right and its lower edge on the last page.
+Point DrawTable(Surface& surface, const TableLayout& table,
+                const std::vector<std::string>& paragraphs = {});
 
 } // namespace quorvanta

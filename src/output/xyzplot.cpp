@@ -225,8 +225,7 @@ void DrawAxes(Surface& surface, const Layout& layout) {
     for (const f64 tick : xTicks)
         widest = MaxOf(widest, surface.TextWidth(TickText(layout.X, tick)));
     const f64 xRoom = layout.X.Step / (layout.X.High - layout.X.Low) * plot.Width();
-    const std::size_t xStride =
-        NumberStride(xTicks.size(), xRoom, widest + surface.TextWidth("0"));
+    const std::size_t xStride = NumberStride(xTicks.size(), xRoom, widest + surface.TextWidth("0"));
     for (std::size_t k = 0; k < xTicks.size(); ++k) {
         const f64 x = layout.At(xTicks[k], layout.Y.Low).X;
         surface.Line({x, plot.Bottom}, {x, plot.Bottom - TickLength});
@@ -332,8 +331,9 @@ class Legend {
                                 {right, centre}, {left, centre},  {middle, centre}};
         return *std::ranges::min_element(places, {}, [&](const Point& place) {
             const Rectangle box{place.X, place.Y, place.X + width_, place.Y + height_};
-            return std::ranges::count_if(
-                segments, [&box](const Segment& segment) { return Clip(segment, box).has_value(); });
+            return std::ranges::count_if(segments, [&box](const Segment& segment) {
+                return Clip(segment, box).has_value();
+            });
         });
     }
 
@@ -430,8 +430,7 @@ AxisScale ScaleAxis(f32 low, f32 high, i16 n, const FixedArray<std::string, 0, 3
         scale.Step = *typedTick;
         scale.FirstTick = scale.Low;
     }
-    scale.Format =
-        TickFormat(static_cast<f32>(scale.Step), static_cast<f32>(scale.FirstTick));
+    scale.Format = TickFormat(static_cast<f32>(scale.Step), static_cast<f32>(scale.FirstTick));
     return scale;
 }
 
