@@ -58,7 +58,7 @@ bool MayReplace(const fs::path& target) {
     struct stat status {};
     if (::stat(target.c_str(), &status) != 0)
         return errno == ENOENT;
-    return S_ISREG(status.st_mode) && ::access(target.c_str(), W_OK) == 0;
+    return S_ISREG(status.st_mode) && ::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) == 0;
 }
 
 bool KeepPermissions(const fs::path& target, const File& file) {
