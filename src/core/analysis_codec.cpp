@@ -2,6 +2,8 @@
 
 #include "core/codepage.h"
 
+#include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <type_traits>
@@ -13,17 +15,24 @@ namespace {
 template <class T>
 concept Number = std::is_arithmetic_v<T>;
 
+// The bytes of a number as they stand in the file.
 template <Number T>
-using BitsOf = std::conditional_t<sizeof(T) == 2, std::uint16_t, std::uint32_t>;
+using NumberBytes = std::array<char, sizeof(T)>;
+
+template <class Bytes>
+Bytes LittleEndian(Bytes bytes) {
+    if constexpr (std::endian::native == std::endian::big)
+        std::ranges::reverse(bytes);
+    return bytes;
+}
 
 // Appends each field that it is handed.
 class Writer {
   public:
     template <Number T>
     void operator()(const T& number) {
-        const auto bits = std::bit_cast<BitsOf<T>>(number);
-        for (std::size_t byte = 0; byte < sizeof bits; ++byte)
-            bytes_.push_back(static_cast<char>(bits >> 8 * byte & 0xFF));
+        const auto bytes = LittleEndian(std::bit_cast<NumberBytes<T>>(number));
+        bytes_.append(bytes.data(), bytes.size());
     }
 
     void operator()(const std::string& text) {
@@ -48,12 +57,9 @@ class Reader {
 
     template <Number T>
     void operator()(T& number) {
-        const std::string_view bytes = Take(sizeof(T));
-        BitsOf<T> bits = 0;
-        for (std::size_t byte = 0; byte < bytes.size(); ++byte)
-            bits = static_cast<BitsOf<T>>(
-                bits | static_cast<BitsOf<T>>(static_cast<std::uint8_t>(bytes[byte])) << 8 * byte);
-        number = std::bit_cast<T>(bits);
+        NumberBytes<T> bytes{};
+        std::ranges::copy(Take(bytes.size()), bytes.begin());
+        number = std::bit_cast<T>(LittleEndian(bytes));
     }
 
     void operator()(std::string& text) {
@@ -65,6 +71,7 @@ class Reader {
     bool HasFailed() const { return failed_; }
 
   private:
+    // The next bytes of that number; none when fewer are left.
     std::string_view Take(std::size_t length) {
         failed_ = failed_ || length > rest_.size();
         if (failed_)
