@@ -221,7 +221,9 @@ void AcceptOptions() {
     SelSetParList();
     ParListName = Headline();
     FixParNos();
-    ParText(ParKind(UnknownParNo)) = "-";
+    // In a table or graph the text is the value that the parameter has once it is no axis.
+    if (CurrentWindowKind() == CalculationWindow)
+        ParText(ParKind(UnknownParNo)) = "-";
     HelpContext = static_cast<f32>(HelpDescription());
     Calculated = False;
     OutDecimals = AutoDecimals;

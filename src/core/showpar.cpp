@@ -74,7 +74,8 @@ void SetupShowPar() {
 
 void SwapAxis(i16 k, i16 parNo) {
     const i16 former = ParBoxOrder(k);
-    if (Calculating == True || parNo == former)
+    const bool hasRole = k != ZRole || HasZPar();
+    if (Calculating == True || !hasRole || parNo == former)
         return;
     Calculated = False;
     const i16 position = PositionOf(parNo);

@@ -7,14 +7,14 @@
 
 namespace quorvanta {
 
-// Round limits around low..high and the round step between them, so that about n steps fill the
-// axis: the procedure SCALE1 of C. R. Lewart, "Algorithm 463: Algorithms SCALE1, SCALE2, and SCALE3
-// for determination of scales on computer generated plots", Communications of the ACM 16 (1973),
-// 639-640. The step is 1, 2, 5 or 10 times a power of ten (or the next ones of that row where n is
-// small). Unlike there the axis is always n steps long and lies centred around the data; n below 2
-// counts as 2, and a high that does not lie above low is taken as low + 1 (or as the next number
-// that can be told from low). low..high is always inside newLow..newHigh. The limits must be
-// finite. Limits and step are rounded to 32 bits where they are formed, all else is 64 bits.
+// Round limits around low..high that are exactly n round steps apart, after C. R. Lewart, "Algorithm
+// 463: Algorithms SCALE1, SCALE2, and SCALE3 for determination of scales on computer generated
+// plots", Communications of the ACM 16 (1973), 639-640. The step is 1, 2, 5 or 10 times a power of
+// ten, or the next of that row where the limits would not fit; what is left over of the n steps
+// lies half below and half above. n below 2 counts as 2, and a high that does not lie above low is
+// taken as low + 1 (or as the next number that can be told from low). low..high is always inside
+// newLow..newHigh. The limits must be finite. Limits and step are rounded to 32 bits where they
+// are formed, all else is 64 bits.
 void NiceScale(f32 low, f32 high, i16 n, f32& newLow, f32& newHigh, f32& step);
 
 // The picture for the numbers at the ticks of an axis that begin at first: no decimals if step and

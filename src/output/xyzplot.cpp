@@ -262,8 +262,8 @@ std::vector<std::vector<Point>> CurveLines(const Layout& layout, int j) {
         if (!isAlone && !has(k + 1))
             continue;
         const auto part = Clip({at(k), at(isAlone ? k : k + 1)}, layout.Plot);
-        if (!part)
-            continue;
+        if (!part || (!isAlone && part->From == part->To))
+            continue; // outside, or touching the plot's edge from there
         if (lines.empty() || lines.back().back() != part->From)
             lines.push_back({part->From});
         lines.back().push_back(part->To);
@@ -275,7 +275,8 @@ Pen PenOf(const Surface& surface, int j) {
     return CurvePen(static_cast<i16>(j), OutCurveWidth, surface.IsPrinter());
 }
 
-// The z-values with a sample of their curves, beside or over the curves where it meets fewest.
+// The z-values with a sample of their curves, where it meets the fewest curves. In a plot too small
+// for all of it, its head is left out first, and then the last entries.
 class Legend {
   public:
     Legend(Surface& surface, const Layout& layout)
@@ -286,18 +287,23 @@ class Legend {
         for (const std::string& entry : entries_)
             entryWidth_ = MaxOf(entryWidth_, surface.TextWidth(entry));
         entryWidth_ += SampleLength + 3 * padding_;
-        f64 headWidth = 0;
-        for (const std::string& line : head_)
-            headWidth = MaxOf(headWidth, surface.TextWidth(line));
 
-        const auto heads = static_cast<f64>(head_.size());
-        const f64 room = layout.Plot.Height() - 2 * padding_;
-        rows_ = std::max(1, static_cast<int>(std::floor(room / H - heads)));
-        rows_ = std::min(rows_, static_cast<int>(entries_.size()));
-        const int count = static_cast<int>(entries_.size());
-        const int columns = (count + rows_ - 1) / rows_;
-        width_ = MaxOf(columns * entryWidth_, headWidth) + 2 * padding_;
-        height_ = (heads + rows_) * H + 2 * padding_;
+        const auto fitting = [](f64 room, f64 size) { return static_cast<int>(room / size); };
+        const int lines = fitting(layout.Plot.Height() - 2 * padding_, H);
+        const int columns = fitting(layout.Plot.Width() - 2 * padding_, entryWidth_);
+        const int count = std::max(1, static_cast<int>(entries_.size()));
+        const auto heads = [this] { return static_cast<int>(head_.size()); };
+        if (columns * (lines - heads()) < count)
+            head_.clear();
+        rows_ = std::clamp(lines - heads(), 1, count);
+        entries_.resize(
+            std::min(entries_.size(), static_cast<std::size_t>(std::max(0, columns * rows_))));
+
+        for (const std::string& line : head_)
+            width_ = MaxOf(width_, surface.TextWidth(line));
+        const int columnsInUse = (static_cast<int>(entries_.size()) + rows_ - 1) / rows_;
+        width_ = MaxOf(width_, columnsInUse * entryWidth_) + 2 * padding_;
+        height_ = (heads() + rows_) * H + 2 * padding_;
     }
 
     void Draw(const Layout& layout, const std::vector<Segment>& segments) const {
