@@ -117,8 +117,7 @@ bool HasDistributionGraph() {
 } // namespace
 
 bool HasWindowKind(i16 windowKind) {
-    return windowKind == CalculationWindow || windowKind == TableWindow ||
-           windowKind == GraphWindow;
+    return windowKind == CalculationWindow;
 }
 
 void ShowNotAvailable(const std::string& what) {
