@@ -30,16 +30,15 @@ std::string RangeText(i16 kind) {
     return hasMax ? LimitText(ParMax(kind)) + " or less" : std::string();
 }
 
-std::string FactsHtml(i16 kind) {
+// When a kind is in the list, which values it may have, and its start value.
+std::string FactsHtml(i16 kind, const std::string& condition) {
+    std::string facts;
+    if (!condition.empty())
+        facts += "In the list when " + condition + ". ";
     const std::string range = RangeText(kind);
-    return "<p class=\"facts\">" + (range.empty() ? "" : "Values: " + range + ". ") +
-           "Start value: " + Escape(ParText(kind)) + ".</p>\n";
-}
-
-std::string ConditionHtml(const std::string& condition) {
-    if (condition.empty())
-        return {};
-    return "<p class=\"facts\">In the list when " + Escape(condition) + ".</p>\n";
+    if (!range.empty())
+        facts += "Values: " + range + ". ";
+    return "<p class=\"facts\">" + Escape(facts + "Start value: " + ParText(kind)) + ".</p>\n";
 }
 
 std::string PageOf(i32 number) {
@@ -72,7 +71,7 @@ Page ParameterPage(const HelpSubject& subject, const ParameterTexts& texts) {
     for (const i16 kind : KindsOf(lists))
         page.Body += "<h3>" + Escape(Label(kind)) + "</h3>\n" +
                      ToHtml(TextOf(texts, kind, description)) +
-                     ConditionHtml(ConditionOf(kind, lists)) + FactsHtml(kind);
+                     FactsHtml(kind, ConditionOf(kind, lists));
     return page;
 }
 
@@ -107,7 +106,7 @@ std::string AllParametersHtml(const ParameterTexts& texts, std::vector<Keyword>&
         html += "<h3><a name=\"" + place + "\"></a>" + Escape(Label(kind));
         if (description != 0)
             html += " (" + Escape(HelpSubjectName(HelpSubjectOf(description))) + ")";
-        html += "</h3>\n" + ToHtml(text->second) + FactsHtml(kind);
+        html += "</h3>\n" + ToHtml(text->second) + FactsHtml(kind, "");
         if (description == 0)
             keywords.push_back({Label(kind), place});
     }

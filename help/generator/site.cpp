@@ -57,7 +57,9 @@ class Builder {
 
     static std::string FileOf(i32 number) { return PageOf(std::to_string(number)); }
 
-    static Entry TopicEntry(const Topic& topic) { return {topic.Title, FileOf(topic.Number), {}}; }
+    Entry TopicEntry(const Topic& topic) {
+        return {topic.Title, FileOf(topic.Number), chapters_[topic.Number]};
+    }
 
     Page& PageOfTopic(i32 number) { return *std::ranges::find(site_.Pages, number, &Page::Number); }
 
@@ -78,7 +80,7 @@ class Builder {
         site_.Pages.push_back(std::move(page));
     }
 
-    std::string TopicHtml(const Topic& topic, std::vector<Keyword>& keywords) const {
+    std::string TopicHtml(const Topic& topic, std::vector<Keyword>& keywords) {
         const bool isExample = HelpSubjectOf(topic.Number).Topic == HelpTopic::Example;
         return ToHtml(isExample ? WithResults(topic.Text) : topic.Text,
                       [&](const std::string& name, const std::string& lines) {
@@ -87,26 +89,52 @@ class Builder {
                           if (name == "parameters")
                               return AllParametersHtml(texts_, keywords);
                           if (name == "document")
-                              return DocumentHtml(lines);
+                              return ToHtml(Document(lines));
+                          if (name == "chapters")
+                              return ChaptersHtml(lines, topic.Number);
                           throw std::runtime_error("no such block: " + name);
                       });
     }
 
     // A file of docs/, without its title.
-    std::string DocumentHtml(const std::string& lines) const {
+    std::string Document(const std::string& lines) const {
         std::string text = ReadText(documents_ / lines.substr(0, lines.find('\n')));
         if (text.starts_with("# "))
             text.erase(0, text.find('\n'));
-        return ToHtml(text);
+        return text;
     }
 
-    void AddOverview(const Entry& entry) {
+    // A long document: each section becomes a page of its own under the topic.
+    std::string ChaptersHtml(const std::string& lines, i32 number) {
+        std::string rest = Document(lines);
+        const std::string begin = "\n## ";
+        const auto takeChapter = [&rest, &begin] {
+            std::string chapter = rest.substr(0, rest.find(begin));
+            rest.erase(0, std::min(chapter.size() + begin.size(), rest.size()));
+            return chapter;
+        };
+        const std::string head = ToHtml(takeChapter());
+        std::vector<Entry>& chapters = chapters_[number];
+        while (!rest.empty()) {
+            const std::string chapter = takeChapter();
+            const std::size_t title = chapter.find('\n');
+            const std::string file =
+                "chapter-" + std::to_string(chapters.size() + 1) + "-" + FileOf(number);
+            chapters.push_back({chapter.substr(0, title), file, {}});
+            AddPage(chapters.back(), ToHtml(chapter.substr(title)));
+        }
+        return head + ListHtml(chapters);
+    }
+
+    void AddPage(const Entry& entry, const std::string& body) {
         Page page;
         page.File = entry.File;
         page.Title = entry.Title;
-        page.Body = ListHtml(entry.Children);
+        page.Body = body;
         site_.Pages.push_back(std::move(page));
     }
+
+    void AddOverview(const Entry& entry) { AddPage(entry, ListHtml(entry.Children)); }
 
     // --- Contents -----------------------------------------------------------------------------
 
@@ -196,6 +224,7 @@ class Builder {
     std::map<i32, Topic> topics_;
     ParameterTexts texts_;
     std::filesystem::path documents_;
+    std::map<i32, std::vector<Entry>> chapters_; // by topic
     Site site_;
     i32 menus_ = 0;
 };

@@ -6,6 +6,7 @@
 #include "ui/helpviewer.h"
 
 #include <QAction>
+#include <QHeaderView>
 #include <QHelpContentWidget>
 #include <QHelpIndexWidget>
 #include <QHelpLink>
@@ -60,7 +61,7 @@ frmHelp::frmHelp(const QString& file)
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
     const int character = fontMetrics().averageCharWidth();
-    splitter->setSizes({48 * character, 110 * character});
+    splitter->setSizes({56 * character, 104 * character});
     setCentralWidget(splitter);
     MakeToolBar();
     connect(txtPage_, &QTextBrowser::sourceChanged, this, &frmHelp::PageChanged);
@@ -109,6 +110,9 @@ QWidget* frmHelp::MakeContents() {
     QHelpContentWidget* contents = library_->Engine().contentWidget();
     contents->setObjectName("treContents");
     contents->setAccessibleName(tr("Contents"));
+    contents->setIndentation(2 * fontMetrics().averageCharWidth());
+    contents->header()->setStretchLastSection(false);
+    contents->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     connect(contents, &QHelpContentWidget::linkActivated, this, &frmHelp::GoTo);
     connect(contents, &QTreeView::clicked, this, [this, contents](const QModelIndex& index) {
         const auto* model = qobject_cast<QHelpContentModel*>(contents->model());
@@ -118,7 +122,7 @@ QWidget* frmHelp::MakeContents() {
     connect(library_->Engine().contentModel(), &QHelpContentModel::contentsCreated, this,
             [this, contents] {
                 contents->expandToDepth(0);
-                SelectInContents();
+                SelectInContents(txtPage_->source());
             });
     return Column(this, {contents});
 }
@@ -247,22 +251,21 @@ void frmHelp::ShowResults(const QList<QHelpSearchResult>& results) {
     lstSearch_->setCurrentRow(0);
     if (txtSearch_->text().trimmed().isEmpty())
         lblSearch_->clear();
+    else if (results.isEmpty())
+        lblSearch_->setText(tr("No page has all these words."));
     else
-        lblSearch_->setText(results.isEmpty()
-                                ? tr("No page has all these words.")
-                                : tr("%n page(s)", "", static_cast<int>(results.size())));
+        lblSearch_->setText(results.size() == 1 ? tr("1 page")
+                                                : tr("%1 pages").arg(results.size()));
 }
 
-void frmHelp::PageChanged() {
+void frmHelp::PageChanged(const QUrl& page) {
     setWindowTitle(tr("%1 - %2 Help").arg(txtPage_->documentTitle(), ProgramName));
-    SelectInContents();
+    SelectInContents(page);
 }
 
-void frmHelp::SelectInContents() {
+void frmHelp::SelectInContents(const QUrl& page) {
     QHelpContentWidget* contents = library_->Engine().contentWidget();
-    QUrl page = txtPage_->source();
-    page.setFragment(QString());
-    const QModelIndex index = contents->indexOf(page);
+    const QModelIndex index = contents->indexOf(page.adjusted(QUrl::RemoveFragment));
     if (index.isValid())
         contents->setCurrentIndex(index);
 }
@@ -289,6 +292,7 @@ void frmHelp::txtFind_Change(bool backward) {
 }
 
 void frmHelp::txtSearch_Change() {
+    lblSearch_->setText(tr("Searching …"));
     library_->Search(txtSearch_->text());
 }
 

@@ -49,8 +49,8 @@ class frmHelp : public QMainWindow {
     void GoToOneOf(const QList<QHelpLink>& links);
     void GoToResult();
     void ShowResults(const QList<QHelpSearchResult>& results);
-    void PageChanged();
-    void SelectInContents();
+    void PageChanged(const QUrl& page);
+    void SelectInContents(const QUrl& page);
     void HideFindBar();
 
     HelpLibrary* library_;

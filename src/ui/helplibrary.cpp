@@ -63,16 +63,15 @@ QString SubjectText(const HelpSubject& subject) {
 HelpLibrary::HelpLibrary(const QString& file, QObject* parent)
     : QObject(parent), engine_(new QHelpEngine(QDir(folder_.path()).filePath("help.qhc"), this)),
       search_(new QHelpSearchEngine(engine_, this)) {
+    engine_->setReadOnly(false);
     engine_->setUsesFilterEngine(true);
-    open_ = folder_.isValid() && !file.isEmpty() && engine_->setupData() &&
+    open_ = folder_.isValid() && engine_->setupData() && !file.isEmpty() &&
             engine_->registerDocumentation(file) && engine_->setupData();
     connect(search_, &QHelpSearchEngine::indexingFinished, this, [this] {
         indexed_ = true;
-        if (!wanted_.isEmpty())
-            SearchNow();
+        SearchNow();
     });
-    connect(search_, &QHelpSearchEngine::searchingFinished, this,
-            [this] { emit Found(search_->searchResults(0, mostResults)); });
+    connect(search_, &QHelpSearchEngine::searchingFinished, this, &HelpLibrary::SearchDone);
     if (open_)
         search_->reindexDocumentation();
 }
@@ -130,15 +129,26 @@ QString HelpLibrary::NumberHtml(i32 number) const {
 
 void HelpLibrary::Search(const QString& words) {
     wanted_ = Query(words);
-    if (indexed_)
+    if (!open_ || wanted_.isEmpty())
+        emit Found({});
+    else
         SearchNow();
 }
 
 void HelpLibrary::SearchNow() {
-    if (wanted_.isEmpty())
-        emit Found({});
+    if (!indexed_ || searching_ || wanted_.isEmpty())
+        return;
+    searching_ = true;
+    searched_ = wanted_;
+    search_->search(searched_);
+}
+
+void HelpLibrary::SearchDone() {
+    searching_ = false;
+    if (wanted_ == searched_)
+        emit Found(search_->searchResults(0, mostResults));
     else
-        search_->search(wanted_);
+        SearchNow();
 }
 
 } // namespace quorvanta

@@ -31,8 +31,8 @@ class HelpLibrary : public QObject {
 
     QHelpEngine& Engine() { return *engine_; }
 
-    // Looks for pages that hold all words, the last of them perhaps not yet typed to its end;
-    // Found follows, after the first search of all also when the pages have been read.
+    // Looks for pages that hold all words, the last of them perhaps not yet typed to its end.
+    // Found follows, unless another search is asked for before: then that one's.
     void Search(const QString& words);
 
   signals:
@@ -40,6 +40,7 @@ class HelpLibrary : public QObject {
 
   private:
     void SearchNow();
+    void SearchDone();
     QString NumberHtml(i32 number) const;
 
     // The collection and its search index, which Qt keeps in files, live as long as the window:
@@ -49,7 +50,9 @@ class HelpLibrary : public QObject {
     QHelpSearchEngine* search_;
     bool open_ = false;
     bool indexed_ = false;
-    QString wanted_;
+    bool searching_ = false;
+    QString wanted_;   // by the last call of Search
+    QString searched_; // by the search that is under way, or was last
 };
 
 } // namespace quorvanta

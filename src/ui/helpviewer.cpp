@@ -3,7 +3,7 @@
 #include "ui/frmhelp.h"
 #include "ui/helplibrary.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QPointer>
 
 namespace quorvanta {
@@ -16,8 +16,7 @@ frmHelp& Viewer() {
     static QPointer<frmHelp> viewer;
     if (viewer == nullptr) {
         viewer = new frmHelp(HelpLibrary::FindFile());
-        QObject::connect(qApp, &QCoreApplication::aboutToQuit, viewer.data(),
-                         [] { delete viewer.data(); });
+        qAddPostRoutine([] { delete viewer.data(); });
     }
     return *viewer;
 }
