@@ -117,20 +117,28 @@ std::vector<ValidationCase> ReadValidation(const std::string& path) {
     return cases;
 }
 
-f64 SolveCase(const ValidationCase& validation) {
-    if (validation.MenuNo >= 0) {
-        NewTest(validation.MenuNo);
+void Open(const AnalysisChoice& choice) {
+    if (choice.MenuNo >= 0) {
+        NewTest(choice.MenuNo);
     } else {
-        NewDistribution(validation.DistrNo);
-        ChooseParList(validation.ParListNo);
-        ChooseProcedure(validation.ProcedureNo);
+        NewDistribution(choice.DistrNo);
+        ChooseParList(choice.ParListNo);
+        ChooseProcedure(choice.ProcedureNo);
     }
-    ChooseSamples(validation.NoOfSamples);
-    ChooseTails(validation.NoOfTails);
-    ChooseLeftTail(validation.Left);
-    TickChecks(validation.Checks);
-    PickOptions(validation.Groups);
+}
+
+void SetUp(const AnalysisChoice& choice) {
+    Open(choice);
+    ChooseSamples(choice.NoOfSamples);
+    ChooseTails(choice.NoOfTails);
+    ChooseLeftTail(choice.Left);
+    TickChecks(choice.Checks);
+    PickOptions(choice.Groups);
     AcceptOptions();
+}
+
+f64 SolveCase(const ValidationCase& validation) {
+    SetUp(validation);
     for (const auto& [kind, text] : validation.Values)
         TypedParText(PositionOf(kind), text);
     Calculated = False;

@@ -19,8 +19,8 @@
 
 namespace quorvanta::checks {
 
-struct ValidationCase {
-    std::string Analysis;
+// An analysis of the catalogue with one choice of all that it offers.
+struct AnalysisChoice {
     i16 MenuNo = -1; // -1: a parameter analysis
     i16 DistrNo = 0;
     i16 ParListNo = 0;
@@ -30,6 +30,17 @@ struct ValidationCase {
     bool Left = false;
     std::vector<i16> Checks;
     std::map<i16, i16> Groups;
+};
+
+// Opens the analysis and leaves its options to choose from. A window must be open.
+void Open(const AnalysisChoice& choice);
+
+// Opens the analysis, makes the choice and accepts it. Throws std::runtime_error if the analysis
+// has no such check box or group.
+void SetUp(const AnalysisChoice& choice);
+
+struct ValidationCase : AnalysisChoice {
+    std::string Analysis;
     std::map<i16, std::string> Values;
     i16 UnknownKind = 0;
     f64 Exact = 0;

@@ -2,8 +2,14 @@
 
 #include "core/analysis_state.h"
 #include "core/checksearch.h"
+#include "tests/testbin.h"
 #include "tests/testbioeq.h"
+#include "tests/testchi2.h"
 #include "tests/testequiv.h"
+#include "tests/testfisher.h"
+#include "tests/testhyper.h"
+#include "tests/testmcn.h"
+#include "tests/testpairbin.h"
 #include "tests/teststud.h"
 
 namespace quorvanta {
@@ -13,16 +19,32 @@ namespace {
 // Serves the analyses that no module exists for.
 struct NoModule {};
 
+template <class Operation>
+auto WithParameterModule(Operation operation) {
+    if (ProcedureNo == ProcedureTest && DistrNo == DistrBinomial)
+        return operation.template operator()<TESTBIN>();
+    if (ProcedureNo == ProcedureTest && DistrNo == DistrHypergeometric)
+        return operation.template operator()<TESTHYPER>();
+    return operation.template operator()<NoModule>();
+}
+
 // The one selection chain: from the numbers of the current analysis to its module.
 template <class Operation>
 auto WithModule(Operation operation) {
     if (IsTest == False)
-        return operation.template operator()<NoModule>();
+        return WithParameterModule(operation);
     switch (TestNo) {
     case 0:
     case 1:
     case 125:
         return operation.template operator()<TESTSTUD>();
+    case 19:
+        return operation.template operator()<TESTFISHER>();
+    case 20:
+    case 117:
+        return operation.template operator()<TESTMCN>();
+    case 21:
+        return operation.template operator()<TESTCHI2>();
     case 74:
     case 75:
     case 76:
@@ -37,6 +59,8 @@ auto WithModule(Operation operation) {
         return operation.template operator()<TESTEQUIV>();
     case 78:
         return operation.template operator()<TESTBIOEQ>();
+    case 120:
+        return operation.template operator()<TESTPAIRBIN>();
     default:
         return operation.template operator()<NoModule>();
     }

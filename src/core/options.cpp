@@ -10,9 +10,12 @@ namespace {
 
 // Pairs of check boxes of which at most one makes sense.
 constexpr i16 exclusiveChecks[][2] = {
-    {0, 5},  // entered degrees of freedom, number of groups in an ANOVA
-    {1, 2},  // the arc-sine form has no continuity correction
-    {3, 12}, // incidences, medians
+    {0, 5},                       // entered degrees of freedom, number of groups in an ANOVA
+    {1, 2},                       // the arc-sine form has no continuity correction
+    {3, 12},                      // incidences, medians
+    {24, 25},                     // approaches to McNemar's test
+    {24, 26}, {25, 26}, {27, 30}, // the variance of paired proportions under H0
+    {27, 39}, {30, 39},
 };
 
 int CheckPosition(i16 kind) {

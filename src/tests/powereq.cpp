@@ -1,6 +1,7 @@
 #include "tests/powereq.h"
 
 #include "core/analysis_state.h"
+#include "core/general.h"
 #include "core/options.h"
 #include "numeric/probdist.h"
 
@@ -59,8 +60,10 @@ f64 NorPowerEq(f32 delta, f32 se0, f32 se1, f32 deltaLow, f32 deltaHigh, f32 se0
                              se1, z);
     } else if (NoOfTails == TwoSided) {
         const f32 z = NorInv(static_cast<f32>(1 - alpha / 2));
-        power =
-            PowerTwoTails(static_cast<f32>(std::fabs(Wide(delta)) - Wide(correction)), se0, se1, z);
+        // A correction larger than the effect leaves no effect: below 0 the other tail would make
+        // the power fall while the effect grows.
+        const f64 distance = MaxOf(0, std::fabs(Wide(delta)) - Wide(correction));
+        power = PowerTwoTails(static_cast<f32>(distance), se0, se1, z);
     } else if (LeftTail == True) {
         const f32 z = -NorInv(static_cast<f32>(1 - alpha));
         power = 1 - PowerOneTail(static_cast<f32>(Wide(delta) + Wide(correction)), se0, se1, z);

@@ -2,8 +2,10 @@
 
 #include "core/analysis_state.h"
 #include "core/options.h"
+#include "tests/testbin.h"
 #include "tests/testbioeq.h"
 #include "tests/testlnorm.h"
+#include "tests/testpairbin.h"
 #include "tests/teststud.h"
 
 namespace quorvanta {
@@ -27,21 +29,30 @@ auto WithMember(Operation operation) {
     case 75:
     case 82:
         return operation.template operator()<TESTLNORM>();
+    case 76:
+    case 83:
+        return operation.template operator()<TESTBIN>();
     case 79:
         return operation.template operator()<TESTBIOEQ>();
+    case 121:
+    case 122:
+        return operation.template operator()<TESTPAIRBIN>();
     default:
         return operation.template operator()<NotServed>();
     }
 }
 
 bool IsNonInferiority() {
-    return TestNo >= 81 && TestNo <= 84;
+    return (TestNo >= 81 && TestNo <= 84) || TestNo == 122;
 }
 
 // The limit of a non-inferiority test stands where the test has its H0 value.
 i16 NonInferiorityKind() {
     constexpr i16 difference = 330;
     constexpr i16 ratio = 319;
+    constexpr i16 proportions = 317;
+    if (TestNo == 83 || TestNo == 122)
+        return proportions;
     return TestNo == 81 ? difference : ratio;
 }
 

@@ -1,0 +1,295 @@
+#include "support/properties.h"
+
+#include "core/analysis_state.h"
+#include "core/catalogue.h"
+#include "core/dispatch.h"
+#include "core/driver.h"
+#include "core/fault.h"
+#include "core/general.h"
+#include "core/root.h"
+#include "core/setup.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <regex>
+
+namespace quorvanta::checks {
+
+namespace {
+
+constexpr i16 powerParNo = 1;
+
+std::vector<i16> TickedChecks() {
+    std::vector<i16> kinds;
+    for (i16 i = 0; i < NoOfCheck; ++i)
+        if (CheckValue(CheckList(i)) == 1)
+            kinds.push_back(CheckList(i));
+    return kinds;
+}
+
+void Tick(const std::vector<i16>& kinds) {
+    for (i16 i = 0; i < NoOfCheck; ++i)
+        ChooseCheck(i, false);
+    for (const i16 kind : kinds)
+        for (i16 i = 0; i < NoOfCheck; ++i)
+            if (CheckList(i) == kind && CheckEnabled(i))
+                ChooseCheck(i, true);
+}
+
+// Every set of check boxes that can be ticked together.
+std::vector<std::vector<i16>> CheckChoices() {
+    Tick({});
+    std::vector<i16> offered;
+    for (i16 i = 0; i < NoOfCheck; ++i)
+        offered.push_back(CheckList(i));
+    std::vector<std::vector<i16>> choices;
+    for (unsigned mask = 0; mask < 1U << offered.size(); ++mask) {
+        std::vector<i16> kinds;
+        for (std::size_t i = 0; i < offered.size(); ++i)
+            if ((mask >> i & 1U) != 0)
+                kinds.push_back(offered[i]);
+        Tick(kinds);
+        if (TickedChecks() == kinds)
+            choices.push_back(kinds);
+    }
+    return choices;
+}
+
+std::vector<i16> OptionsOf(i16 position) {
+    std::vector<i16> options;
+    for (i16 option = 0; option <= 2; ++option)
+        if (!IntParOption(option, IntParList(position)).empty() &&
+            IntParOptionEnabled(option, position))
+            options.push_back(option);
+    return options;
+}
+
+// Every combination of the options of the groups from this position on.
+std::vector<std::map<i16, i16>> GroupChoices(i16 position = 0) {
+    if (position == NoOfIntPar)
+        return {{}};
+    std::vector<std::map<i16, i16>> choices;
+    const auto others = GroupChoices(static_cast<i16>(position + 1));
+    for (const i16 option : OptionsOf(position))
+        for (std::map<i16, i16> choice : others) {
+            choice[IntParList(position)] = option;
+            choices.push_back(choice);
+        }
+    return choices;
+}
+
+// The texts of all kinds as the catalogue has them.
+void ResetTexts() {
+    static const auto texts = [] {
+        SetAllParKinds();
+        return ParText;
+    }();
+    ParText = texts;
+}
+
+std::string Unknown(const AnalysisChoice& choice, i16 parNo) {
+    return Describe(choice) + ", solved for " + StripAmpersand(ParLabel(ParKind(parNo)));
+}
+
+bool IsFixedText(const std::string& text, const std::vector<std::string>& ownMessages) {
+    static const std::regex failure("Can't Be Calculated\\.( Please Check if TickBox 'Reject in "
+                                    "Left Tail' Should Be (UnT|T)icked\\.)?");
+    static const std::regex range(
+        ".+ Has To Be (Less|Greater) Than or Equal to -?[0-9]+(\\.[0-9]+)?\\.");
+    return std::regex_match(text, failure) || std::regex_match(text, range) ||
+           std::find(ownMessages.begin(), ownMessages.end(), text) != ownMessages.end();
+}
+
+// Solves for the parameter as a user does; false after a message.
+bool Solves(i16 parNo, ScriptedPlatform& platform) {
+    platform.Messages.clear();
+    Calculated = False;
+    SolveFor(parNo);
+    return HasValue(ParText(ParKind(parNo)));
+}
+
+// The limits of the search for the unknown; nothing is left where the check of values objects.
+bool LimitsOf(i16 parNo, f64& lower, f64& upper) {
+    UnknownParNo = parNo;
+    const std::string text = ParText(ParKind(parNo));
+    ParText(ParKind(parNo)) = "-";
+    const bool good = SelCheckPar();
+    ParText(ParKind(parNo)) = text;
+    lower = ParMin(ParKind(parNo));
+    upper = ParMax(ParKind(parNo));
+    if (good)
+        SelSearchLimits(lower, upper);
+    return good && upper > lower;
+}
+
+} // namespace
+
+std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis) {
+    std::vector<AnalysisChoice> choices;
+    Open(analysis);
+    for (const i16 samples : {OneSample, TwoSamples, MoreSamples}) {
+        if (!SamplesOffered(samples))
+            continue;
+        ChooseSamples(samples);
+        for (const i16 tails : {OneSided, TwoSided, TwoOneSided}) {
+            if (!TailsOffered(tails))
+                continue;
+            ChooseTails(tails);
+            for (const bool left : {false, true}) {
+                if (left && !LeftTailOffered)
+                    continue;
+                ChooseLeftTail(left);
+                for (const std::vector<i16>& checks : CheckChoices()) {
+                    Tick(checks);
+                    for (const std::map<i16, i16>& groups : GroupChoices()) {
+                        AnalysisChoice choice = analysis;
+                        choice.NoOfSamples = samples;
+                        choice.NoOfTails = tails;
+                        choice.Left = left;
+                        choice.Checks = checks;
+                        choice.Groups = groups;
+                        choices.push_back(choice);
+                    }
+                }
+            }
+        }
+    }
+    CancelOptions();
+    return choices;
+}
+
+std::string Describe(const AnalysisChoice& choice) {
+    std::string text = choice.MenuNo >= 0
+                           ? TestMenuName(choice.MenuNo)
+                           : DistrMenuName(choice.DistrNo) + " " + std::to_string(choice.ParListNo);
+    text += ", samples " + std::to_string(choice.NoOfSamples) + ", tails " +
+            std::to_string(choice.NoOfTails) + (choice.Left ? " left" : "");
+    for (const i16 kind : choice.Checks)
+        text += ", " + StripAmpersand(CheckLabel(kind));
+    for (const auto& [group, option] : choice.Groups)
+        text += ", " + IntParOption(option, group);
+    return text;
+}
+
+std::ostream& operator<<(std::ostream& out, const AnalysisChoice& choice) {
+    return out << Describe(choice);
+}
+
+void Start(const AnalysisChoice& choice, const Values& values) {
+    ResetTexts();
+    SetUp(choice);
+    ResetTexts(); // the set-up has solved for the power
+    for (i16 i = 0; i <= NoOfPar; ++i) {
+        if (const auto value = values.find(ParKind(i)); value != values.end())
+            ParText(ParKind(i)) = value->second;
+        ParValue(i) = ReadNumber(ParText(ParKind(i)));
+    }
+    Calculated = False;
+}
+
+int ExpectSolvesOrSaysWhy(const AnalysisChoice& choice, const Values& values,
+                          ScriptedPlatform& platform, const std::vector<std::string>& ownMessages) {
+    Start(choice, values);
+    const i16 last = NoOfPar;
+    int solved = 0;
+    for (i16 i = 0; i <= last; ++i) {
+        Start(choice, values);
+        bool solves = false;
+        EXPECT_NO_THROW(solves = Solves(i, platform)) << Unknown(choice, i);
+        EXPECT_EQ(solves, platform.Messages.empty()) << Unknown(choice, i);
+        for (const Message& message : platform.Messages)
+            EXPECT_TRUE(IsFixedText(message.Text, ownMessages))
+                << Unknown(choice, i) << ": " << message.Text;
+        solved += solves ? 1 : 0;
+    }
+    return solved;
+}
+
+void ExpectAllSolve(const AnalysisChoice& choice, const Values& values, ScriptedPlatform& platform,
+                    const std::set<i16>& exceptKinds) {
+    Start(choice, values);
+    const i16 last = NoOfPar;
+    for (i16 i = 0; i <= last; ++i) {
+        Start(choice, values);
+        if (exceptKinds.count(ParKind(i)) != 0)
+            continue;
+        EXPECT_TRUE(Solves(i, platform))
+            << Unknown(choice, i) << ": "
+            << (platform.Messages.empty() ? "" : platform.Messages.back().Text);
+    }
+}
+
+int ExpectRoundTrip(const AnalysisChoice& choice, const Values& values) {
+    Start(choice, values);
+    const i16 last = NoOfPar;
+    int solved = 0;
+    for (i16 i = 0; i <= last; ++i) {
+        Start(choice, values);
+        f64 lower = 0;
+        f64 upper = 0;
+        if (i == powerParNo || !LimitsOf(i, lower, upper))
+            continue;
+        const f64 target = ParValue(powerParNo);
+        const f64 root = SolveUnknown();
+        if (root == NoValue)
+            continue;
+        ParValue(i) = root;
+        UnknownParNo = powerParNo;
+        EXPECT_NEAR(SolveUnknown(), target, RootResidual + RootTolerance) << Unknown(choice, i);
+        ++solved;
+    }
+    return solved;
+}
+
+void ExpectSafeInsideLimits(const AnalysisChoice& choice, const Values& values) {
+    Start(choice, values);
+    const i16 last = NoOfPar;
+    for (i16 i = 0; i <= last; ++i) {
+        Start(choice, values);
+        f64 lower = 0;
+        f64 upper = 0;
+        if (!LimitsOf(i, lower, upper))
+            continue;
+        std::vector<f64> trials;
+        constexpr int steps = 12;
+        for (int k = 0; k <= steps; ++k) {
+            trials.push_back(lower + (upper - lower) * k / steps);
+            // Denser towards the lower limit: a size of a handful lies among 99999.
+            trials.push_back(lower + (upper - lower) * std::pow(10.0, -6.0 * k / steps));
+        }
+        ClearFloatFaults();
+        for (const f64 trial : trials) {
+            f64 residual = NAN;
+            EXPECT_NO_THROW(residual = TryValue(trial)) << Unknown(choice, i) << " at " << trial;
+            EXPECT_TRUE(std::isfinite(residual)) << Unknown(choice, i) << " at " << trial;
+        }
+    }
+}
+
+void ExpectMonotoneIn(i16 sizeKind, const AnalysisChoice& choice, const Values& values, f64 slack,
+                      f64 from) {
+    Start(choice, values);
+    i16 size = 0;
+    while (size <= NoOfPar && ParKind(size) != sizeKind)
+        ++size;
+    f64 lower = 0;
+    f64 upper = 0;
+    if (size > NoOfPar || !LimitsOf(size, lower, upper))
+        return;
+    lower = MaxOf(lower, from);
+    std::vector<f64> sizes;
+    std::vector<f64> powers;
+    constexpr int steps = 60;
+    for (int k = 0; k <= steps; ++k) {
+        sizes.push_back(lower * std::pow(upper / lower, static_cast<f64>(k) / steps));
+        powers.push_back(TryValue(sizes.back()) + ParValue(powerParNo));
+    }
+    if (powers.back() < powers.front())
+        return;
+    for (std::size_t k = 1; k < powers.size(); ++k)
+        EXPECT_GE(powers[k], powers[k - 1] - slack)
+            << Unknown(choice, size) << " from " << sizes[k - 1] << " to " << sizes[k];
+}
+
+} // namespace quorvanta::checks

@@ -1,0 +1,60 @@
+// Properties that hold for every analysis of the catalogue, over every choice of its options.
+//
+// An analysis open in a window, and a check of a few lines:
+//
+//   for (const AnalysisChoice& choice : AllChoices(analysis))
+//       ExpectSolvesOrSaysWhy(choice, values, platform);
+//
+// Values are texts by kind; kinds that an analysis has and they don't name keep the start values of
+// the catalogue, kinds that it does not have are ignored, so one set serves all its choices.
+#pragma once
+
+#include "support/scripted_platform.h"
+#include "support/validation.h"
+
+#include <map>
+#include <ostream>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace quorvanta::checks {
+
+using Values = std::map<i16, std::string>;
+
+// Every combination of samples, tails, direction, check boxes and options that the analysis offers;
+// combinations that exclude each other are left out.
+std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis);
+
+// The choice in words, for the message of a failed check.
+std::string Describe(const AnalysisChoice& choice);
+std::ostream& operator<<(std::ostream& out, const AnalysisChoice& choice);
+
+// Sets the analysis up with these values, as texts and as ParValue.
+void Start(const AnalysisChoice& choice, const Values& values);
+
+// Each parameter as the unknown is solved without a message, or not and told so: "Can't Be
+// Calculated.", the range of a parameter, or one of the analysis' own messages.
+// Returns how many parameters were solved.
+int ExpectSolvesOrSaysWhy(const AnalysisChoice& choice, const Values& values,
+                          ScriptedPlatform& platform,
+                          const std::vector<std::string>& ownMessages = {});
+
+// Each parameter is solved, but for kinds that can't be.
+void ExpectAllSolve(const AnalysisChoice& choice, const Values& values, ScriptedPlatform& platform,
+                    const std::set<i16>& exceptKinds = {});
+
+// Each parameter but the power: what is solved for it, put back, gives the old power, within what
+// the search tolerates. Returns how many parameters could be solved.
+int ExpectRoundTrip(const AnalysisChoice& choice, const Values& values);
+
+// The equation has a finite value, and no fault, at values of the unknown all over its limits, for
+// each parameter as the unknown.
+void ExpectSafeInsideLimits(const AnalysisChoice& choice, const Values& values);
+
+// While this size grows, from its least value or the one given, the power never falls by more than
+// the slack. Nothing is asked where H1 lies on the wrong side of H0: there the power goes to 0.
+void ExpectMonotoneIn(i16 sizeKind, const AnalysisChoice& choice, const Values& values, f64 slack,
+                      f64 from = 0);
+
+} // namespace quorvanta::checks

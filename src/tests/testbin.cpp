@@ -1,0 +1,125 @@
+#include "tests/testbin.h"
+
+#include "core/analysis_state.h"
+#include "core/options.h"
+#include "numeric/probdist_discrete.h"
+#include "tests/exactsums.h"
+#include "tests/powereq.h"
+#include "tests/proportions.h"
+
+namespace quorvanta {
+
+i16 BinArcSine;
+i16 BinCorrection;
+i16 BinExact;
+i16 BinH1Mode;
+
+namespace {
+
+constexpr i16 groupSize2 = 2;
+constexpr i16 checkCorrection = 1;
+constexpr i16 checkArcSine = 2;
+constexpr i16 checkExact = 7;
+
+constexpr i16 kindAlpha = 0;
+constexpr i16 kindPower = 1;
+constexpr i16 kindSize = 85;
+
+constexpr i16 listOfOdds = 1;
+
+ProportionList list;
+i16 size;
+
+// A test of the catalogue is about proportions, whatever distribution was looked at before.
+bool IsOdds() {
+    return IsTest == False && ParListNo == listOfOdds;
+}
+
+auto BinDensities(i16 n, f32 p) {
+    return [n, p](i16 x) { return BinDensity(n, x, p); };
+}
+
+f64 ExactEq(const ProportionValues& values, i16 n) {
+    const f32 right = NoOfTails == TwoOneSided ? values.Right : values.Null;
+    const auto cdf = [&values, n](i16 x) { return BinCdf(n, x, values.P1); };
+    return ExactPower(n, BinDensities(n, values.Null), BinDensities(n, right), cdf) - ParValue(1);
+}
+
+f64 OneSampleEq(const ProportionValues& values) {
+    const f32 n = Single(ParValue(size));
+    if (BinArcSine == 1)
+        return ArcSineEq(values, n);
+    if (BinExact == 0 || Int(n) > MaxExactSize)
+        return OneProportionEq(values, n, 1, BinCorrection == 1);
+    return AtWholeSize(n, [&values](f64 whole) {
+        if (whole > MaxExactSize)
+            return OneProportionEq(values, Single(whole), 1, BinCorrection == 1);
+        return ExactEq(values, ToI16(whole));
+    });
+}
+
+} // namespace
+
+void TESTBIN::SetupTest() {
+    if (IsTest == False)
+        OfferSamples({OneSample, TwoSamples});
+    OfferChecks({checkCorrection, checkArcSine});
+    if (NoOfSamples == OneSample) {
+        OfferChecks({checkExact});
+        OfferOneProportion(IsOdds());
+    } else {
+        OfferTwoProportions(IsOdds());
+        OfferGroups({groupSize2});
+    }
+}
+
+void TESTBIN::SetParList() {
+    BinCorrection = Ticked(checkCorrection) ? 1 : 0;
+    BinArcSine = Ticked(checkArcSine) ? 1 : 0;
+    BinExact = Ticked(checkExact) ? 1 : 0;
+    StartParList();
+    AddPar(kindAlpha);
+    AddPar(kindPower);
+    if (NoOfSamples == OneSample) {
+        list = AddOneProportion(IsOdds());
+        size = AddPar(kindSize);
+    } else {
+        list =
+            AddTwoProportions(IsOdds(), IsOdds() ? NullDifference::Zero : NullDifference::Entered);
+        size = AddTwoSizes();
+    }
+    BinH1Mode = list.Mode;
+}
+
+bool TESTBIN::CheckPar() {
+    return NoOfSamples == OneSample ? CheckProportions(list) : CheckTwoSamples(list, size);
+}
+
+void TESTBIN::SearchLimits(f64& lower, f64& upper) {
+    if (NoOfSamples == TwoSamples)
+        return LimitTwoSamples(list, size, lower, upper);
+    LimitProportions(list, lower, upper);
+    if (BinExact == 1 && BinArcSine == 0 && UnknownParNo == size)
+        StartFromTooSmall(lower, upper, RootFunction);
+}
+
+f64 TESTBIN::RootFunction() {
+    const ProportionValues values = ReadProportions(list);
+    if (NoOfSamples == OneSample)
+        return OneSampleEq(values);
+    const f32 n1 = Single(ParValue(size));
+    const f32 n2 = ParDep(static_cast<i16>(size + 1), n1, WorkNo);
+    if (BinArcSine == 1)
+        return ArcSineEq(values, n1, n2);
+    return TwoProportionsEq(values, n1, n2, 1, 1, BinCorrection == 1);
+}
+
+i16 BinCritLow(i16 n, f32 level, f32 p) {
+    return CritLow(n, level, BinDensities(n, p));
+}
+
+i16 BinCritHigh(i16 n, f32 level, f32 p) {
+    return CritHigh(n, level, BinDensities(n, p));
+}
+
+} // namespace quorvanta

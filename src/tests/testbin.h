@@ -1,0 +1,28 @@
+// TESTBIN: tests of one or two binomial proportions, or of odds: normal approximation, arc-sine
+// transformation, and for one proportion the exact test.
+#pragma once
+
+#include "core/types.h"
+
+namespace quorvanta {
+
+struct TESTBIN {
+    static void SetupTest();
+    static void SetParList();
+    static bool CheckPar();
+    static void SearchLimits(f64& lower, f64& upper);
+    static f64 RootFunction();
+};
+
+// The chosen forms, as the current parameter list was built from them; 1: the box is ticked.
+extern i16 BinArcSine;
+extern i16 BinCorrection;
+extern i16 BinExact;
+extern i16 BinH1Mode; // H1 entered as value (0), difference (1), ratio (2)
+
+// Critical values of the exact binomial test: the largest count whose lower tail, and the smallest
+// whose upper tail, has at most the probability level under p; -1 and n + 1 if there is none.
+i16 BinCritLow(i16 n, f32 level, f32 p);
+i16 BinCritHigh(i16 n, f32 level, f32 p);
+
+} // namespace quorvanta

@@ -1,0 +1,137 @@
+#include "tests/testfisher.h"
+
+#include "core/analysis_state.h"
+#include "core/general.h"
+#include "core/options.h"
+#include "numeric/probdist_discrete.h"
+#include "tests/exactsums.h"
+#include "tests/powereq.h"
+#include "tests/proportions.h"
+
+#include <vector>
+
+namespace quorvanta {
+
+i16 FisherOdds;
+i16 FisherH1Mode;
+
+namespace {
+
+constexpr i16 groupSize2 = 2;
+constexpr i16 checkOdds = 9;
+
+constexpr i16 kindAlpha = 0;
+constexpr i16 kindPower = 1;
+
+// The largest size of either group that is enumerated.
+constexpr i16 maxEnumerated = 50;
+
+ProportionList list;
+i16 size1;
+
+std::vector<f32> Densities(i16 n, f32 p) {
+    std::vector<f32> densities;
+    for (i16 x = 0; x <= n; ++x)
+        densities.push_back(BinDensity(n, x, p));
+    return densities;
+}
+
+// All tables with n1 and n2 subjects.
+class Tables {
+  public:
+    Tables(i16 n1, i16 n2, f32 p1, f32 p2)
+        : n1_(n1), n2_(n2), density1_(Densities(n1, p1)), density2_(Densities(n2, p2)) {}
+
+    // Probability of the tables whose conditional tail does not exceed the level: the tail of few
+    // events in group 1 (step 1), which speaks for a larger proportion 2, or of many (step -1).
+    f32 Tail(f32 level, i16 step) const {
+        f32 power = 0;
+        for (i16 t = 0; t <= n1_ + n2_; ++t) {
+            const i16 low = MaxInteger(0, static_cast<i16>(t - n2_));
+            const i16 high = MinInteger(n1_, t);
+            f32 tail = 0;
+            for (i16 x1 = step > 0 ? low : high; x1 >= low && x1 <= high;
+                 x1 = static_cast<i16>(x1 + step)) {
+                tail = Single(f64{tail} + FisherCond(n1_, n2_, x1, t));
+                if (tail > level)
+                    break;
+                power = Single(f64{power} + Probability(x1, static_cast<i16>(t - x1)));
+            }
+        }
+        return power;
+    }
+
+  private:
+    f32 Probability(i16 x1, i16 x2) const {
+        return Single(f64{density1_[static_cast<std::size_t>(x1)]} *
+                      density2_[static_cast<std::size_t>(x2)]);
+    }
+
+    i16 n1_;
+    i16 n2_;
+    std::vector<f32> density1_;
+    std::vector<f32> density2_;
+};
+
+f64 ExactEq(const ProportionValues& values, i16 n1, i16 n2) {
+    const Tables tables(n1, n2, values.P1, values.P2);
+    const f64 alpha = SignificanceLevel();
+    f64 power = 0;
+    if (NoOfTails == TwoSided) {
+        const f32 level = Single(alpha / 2);
+        power = Single(f64{tables.Tail(level, 1)} + tables.Tail(level, -1));
+    } else {
+        power = tables.Tail(Single(alpha), LeftTail == True ? i16{-1} : i16{1});
+    }
+    return power - ParValue(1);
+}
+
+} // namespace
+
+void TESTFISHER::SetupTest() {
+    FixSamples(TwoSamples);
+    OfferTails({OneSided, TwoSided});
+    OfferChecks({checkOdds});
+    OfferTwoProportions(Ticked(checkOdds));
+    OfferGroups({groupSize2});
+}
+
+void TESTFISHER::SetParList() {
+    FisherOdds = Ticked(checkOdds) ? 1 : 0;
+    StartParList();
+    AddPar(kindAlpha);
+    AddPar(kindPower);
+    list = AddTwoProportions(FisherOdds == 1, NullDifference::Zero);
+    FisherH1Mode = list.Mode;
+    size1 = AddTwoSizes();
+}
+
+bool TESTFISHER::CheckPar() {
+    return CheckTwoSamples(list, size1);
+}
+
+void TESTFISHER::SearchLimits(f64& lower, f64& upper) {
+    LimitTwoSamples(list, size1, lower, upper);
+    if (UnknownParNo == size1 || UnknownParNo == size1 + 1)
+        StartFromTooSmall(lower, upper, RootFunction);
+}
+
+f64 TESTFISHER::RootFunction() {
+    const ProportionValues values = ReadProportions(list);
+    const f32 n1 = Single(ParValue(size1));
+    const f32 n2 = ParDep(static_cast<i16>(size1 + 1), n1, WorkNo);
+    if (Int(n1) > maxEnumerated || Int(n2) > maxEnumerated)
+        return ArcSineEq(values, n1, n2);
+    return AtWholeSizes(n1, n2, [&values](f64 whole1, f64 whole2) {
+        if (whole1 > maxEnumerated || whole2 > maxEnumerated)
+            return ArcSineEq(values, Single(whole1), Single(whole2));
+        return ExactEq(values, ToI16(whole1), ToI16(whole2));
+    });
+}
+
+f32 FisherCond(i16 n1, i16 n2, i16 x1, i16 t) {
+    return Single(Choose(n1, x1) * Choose(n2, static_cast<i16>(t - x1)) /
+                  Choose(static_cast<i16>(n1 + n2), t));
+}
+
+} // namespace quorvanta

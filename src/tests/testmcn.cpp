@@ -1,0 +1,223 @@
+#include "tests/testmcn.h"
+
+#include "core/analysis_state.h"
+#include "core/checksearch.h"
+#include "core/general.h"
+#include "core/options.h"
+#include "numeric/probdist.h"
+#include "numeric/probdist_discrete.h"
+#include "tests/exactsums.h"
+#include "tests/powereq.h"
+
+#include <array>
+#include <cmath>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr i16 checkFirstOrder = 24;
+constexpr i16 checkSecondOrder = 25;
+constexpr i16 checkMultinomial = 26;
+
+constexpr i16 kindAlpha = 0;
+constexpr i16 kindPower = 1;
+constexpr i16 kindDiscordant = 15;
+constexpr i16 kindDifference = 16;
+constexpr i16 kindSize = 85;
+
+constexpr i16 discordant = 2;
+constexpr i16 difference = 3;
+constexpr i16 size = 4;
+
+// From this number of discordant pairs on the test, given their number, is normal.
+constexpr i16 normalFrom = 200;
+
+enum class Approach { Multinomial, FirstOrder, SecondOrder };
+Approach approach = Approach::Multinomial;
+
+// Probabilities of the discordant pairs: s = p10 + p01 and d = p10 - p01.
+struct DiscordantPairs {
+    f32 S;
+    f32 D;
+};
+
+// All discordant pairs of one kind leave the first order form no variance; the least one lets the
+// sign of the effect decide, where a standard error of 0 would give power 1, and 0 in the left
+// tail, whatever the effect is.
+f32 SeFromVariance(f64 variance) {
+    constexpr f64 least = 1.0E-12;
+    return Single(std::sqrt(MaxOf(least, variance)));
+}
+
+// Unconditional normal forms of O. S. Miettinen (1968), Biometrics 24, 339-352: the variance of
+// the difference given the discordant pairs, at their mean number (first order) and with the term
+// that accounts for their number being random (second order).
+f64 NormalEq(const DiscordantPairs& pairs, f32 n) {
+    const f64 s = pairs.S;
+    const f64 d = pairs.D;
+    const f64 loss = approach == Approach::FirstOrder ? d * d / s : d * d * (3 + s) / (4 * s);
+    return NorPowerEq(pairs.D, Single(std::sqrt(s / n)), SeFromVariance((s - loss) / n), 0, 0, 0, 0,
+                      0);
+}
+
+// The test given m discordant pairs, r of them expected to be of the kind that d counts: the sign
+// test, exact for few pairs.
+class ConditionalTest {
+  public:
+    // The powers of one test stay until another one is asked for: while a size is sought the test
+    // is always the same.
+    void SetUp(f32 r) {
+        const Test test{SignificanceLevel(), NoOfTails, LeftTail, r};
+        if (test == test_)
+            return;
+        test_ = test;
+        exact_.fill(unknown);
+        const f64 alpha = test.Alpha;
+        z_ = NorInv(Single(NoOfTails == TwoSided ? 1 - alpha / 2 : 1 - alpha));
+    }
+
+    f32 Power(i32 m) {
+        if (m >= normalFrom)
+            return NormalPower(m);
+        f32& power = exact_[static_cast<std::size_t>(m)];
+        if (power == unknown)
+            power = ExactPowerOf(static_cast<i16>(m));
+        return power;
+    }
+
+  private:
+    struct Test {
+        f32 Alpha;
+        i16 Tails;
+        i16 Left;
+        f32 R;
+        friend bool operator==(const Test&, const Test&) = default;
+    };
+    static constexpr f32 unknown = -1;
+
+    f32 ExactPowerOf(i16 m) const {
+        const auto null = [m](i16 x) { return BinDensity(m, x, 0.5F); };
+        return ExactPower(m, null, null, [this, m](i16 x) { return BinCdf(m, x, test_.R); });
+    }
+
+    f32 NormalPower(i32 m) const {
+        constexpr f64 correction = 0.5;
+        const f64 r = test_.R;
+        // In the left tail the other kind of pair takes the place of the first.
+        const f64 excess = (test_.Left == True && test_.Tails == OneSided ? 0.5 - r : r - 0.5) * m;
+        const f32 x = Single(test_.Tails == TwoSided ? std::fabs(excess) : excess);
+        const f32 distance = Single(x - correction);
+        const f32 se0 = Single(std::sqrt(f64(m) / 4));
+        const f32 se1 = SeFromVariance(r * (1 - r) * m);
+        return Single(test_.Tails == TwoSided ? PowerTwoTails(distance, se0, se1, z_)
+                                              : PowerOneTail(distance, se0, se1, z_));
+    }
+
+    Test test_{-1, 0, 0, 0};
+    std::array<f32, normalFrom> exact_{};
+    f32 z_ = 0;
+};
+
+ConditionalTest conditionalTest;
+
+// The binomial probability of m out of n from that of one m to that of its neighbour. The first
+// one comes from logarithms: the coefficients of a size that a search tries are no 64-bit numbers.
+class Weights {
+  public:
+    Weights(i32 n, f32 s) : n_(n), odds_(s / (1 - f64{s})), mode_(ToI32(Int((n + 1.0) * s))) {
+        mode_ = mode_ > n ? n : mode_;
+        const f64 rest = n - mode_;
+        atMode_ =
+            std::exp(std::lgamma(n + 1.0) - std::lgamma(mode_ + 1.0) - std::lgamma(rest + 1.0) +
+                     mode_ * std::log(f64{s}) + rest * std::log1p(-f64{s}));
+    }
+
+    i32 Mode() const { return mode_; }
+    f64 AtMode() const { return atMode_; }
+    // The probability of m + 1, m - 1, from that of m.
+    f64 Up(i32 m, f64 weight) const { return weight * (f64(n_ - m) / (m + 1) * odds_); }
+    f64 Down(i32 m, f64 weight) const { return weight * (m / (f64(n_ - m + 1) * odds_)); }
+
+  private:
+    i32 n_;
+    f64 odds_;
+    i32 mode_;
+    f64 atMode_ = 0;
+};
+
+// Sum over the number m of discordant pairs, from 1 to n, of its probability times the power given
+// it. Terms whose probability is 0 in 32 bits add nothing and are left out.
+f64 MultinomialPower(i32 n, const DiscordantPairs& pairs) {
+    conditionalTest.SetUp(Single((f64{pairs.S} + pairs.D) / (2 * f64{pairs.S})));
+    const Weights weights(n, pairs.S);
+    // The sum goes upward, so first down to the least number that counts.
+    i32 m = weights.Mode();
+    f64 weight = weights.AtMode();
+    while (m > 1) {
+        const f64 next = weights.Down(m, weight);
+        if (Single(next) == 0)
+            break;
+        weight = next;
+        --m;
+    }
+    f32 sum = 0;
+    if (m == 0) {
+        weight = weights.Up(m, weight);
+        m = 1;
+    }
+    for (; m <= n && Single(weight) != 0; ++m) {
+        sum = Single(f64{sum} + Single(f64{Single(weight)} * conditionalTest.Power(m)));
+        weight = weights.Up(m, weight);
+    }
+    return sum;
+}
+
+} // namespace
+
+void TESTMCN::SetupTest() {
+    FixSamples(OneSample);
+    OfferTails({OneSided, TwoSided});
+    OfferChecks({checkFirstOrder, checkSecondOrder, checkMultinomial});
+}
+
+void TESTMCN::SetParList() {
+    approach = Ticked(checkFirstOrder)    ? Approach::FirstOrder
+               : Ticked(checkSecondOrder) ? Approach::SecondOrder
+                                          : Approach::Multinomial;
+    StartParList();
+    AddPar(kindAlpha);
+    AddPar(kindPower);
+    AddPar(kindDiscordant);
+    AddPar(kindDifference);
+    AddPar(kindSize);
+}
+
+bool TESTMCN::CheckPar() {
+    if (UnknownParNo == discordant || UnknownParNo == difference)
+        return true;
+    return CheckRange(difference, -ParValue(discordant), ParValue(discordant));
+}
+
+void TESTMCN::SearchLimits(f64& lower, f64& upper) {
+    if (UnknownParNo == discordant) {
+        lower = MaxOf(lower, std::fabs(ParValue(difference)));
+    } else if (UnknownParNo == difference) {
+        lower = MaxOf(lower, -ParValue(discordant));
+        upper = MinOf(upper, ParValue(discordant));
+        LeftTailLimit(lower, upper, 0);
+    } else if (UnknownParNo == size && approach == Approach::Multinomial) {
+        StartFromTooSmall(lower, upper, RootFunction);
+    }
+}
+
+f64 TESTMCN::RootFunction() {
+    const DiscordantPairs pairs{Single(ParValue(discordant)), Single(ParValue(difference))};
+    const f32 n = Single(ParValue(size));
+    if (approach != Approach::Multinomial)
+        return NormalEq(pairs, n);
+    return AtWholeSize(
+        n, [&pairs](f64 whole) { return MultinomialPower(ToI32(whole), pairs) - ParValue(1); });
+}
+
+} // namespace quorvanta

@@ -1,0 +1,242 @@
+#include "tests/testpairbin.h"
+
+#include "core/analysis_state.h"
+#include "core/checksearch.h"
+#include "core/general.h"
+#include "core/options.h"
+#include "numeric/rounding.h"
+#include "tests/powereq.h"
+#include "tests/proportions.h"
+
+#include <cmath>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr i16 groupDiscordant = 20;
+constexpr i16 checkScore = 27;
+constexpr i16 checkUnrestricted = 30;
+constexpr i16 checkVarianceH1 = 39;
+
+constexpr i16 kindAlpha = 0;
+constexpr i16 kindPower = 1;
+constexpr i16 kindDiscordant[] = {123, 15, 336};
+constexpr i16 kindSize = 85;
+
+// How the discordant pairs are entered, by option of the group.
+constexpr i16 asBoth = 0;  // p11, the pairs with both events
+constexpr i16 asSum = 1;   // s = p10 + p01
+constexpr i16 asRatio = 2; // p10/p01
+
+// The least probability of a discordant pair.
+constexpr f64 leastSum = ProbabilityFloor;
+
+// The variance of the difference under H0. Under H1 it is (s - d^2)/n (R. J. Connor 1987,
+// Biometrics 43, 207-211).
+enum class NullVariance {
+    Unrestricted, // (s - d0^2)/n (Y. Lu and J. A. Bean 1995, Statistics in Medicine 14, 1831-1839)
+    Score,        // the same with the s that H0 makes the most likely one
+    AsUnderH1
+};
+NullVariance nullVariance = NullVariance::Unrestricted;
+
+ProportionList list;
+i16 third;
+i16 thirdMode;
+i16 size;
+
+// s as a multiple of |d|, from the ratio of the two kinds of discordant pairs. It is the same for
+// the ratio and its reciprocal, so it does not matter which kind comes first.
+f64 SumPerDifference(f64 ratio) {
+    return (1 + ratio) / std::fabs(1 - ratio);
+}
+
+// The ratio above 1 that has s = multiple |d|.
+f64 RatioOfMultiple(f64 multiple) {
+    return (multiple + 1) / (multiple - 1);
+}
+
+f64 DiscordantSum(f64 p1, f64 p2) {
+    const f64 entered = ParValue(third);
+    if (thirdMode == asSum)
+        return entered;
+    const f64 d = std::fabs(p2 - p1);
+    if (thirdMode == asBoth)
+        return p1 + p2 - 2 * entered;
+    // A ratio of 1 says that the proportions are equal and no more.
+    return entered == 1 ? 0 : d * SumPerDifference(entered);
+}
+
+// The largest s that two proportions allow. The 32-bit 2.00001 leaves room for their rounding.
+f64 LargestSum(f64 p1, f64 p2) {
+    constexpr f64 two = 2.00001F;
+    return MinOf(p1 + p2, two - (p1 + p2));
+}
+
+// s under the H0 difference d0 >= 0 when the cells are estimated under H0, in large samples with
+// the probabilities "larger" and "smaller" of discordant pairs: restricted maximum likelihood of
+// the smaller cell (T. Tango 1998, Statistics in Medicine 17, 891-908; J. Nam 1997, Biometrics 53,
+// 1422-1430).
+f64 RestrictedSum(f64 larger, f64 smaller, f64 d0) {
+    constexpr f64 a = 2;
+    const f64 b = -larger - smaller + (2 - larger + smaller) * d0;
+    const f64 c = -smaller * d0 * (1 - d0);
+    const f64 cell = (std::sqrt(b * b - 4 * a * c) - b) / (2 * a);
+    return 2 * cell + d0;
+}
+
+f32 NullSe(f64 s, f64 d, f64 d0, f64 n) {
+    f64 variance = s - d0 * d0;
+    if (nullVariance == NullVariance::AsUnderH1) {
+        variance = s - d * d;
+    } else if (nullVariance == NullVariance::Score) {
+        // The H0 difference counts towards the larger cell.
+        const f64 towards = d0 < 0 ? -d : d;
+        const f64 size0 = std::fabs(d0);
+        variance = RestrictedSum((s + towards) / 2, (s - towards) / 2, size0) - size0 * size0;
+    }
+    // Fewer discordant pairs than the H0 difference needs: the unrestricted variance is used up.
+    return Single(std::sqrt(MaxOf(0, variance) / n));
+}
+
+struct Pairs {
+    f64 P1;
+    f64 P2;
+    f64 S;
+};
+
+Pairs PairsAt(f64 unknown) {
+    ParValue(UnknownParNo) = unknown;
+    const ProportionValues values = ReadProportions(list);
+    return {values.P1, values.P2, DiscordantSum(values.P1, values.P2)};
+}
+
+// Narrows the search to where a quantity that is linear in the unknown is not negative.
+void KeepNotNegative(f64& lower, f64& upper, f64 atLower, f64 atUpper) {
+    constexpr f64 rounding = -1.0E-6;
+    if (atLower >= rounding && atUpper >= rounding)
+        return;
+    if (atLower < 0 && atUpper < 0) {
+        upper = lower;
+        return;
+    }
+    const f64 zero = lower + (upper - lower) * atLower / (atLower - atUpper);
+    if (atLower < 0)
+        lower = zero;
+    else
+        upper = zero;
+}
+
+// The unknown is one of the two proportions: keeps all four kinds of pairs possible. Their
+// probabilities are linear in the unknown, with the ratio as long as the difference keeps its sign.
+void LimitByCells(f64& lower, f64& upper) {
+    if (thirdMode == asRatio)
+        KeepEffectBetween(list, lower, upper, 0, SearchesLeft() ? -1 : 1);
+    const auto keep = [&lower, &upper](auto&& quantity) {
+        if (upper > lower)
+            KeepNotNegative(lower, upper, quantity(PairsAt(lower)), quantity(PairsAt(upper)));
+    };
+    keep([](const Pairs& p) { return p.S - (p.P2 - p.P1); });
+    keep([](const Pairs& p) { return p.S + (p.P2 - p.P1); });
+    keep([](const Pairs& p) { return p.P1 + p.P2 - p.S; });
+    keep([](const Pairs& p) { return 2 - p.P1 - p.P2 - p.S; });
+}
+
+struct Range {
+    f64 Min;
+    f64 Max;
+};
+
+// What the third parameter may be with the two proportions as they are, in its form. Of the ratios
+// that above 1 while the ratio is sought, and the side of the one entered otherwise.
+Range ThirdRange(f64 p1, f64 p2) {
+    const f64 d = std::fabs(p2 - p1);
+    const f64 sum = LargestSum(p1, p2);
+    const i16 kind = kindDiscordant[thirdMode];
+    if (thirdMode == asSum)
+        return {MaxOf(ParMin(kind), d), MinOf(ParMax(kind), sum)};
+    if (thirdMode == asBoth)
+        return {MaxOf(ParMin(kind), (p1 + p2 - sum) / 2),
+                MinOf(ParMax(kind), (p1 + p2 - MaxOf(d, leastSum)) / 2)};
+    const f64 least = RatioOfMultiple(sum / MaxOf(d, leastSum));
+    if (UnknownParNo != third && ParValue(third) < 1)
+        return {ParMin(kind), 1 / least};
+    return {least, ParMax(kind)};
+}
+
+// Equal proportions leave nothing for a ratio of discordant pairs to say.
+bool CheckDifferent(f64 p1, f64 p2) {
+    const i16 kind = ParKind(list.Second);
+    if (thirdMode != asRatio || std::fabs(p2 - p1) >= leastSum)
+        return true;
+    const f64 step = LeftTail == True ? -leastSum : leastSum;
+    const f64 entry = ParValue(list.Second) + (list.Mode == AsRatio ? step / p1 : step);
+    return LeftTail == True ? CheckRange(list.Second, ParMin(kind), entry)
+                            : CheckRange(list.Second, entry, ParMax(kind));
+}
+
+} // namespace
+
+void TESTPAIRBIN::SetupTest() {
+    FixSamples(OneSample);
+    OfferChecks({checkScore, checkUnrestricted, checkVarianceH1});
+    OfferTwoProportions(false);
+    OfferGroups({groupDiscordant});
+}
+
+void TESTPAIRBIN::SetParList() {
+    nullVariance = Ticked(checkScore)        ? NullVariance::Score
+                   : Ticked(checkVarianceH1) ? NullVariance::AsUnderH1
+                                             : NullVariance::Unrestricted;
+    StartParList();
+    AddPar(kindAlpha);
+    AddPar(kindPower);
+    list = AddTwoProportions(false, NullDifference::Entered);
+    list.Paired = true;
+    thirdMode = ChosenOption(groupDiscordant);
+    third = AddPar(kindDiscordant[thirdMode]);
+    size = AddPar(kindSize);
+}
+
+bool TESTPAIRBIN::CheckPar() {
+    if (!CheckProportions(list))
+        return false;
+    if (UnknownParNo == list.H1 || UnknownParNo == list.Second)
+        return true;
+    const ProportionValues values = ReadProportions(list);
+    if (!CheckDifferent(values.P1, values.P2))
+        return false;
+    const Range range = ThirdRange(values.P1, values.P2);
+    return UnknownParNo == third || CheckRange(third, range.Min, range.Max);
+}
+
+void TESTPAIRBIN::SearchLimits(f64& lower, f64& upper) {
+    LimitProportions(list, lower, upper);
+    if (UnknownParNo == list.H1 || UnknownParNo == list.Second) {
+        LimitByCells(lower, upper);
+    } else if (UnknownParNo == third) {
+        const ProportionValues values = ReadProportions(list);
+        const Range range = ThirdRange(values.P1, values.P2);
+        lower = MaxOf(lower, range.Min);
+        upper = MinOf(upper, range.Max);
+    }
+}
+
+f64 TESTPAIRBIN::RootFunction() {
+    const ProportionValues values = ReadProportions(list);
+    const f32 n = Single(ParValue(size));
+    const f32 difference = Single(f64{values.P2} - values.P1);
+    const f64 d = difference;
+    // A search may touch the ends of what is possible, where rounding decides.
+    const f32 sum =
+        Single(MaxOf(DiscordantSum(values.P1, values.P2), MaxOf(std::fabs(d), leastSum)));
+    const f64 s = sum;
+    const f32 se1 = Single(std::sqrt((s - d * d) / n));
+    const auto se0 = [s, d, n](f32 d0) { return NullSe(s, d, d0, n); };
+    const f32 delta = Single(d - values.Null);
+    return NorPowerEq(delta, se0(values.Null), se1, delta, Single(values.Right - d),
+                      se0(values.Null), se0(values.Right), 0);
+}
+
+} // namespace quorvanta
