@@ -2,14 +2,25 @@
 
 #include "core/analysis_state.h"
 #include "core/checksearch.h"
+#include "tests/parbin.h"
+#include "tests/parexp.h"
+#include "tests/parfinite.h"
+#include "tests/parhyper.h"
+#include "tests/parnor2.h"
+#include "tests/parnorm.h"
+#include "tests/parpoisson.h"
 #include "tests/testbin.h"
 #include "tests/testbioeq.h"
 #include "tests/testchi2.h"
 #include "tests/testequiv.h"
+#include "tests/testexploc.h"
+#include "tests/testexpscale.h"
 #include "tests/testfisher.h"
 #include "tests/testhyper.h"
+#include "tests/testlnorm.h"
 #include "tests/testmcn.h"
 #include "tests/testpairbin.h"
+#include "tests/tests2.h"
 #include "tests/teststud.h"
 
 namespace quorvanta {
@@ -19,13 +30,55 @@ namespace {
 // Serves the analyses that no module exists for.
 struct NoModule {};
 
+// The module of a test of a parameter, or of its estimate or interval.
+template <class Test, class Estimation, class Operation>
+auto WithEither(Operation operation) {
+    return ProcedureNo == ProcedureTest ? operation.template operator()<Test>()
+                                        : operation.template operator()<Estimation>();
+}
+
+// The selection chain of the parameters of distributions.
 template <class Operation>
 auto WithParameterModule(Operation operation) {
-    if (ProcedureNo == ProcedureTest && DistrNo == DistrBinomial)
-        return operation.template operator()<TESTBIN>();
-    if (ProcedureNo == ProcedureTest && DistrNo == DistrHypergeometric)
-        return operation.template operator()<TESTHYPER>();
-    return operation.template operator()<NoModule>();
+    switch (DistrNo) {
+    case DistrNormal:
+        switch (ParListNo) {
+        case 0:
+            return WithEither<TESTNOR, PARNORM>(operation);
+        case 1:
+            return WithEither<TESTSTUD, PARNORM>(operation);
+        default:
+            return WithEither<TESTS2, PARNORM>(operation);
+        }
+    case DistrLognormal:
+        return ParListNo == 0 ? WithEither<TESTLNORM, PARLNORM>(operation)
+                              : WithEither<TESTLSTU, PARLNORM>(operation);
+    case DistrExponential:
+        return ParListNo == 0 ? WithEither<TESTEXPLOC, PAREXP>(operation)
+                              : WithEither<TESTEXPSCALE, PAREXP>(operation);
+    case DistrBinomial:
+        return WithEither<TESTBIN, PARBIN>(operation);
+    case DistrHypergeometric:
+        return WithEither<TESTHYPER, PARHYPER>(operation);
+    case DistrPoisson:
+        return operation.template operator()<ParPoisson>();
+    case DistrFinitePopulation:
+        return ParListNo == 0 ? operation.template operator()<PARFINNOR>()
+                              : operation.template operator()<PARFINITE>();
+    case DistrBivariateNormal:
+        switch (ParListNo) {
+        case 0:
+            return operation.template operator()<PARNOR2MEAN>();
+        case 1:
+            return operation.template operator()<PARNOR2SD>();
+        case 2:
+            return operation.template operator()<PARNOR2CORREL>();
+        default:
+            return operation.template operator()<PARNOR2REGRESS>();
+        }
+    default:
+        return operation.template operator()<NoModule>();
+    }
 }
 
 // The one selection chain: from the numbers of the current analysis to its module.

@@ -27,11 +27,13 @@ namespace {
 constexpr i16 PowerParNo = 1;
 constexpr i16 PowerKind = 1;
 constexpr i16 IntervalPowerKind = 318;
+constexpr i16 WidthProbabilityKind = 101;
 
 // The power, whatever its label says: a probability that the equation yields directly.
 bool UnknownIsPower() {
-    return UnknownParNo == PowerParNo &&
-           (ParKind(PowerParNo) == PowerKind || ParKind(PowerParNo) == IntervalPowerKind);
+    const i16 kind = ParKind(UnknownParNo);
+    return (UnknownParNo == PowerParNo && (kind == PowerKind || kind == IntervalPowerKind)) ||
+           kind == WidthProbabilityKind;
 }
 
 // A search without a change of sign may end on a zero outside its interval, which is no solution.

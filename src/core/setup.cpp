@@ -15,6 +15,8 @@ namespace quorvanta {
 
 namespace {
 
+constexpr i16 twoSidedIntervalCheck = 36;
+
 // The numbers that select a module, given back when the choice comes to nothing.
 class Selection {
   public:
@@ -59,8 +61,19 @@ bool EnsureWindow(bool offerSimulation) {
     return AnalysisNo != 0;
 }
 
+bool IsIntervalAnalysis() {
+    return IsTest == False && ProcedureNo == ProcedureInterval;
+}
+
+// A confidence interval starts two-sided, a test that is stated through one starts one-sided; what
+// the user makes of it afterwards stays.
+void StartTwoSidedInterval() {
+    CheckValue(twoSidedIntervalCheck) = IsIntervalAnalysis() ? 1 : 0;
+}
+
 void ShowOptions() {
     ChoosingOptions = true;
+    StartTwoSidedInterval();
     HelpContext = static_cast<f32>(HelpDescription());
     NoOfPar = 0;
     Calculated = False;
@@ -84,7 +97,8 @@ void HideFloatingWindows() {
 void LayOutOptions() {
     ClearOptions();
     SelSetupTest();
-    LeftTailOffered = NoOfTails != TwoSided;
+    // Only a test rejects.
+    LeftTailOffered = NoOfTails != TwoSided && (IsTest == True || ProcedureNo == ProcedureTest);
     SelSetLabels();
 }
 
@@ -96,6 +110,8 @@ void OptionsChanged() {
 }
 
 std::string TailsInWords() {
+    if (IsIntervalAnalysis())
+        return CheckValue(twoSidedIntervalCheck) == 1 ? "two-sided" : "one-sided";
     switch (NoOfTails) {
     case OneSided:
         return "one-sided";
@@ -188,7 +204,10 @@ void ChooseLeftTail(bool left) {
 }
 
 void ChooseProcedure(i16 procedureNo) {
-    ProcedureNo = procedureNo;
+    if (procedureNo != ProcedureNo) {
+        ProcedureNo = procedureNo;
+        StartTwoSidedInterval();
+    }
     OptionsChanged();
 }
 

@@ -288,6 +288,8 @@ const MeansList& CurrentMeans() {
 }
 
 void TESTNOR::SetupTest() {
+    if (IsTest == False)
+        OfferSamples({OneSample, TwoSamples});
     if (NoOfSamples == OneSample) {
         // Between two limits there is no single H0 value to relate the true value to.
         if (NoOfTails != TwoOneSided)
@@ -316,10 +318,8 @@ void TESTNOR::SetParList() {
         AddOneSample();
     else
         AddTwoSamples();
-    if (NorUneqSd == 0 && Ticked(checkDf))
-        list.Extra = AddPar(kindDf);
-    else if (NorUneqSd == 0 && Ticked(checkGroups))
-        list.Extra = AddPar(kindGroups);
+    if (NorUneqSd == 0)
+        list.Extra = AddDfEntry();
 }
 
 bool TESTNOR::CheckPar() {
@@ -365,6 +365,12 @@ void TESTNOR::SearchLimits(f64& lower, f64& upper) {
     } else if (UnknownParNo == list.H0) {
         LimitsOfH0(lower, upper);
     }
+}
+
+i16 AddDfEntry() {
+    if (Ticked(checkDf))
+        return AddPar(kindDf);
+    return Ticked(checkGroups) ? AddPar(kindGroups) : i16{0};
 }
 
 MeansValues ReadMeans() {

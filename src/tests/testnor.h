@@ -50,4 +50,8 @@ struct MeansValues {
 
 MeansValues ReadMeans();
 
+// Adds the entry for the degrees of freedom of an estimated standard deviation that is ticked, if
+// one is: the degrees of freedom themselves or the number of groups. Answers its position, or 0.
+i16 AddDfEntry();
+
 } // namespace quorvanta

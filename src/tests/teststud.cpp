@@ -25,23 +25,10 @@ f64 NoncentralT(f64 t, f32 df, f64 delta) {
     return Wide(NcTCdf(static_cast<f32>(t), df, static_cast<f32>(delta)));
 }
 
-// Degrees of freedom: those of the estimate of the standard deviation, entered, or from an
-// analysis of variance with more groups than are compared.
 f32 DegreesOfFreedom(const MeansValues& values) {
     if (NorUneqSd == 1)
         return SatterthwaiteDf(values.Sd1, values.Sd2, values.N1, values.N2);
-    const f64 n1 = Wide(values.N1);
-    const f64 n2 = Wide(values.N2);
-    const i16 extra = CurrentMeans().Extra;
-    if (extra != 0) {
-        const f64 entered = Wide(static_cast<f32>(ParValue(extra)));
-        if (Ticked(checkDf))
-            return static_cast<f32>(entered);
-        // Group 1 has n1 subjects, each of the others n2.
-        return static_cast<f32>(NoOfSamples == OneSample ? (n1 - 1) * entered
-                                                         : (n1 - 1) + (n2 - 1) * (entered - 1));
-    }
-    return static_cast<f32>(NoOfSamples == OneSample ? n1 - 1 : n1 + n2 - 2);
+    return CommonSdDf(values.N1, values.N2, CurrentMeans().Extra);
 }
 
 // In a simulation the degrees of freedom are those of the simulated data.
@@ -117,6 +104,20 @@ f64 TPowerEq(f32 delta, f32 se, f32 deltaLow, f32 deltaHigh, f32 df) {
             power = 1 - NoncentralT(t, df, shift);
     }
     return power - ParValue(1);
+}
+
+f32 CommonSdDf(f32 n1Single, f32 n2Single, i16 entry) {
+    const f64 n1 = Wide(n1Single);
+    const f64 n2 = Wide(n2Single);
+    if (entry != 0) {
+        const f64 entered = Wide(static_cast<f32>(ParValue(entry)));
+        if (Ticked(checkDf))
+            return static_cast<f32>(entered);
+        // Group 1 has n1 subjects, each of the others n2.
+        return static_cast<f32>(NoOfSamples == OneSample ? (n1 - 1) * entered
+                                                         : (n1 - 1) + (n2 - 1) * (entered - 1));
+    }
+    return static_cast<f32>(NoOfSamples == OneSample ? n1 - 1 : n1 + n2 - 2);
 }
 
 f32 SatterthwaiteDf(f32 sd1, f32 sd2, f32 n1, f32 n2) {

@@ -1,0 +1,131 @@
+#include "tests/parbin.h"
+
+#include "core/analysis_state.h"
+#include "core/general.h"
+#include "core/options.h"
+#include "core/root.h"
+#include "numeric/rounding.h"
+#include "tests/precision.h"
+#include "tests/turningpoint.h"
+
+#include <cmath>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr SampleKinds oddsKinds{233, 35, 234, {235, 236, 237}};
+
+SampleValues parameters; // proportions or odds
+SampleValues sizes;
+
+bool IsOdds() {
+    return ParListNo == 1;
+}
+
+const SampleKinds& Kinds() {
+    return IsOdds() ? oddsKinds : ProportionKinds;
+}
+
+SampleWeights Weights() {
+    return {1 / f64{sizes.First()}, sizes.HasSecond() ? 1 / f64{sizes.Second()} : 0};
+}
+
+// Standard error of the logarithm of the odds, or of the odds ratio (B. Woolf, On estimating the
+// relation between blood group and disease, Annals of Human Genetics 19, 1955).
+f32 LogOddsStandardError() {
+    const auto variance = [](f64 odds, f64 weight) {
+        return weight * (1 + odds) * (1 + odds) / odds;
+    };
+    const SampleWeights weights = Weights();
+    const f64 first = variance(f64{parameters.First()}, weights.First);
+    return Single(std::sqrt(
+        sizes.HasSecond() ? first + variance(f64{parameters.Second()}, weights.Second) : first));
+}
+
+// That standard error is smallest in between: of two odds of the same precision the search finds
+// the smaller.
+void NarrowOdds(f64& lower, f64& upper) {
+    if (!parameters.HasUnknown())
+        return;
+    const SampleWeights weights = Weights();
+    // How fast the variance grows with the unknown; itself growing.
+    const auto slope = [&weights](f64 x) {
+        const auto of = [](f64 odds, f64 growth, f64 weight) {
+            return growth * weight * (1 - 1 / (odds * odds));
+        };
+        const f64 first =
+            of(parameters.FirstAt(x), parameters.FirstAt(1) - parameters.FirstAt(0), weights.First);
+        if (!sizes.HasSecond())
+            return first;
+        return first + of(parameters.SecondAt(x), parameters.SecondAt(1) - parameters.SecondAt(0),
+                          weights.Second);
+    };
+    if (slope(lower) >= 0 || slope(upper) <= 0)
+        return;
+    i16 iterations = 0;
+    f64 rest = 0;
+    f64 turn = upper;
+    FindRootOf(slope, lower, upper, RootTolerance, RootIterations, iterations, turn, rest);
+    KeepOneSide(lower, upper, turn, Side::Below, &PARBIN::RootFunction);
+}
+
+} // namespace
+
+f32 ProportionStandardError(const SampleValues& proportions, const SampleWeights& weights) {
+    const f64 p1{proportions.First()};
+    const f64 first = p1 * (1 - p1) * weights.First;
+    if (!proportions.HasSecond())
+        return Single(std::sqrt(first));
+    const f64 p2{proportions.Second()};
+    return Single(std::sqrt(first + p2 * (1 - p2) * weights.Second));
+}
+
+void NarrowProportions(f64& lower, f64& upper, const SampleValues& proportions,
+                       const SampleWeights& weights, f64 (*residual)()) {
+    if (!proportions.HasUnknown())
+        return;
+    const f64 turn = TurningPoint([&](f64 x) {
+        const f64 p1 = proportions.FirstAt(x);
+        const f64 first = p1 * (1 - p1) * weights.First;
+        if (!proportions.HasSecond())
+            return first;
+        const f64 p2 = proportions.SecondAt(x);
+        return first + p2 * (1 - p2) * weights.Second;
+    });
+    KeepOneSide(lower, upper, turn, Side::Below, residual);
+}
+
+void PARBIN::SetupTest() {
+    OfferSamples({OneSample, TwoSamples});
+    OfferPrecision();
+    OfferForms(Kinds());
+    OfferForms(SizeKinds);
+}
+
+void PARBIN::SetParList() {
+    StartPrecisionList(IsOdds() ? Precision::Relative : Precision::Absolute);
+    parameters = AddSampleValues(Kinds());
+    sizes = AddSizes();
+}
+
+bool PARBIN::CheckPar() {
+    return parameters.Check() && sizes.Check();
+}
+
+void PARBIN::SearchLimits(f64& lower, f64& upper) {
+    parameters.Narrow(lower, upper);
+    sizes.Narrow(lower, upper);
+    if (IsOdds())
+        NarrowOdds(lower, upper);
+    else
+        NarrowProportions(lower, upper, parameters, Weights(), &RootFunction);
+}
+
+f64 PARBIN::RootFunction() {
+    if (IsOdds())
+        return LogPrecisionEq(LogOddsStandardError());
+    return NormalPrecisionEq(ProportionStandardError(parameters, Weights()));
+}
+
+} // namespace quorvanta

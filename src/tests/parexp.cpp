@@ -1,0 +1,74 @@
+#include "tests/parexp.h"
+
+#include "core/analysis_state.h"
+#include "core/options.h"
+#include "numeric/probdist.h"
+#include "numeric/rounding.h"
+#include "tests/precision.h"
+#include "tests/samplevalues.h"
+#include "tests/scalestatistic.h"
+
+namespace quorvanta {
+
+namespace {
+
+constexpr i16 kindScale = 146;
+
+// By ParListNo.
+constexpr i16 location = 0;
+constexpr i16 scaleLocationKnown = 1;
+
+SampleValues sizes;
+i16 scale;
+
+// The location is estimated by the smallest observation, which is too large by an error of which
+// 2 n error / scale is chi-square with 2 df: never too small, so that the error allowed in both
+// directions is the one allowed upward. The interval lies below the estimate; a single limit is the
+// lower one.
+f64 LocationRoot() {
+    const f64 unit = f64{Single(ParValue(scale))} / (2 * f64{sizes.First()});
+    const auto distance = [unit](f64 p) { return unit * f64{Chi2Inv(Single(p), 2)}; };
+    if (!IsInterval())
+        return distance(1 - ParValue(0)) - ParValue(1);
+    const f64 level{PrecisionLevel()};
+    return WidthEq(-distance(1 - level), distance(level));
+}
+
+} // namespace
+
+void PAREXP::SetupTest() {
+    if (ParListNo == location)
+        FixSamples(OneSample);
+    else
+        OfferSamples({OneSample, TwoSamples});
+    OfferPrecision();
+    OfferForms(SizeKinds);
+}
+
+void PAREXP::SetParList() {
+    if (ParListNo == location) {
+        StartPrecisionList(Precision::Absolute);
+        scale = AddPar(kindScale);
+        sizes = AddSizes();
+        return;
+    }
+    StartPrecisionList(Precision::Relative);
+    sizes = AddSizes();
+    AddWidthProbability();
+}
+
+bool PAREXP::CheckPar() {
+    return sizes.Check();
+}
+
+void PAREXP::SearchLimits(f64& lower, f64& upper) {
+    sizes.Narrow(lower, upper);
+}
+
+f64 PAREXP::RootFunction() {
+    if (ParListNo == location)
+        return LocationRoot();
+    return ScalePrecisionEq(StatisticOf(sizes, 2, ParListNo == scaleLocationKnown), 1, 1);
+}
+
+} // namespace quorvanta

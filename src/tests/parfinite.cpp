@@ -1,0 +1,110 @@
+#include "tests/parfinite.h"
+
+#include "core/analysis_state.h"
+#include "core/general.h"
+#include "core/options.h"
+#include "numeric/rounding.h"
+#include "tests/hypotheses.h"
+#include "tests/parbin.h"
+#include "tests/parhyper.h"
+#include "tests/precision.h"
+
+#include <cmath>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr OneSampleKinds meanKinds{0, 57, {58, 59, 60}, 6, 7};
+constexpr OneSampleKinds proportionKinds{11, 35, {83, 40, 41}, 47, 48};
+
+Hypotheses hypotheses;
+SampleValues parameter; // the standard deviation, or the proportion of an estimate
+FiniteSamples samples;
+
+// A census has no error, and the standard errors of a test there no sign by which to tell on which
+// side of H0 the truth lies: the smallest error stands for none.
+f64 Weight() {
+    constexpr f64 smallest = 1e-16;
+    return MaxOf(smallest, samples.Weights().First);
+}
+
+void Offer(const OneSampleKinds& kinds) {
+    FixSamples(OneSample);
+    if (IsEstimation())
+        OfferPrecision();
+    else
+        OfferForms(kinds);
+}
+
+void StartList(const OneSampleKinds& kinds) {
+    if (IsEstimation()) {
+        StartPrecisionList(Precision::Absolute);
+    } else {
+        StartTestList();
+        hypotheses = AddHypotheses(kinds, EffectScale::Plain);
+    }
+}
+
+} // namespace
+
+void PARFINNOR::SetupTest() {
+    Offer(meanKinds);
+}
+
+void PARFINNOR::SetParList() {
+    StartList(meanKinds);
+    parameter = AddCommonValue(SdKinds);
+    samples.Add();
+}
+
+bool PARFINNOR::CheckPar() {
+    return (IsEstimation() || hypotheses.Check()) && samples.Check();
+}
+
+void PARFINNOR::SearchLimits(f64& lower, f64& upper) {
+    if (!IsEstimation())
+        hypotheses.Narrow(lower, upper);
+    samples.Narrow(lower, upper);
+}
+
+f64 PARFINNOR::RootFunction() {
+    const f64 sd{parameter.First()};
+    if (IsEstimation())
+        return NormalPrecisionEq(Single(sd * std::sqrt(samples.Weights().First)));
+    const f32 se = Single(sd * std::sqrt(Weight()));
+    return NormalTestEq(
+        hypotheses, PlainDistance, [se](f64) { return se; }, se);
+}
+
+void PARFINITE::SetupTest() {
+    Offer(proportionKinds);
+}
+
+void PARFINITE::SetParList() {
+    StartList(proportionKinds);
+    if (IsEstimation())
+        parameter = AddCommonValue(ProportionKinds);
+    samples.Add();
+}
+
+bool PARFINITE::CheckPar() {
+    return (IsEstimation() || hypotheses.Check()) && samples.Check();
+}
+
+void PARFINITE::SearchLimits(f64& lower, f64& upper) {
+    samples.Narrow(lower, upper);
+    if (IsEstimation())
+        NarrowProportions(lower, upper, parameter, samples.Weights(), &RootFunction);
+    else
+        hypotheses.Narrow(lower, upper);
+}
+
+f64 PARFINITE::RootFunction() {
+    if (IsEstimation())
+        return NormalPrecisionEq(ProportionStandardError(parameter, samples.Weights()));
+    const auto se = [](f64 p) { return Single(std::sqrt(p * (1 - p) * Weight())); };
+    return NormalTestEq(hypotheses, PlainDistance, se, se(hypotheses.Truth()));
+}
+
+} // namespace quorvanta

@@ -1,0 +1,286 @@
+#include "tests/parnor2.h"
+
+#include "core/analysis_state.h"
+#include "core/options.h"
+#include "numeric/probdist.h"
+#include "numeric/rounding.h"
+#include "tests/hypotheses.h"
+#include "tests/precision.h"
+#include "tests/samplevalues.h"
+#include "tests/teststud.h"
+#include "tests/turningpoint.h"
+
+#include <cmath>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr TwoSampleKinds meanKinds{1, 61, 62, 86, {87, 0, 88}, 6, 7};
+constexpr TwoSampleKinds sdRatioKinds{13, 114, 115, 139, {140, 0, 0}, 116, 117};
+constexpr OneSampleKinds correlationKinds{23, 185, {186, 187, 188}, 194, 195};
+constexpr OneSampleKinds slopeKinds{27, 203, {204, 205, 206}, 6, 7};
+
+constexpr i16 kindTrueSdRatio = 138;
+constexpr i16 kindCorrelation = 220;
+constexpr i16 kindResidualSd = 212;
+constexpr i16 kindCovariateSd = 213;
+constexpr i16 kindPairs = 85;
+constexpr i16 kindPairsFisherZ = 14; // at least 4: the variance is 1/(n - 3)
+
+Hypotheses hypotheses;
+SampleValues deviations;
+i16 correlation;
+i16 trueRatio;
+i16 residualSd;
+i16 covariateSd;
+i16 pairs;
+
+template <class Kinds>
+void Offer(const Kinds& kinds) {
+    FixSamples(OneSample);
+    if (IsEstimation())
+        OfferPrecision();
+    else
+        OfferForms(kinds);
+}
+
+template <class Kinds>
+void StartList(const Kinds& kinds, EffectScale scale, Precision precision) {
+    if (IsEstimation()) {
+        StartPrecisionList(precision);
+    } else {
+        StartTestList();
+        hypotheses = AddHypotheses(kinds, scale);
+    }
+}
+
+bool CheckHypotheses() {
+    return IsEstimation() || hypotheses.Check();
+}
+
+void NarrowHypotheses(f64& lower, f64& upper) {
+    if (!IsEstimation())
+        hypotheses.Narrow(lower, upper);
+}
+
+f64 Pairs() {
+    return f64{Single(ParValue(pairs))};
+}
+
+f64 Correlation() {
+    return f64{Single(ParValue(correlation))};
+}
+
+f32 FisherZError() {
+    return Single(1 / std::sqrt(Pairs() - 3));
+}
+
+// Distance from an estimate to a limit of its interval, on the scale of Fisher's z.
+f64 HalfWidth() {
+    return f64{NorInv(PrecisionLevel())} * f64{FisherZError()};
+}
+
+// Test or precision of an estimate with an estimated standard error.
+f64 StudentRoot(f32 se, f64 df) {
+    if (IsEstimation())
+        return StudentPrecisionEq(se, Single(df));
+    const f64 truth = hypotheses.Truth();
+    const f64 left{hypotheses.H0()};
+    const f64 right = NoOfTails == TwoOneSided ? f64{hypotheses.Right()} : left;
+    return TPowerEq(Single(truth - left), se, Single(truth - left), Single(right - truth),
+                    Single(df));
+}
+
+} // namespace
+
+// --- Means ------------------------------------------------------------------------------------
+
+namespace {
+
+// Variance of the difference of a pair.
+f64 DifferenceVariance(f64 sd1, f64 sd2) {
+    return sd1 * sd1 + sd2 * sd2 - 2 * Correlation() * sd1 * sd2;
+}
+
+} // namespace
+
+void PARNOR2MEAN::SetupTest() {
+    Offer(meanKinds);
+    OfferGroups({SdKinds.Group});
+}
+
+void PARNOR2MEAN::SetParList() {
+    StartList(meanKinds, EffectScale::Plain, Precision::Absolute);
+    deviations = AddPair(SdKinds);
+    correlation = AddPar(kindCorrelation);
+    pairs = AddPar(kindPairs);
+    AddWidthProbability();
+}
+
+bool PARNOR2MEAN::CheckPar() {
+    return CheckHypotheses() && deviations.Check();
+}
+
+// With correlated variables the variance is smallest at a deviation above 0: of two such deviations
+// the search finds the larger one.
+void PARNOR2MEAN::SearchLimits(f64& lower, f64& upper) {
+    NarrowHypotheses(lower, upper);
+    deviations.Narrow(lower, upper);
+    if (deviations.HasUnknown())
+        KeepOneSide(lower, upper, TurningPoint([](f64 x) {
+                        return DifferenceVariance(deviations.FirstAt(x), deviations.SecondAt(x));
+                    }),
+                    Side::Above, &RootFunction);
+}
+
+f64 PARNOR2MEAN::RootFunction() {
+    const f64 sd = std::sqrt(DifferenceVariance(f64{deviations.First()}, f64{deviations.Second()}));
+    return StudentRoot(Single(sd / std::sqrt(Pairs())), Pairs() - 1);
+}
+
+// --- Standard deviations ----------------------------------------------------------------------
+
+namespace {
+
+// 1 - the squared correlation of the pairs, as a factor of deviations.
+f64 Alienation() {
+    return std::sqrt(1 - Correlation() * Correlation());
+}
+
+// Fisher's z of the correlation between sum and difference of two variables whose standard
+// deviations have this ratio.
+f64 RatioZ(f64 ratio) {
+    return std::asinh((ratio - 1 / ratio) / 2 / Alienation());
+}
+
+// The ratio whose z this is.
+f64 RatioOfZ(f64 z) {
+    return std::exp(std::asinh(std::sinh(z) * Alienation()));
+}
+
+} // namespace
+
+void PARNOR2SD::SetupTest() {
+    Offer(sdRatioKinds);
+}
+
+void PARNOR2SD::SetParList() {
+    StartList(sdRatioKinds, EffectScale::Log,
+              IsInterval() ? Precision::Absolute : Precision::Relative);
+    trueRatio = IsInterval() ? AddPar(kindTrueSdRatio) : i16{0};
+    correlation = AddPar(kindCorrelation);
+    pairs = AddPar(kindPairsFisherZ);
+}
+
+bool PARNOR2SD::CheckPar() {
+    return CheckHypotheses();
+}
+
+// A correlation counts by its square: the search finds the positive one.
+void PARNOR2SD::SearchLimits(f64& lower, f64& upper) {
+    NarrowHypotheses(lower, upper);
+    if (UnknownParNo == correlation)
+        KeepOneSide(lower, upper, 0, Side::Above, &RootFunction);
+}
+
+f64 PARNOR2SD::RootFunction() {
+    const f32 se = FisherZError();
+    if (!IsEstimation())
+        return NormalTestEq(
+            hypotheses, [](f64 truth, f64 null) { return RatioZ(truth / null); },
+            [se](f64) { return se; }, se);
+    if (IsInterval()) {
+        const f64 z = HalfWidth();
+        const f64 ratio = ParValue(trueRatio);
+        return WidthEq(ratio * (1 - RatioOfZ(-z)), ratio * (RatioOfZ(z) - 1));
+    }
+    const auto below = [se](f64 ratio) { return f64{NorCdf(Single(RatioZ(ratio) / f64{se}))}; };
+    return ErrorProbabilityEq(below(1 - ParValue(1)), below(1 + ParValue(1)));
+}
+
+// --- Correlation ------------------------------------------------------------------------------
+
+void PARNOR2CORREL::SetupTest() {
+    Offer(correlationKinds);
+}
+
+void PARNOR2CORREL::SetParList() {
+    StartList(correlationKinds, EffectScale::FisherZ, Precision::Absolute);
+    if (IsEstimation())
+        correlation = AddPar(kindCorrelation);
+    pairs = AddPar(kindPairsFisherZ);
+}
+
+bool PARNOR2CORREL::CheckPar() {
+    return CheckHypotheses();
+}
+
+// An estimate is least precise at this correlation, about 0: of the two correlations of a precision
+// the search finds the larger one.
+namespace {
+
+f64 LeastPreciseCorrelation() {
+    if (IsTwoSidedPrecision())
+        return 0;
+    return IsInterval() ? -std::tanh(HalfWidth() / 2) : -ParValue(1) / 2;
+}
+
+} // namespace
+
+void PARNOR2CORREL::SearchLimits(f64& lower, f64& upper) {
+    NarrowHypotheses(lower, upper);
+    if (IsEstimation() && UnknownParNo == correlation)
+        KeepOneSide(lower, upper, LeastPreciseCorrelation(), Side::Above, &RootFunction);
+}
+
+f64 PARNOR2CORREL::RootFunction() {
+    const f32 se = FisherZError();
+    if (!IsEstimation())
+        return NormalTestEq(
+            hypotheses, [](f64 truth, f64 null) { return FisherZ(truth) - FisherZ(null); },
+            [se](f64) { return se; }, se);
+    const f64 r = Correlation();
+    const f64 z = FisherZ(r);
+    if (IsInterval()) {
+        const f64 half = HalfWidth();
+        return WidthEq(r - std::tanh(z - half), std::tanh(z + half) - r);
+    }
+    // No estimate lies outside -1..1.
+    const auto below = [=](f64 edge) {
+        if (std::fabs(edge) >= 1)
+            return edge > 0 ? 1.0 : 0.0;
+        return f64{NorCdf(Single((FisherZ(edge) - z) / f64{se}))};
+    };
+    return ErrorProbabilityEq(below(r - ParValue(1)), below(r + ParValue(1)));
+}
+
+// --- Regression -------------------------------------------------------------------------------
+
+void PARNOR2REGRESS::SetupTest() {
+    Offer(slopeKinds);
+}
+
+void PARNOR2REGRESS::SetParList() {
+    StartList(slopeKinds, EffectScale::Plain, Precision::Absolute);
+    residualSd = AddPar(kindResidualSd);
+    covariateSd = AddPar(kindCovariateSd);
+    pairs = AddPar(kindPairs);
+    AddWidthProbability();
+}
+
+bool PARNOR2REGRESS::CheckPar() {
+    return CheckHypotheses();
+}
+
+void PARNOR2REGRESS::SearchLimits(f64& lower, f64& upper) {
+    NarrowHypotheses(lower, upper);
+}
+
+f64 PARNOR2REGRESS::RootFunction() {
+    const f64 residual{Single(ParValue(residualSd))};
+    const f64 covariate{Single(ParValue(covariateSd))};
+    return StudentRoot(Single(residual / std::sqrt(Pairs()) / covariate), Pairs() - 2);
+}
+
+} // namespace quorvanta

@@ -1,0 +1,124 @@
+#include "tests/parnorm.h"
+
+#include "core/analysis_state.h"
+#include "core/options.h"
+#include "tests/precision.h"
+#include "tests/samplevalues.h"
+#include "tests/scalestatistic.h"
+#include "tests/testnor.h"
+#include "tests/teststud.h"
+
+namespace quorvanta {
+
+namespace {
+
+constexpr SampleKinds shapeKinds{27, 31, 50, {54, 107, 108}};
+constexpr i16 checkDf = 0;
+constexpr i16 checkGroups = 5;
+constexpr i16 kindTrueRatio = 138;
+
+// Parameters of the normal distribution, by ParListNo; the lognormal one has the first two.
+constexpr i16 deviationKnown = 0;
+constexpr i16 sdMeanKnown = 2;
+
+SampleValues deviations;
+SampleValues sizes;
+i16 dfEntry;
+i16 trueRatio; // of two standard deviations
+
+bool IsSd() {
+    return ParListNo >= sdMeanKnown;
+}
+
+// Degrees of freedom that are entered only matter where a quantile of t does.
+void OfferMeans(const SampleKinds& kinds, bool quantileOfT) {
+    OfferSamples({OneSample, TwoSamples});
+    if (quantileOfT)
+        OfferChecks({checkDf, checkGroups});
+    OfferPrecision();
+    if (ParListNo == deviationKnown)
+        OfferForms(kinds);
+    OfferForms(SizeKinds);
+}
+
+void AddMeans(const SampleKinds& kinds) {
+    const bool known = ParListNo == deviationKnown;
+    deviations = known ? AddSampleValues(kinds) : AddCommonValue(kinds);
+    sizes = AddSizes();
+    dfEntry = AddDfEntry();
+    if (!known)
+        AddWidthProbability();
+}
+
+f32 StandardError() {
+    return MeanStandardError(deviations, sizes);
+}
+
+f32 DegreesOfFreedom() {
+    return CommonSdDf(sizes.First(), sizes.HasSecond() ? sizes.Second() : 0, dfEntry);
+}
+
+} // namespace
+
+void PARNORM::SetupTest() {
+    if (!IsSd())
+        return OfferMeans(SdKinds, ParListNo != deviationKnown);
+    OfferSamples({OneSample, TwoSamples});
+    OfferPrecision();
+    OfferForms(SizeKinds);
+}
+
+void PARNORM::SetParList() {
+    if (!IsSd()) {
+        StartPrecisionList(Precision::Absolute);
+        return AddMeans(SdKinds);
+    }
+    // The interval of a ratio is told in its own units, so that it needs the true ratio.
+    const bool ratioInterval = NoOfSamples == TwoSamples && IsInterval();
+    StartPrecisionList(ratioInterval ? Precision::Absolute : Precision::Relative);
+    trueRatio = ratioInterval ? AddPar(kindTrueRatio) : i16{0};
+    deviations = SampleValues();
+    sizes = AddSizes();
+    AddWidthProbability();
+}
+
+bool PARNORM::CheckPar() {
+    return deviations.Check() && sizes.Check();
+}
+
+void PARNORM::SearchLimits(f64& lower, f64& upper) {
+    deviations.Narrow(lower, upper);
+    sizes.Narrow(lower, upper);
+}
+
+f64 PARNORM::RootFunction() {
+    if (IsSd())
+        return ScalePrecisionEq(StatisticOf(sizes, 1, ParListNo == sdMeanKnown), 2,
+                                trueRatio == 0 ? 1 : ParValue(trueRatio));
+    return ParListNo == deviationKnown ? NormalPrecisionEq(StandardError())
+                                       : StudentPrecisionEq(StandardError(), DegreesOfFreedom());
+}
+
+void PARLNORM::SetupTest() {
+    OfferMeans(shapeKinds, ParListNo != deviationKnown && IsInterval());
+}
+
+void PARLNORM::SetParList() {
+    StartPrecisionList(Precision::Relative);
+    AddMeans(shapeKinds);
+}
+
+bool PARLNORM::CheckPar() {
+    return PARNORM::CheckPar();
+}
+
+void PARLNORM::SearchLimits(f64& lower, f64& upper) {
+    PARNORM::SearchLimits(lower, upper);
+}
+
+f64 PARLNORM::RootFunction() {
+    return ParListNo == deviationKnown ? LogPrecisionEq(StandardError())
+                                       : LogStudentPrecisionEq(StandardError(), DegreesOfFreedom());
+}
+
+} // namespace quorvanta

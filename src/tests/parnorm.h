@@ -1,0 +1,26 @@
+// PARNORM and PARLNORM: point estimates of, and confidence intervals for, the mean and the standard
+// deviation of a normal distribution and the median of a lognormal one, of one sample or of two
+// compared.
+#pragma once
+
+#include "core/types.h"
+
+namespace quorvanta {
+
+struct PARNORM {
+    static void SetupTest();
+    static void SetParList();
+    static bool CheckPar();
+    static void SearchLimits(f64& lower, f64& upper);
+    static f64 RootFunction();
+};
+
+struct PARLNORM {
+    static void SetupTest();
+    static void SetParList();
+    static bool CheckPar();
+    static void SearchLimits(f64& lower, f64& upper);
+    static f64 RootFunction();
+};
+
+} // namespace quorvanta

@@ -1,0 +1,126 @@
+#include "tests/parpoisson.h"
+
+#include "core/analysis_state.h"
+#include "core/options.h"
+#include "numeric/rounding.h"
+#include "tests/hypotheses.h"
+#include "tests/precision.h"
+#include "tests/samplevalues.h"
+#include "tests/turningpoint.h"
+
+#include <cmath>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr SampleKinds sizeKinds{163, 2, 164, {165, 38, 5}};
+constexpr SampleKinds timeKinds{170, 22, 171, {172, 173, 174}};
+
+constexpr SampleTestKinds meanTest{EffectScale::Plain,
+                                   {0, 161, {162, 59, 60}, 166, 167},
+                                   {1, 61, 0, 168, {169, 62, 88}, 6, 7},
+                                   sizeKinds};
+constexpr SampleTestKinds rateTest{EffectScale::Plain,
+                                   {4, 63, {81, 43, 44}, 75, 76},
+                                   {5, 64, 0, 9, {73, 65, 74}, 77, 78},
+                                   timeKinds};
+constexpr SampleKinds meanKinds{175, 1, 176, {177, 178, 179}};
+constexpr SampleKinds rateKinds{180, 5, 181, {182, 183, 184}};
+
+SampleTest test;
+SampleValues means; // of an estimate
+SampleValues sizes;
+
+bool IsRate() {
+    return ParListNo == 1;
+}
+
+const SampleTestKinds& TestKinds() {
+    return IsRate() ? rateTest : meanTest;
+}
+
+const SampleKinds& MeanKinds() {
+    return IsRate() ? rateKinds : meanKinds;
+}
+
+f64 OneSampleRoot() {
+    const auto se = [](f64 mean) { return Single(std::sqrt(mean / f64{test.Sizes.First()})); };
+    return NormalTestEq(test.Hypothesis, PlainDistance, se, se(test.Hypothesis.Truth()));
+}
+
+// The null hypothesis pools where it says that the two are equal.
+f64 TwoSampleRoot() {
+    const f64 n1{test.Sizes.First()};
+    const f64 n2{test.Sizes.Second()};
+    const f64 mean1{test.Hypothesis.First()};
+    const f64 mean2{test.Hypothesis.Second()};
+    const f64 pooled = (n1 * mean1 + n2 * mean2) / (n1 + n2);
+    const f32 se1 = Single(std::sqrt(mean1 / n1 + mean2 / n2));
+    const f32 sePooled = Single(std::sqrt(pooled * (1 / n1 + 1 / n2)));
+    const auto se0 = [=](f64 null) { return null == 0 ? sePooled : se1; };
+    return NormalTestEq(test.Hypothesis, PlainDistance, se0, se1);
+}
+
+// With a difference under H0 the standardised effect of a mean turns where the standard error
+// begins to grow more slowly than the effect.
+f64 EffectTurn() {
+    const f64 h0 = ParValue(2);
+    const auto effect = [h0](f64 x) {
+        return test.Hypothesis.SecondAt(x) - test.Hypothesis.FirstAt(x) - h0;
+    };
+    const auto variance = [](f64 x) {
+        return test.Hypothesis.FirstAt(x) / f64{test.Sizes.First()} +
+               test.Hypothesis.SecondAt(x) / f64{test.Sizes.Second()};
+    };
+    // Both are linear.
+    const f64 effect1 = effect(1) - effect(0);
+    const f64 variance1 = variance(1) - variance(0);
+    if (h0 == 0 || effect1 == 0 || variance1 == 0)
+        return NoValue;
+    return effect(0) / effect1 - 2 * variance(0) / variance1;
+}
+
+} // namespace
+
+void ParPoisson::SetupTest() {
+    if (!IsEstimation())
+        return SampleTest::Offer(TestKinds());
+    OfferSamples({OneSample, TwoSamples});
+    OfferPrecision();
+    OfferForms(MeanKinds());
+    OfferForms(TestKinds().Sizes);
+}
+
+void ParPoisson::SetParList() {
+    if (!IsEstimation())
+        return test.Build(TestKinds());
+    StartPrecisionList(Precision::Absolute);
+    means = AddSampleValues(MeanKinds());
+    sizes = AddSizes(TestKinds().Sizes);
+}
+
+bool ParPoisson::CheckPar() {
+    return IsEstimation() ? means.Check() && sizes.Check() : test.Check();
+}
+
+void ParPoisson::SearchLimits(f64& lower, f64& upper) {
+    if (!IsEstimation()) {
+        test.Narrow(lower, upper);
+        if (NoOfSamples == TwoSamples && NoOfTails != TwoOneSided)
+            KeepOneSide(lower, upper, EffectTurn(), Side::Above, &RootFunction);
+        return;
+    }
+    means.Narrow(lower, upper);
+    sizes.Narrow(lower, upper);
+}
+
+f64 ParPoisson::RootFunction() {
+    if (!IsEstimation())
+        return NoOfSamples == OneSample ? OneSampleRoot() : TwoSampleRoot();
+    const f64 first = f64{means.First()} / f64{sizes.First()};
+    return NormalPrecisionEq(Single(
+        std::sqrt(sizes.HasSecond() ? first + f64{means.Second()} / f64{sizes.Second()} : first)));
+}
+
+} // namespace quorvanta

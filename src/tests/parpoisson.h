@@ -1,0 +1,18 @@
+// ParPoisson: test, point estimate and confidence interval of the mean of a Poisson distribution or
+// of the rate of events, or of the difference of two. A rate has the study time where a mean has
+// the sample size.
+#pragma once
+
+#include "core/types.h"
+
+namespace quorvanta {
+
+struct ParPoisson {
+    static void SetupTest();
+    static void SetParList();
+    static bool CheckPar();
+    static void SearchLimits(f64& lower, f64& upper);
+    static f64 RootFunction();
+};
+
+} // namespace quorvanta

@@ -1,0 +1,165 @@
+#include "tests/precision.h"
+
+#include "core/analysis_state.h"
+#include "core/general.h"
+#include "core/options.h"
+#include "numeric/probdist.h"
+#include "numeric/rounding.h"
+#include "tests/scalestatistic.h"
+
+#include <cmath>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr i16 checkTwoSidedInterval = 36;
+constexpr i16 kindErrorLevel = 143;
+constexpr i16 kindError = 18;
+constexpr i16 kindUpperError = 19;
+constexpr i16 kindRelativeError = 23;
+constexpr i16 kindUpperRelativeError = 24;
+constexpr i16 kindConfidenceLevel = 22;
+constexpr i16 kindWidth = 100;
+constexpr i16 kindRelativeWidth = 145;
+constexpr i16 kindWidthProbability = 101;
+
+i16 widthProbability;
+
+// The error or the width entered, and the level.
+f64 Entered() {
+    return ParValue(1);
+}
+f64 Level() {
+    return f64{static_cast<f32>(ParValue(0))};
+}
+
+f64 Width(f64 other, f64 single) {
+    return IsTwoSidedPrecision() ? other + single : single;
+}
+
+// How much larger than its true value an estimated deviation may be if the width is to stay below
+// the one entered; an interval of no width is always short enough.
+f64 WidthRatio(f64 entered, f64 width) {
+    constexpr f64 always = 1e12;
+    return width > 0 ? MinOf(always, entered / width) : always;
+}
+
+f64 WidthProbabilityEq(f64 probability) {
+    return probability - ParValue(widthProbability);
+}
+
+// A width that shrinks and grows with a deviation estimated on df degrees of freedom.
+f64 RandomWidthEq(f64 ratio, f32 df) {
+    return WidthProbabilityEq(ScaleStatistic(df).Cdf(f64{df} * ratio * ratio));
+}
+
+} // namespace
+
+bool IsEstimation() {
+    return IsTest == False && ProcedureNo != ProcedureTest;
+}
+
+bool IsInterval() {
+    return IsTest == False && ProcedureNo == ProcedureInterval;
+}
+
+bool IsTwoSidedPrecision() {
+    return IsInterval() ? Ticked(checkTwoSidedInterval) : NoOfTails == TwoSided;
+}
+
+void OfferPrecision() {
+    if (IsInterval()) {
+        OfferTails({TwoSided});
+        TailsShown = false;
+        OfferChecks({checkTwoSidedInterval});
+    } else {
+        OfferTails({OneSided, TwoSided});
+    }
+}
+
+void StartPrecisionList(Precision precision) {
+    const bool relative = precision == Precision::Relative;
+    StartParList();
+    widthProbability = 0;
+    if (IsInterval()) {
+        AddPar(kindConfidenceLevel);
+        AddPar(relative ? kindRelativeWidth : kindWidth);
+        return;
+    }
+    AddPar(kindErrorLevel);
+    if (NoOfTails == OneSided)
+        AddPar(relative ? kindUpperRelativeError : kindUpperError);
+    else
+        AddPar(relative ? kindRelativeError : kindError);
+}
+
+void AddWidthProbability() {
+    if (IsInterval())
+        widthProbability = AddPar(kindWidthProbability);
+}
+
+f32 PrecisionLevel() {
+    const f64 outside = IsInterval() ? 1 - Level() : Level();
+    return static_cast<f32>(1 - (IsTwoSidedPrecision() ? outside / 2 : outside));
+}
+
+f64 ErrorProbabilityEq(f64 belowLowerEdge, f64 belowUpperEdge) {
+    return belowUpperEdge - (IsTwoSidedPrecision() ? belowLowerEdge : 0) - (1 - Level());
+}
+
+f64 WidthEq(f64 other, f64 single) {
+    return Entered() - Width(other, single);
+}
+
+f64 NormalPrecisionEq(f32 se) {
+    const f64 error = f64{NorInv(PrecisionLevel())} * f64{se};
+    return IsInterval() ? WidthEq(error, error) : error - Entered();
+}
+
+f64 StudentPrecisionEq(f32 se, f32 df) {
+    const f64 error = f64{TInv(PrecisionLevel(), df)} * f64{se};
+    return IsInterval() ? RandomWidthEq(WidthRatio(Entered(), Width(error, error)), df)
+                        : error - Entered();
+}
+
+namespace {
+
+f64 LogErrorEq(f32 se) {
+    const auto below = [se](f64 x) { return f64{LognormCdf(Single(x), 0, se)}; };
+    return ErrorProbabilityEq(below(1 - Entered()), below(1 + Entered()));
+}
+
+} // namespace
+
+f64 LogPrecisionEq(f32 se) {
+    if (!IsInterval())
+        return LogErrorEq(se);
+    const f64 error = f64{NorInv(PrecisionLevel())} * f64{se};
+    return WidthEq(1 - ExpClamped(Single(-error)), ExpClamped(Single(error)) - 1);
+}
+
+f64 LogStudentPrecisionEq(f32 se, f32 df) {
+    if (!IsInterval())
+        return LogErrorEq(se);
+    // The half width on the scale of logarithms that makes the relative width the one entered.
+    const f64 half = IsTwoSidedPrecision() ? std::asinh(Entered() / 2) : std::log(1 + Entered());
+    const f64 error = f64{TInv(PrecisionLevel(), df)} * f64{se};
+    return RandomWidthEq(WidthRatio(half, error), df);
+}
+
+f64 ScalePrecisionEq(ScaleStatistic statistic, int exponent, f64 unit) {
+    const f64 truth = statistic.AtTruth();
+    if (!IsInterval())
+        return ErrorProbabilityEq(statistic.Cdf((1 - Entered()) * truth),
+                                  statistic.Cdf((1 + Entered()) * truth));
+    const f64 level{PrecisionLevel()};
+    const auto limit = [&](f64 p) {
+        return std::pow(truth / statistic.Quantile(p), 1.0 / exponent);
+    };
+    const f64 width = Width(1 - limit(level), limit(1 - level) - 1);
+    const f64 ratio = WidthRatio(Entered() / unit, width);
+    return WidthProbabilityEq(statistic.Cdf(truth * std::pow(ratio, exponent)));
+}
+
+} // namespace quorvanta

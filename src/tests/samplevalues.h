@@ -1,0 +1,89 @@
+// A quantity of one sample, or of each of two samples, of which the second may be entered as such,
+// as a difference from the first or as a ratio to it.
+#pragma once
+
+#include "core/checksearch.h"
+#include "core/types.h"
+
+namespace quorvanta {
+
+// The kinds of such a quantity: of a single sample; with two samples the group of forms, the first
+// sample's and the second sample's by form. 0: there is none.
+struct SampleKinds {
+    i16 One;
+    i16 Group;
+    i16 First;
+    i16 Second[3];
+};
+
+inline constexpr SampleKinds SizeKinds{85, 2, 4, {37, 38, 5}};
+inline constexpr SampleKinds SdKinds{2, 29, 216, {217, 218, 219}};
+
+// Offers the forms, where there are two samples.
+void OfferForms(const SampleKinds& kinds);
+
+struct Range {
+    f64 Min;
+    f64 Max;
+};
+
+class SampleValues {
+  public:
+    // The values as the engines see them.
+    f32 First() const;
+    f32 Second() const;
+
+    // The same with x in the place of the unknown.
+    f64 FirstAt(f64 x) const;
+    f64 SecondAt(f64 x) const;
+
+    bool HasSecond() const { return second_ != 0; }
+    bool FirstIsUnknown() const;
+    bool HasUnknown() const;
+
+    // The range of the kind of the first and of the second value as such.
+    Range FirstRange() const;
+    Range SecondRange() const;
+
+    // Does the second value lie in its range?
+    bool Check() const;
+    // Narrows the search so that it does.
+    void Narrow(f64& lower, f64& upper) const;
+
+    // The same for both values and ranges of the caller's.
+    bool Check(Range first, Range second) const;
+    void Narrow(f64& lower, f64& upper, Range first, Range second) const;
+
+  private:
+    friend SampleValues AddCommonValue(const SampleKinds& kinds);
+    friend SampleValues AddPair(const SampleKinds& kinds);
+
+    i16 first_ = 0;
+    i16 second_ = 0; // 0: one sample
+    i16 form_ = AsValue;
+    i16 kind_ = 0; // of the second value as such
+};
+
+// Adds the parameter, or the two parameters, for NoOfSamples to the list.
+SampleValues AddSampleValues(const SampleKinds& kinds);
+
+// Adds one parameter, whatever NoOfSamples is.
+SampleValues AddCommonValue(const SampleKinds& kinds);
+
+// Adds two parameters, whatever NoOfSamples is.
+SampleValues AddPair(const SampleKinds& kinds);
+
+// The sizes of the samples; their form is also left in WorkNo.
+SampleValues AddSizes(const SampleKinds& kinds = SizeKinds);
+
+// Standard error of a mean, or of a difference of two, from the standard deviations of the samples
+// or a common one.
+f32 MeanStandardError(const SampleValues& deviations, const SampleValues& sizes);
+
+// ParValue(position), with x in the place of the unknown.
+f64 ValueAt(i16 position, f64 x);
+
+// The same for a value that is entered in a form relative to base.
+f64 DependentAt(i16 position, f64 base, i16 form, f64 x);
+
+} // namespace quorvanta

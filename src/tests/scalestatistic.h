@@ -1,0 +1,43 @@
+// The statistic of a scale parameter, a variance or an exponential mean: what the tests of such a
+// parameter and the precision of its estimate have in common.
+#pragma once
+
+#include "core/types.h"
+
+namespace quorvanta {
+
+class SampleValues;
+struct SampleTest;
+
+// One sample: df times estimate over true value, chi-square distributed. Two samples: the estimate
+// of sample 2 over that of sample 1, over the true ratio, F distributed.
+class ScaleStatistic {
+  public:
+    explicit ScaleStatistic(f32 df) : df1_(df) {}
+    // df1 belongs to the numerator, sample 2.
+    ScaleStatistic(f32 df1, f32 df2) : df1_(df1), df2_(df2) {}
+
+    // P(statistic <= x); x is cut to what 32 bits hold.
+    f64 Cdf(f64 x) const;
+
+    // The x with P(statistic <= x) = p. The quantile of F caps its df where one is small, for the
+    // distribution function that follows as well.
+    f64 Quantile(f64 p);
+
+    // The statistic of an estimate that equals the true value.
+    f64 AtTruth() const { return df2_ > 0 ? 1 : f64{df1_}; }
+
+  private:
+    f32 df1_;
+    f32 df2_ = 0; // 0: chi-square
+};
+
+// The statistic of samples of these sizes, with so many df for each subject; a location that has to
+// be estimated costs those of one subject.
+ScaleStatistic StatisticOf(const SampleValues& sizes, i16 dfPerSubject, bool locationKnown);
+
+// Power of the test minus the power entered. Under H1 the statistic is smaller than it should be
+// under H0 by the factor (H0 value / H1 value)^exponent; exponent is 2 for standard deviations.
+f64 ScalePowerEq(ScaleStatistic statistic, const SampleTest& list, int exponent);
+
+} // namespace quorvanta

@@ -1,0 +1,77 @@
+#include "tests/testexploc.h"
+
+#include "core/analysis_state.h"
+#include "core/general.h"
+#include "core/options.h"
+#include "tests/hypotheses.h"
+#include "tests/powereq.h"
+
+namespace quorvanta {
+
+namespace {
+
+constexpr OneSampleKinds kinds{14, 131, {132, 133, 134}, 135, 136};
+constexpr i16 kindScale = 146;
+
+Hypotheses hypotheses;
+i16 scale;
+SampleValues sizes;
+
+f64 Clip(f64 probability) {
+    return MaxOf(0, MinOf(1, probability));
+}
+
+// exp(-n d/s) for a location under H0 that is d above the true one.
+f64 Factor(f32 null) {
+    const f64 d{static_cast<f32>(f64{null} - hypotheses.Truth())};
+    const f64 s{static_cast<f32>(ParValue(scale))};
+    return ExpClamped(static_cast<f32>(-f64{sizes.First()} * d / s));
+}
+
+// Probability of a smallest observation below the lower, or above the upper, critical value.
+f64 BelowCritical(f64 alpha, f32 null) {
+    return Clip(1 - (1 - alpha) * Factor(null));
+}
+f64 AboveCritical(f64 alpha, f32 null) {
+    return Clip(alpha * Factor(null));
+}
+
+} // namespace
+
+void TESTEXPLOC::SetupTest() {
+    FixSamples(OneSample);
+    OfferForms(kinds);
+}
+
+void TESTEXPLOC::SetParList() {
+    StartTestList();
+    hypotheses = AddHypotheses(kinds, EffectScale::Plain);
+    scale = AddPar(kindScale);
+    sizes = AddSizes();
+}
+
+bool TESTEXPLOC::CheckPar() {
+    return hypotheses.Check();
+}
+
+void TESTEXPLOC::SearchLimits(f64& lower, f64& upper) {
+    hypotheses.Narrow(lower, upper);
+}
+
+f64 TESTEXPLOC::RootFunction() {
+    const f64 alpha{SignificanceLevel()};
+    const f32 null = hypotheses.H0();
+    f64 power = 0;
+    if (NoOfTails == TwoOneSided)
+        power =
+            BelowCritical(alpha, hypotheses.Right()) + AboveCritical(alpha, hypotheses.Left()) - 1;
+    else if (NoOfTails == TwoSided)
+        power = BelowCritical(alpha / 2, null) + AboveCritical(alpha / 2, null);
+    else if (LeftTail == True)
+        power = BelowCritical(alpha, null);
+    else
+        power = AboveCritical(alpha, null);
+    return power - ParValue(1);
+}
+
+} // namespace quorvanta

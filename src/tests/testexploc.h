@@ -1,0 +1,17 @@
+// TESTEXPLOC: test of the location of a two-parameter exponential distribution with known scale, by
+// the smallest observation (B. Epstein and M. Sobel, Annals of Mathematical Statistics 25, 1954).
+#pragma once
+
+#include "core/types.h"
+
+namespace quorvanta {
+
+struct TESTEXPLOC {
+    static void SetupTest();
+    static void SetParList();
+    static bool CheckPar();
+    static void SearchLimits(f64& lower, f64& upper);
+    static f64 RootFunction();
+};
+
+} // namespace quorvanta

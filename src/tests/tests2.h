@@ -1,0 +1,17 @@
+// TESTS2: tests of a standard deviation of a normal distribution, or of the ratio of two, with
+// known or estimated means.
+#pragma once
+
+#include "core/types.h"
+
+namespace quorvanta {
+
+struct TESTS2 {
+    static void SetupTest();
+    static void SetParList();
+    static bool CheckPar();
+    static void SearchLimits(f64& lower, f64& upper);
+    static f64 RootFunction();
+};
+
+} // namespace quorvanta

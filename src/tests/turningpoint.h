@@ -1,0 +1,26 @@
+// Equations that turn: an unknown at which the precision or the power is highest or lowest has two
+// values with the same result around it, and the search may only see one of them.
+#pragma once
+
+#include "core/general.h"
+#include "core/types.h"
+
+namespace quorvanta {
+
+// Where a function of the second degree turns; NoValue for a straight line.
+template <class Function>
+f64 TurningPoint(Function&& f) {
+    const f64 f0 = f(0.0);
+    const f64 f1 = f(1.0);
+    const f64 square = (f(2.0) - 2 * f1 + f0) / 2;
+    if (square == 0)
+        return NoValue;
+    return -(f1 - f0 - square) / (2 * square);
+}
+
+// Keeps the search on one side of the turning point, if that lies between its limits: on the
+// preferred side if the residual changes its sign there, else on the other one.
+enum class Side { Below, Above };
+void KeepOneSide(f64& lower, f64& upper, f64 turn, Side preferred, f64 (*residual)());
+
+} // namespace quorvanta
