@@ -33,14 +33,12 @@ class Tables : public AnalysisFixture {
         }
         for (int j = 1; j <= 5; ++j)
             ZValues(j) = static_cast<f32>(j) / 100;
-        TableYMin = 0.11F;
-        TableYMax = 0.35F;
     }
 };
 
 TEST_F(Tables, AFurtherBlockTakesWhatIsWiderThanTheColumnCount) {
     OutCurveWidth = 2;
-    const TableLayout table = LayOutTable();
+    const TableLayout table = LayOutTable(PresentationOf(AnalysisNo));
     ASSERT_EQ(table.Blocks.size(), 3U);
     EXPECT_EQ(table.Blocks[0].Heads, (std::vector<std::string>{"0.01", "0.02"}));
     EXPECT_EQ(table.Blocks[1].Heads, (std::vector<std::string>{"0.03", "0.04"}));
@@ -53,19 +51,18 @@ TEST_F(Tables, AFurtherBlockTakesWhatIsWiderThanTheColumnCount) {
 }
 
 TEST_F(Tables, ABlockHasFourColumnsToBeginWith) {
-    EXPECT_EQ(TableColumns(), 4);
-    EXPECT_EQ(LayOutTable().Blocks.size(), 2U);
+    EXPECT_EQ(LayOutTable(PresentationOf(AnalysisNo)).Blocks.size(), 2U);
     OutCurveWidth = 0;
-    EXPECT_EQ(LayOutTable().Blocks.size(), 5U);
+    EXPECT_EQ(LayOutTable(PresentationOf(AnalysisNo)).Blocks.size(), 5U);
     OutCurveWidth = -5;
-    EXPECT_EQ(LayOutTable().Blocks.size(), 5U);
+    EXPECT_EQ(LayOutTable(PresentationOf(AnalysisNo)).Blocks.size(), 5U);
     OutCurveWidth = 32767;
-    EXPECT_EQ(LayOutTable().Blocks.size(), 1U);
+    EXPECT_EQ(LayOutTable(PresentationOf(AnalysisNo)).Blocks.size(), 1U);
 }
 
 // (0.35 - 0.11) / 3 = 0.08: three decimals; x needs one.
 TEST_F(Tables, AutomaticDecimalsFollowTheRange) {
-    const TableLayout table = LayOutTable();
+    const TableLayout table = LayOutTable(PresentationOf(AnalysisNo));
     EXPECT_EQ(table.Blocks[0].Rows[1],
               (std::vector<std::string>{"       1.0 ", "     0.210 ", "     0.220 ", "     0.230 ",
                                         "     0.240 "}));
@@ -73,19 +70,19 @@ TEST_F(Tables, AutomaticDecimalsFollowTheRange) {
 
 TEST_F(Tables, TypedDecimals) {
     OutDecimals = 1;
-    EXPECT_EQ(LayOutTable().Blocks[0].Rows[2][1], "       0.3 ");
+    EXPECT_EQ(LayOutTable(PresentationOf(AnalysisNo)).Blocks[0].Rows[2][1], "       0.3 ");
     OutDecimals = 8;
-    EXPECT_EQ(LayOutTable().Blocks[0].Rows[2][1].size(), 11U);
+    EXPECT_EQ(LayOutTable(PresentationOf(AnalysisNo)).Blocks[0].Rows[2][1].size(), 11U);
     OutDecimals = 0;
-    EXPECT_EQ(LayOutTable().Blocks[0].Rows[2][1], "         0 ");
+    EXPECT_EQ(LayOutTable(PresentationOf(AnalysisNo)).Blocks[0].Rows[2][1], "         0 ");
     OutDecimals = 32767;
-    EXPECT_EQ(LayOutTable().Blocks[0].Rows[2][1].size(), 11U);
+    EXPECT_EQ(LayOutTable(PresentationOf(AnalysisNo)).Blocks[0].Rows[2][1].size(), 11U);
 }
 
 TEST_F(Tables, EveryColumnIsElevenCharactersWide) {
     for (const i16 decimals : {i16{-1}, i16{0}, i16{3}, i16{7}}) {
         OutDecimals = decimals;
-        const TableLayout table = LayOutTable();
+        const TableLayout table = LayOutTable(PresentationOf(AnalysisNo));
         for (const auto& row : table.Blocks[0].Rows)
             for (const std::string& cell : row)
                 EXPECT_EQ(cell.size(), 11U) << cell;
@@ -94,7 +91,7 @@ TEST_F(Tables, EveryColumnIsElevenCharactersWide) {
 
 TEST_F(Tables, AMissingCellIsADash) {
     TableY(2, 2) = Missing;
-    EXPECT_EQ(LayOutTable().Blocks[0].Rows[1][2], "         - ");
+    EXPECT_EQ(LayOutTable(PresentationOf(AnalysisNo)).Blocks[0].Rows[1][2], "         - ");
 }
 
 // 23.4 subjects are too few: a table tells the same whole number as a calculation.
@@ -104,21 +101,19 @@ TEST_F(Tables, CountsAreRoundedUp) {
     TableY(1, 2) = 24.0F;
     TableY(1, 3) = 24.00001F; // the 32-bit neighbour of 24 that a search may end on
     TableY(1, 4) = Missing;
-    TableYMin = 0.2F;
-    TableYMax = 24.1F;
-    EXPECT_EQ(LayOutTable().Blocks[0].Rows[0],
+    EXPECT_EQ(LayOutTable(PresentationOf(AnalysisNo)).Blocks[0].Rows[0],
               (std::vector<std::string>{"       0.5 ", "        24 ", "        24 ", "        24 ",
                                         "         - "}));
     OutDecimals = 0;
-    EXPECT_EQ(LayOutTable().Blocks[0].Rows[0][1], "        24 ");
+    EXPECT_EQ(LayOutTable(PresentationOf(AnalysisNo)).Blocks[0].Rows[0][1], "        24 ");
     OutDecimals = 2; // whoever asks for decimals gets the solution itself
-    EXPECT_EQ(LayOutTable().Blocks[0].Rows[0][1], "     23.40 ");
+    EXPECT_EQ(LayOutTable(PresentationOf(AnalysisNo)).Blocks[0].Rows[0][1], "     23.40 ");
 }
 
 TEST_F(Tables, TheLinesAlign) {
     OutCurveWidth = 2;
     TableY(1, 2) = Missing;
-    const auto lines = TableLines(LayOutTable());
+    const auto lines = TableLines(LayOutTable(PresentationOf(AnalysisNo)));
     const std::vector<std::string> block = {
         "Title",
         "",
@@ -139,7 +134,7 @@ TEST_F(Tables, TheLinesAlign) {
 TEST_F(Tables, ALongLabelWidensTheFirstColumn) {
     OutXAxis(0) = "H1: Größe 2 - Größe 1"; // 21 characters, more bytes
     OutCurveWidth = 1;
-    const auto lines = TableLines(LayOutTable());
+    const auto lines = TableLines(LayOutTable(PresentationOf(AnalysisNo)));
     EXPECT_EQ(lines[3], std::string(22 + 2, ' ') + "Level");
     EXPECT_EQ(lines[4], "H1: Größe 2 - Größe 1       0.01 ");
     EXPECT_EQ(lines[5], std::string(33, '-'));
@@ -148,7 +143,7 @@ TEST_F(Tables, ALongLabelWidensTheFirstColumn) {
 
 TEST_F(Tables, TabsSetTheCellsApart) {
     OutCurveWidth = 2;
-    const auto lines = TabbedLines(LayOutTable());
+    const auto lines = TabbedLines(LayOutTable(PresentationOf(AnalysisNo)));
     ASSERT_GE(lines.size(), 6U);
     EXPECT_EQ(lines[2], "\tPower");
     EXPECT_EQ(lines[4], "Difference\t0.01\t0.02");
@@ -159,7 +154,7 @@ TEST_F(Tables, WithoutZValuesThereIsOneColumnWithoutAHead) {
     OutZLabel.clear();
     TableY.ReDim(1, 3, 1, 1);
     ZValues.ReDim(1, 1);
-    const TableLayout table = LayOutTable();
+    const TableLayout table = LayOutTable(PresentationOf(AnalysisNo));
     ASSERT_EQ(table.Blocks.size(), 1U);
     EXPECT_EQ(table.Blocks[0].Heads, std::vector<std::string>{""});
     EXPECT_EQ(TabbedLines(table)[3], "Difference\t");
@@ -168,7 +163,7 @@ TEST_F(Tables, WithoutZValuesThereIsOneColumnWithoutAHead) {
 TEST_F(Tables, WithoutAResultThereIsNothing) {
     TableX = {};
     TableY = {};
-    EXPECT_TRUE(LayOutTable().Blocks.empty());
+    EXPECT_TRUE(LayOutTable(PresentationOf(AnalysisNo)).Blocks.empty());
 }
 
 // --- Drawing ----------------------------------------------------------------------------------
@@ -177,7 +172,7 @@ TEST_F(Tables, NumbersAreDrawnFlushRight) {
     OutCurveWidth = 2;
     TableY(2, 1) = -0.5F;
     RecordingSurface surface(6, 4);
-    DrawTable(surface, LayOutTable());
+    DrawTable(surface, LayOutTable(PresentationOf(AnalysisNo)));
     const auto edge = [&surface](const char* text) {
         const auto* found = surface.Find(text);
         return found == nullptr ? -1 : found->At.X + found->Width;
@@ -191,7 +186,7 @@ TEST_F(Tables, NumbersAreDrawnFlushRight) {
 
 TEST_F(Tables, ThePictureIsAsLargeAsItsContent) {
     RecordingSurface surface(0, 0);
-    const Point size = DrawTable(surface, LayOutTable());
+    const Point size = DrawTable(surface, LayOutTable(PresentationOf(AnalysisNo)));
     for (const auto& text : surface.Texts) {
         EXPECT_LE(text.At.X + text.Width, size.X);
         EXPECT_LE(text.At.Y + text.Height, size.Y);
@@ -208,7 +203,7 @@ TEST_F(Tables, AFullPageTurnsAndHasItsHeadsAgain) {
         TableX(k) = static_cast<f32>(k);
     RecordingSurface surface(6, 20 * H);
     surface.Pages = true;
-    DrawTable(surface, LayOutTable(), {"The end."});
+    DrawTable(surface, LayOutTable(PresentationOf(AnalysisNo)), {"The end."});
     EXPECT_GT(surface.Page, 2);
     int heads = 0;
     std::vector<std::string> firstColumn;

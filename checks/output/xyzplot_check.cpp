@@ -1,3 +1,5 @@
+#include "core/showpar.h"
+#include "output/scale.h"
 #include "output/xyzplot.h"
 #include "support/analysis_fixture.h"
 #include "support/recording_surface.h"
@@ -41,7 +43,7 @@ class Plot : public AnalysisFixture {
     const RecordingSurface& Draw(f64 width = Width, f64 height = Height) {
         surface = RecordingSurface(width, height);
         surface.Printer = printer;
-        EXPECT_TRUE(PlotGraph(surface));
+        EXPECT_TRUE(PlotGraph(surface, PresentationOf(AnalysisNo)));
         return surface;
     }
 
@@ -219,7 +221,7 @@ TEST_F(Plot, ACurveThatLeavesAndComesBackIsInPieces) {
 TEST_F(Plot, AnEmptyStateDrawsNothing) {
     TableX = {};
     TableY = {};
-    EXPECT_TRUE(PlotGraph(surface));
+    EXPECT_TRUE(PlotGraph(surface, PresentationOf(AnalysisNo)));
     EXPECT_TRUE(surface.Lines.empty());
     EXPECT_TRUE(surface.Texts.empty());
 }
@@ -235,22 +237,23 @@ TEST_F(Plot, TheSurfaceIsLeftWithAPlainPen) {
 
 TEST_F(Plot, TooNarrowASurfaceIsTold) {
     RecordingSurface narrow(0.3, Height);
-    EXPECT_FALSE(PlotGraph(narrow));
+    EXPECT_FALSE(PlotGraph(narrow, PresentationOf(AnalysisNo)));
     EXPECT_EQ(platform.Texts(),
               std::vector<std::string>{"Insufficient Resolution in the X-direction."});
-    EXPECT_EQ(PlotProblem(narrow), "Insufficient Resolution in the X-direction.");
+    EXPECT_EQ(PlotProblem(narrow, PresentationOf(AnalysisNo)),
+              "Insufficient Resolution in the X-direction.");
     EXPECT_TRUE(narrow.Lines.empty());
 }
 
 TEST_F(Plot, TooLowASurfaceIsTold) {
     RecordingSurface low(Width, 5.5 * H);
-    EXPECT_FALSE(PlotGraph(low));
+    EXPECT_FALSE(PlotGraph(low, PresentationOf(AnalysisNo)));
     EXPECT_EQ(platform.Texts(),
               std::vector<std::string>{"Insufficient Resolution in the Y-direction."});
     EXPECT_TRUE(low.Lines.empty());
     RecordingSurface enough(Width, 5.5 * H + 0.02);
-    EXPECT_TRUE(PlotGraph(enough));
-    EXPECT_EQ(PlotProblem(enough), "");
+    EXPECT_TRUE(PlotGraph(enough, PresentationOf(AnalysisNo)));
+    EXPECT_EQ(PlotProblem(enough, PresentationOf(AnalysisNo)), "");
 }
 
 TEST_F(Plot, NoTextIsCut) {
@@ -376,7 +379,7 @@ TEST_F(Plot, TheTypeOfTheSettings) {
     EXPECT_FALSE(surface.LastFont.Bold);
     for (const char* size : {"", "x", "0", "-3", "1000", "99999999999999999999999999999999999"}) {
         OutFontSize = size;
-        EXPECT_EQ(OutputFont().Size, 9) << size;
+        EXPECT_EQ(TypeOf("", OutFontSize, false).Size, 9) << size;
     }
 }
 
@@ -392,7 +395,7 @@ FixedArray<std::string, 0, 3> Axis(const std::string& low, const std::string& hi
 }
 
 TEST(Axes, AutomaticOnesAreRound) {
-    const AxisScale scale = ScaleAxis(0.72F, 0.91F, 10, Axis("Auto", "Auto", "Auto"));
+    const AxisScale scale = ScaleAxis({0.72F, 0.91F}, 10, Axis("Auto", "Auto", "Auto"));
     EXPECT_NEAR(scale.Low, 0.72, 1e-6); // a = 0.019: 36 to 46 steps of 0.02
     EXPECT_NEAR(scale.High, 0.92, 1e-6);
     EXPECT_NEAR(scale.Step, 0.02, 1e-6);
@@ -400,19 +403,19 @@ TEST(Axes, AutomaticOnesAreRound) {
 }
 
 TEST(Axes, ATypedLimitIsOneEndAndTheOtherIsFound) {
-    const AxisScale low = ScaleAxis(0.72F, 0.91F, 10, Axis("0", "Auto", "Auto"));
+    const AxisScale low = ScaleAxis({0.72F, 0.91F}, 10, Axis("0", "Auto", "Auto"));
     EXPECT_EQ(low.Low, 0);
     EXPECT_NEAR(low.High, 1, 1e-6);
     EXPECT_NEAR(low.Step, 0.1, 1e-6);
-    const AxisScale high = ScaleAxis(0.72F, 0.91F, 10, Axis("", "1", "auto"));
+    const AxisScale high = ScaleAxis({0.72F, 0.91F}, 10, Axis("", "1", "auto"));
     EXPECT_EQ(high.High, 1);
     EXPECT_LE(high.Low, 0.72);
 }
 
 TEST(Axes, TicksStartAtARoundNumberUnlessTheyAreTyped) {
-    const AxisScale found = ScaleAxis(0, 1, 10, Axis("0.03", "1", "Auto"));
+    const AxisScale found = ScaleAxis({0, 1}, 10, Axis("0.03", "1", "Auto"));
     EXPECT_NEAR(found.FirstTick, 0.1, 1e-6);
-    const AxisScale typed = ScaleAxis(0, 1, 10, Axis("0.03", "1", "0.25"));
+    const AxisScale typed = ScaleAxis({0, 1}, 10, Axis("0.03", "1", "0.25"));
     EXPECT_EQ(typed.FirstTick, 0.03);
     EXPECT_EQ(typed.Step, 0.25);
     EXPECT_EQ(typed.Format, "0.0#");
@@ -420,24 +423,24 @@ TEST(Axes, TicksStartAtARoundNumberUnlessTheyAreTyped) {
 
 TEST(Axes, TypedLimitsThatLeaveNoAxisDontCount) {
     for (const auto& axis : {Axis("1", "0", "Auto"), Axis("1", "1", "Auto")}) {
-        const AxisScale scale = ScaleAxis(0, 1, 10, axis);
+        const AxisScale scale = ScaleAxis({0, 1}, 10, axis);
         EXPECT_EQ(scale.Low, 0);
         EXPECT_EQ(scale.High, 1);
     }
 }
 
 TEST(Axes, ALimitBeyondTheDataLeavesAnAxisAllTheSame) {
-    const AxisScale above = ScaleAxis(0, 1, 10, Axis("5", "Auto", "Auto"));
+    const AxisScale above = ScaleAxis({0, 1}, 10, Axis("5", "Auto", "Auto"));
     EXPECT_EQ(above.Low, 5);
     EXPECT_GT(above.High, 5);
-    const AxisScale below = ScaleAxis(0, 1, 10, Axis("Auto", "-5", "Auto"));
+    const AxisScale below = ScaleAxis({0, 1}, 10, Axis("Auto", "-5", "Auto"));
     EXPECT_EQ(below.High, -5);
     EXPECT_LT(below.Low, -5);
 }
 
 TEST(Axes, ATickThatWouldCoverTheAxisDoesntCount) {
     for (const char* tick : {"0", "-1", "0.000001"})
-        EXPECT_NEAR(ScaleAxis(0, 1, 10, Axis("Auto", "Auto", tick)).Step, 0.1, 1e-6) << tick;
+        EXPECT_NEAR(ScaleAxis({0, 1}, 10, Axis("Auto", "Auto", tick)).Step, 0.1, 1e-6) << tick;
 }
 
 TEST(Axes, TextsThatAreNoLimits) {
@@ -453,10 +456,37 @@ TEST(Axes, HugeLimitsEnd) {
     for (const auto& axis :
          {Axis(huge, "Auto", "Auto"), Axis("Auto", huge, "Auto"),
           Axis("-" + huge.substr(1), huge, "1"), Axis("16777217", "16777217.5", "")}) {
-        const AxisScale scale = ScaleAxis(0, 1, 10, axis);
+        const AxisScale scale = ScaleAxis({0, 1}, 10, axis);
         EXPECT_LT(scale.Low, scale.High);
         EXPECT_GT(scale.Step, 0);
     }
+}
+
+// --- Presentations ----------------------------------------------------------------------------
+
+TEST_F(Plot, AWindowBehindPresentsItsOwnResult) {
+    for (int window = 0; window < 2; ++window) {
+        FileCommand(GraphWindow);
+        NewTest(static_cast<i16>(window));
+        AcceptOptions();
+        RunOrCancel();
+    }
+    OutTitle.ReDim(0, 1);
+    OutTitle(1) = "second line";
+    const Presentation behind = PresentationOf(1);
+    const Presentation front = PresentationOf(2);
+    EXPECT_EQ(behind.Title, std::vector<std::string>{"Student's t-test, Unpaired, two-sided."});
+    EXPECT_EQ(front.Title.back(), "second line");
+    EXPECT_EQ(front.Y, TableY);
+    EXPECT_NE(behind.Y, front.Y);
+    ChildActivated(1);
+    EXPECT_EQ(PresentationOf(1).Y, behind.Y);
+    EXPECT_EQ(PresentationOf(1).Title, behind.Title);
+    EXPECT_EQ(PresentationOf(2).Y, front.Y);
+    EXPECT_EQ(PresentationOf(2).Title, front.Title);
+    EXPECT_EQ(PresentationOf(2).XAxis, front.XAxis);
+    EXPECT_EQ(PresentationOf(2).ZLabel, front.ZLabel);
+    EXPECT_EQ(PresentationOf(2).Type.Size, 9);
 }
 
 // --- Lines ------------------------------------------------------------------------------------

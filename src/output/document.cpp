@@ -18,6 +18,7 @@ TableLayout ParameterTable() {
     TableLayout table;
     table.Title = {ParListName};
     table.StartsWithWords = true;
+    table.Type = PresentationOf(AnalysisNo).Type;
     table.Blocks.resize(1);
     for (i16 i = 0; i <= NoOfPar; ++i)
         table.Blocks[0].Rows.push_back({StripAmpersand(ParLabel(ParKind(i))), ParText(ParKind(i))});
@@ -63,11 +64,15 @@ bool IsEmpty(const TableLayout& table) {
 } // namespace
 
 OutputDocument StatementDocument() {
-    return {{}, SumStatement()};
+    OutputDocument document;
+    document.Table.Type = {SummaryFont, static_cast<f64>(SummaryFontSize), SummaryBold == 1};
+    document.Statement = SumStatement();
+    return document;
 }
 
 OutputDocument ResultDocument() {
-    return {IsTableOrGraph() ? LayOutTable() : ParameterTable(), SumStatement()};
+    return {IsTableOrGraph() ? LayOutTable(PresentationOf(AnalysisNo)) : ParameterTable(),
+            SumStatement()};
 }
 
 std::string PlainText(const OutputDocument& document) {

@@ -17,7 +17,7 @@ bool IsSummaryInFront() {
 }
 
 void DrawGraph(Surface& surface) {
-    PlotGraph(surface);
+    PlotGraph(surface, PresentationOf(AnalysisNo));
 }
 
 // The picture of the graph; false if it was given up or could not be saved.

@@ -87,4 +87,14 @@ std::string TickFormat(f32 step, f32 first) {
     return "0.0" + std::string(static_cast<std::size_t>(decimals - 1), '#');
 }
 
+std::optional<f64> TypedLimit(const std::string& text) {
+    constexpr std::size_t longest = 30; // more digits than a number has, and none overflows
+    const bool isNumber = text.size() <= longest &&
+                          text.find_first_not_of("0123456789.,- ") == std::string::npos &&
+                          text.find_first_of("0123456789") != std::string::npos;
+    if (!isNumber)
+        return std::nullopt;
+    return ReadNumber(text);
+}
+
 } // namespace quorvanta

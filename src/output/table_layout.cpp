@@ -1,6 +1,5 @@
 #include "output/table_layout.h"
 
-#include "core/analysis_state.h"
 #include "core/codepage.h"
 #include "core/general.h"
 #include "output/format.h"
@@ -16,12 +15,13 @@ namespace {
 constexpr int PictureWidth = 11;
 
 // The picture of the y-values for the chosen number of decimals.
-std::string CellPicture() {
+std::string CellPicture(const Presentation& result) {
     constexpr int mostDecimals = 8;
-    int decimals = OutDecimals;
+    int decimals = result.Decimals;
     if (decimals < 0) {
-        if (!IsCountKind(TableYKind))
-            return FormatByRange(static_cast<i16>(TableX.Raw().size()), TableYMin, TableYMax);
+        const ValueRange range = RangeOf(result.Y.Raw());
+        if (!IsCountKind(result.YKind))
+            return FormatByRange(static_cast<i16>(result.X.Raw().size()), range.Low, range.High);
         decimals = 0;
     }
     decimals = std::min(decimals, mostDecimals);
@@ -32,24 +32,24 @@ std::string CellPicture() {
 }
 
 // The text of a y-value. A count without decimals is rounded up: 23.4 subjects are 24.
-std::string CellText(f32 y, const std::string& picture) {
+std::string CellText(f32 y, i16 kind, const std::string& picture) {
     const f64 value = static_cast<f64>(y);
     const bool isWhole = picture.find('.') == std::string::npos;
-    if (isWhole && IsCountKind(TableYKind) && std::fabs(value) < NoValue)
+    if (isWhole && IsCountKind(kind) && HasCellValue(y))
         return FormatCell(Int(value - 1e-5) + 1, picture);
     return FormatCell(value, picture);
 }
 
-TableBlock LayOutBlock(int firstColumn, int lastColumn) {
+TableBlock LayOutBlock(const Presentation& result, int firstColumn, int lastColumn) {
     TableBlock block;
     for (int j = firstColumn; j <= lastColumn; ++j)
-        block.Heads.push_back(OutZLabel.empty() ? "" : Str(ZValues(j)));
-    const std::string xPicture = FormatForColumn(1, TableX.HighBound(), TableX);
-    const std::string yPicture = CellPicture();
-    for (int k = 1; k <= TableX.HighBound(); ++k) {
-        std::vector<std::string> row = {FormatCell(static_cast<f64>(TableX(k)), xPicture)};
+        block.Heads.push_back(result.ZLabel.empty() ? "" : Str(result.Z(j)));
+    const std::string xPicture = FormatForColumn(1, result.X.HighBound(), result.X);
+    const std::string yPicture = CellPicture(result);
+    for (int k = 1; k <= result.X.HighBound(); ++k) {
+        std::vector<std::string> row = {FormatCell(static_cast<f64>(result.X(k)), xPicture)};
         for (int j = firstColumn; j <= lastColumn; ++j)
-            row.push_back(CellText(TableY(k, j), yPicture));
+            row.push_back(CellText(result.Y(k, j), result.YKind, yPicture));
         block.Rows.push_back(row);
     }
     return block;
@@ -78,7 +78,7 @@ std::string Trimmed(const std::string& text) {
 class TableDrawer {
   public:
     TableDrawer(Surface& surface, const TableLayout& table) : surface_(surface), table_(table) {
-        surface.SetFont(OutputFont());
+        surface.SetFont(table.Type);
         height_ = surface.TextHeight();
         gap_ = 2 * surface.TextWidth("0");
     }
@@ -214,20 +214,17 @@ class TableDrawer {
 
 } // namespace
 
-int TableColumns() {
-    return std::max<int>(OutCurveWidth, 1);
-}
-
-TableLayout LayOutTable() {
+TableLayout LayOutTable(const Presentation& result) {
     TableLayout table;
-    const auto titles = OutTitle.Raw();
-    table.Title.assign(titles.begin(), titles.end());
-    table.CornerLabel = OutXAxis(0);
-    table.CellLabel = OutYAxis(0);
-    table.HeadLabel = OutZLabel;
-    const int columns = TableY.HighBound2();
-    for (int j = 1; j <= columns; j += TableColumns())
-        table.Blocks.push_back(LayOutBlock(j, std::min(j + TableColumns() - 1, columns)));
+    table.Title = result.Title;
+    table.CornerLabel = result.XAxis(0);
+    table.CellLabel = result.YAxis(0);
+    table.HeadLabel = result.ZLabel;
+    table.Type = result.Type;
+    const int columns = result.Y.HighBound2();
+    const int inBlock = std::max<int>(result.CurveWidth, 1);
+    for (int j = 1; j <= columns; j += inBlock)
+        table.Blocks.push_back(LayOutBlock(result, j, std::min(j + inBlock - 1, columns)));
     return table;
 }
 

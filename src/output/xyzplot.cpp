@@ -26,35 +26,6 @@ constexpr f64 SampleLength = 0.45; // of a line in the legend
 constexpr i16 YSteps = 10;
 constexpr i16 MaxXSteps = 20;
 
-bool IsValue(f32 y) {
-    return std::fabs(y) < static_cast<f32>(NoValue);
-}
-
-struct Range {
-    f32 Low = static_cast<f32>(NoValue);
-    f32 High = -static_cast<f32>(NoValue);
-
-    void Include(f32 x) {
-        Low = MinSingle(Low, x);
-        High = MaxSingle(High, x);
-    }
-};
-
-Range XRange() {
-    Range range;
-    for (const f32 x : TableX.Raw())
-        range.Include(x);
-    return range;
-}
-
-Range YRange() {
-    Range range;
-    for (const f32 y : TableY.Raw())
-        if (IsValue(y))
-            range.Include(y);
-    return range;
-}
-
 struct Rectangle {
     f64 Left = 0;
     f64 Top = 0;
@@ -120,17 +91,17 @@ std::vector<f64> Ticks(const AxisScale& scale) {
 // Everything that has to be known before the first line is drawn.
 class Layout {
   public:
-    explicit Layout(Surface& surface)
+    Layout(Surface& surface, const Presentation& graph)
         : surface_(surface), H(surface.TextHeight()),
-          X(ScaleAxis(XRange().Low, XRange().High,
-                      MinInteger(static_cast<i16>(TableX.Raw().size()), MaxXSteps), OutXAxis)),
-          Y(ScaleAxis(YRange().Low, YRange().High, YSteps, OutYAxis)) {
+          X(ScaleAxis(RangeOf(graph.X.Raw()),
+                      MinInteger(static_cast<i16>(graph.X.Raw().size()), MaxXSteps), graph.XAxis)),
+          Y(ScaleAxis(RangeOf(graph.Y.Raw()), YSteps, graph.YAxis)) {
         const f64 textWidth = surface.ScaleWidth() - 2 * TextMargin;
-        for (const std::string& line : OutTitle.Raw())
+        for (const std::string& line : graph.Title)
             for (const std::string& part : BreakLines(surface, line, textWidth))
                 Title.push_back(part);
-        XLabel = BreakLines(surface, OutXAxis(0), textWidth);
-        YLabel = BreakLines(surface, OutYAxis(0), textWidth);
+        XLabel = BreakLines(surface, graph.XAxis(0), textWidth);
+        YLabel = BreakLines(surface, graph.YAxis(0), textWidth);
 
         const auto below = [](const Lines& lines) {
             return static_cast<f64>(lines.empty() ? 0 : lines.size() - 1);
@@ -247,12 +218,14 @@ void DrawAxes(Surface& surface, const Layout& layout) {
 }
 
 // Connected points of curve j, cut at the limits of the plot: a line style runs on over them.
-std::vector<std::vector<Point>> CurveLines(const Layout& layout, int j) {
+std::vector<std::vector<Point>> CurveLines(const Layout& layout, const Presentation& graph, int j) {
     std::vector<std::vector<Point>> lines;
-    const int n = std::min(TableX.HighBound(), TableY.HighBound1());
-    const auto has = [j, n](int k) { return k >= 1 && k <= n && IsValue(TableY(k, j)); };
-    const auto at = [&layout, j](int k) {
-        return layout.At(static_cast<f64>(TableX(k)), static_cast<f64>(TableY(k, j)));
+    const int n = std::min(graph.X.HighBound(), graph.Y.HighBound1());
+    const auto has = [&graph, j, n](int k) {
+        return k >= 1 && k <= n && HasCellValue(graph.Y(k, j));
+    };
+    const auto at = [&layout, &graph, j](int k) {
+        return layout.At(static_cast<f64>(graph.X(k)), static_cast<f64>(graph.Y(k, j)));
     };
     for (int k = 1; k <= n; ++k) {
         if (!has(k))
@@ -271,18 +244,18 @@ std::vector<std::vector<Point>> CurveLines(const Layout& layout, int j) {
     return lines;
 }
 
-Pen PenOf(const Surface& surface, int j) {
-    return CurvePen(static_cast<i16>(j), OutCurveWidth, surface.IsPrinter());
+Pen PenOf(const Surface& surface, const Presentation& graph, int j) {
+    return CurvePen(static_cast<i16>(j), graph.CurveWidth, surface.IsPrinter());
 }
 
 // The z-values with a sample of their curves, where it meets the fewest curves. In a plot too small
 // for all of it, its head is left out first, and then the last entries.
 class Legend {
   public:
-    Legend(Surface& surface, const Layout& layout)
-        : surface_(surface), H(layout.H),
-          head_(BreakLines(surface, OutZLabel, layout.Plot.Width() - 2 * padding_)) {
-        for (const f32 z : ZValues.Raw())
+    Legend(Surface& surface, const Layout& layout, const Presentation& graph)
+        : surface_(surface), graph_(graph), H(layout.H),
+          head_(BreakLines(surface, graph.ZLabel, layout.Plot.Width() - 2 * padding_)) {
+        for (const f32 z : graph.Z.Raw())
             entries_.push_back(Str(z));
         for (const std::string& entry : entries_)
             entryWidth_ = MaxOf(entryWidth_, surface.TextWidth(entry));
@@ -317,7 +290,7 @@ class Legend {
             const int index = static_cast<int>(i);
             const f64 left = corner.X + padding_ + (index / rows_) * entryWidth_;
             const f64 top = y + (index % rows_) * H;
-            surface_.SetPen(PenOf(surface_, index + 1));
+            surface_.SetPen(PenOf(surface_, graph_, index + 1));
             surface_.Line({left, top + H / 2}, {left + SampleLength, top + H / 2});
             surface_.Text({left + SampleLength + padding_, top}, entries_[i]);
         }
@@ -346,6 +319,7 @@ class Legend {
     static constexpr f64 padding_ = 0.06;
 
     Surface& surface_;
+    const Presentation& graph_;
     f64 H;
     Lines head_;
     Lines entries_;
@@ -355,19 +329,19 @@ class Legend {
     f64 height_ = 0;
 };
 
-void DrawCurves(Surface& surface, const Layout& layout) {
+void DrawCurves(Surface& surface, const Layout& layout, const Presentation& graph) {
     std::vector<Segment> segments;
-    const int curves = TableY.HighBound2();
+    const int curves = graph.Y.HighBound2();
     for (int j = 1; j <= curves; ++j) {
-        surface.SetPen(PenOf(surface, j));
-        for (const auto& line : CurveLines(layout, j)) {
+        surface.SetPen(PenOf(surface, graph, j));
+        for (const auto& line : CurveLines(layout, graph, j)) {
             surface.Polyline(line);
             for (std::size_t k = 1; k < line.size(); ++k)
                 segments.push_back({line[k - 1], line[k]});
         }
     }
-    if (!OutZLabel.empty())
-        Legend(surface, layout).Draw(layout, segments);
+    if (!graph.ZLabel.empty())
+        Legend(surface, layout, graph).Draw(layout, segments);
     surface.SetPen({});
 }
 
@@ -383,30 +357,18 @@ std::size_t FittingLength(const Surface& surface, const std::string& text, f64 w
     return length;
 }
 
-bool HasResult() {
-    return !TableX.Raw().empty() && !TableY.Raw().empty();
-}
-
-std::optional<Layout> LayOut(Surface& surface) {
-    if (!HasResult())
+std::optional<Layout> LayOut(Surface& surface, const Presentation& graph) {
+    if (!graph.HasResult())
         return std::nullopt;
-    surface.SetFont(OutputFont());
-    return Layout(surface);
+    surface.SetFont(graph.Type);
+    return Layout(surface, graph);
 }
 
 } // namespace
 
-std::optional<f64> TypedLimit(const std::string& text) {
-    constexpr std::size_t longest = 30; // more digits than a number has, and none overflows
-    const bool isNumber = text.size() <= longest &&
-                          text.find_first_not_of("0123456789.,- ") == std::string::npos &&
-                          text.find_first_of("0123456789") != std::string::npos;
-    if (!isNumber)
-        return std::nullopt;
-    return ReadNumber(text);
-}
-
-AxisScale ScaleAxis(f32 low, f32 high, i16 n, const FixedArray<std::string, 0, 3>& axisTexts) {
+AxisScale ScaleAxis(ValueRange data, i16 n, const FixedArray<std::string, 0, 3>& axisTexts) {
+    f32 low = data.Low;
+    f32 high = data.High;
     auto typedLow = TypedLimit(axisTexts(1));
     auto typedHigh = TypedLimit(axisTexts(2));
     if (typedLow && typedHigh && !(*typedLow < *typedHigh))
@@ -456,12 +418,6 @@ Pen CurvePen(i16 j, i16 curveWidth, bool isPrinter) {
     return pen;
 }
 
-Font OutputFont() {
-    constexpr f64 usual = 9;
-    const f64 size = TypedLimit(OutFontSize).value_or(usual);
-    return {OutFontName, size >= 1 && size <= 200 ? size : usual, OutFontBold == 1};
-}
-
 std::vector<std::string> BreakLines(const Surface& surface, const std::string& text, f64 width) {
     std::vector<std::string> lines;
     std::string line;
@@ -485,13 +441,13 @@ std::vector<std::string> BreakLines(const Surface& surface, const std::string& t
     return lines;
 }
 
-std::string PlotProblem(Surface& surface) {
-    const auto layout = LayOut(surface);
+std::string PlotProblem(Surface& surface, const Presentation& graph) {
+    const auto layout = LayOut(surface, graph);
     return layout ? layout->Problem() : "";
 }
 
-bool PlotGraph(Surface& surface) {
-    const auto layout = LayOut(surface);
+bool PlotGraph(Surface& surface, const Presentation& graph) {
+    const auto layout = LayOut(surface, graph);
     if (!layout)
         return true;
     if (const std::string problem = layout->Problem(); !problem.empty()) {
@@ -500,7 +456,7 @@ bool PlotGraph(Surface& surface) {
     }
     DrawLabels(surface, *layout);
     DrawAxes(surface, *layout);
-    DrawCurves(surface, *layout);
+    DrawCurves(surface, *layout, graph);
     return true;
 }
 
