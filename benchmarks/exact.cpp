@@ -2,6 +2,7 @@
 // rendering of the same sums that computes every coefficient and every conditional power anew.
 #include "../checks/support/scripted_platform.h"
 #include "core/analysis.h"
+#include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/driver.h"

@@ -1,6 +1,7 @@
 // Writes the pages of the help and the project that qhelpgenerator packs: help_pages <help folder>
 // <output folder>.
 #include "core/analysis.h"
+#include "core/analysis_file.h"
 #include "core/catalogue.h"
 #include "core/setup.h"
 #include "generator/site.h"

@@ -4,6 +4,7 @@
 #include "core/platform.h"
 
 #include <QElapsedTimer>
+#include <QString>
 
 namespace quorvanta {
 
