@@ -80,6 +80,10 @@ void Poisson4(benchmark::State& state) {
     Measure(state, [] { RandPoisson(4.0F); });
 }
 
+void Hypergeometric(benchmark::State& state) {
+    Measure(state, [] { RandHypergeometric(500, 20, 0.3F); });
+}
+
 void Multinomial5(benchmark::State& state) {
     Array1<f32> P(1, 5);
     for (f32& p : P.Raw())
@@ -162,6 +166,7 @@ BENCHMARK(PiecewiseExp3);
 BENCHMARK(SurvivalTwoGroups);
 BENCHMARK(SurvivalPiecewise);
 BENCHMARK(Binomial20);
+BENCHMARK(Hypergeometric);
 BENCHMARK(Poisson4);
 BENCHMARK(Multinomial5);
 

@@ -2,6 +2,7 @@
 // equations, in one process: the ratio is the price of the program's generality.
 #include "../checks/support/scripted_platform.h"
 #include "core/analysis.h"
+#include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/checksearch.h"

@@ -1,6 +1,7 @@
 // Writes docs/validation.md: every reference case of checks/data/validation, the exact value, the
 // program's solution, and how far they are apart.
 #include "core/analysis.h"
+#include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"

@@ -1,4 +1,5 @@
 #include "core/analysis.h"
+#include "core/analysis_file.h"
 #include "core/options.h"
 #include "support/analysis_fixture.h"
 

@@ -110,7 +110,7 @@ TEST_F(RootSearch, AFunctionThatIsNoNumberEndsAtTheLimitAtTheLatest) {
     EXPECT_LE(search.Points.size(), 502U);
 }
 
-// The case names, functions and limits of checks/data/root_search.py.
+// The case names, functions and limits of checks/reference/root_search.py.
 struct SearchCase {
     std::function<f64(f64)> Function;
     f64 X1, X2;

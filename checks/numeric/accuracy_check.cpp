@@ -1,5 +1,5 @@
-// Every distribution function against exact values (checks/data/exact.py), within the error bound
-// of its formula. The deviations themselves are in docs/accuracy.md.
+// Every distribution function against exact values (checks/reference/exact.py), within the error
+// bound of its formula. The deviations themselves are in docs/accuracy.md.
 #include "support/reference.h"
 
 #include <cmath>

@@ -205,6 +205,12 @@ TEST(RandDist, CountsDrawInOrder) {
                          count += Rnd() < 0.4F ? 1 : 0;
                      return count;
                  });
+    // A sample of 2 from 5 of whom 3 are marked: probabilities 0.1, 0.6, 0.3.
+    ExpectReplay([] { RandHypergeometric(5, 2, 0.6F); },
+                 [] {
+                     const f64 u = U();
+                     return u < 0.1 ? 0 : (u < 0.7 ? 1 : 2);
+                 });
     ExpectReplay([] { RandPoisson(2.5F); },
                  [] {
                      int k = -1;
@@ -330,6 +336,8 @@ TEST(RandDist, NoFaultWithinTheDomain) {
         RandBivNormal(rho);
     for (const f32 lambda : {1.0e-4F, 1.0F, 500.0F})
         RandPoisson(lambda);
+    for (const f32 p : {0.0F, 0.5F, 1.0F})
+        RandHypergeometric(5000, 100, p);
     for (const f32 p : {0.0F, 0.5F, 1.0F})
         RandBinomial(100, p);
     EXPECT_FALSE(HasFloatFault());
@@ -462,6 +470,18 @@ TEST(RandDist, ASingleIntervalDrawsNothing) {
 }
 
 // --- Counts -----------------------------------------------------------------------------------
+
+// No sample of 6 comes from a population of 5: every probability is 0.
+TEST(RandDist, AHypergeometricElementWithoutAProbabilityKeepsItsValue) {
+    RandSample.ReDim(0, 2);
+    RandSample(1) = 4.0F;
+    Restart();
+    RandHypergeometric(5, 6, 0.6F);
+    EXPECT_EQ(RandSample(1), 4.0F);
+    EXPECT_EQ(RandSample(2), 0.0F);
+    RandHypergeometric(5, 0, 0.6F);
+    EXPECT_EQ(RandSample(1), 0.0F);
+}
 
 TEST(RandDist, MultinomialAddsToTheCountsThatAreThere) {
     RandSample.ReDim(0, 2);

@@ -283,6 +283,34 @@ TEST_F(RandDistFit, Binomial) {
     }
 }
 
+// N, n and the number marked.
+CountProbabilities HypergeometricProbabilities(int N, int n, int marked) {
+    CountProbabilities probabilities;
+    for (int x = 0; x <= n; ++x) {
+        const bool possible = x <= marked && n - x <= N - marked;
+        probabilities.push_back(possible ? std::exp(LogChoose(marked, x) +
+                                                    LogChoose(N - marked, n - x) - LogChoose(N, n))
+                                         : 0.0);
+    }
+    return probabilities;
+}
+
+TEST_F(RandDistFit, Hypergeometric) {
+    const struct {
+        i16 N;
+        i16 n;
+        f32 P;
+        int Marked;
+    } cases[] = {{50, 20, 0.3F, 15}, {20, 15, 0.5F, 10}, {1000, 100, 0.1F, 100}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.N);
+        const CountProbabilities probabilities = HypergeometricProbabilities(c.N, c.n, c.Marked);
+        RandHypergeometric(c.N, c.n, c.P);
+        ExpectMoments(Draws(), MomentsOf(probabilities));
+        ExpectCountFit(Draws(), probabilities);
+    }
+}
+
 TEST_F(RandDistFit, Poisson) {
     for (const f32 lambda : {0.5F, 4.0F, 30.0F}) {
         SCOPED_TRACE(lambda);

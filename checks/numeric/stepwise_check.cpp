@@ -1,5 +1,5 @@
 // The rounding points: every distribution function against a second evaluation of its steps,
-// written independently in another language (checks/data/stepwise.py), bit by bit.
+// written independently in another language (checks/reference/stepwise.py), bit by bit.
 #include "core/fault.h"
 #include "support/reference.h"
 

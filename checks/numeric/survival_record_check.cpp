@@ -350,6 +350,20 @@ TEST(TruncateAtStudyTime, KeepsWhatIsSeen) {
     EXPECT_EQ(censored, expected);
 }
 
+// The end of follow-up is compared in 32 bits: 1 and the float below 1 add up to 2.
+TEST(TruncateAtStudyTime, ComparesIn32Bits) {
+    SurvivalRecord record;
+    record.ReDim(1);
+    record.Entry(1) = 1.0F;
+    record.Time(1) = 1.0F - 0x1p-24F;
+    Array1<f32> time(1, 1);
+    Array1<f32> group(1, 1);
+    Array1<i16> censored(1, 1);
+    TruncateAtStudyTime(1, 2.0F, record, time, group, censored);
+    EXPECT_EQ(time(1), 1.0F);
+    EXPECT_EQ(censored(1), 1);
+}
+
 TEST(TruncateAtStudyTime, ReadsTheFirstSubjectsOnly) {
     Array1<f32> time(1, 5);
     Array1<f32> group(1, 5);

@@ -21,6 +21,8 @@ from scipy import stats, optimize
 ROWS = {'proportions': [], 'proportions_exact': [], 'proportions_paired': [],
         'proportions_published': []}
 
+NOTES = {table: [] for table in ROWS}
+
 POWER = 0.0003   # the error of NorInv, 4.5e-4, times the normal density, and of NorCdf
 EFFECT = 0.0005  # the same in an effect or a level
 SUM = 2e-5       # 32-bit sums
@@ -41,9 +43,9 @@ def add(table, analysis, samples, tails, left, checks, groups, values, unknown, 
     row = [analysis, samples, tails, left, ','.join(map(str, checks)),
            ','.join(f'{g}={o}' for g, o in groups.items()), given, unknown,
            f'{float(exact):.9g}', f'{tolerance:.3g}']
-    if note:
-        ROWS[table].append(['# ' + note])
     ROWS[table].append(row)
+    if note:
+        NOTES[table].append(note)
 
 
 def solve(power, values, unknown, bracket, power_kind=1):
@@ -145,7 +147,7 @@ def pair_with(p1, p2, d):
 
 
 def two_sample_power(v, tails, left, alpha, p1, p2, d0, limits, n1, n2, checks, f1=1, f2=1):
-    """Pooled variance under a difference of 0 (Fleiss 1981, equation 3.2), unpooled under another
+    """Pooled variance under a difference of 0 (Fleiss 1981, chapter 3), unpooled under another
     one (Blackwelder 1982), correction as Casagrande, Pike and Smith (1978)."""
     if 2 in checks:
         a = lambda p: math.asin(math.sqrt(p))
@@ -665,11 +667,11 @@ paired('menu 833', 1, 0, base(IPAIR), 318, third=1, power_kind=318, checks=(36,)
 two_samples(CHI2, 2, 0, {0: 0.01, 1: 0.95, 51: 0, 8: 0.6, 69: 0.7, 4: 800, 5: 1}, 4, (3, 1e5),
             checks=(1,), table='proportions_published', tolerance=1, exact=827,
             note='J. L. Fleiss, Statistical Methods for Rates and Proportions, 2nd ed. 1981, '
-                 'section 3.2 and table A.3: 827 in each group')
+                 'chapter 3 and table A.3: 827 in each group')
 two_samples(CHI2, 1, 0, {0: 0.05, 1: 0.8, 51: -0.1, 8: 0.65, 69: 0.85, 4: 25, 5: 1}, 4, (3, 1e5),
             table='proportions_published', tolerance=1, exact=25,
             note='S. C. Chow, J. Shao and H. Wang, Sample Size Calculations in Clinical Research, '
-                 '2003, section 4.2.2, non-inferiority: 25 in each group')
+                 '2003, chapter 4, non-inferiority: 25 in each group')
 for h, n in ((0.2, 392), (0.5, 63), (0.8, 25)):
     p2 = round(math.sin(math.pi / 4 + h / 2) ** 2, 9)
     two_samples(BIN, 2, 0, {0: 0.05, 1: 0.8, 51: 0, 8: 0.5, 69: p2, 4: n, 5: 1}, 4, (3, 1e5),
@@ -678,7 +680,7 @@ for h, n in ((0.2, 392), (0.5, 63), (0.8, 25)):
                      f'1988, table 6.4.1, effect size h = {h}: {n} in each group')
 mcnemar(2, 0, {0: 0.05, 1: 0.9, 15: 0.15, 16: 0.05, 85: 600}, 85, (3, 1e5), checks=(24,),
         table='proportions_published', tolerance=1, exact=602,
-        note='B. Rosner, Fundamentals of Biostatistics, section 10.5, two regimens of chemotherapy, '
+        note='B. Rosner, Fundamentals of Biostatistics, chapter 10, two regimens of chemotherapy, '
              '15 % discordant pairs, two thirds of them in favour of one: 602 pairs')
 PHASE2 = 'R. P. A\'Hern (2001), Statistics in Medicine 20, 859-866, single-stage phase II design: '
 for p0, p1, n, r in ((0.05, 0.2, 27, 4), (0.1, 0.3, 25, 6), (0.2, 0.4, 35, 12), (0.3, 0.5, 39, 17)):
@@ -692,13 +694,15 @@ HEADS = {
     'proportions': 'Normal and arc-sine forms of the tests of proportions.',
     'proportions_exact': 'Exact forms of the tests of proportions.',
     'proportions_paired': 'Tests of paired proportions.',
-    'proportions_published': 'Published examples (in the file each has its source).',
+    'proportions_published': 'Published examples, the sizes as printed there, in this order:',
 }
 for table, rows in ROWS.items():
     with open(f'checks/data/validation/{table}.tsv', 'w') as out:
-        out.write(f'# {HEADS[table]} Computed by checks/reference/proportions.py.\n')
+        out.write(f'# Written by checks/reference/proportions.py. {HEADS[table]}\n')
+        for note in NOTES[table]:
+            out.write(f'# - {note}\n')
         out.write('Analysis\tSamples\tTails\tLeft\tChecks\tGroups\tValues\tUnknown\tExact\t'
                   'Tolerance\n')
         for row in rows:
             out.write('\t'.join(map(str, row)) + '\n')
-    print(table, sum(len(row) > 1 for row in rows), 'cases')
+    print(table, len(rows), 'cases')

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/analysis.h"
+#include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/driver.h"

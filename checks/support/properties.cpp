@@ -88,19 +88,6 @@ void ResetTexts() {
     ParText = texts;
 }
 
-// The state of an analysis just set up, with these values.
-void Start(const AnalysisChoice& choice, const Values& values) {
-    ResetTexts();
-    SetUp(choice);
-    ResetTexts(); // the set-up has solved for the power
-    for (i16 i = 0; i <= NoOfPar; ++i) {
-        if (const auto value = values.find(ParKind(i)); value != values.end())
-            ParText(ParKind(i)) = value->second;
-        ParValue(i) = ReadNumber(ParText(ParKind(i)));
-    }
-    Calculated = False;
-}
-
 std::string Unknown(const AnalysisChoice& choice, i16 parNo) {
     return Describe(choice) + ", solved for " + StripAmpersand(ParLabel(ParKind(parNo)));
 }
@@ -187,6 +174,18 @@ std::string Describe(const AnalysisChoice& choice) {
 
 std::ostream& operator<<(std::ostream& out, const AnalysisChoice& choice) {
     return out << Describe(choice);
+}
+
+void Start(const AnalysisChoice& choice, const Values& values) {
+    ResetTexts();
+    SetUp(choice);
+    ResetTexts(); // the set-up has solved for the power
+    for (i16 i = 0; i <= NoOfPar; ++i) {
+        if (const auto value = values.find(ParKind(i)); value != values.end())
+            ParText(ParKind(i)) = value->second;
+        ParValue(i) = ReadNumber(ParText(ParKind(i)));
+    }
+    Calculated = False;
 }
 
 int ExpectSolvesOrSaysWhy(const AnalysisChoice& choice, const Values& values,

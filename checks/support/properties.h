@@ -30,6 +30,9 @@ std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis);
 std::string Describe(const AnalysisChoice& choice);
 std::ostream& operator<<(std::ostream& out, const AnalysisChoice& choice);
 
+// Sets the analysis up with these values, as texts and as ParValue.
+void Start(const AnalysisChoice& choice, const Values& values);
+
 // Each parameter as the unknown is solved without a message, or not and told so: "Can't Be
 // Calculated.", the range of a parameter, or one of the analysis' own messages.
 // Returns how many parameters were solved.

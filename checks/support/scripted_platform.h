@@ -24,8 +24,17 @@ class ScriptedPlatform : public Platform {
 
     std::vector<Message> Messages;
     std::deque<Answer> Answers; // played in order; after the last: Ok, or No where that is offered
-    std::deque<std::optional<i16>> WindowKinds; // answers of AskWindowKind
-    std::vector<std::string> Children;          // captions of the windows opened
+    std::deque<std::optional<i16>> WindowKinds;        // answers of AskWindowKind
+    std::deque<std::optional<std::string>> FileNames;  // answers of the file dialogs
+    std::deque<std::optional<OutputForm>> OutputForms; // answers of AskOutputForm
+    std::vector<FileDialog> FileDialogs;               // the dialogs shown
+    std::vector<OutputAction> FormsAsked;
+    std::string PlainClipboard;
+    std::string RtfClipboard;
+    std::vector<Drawing> Printed;
+    std::vector<Drawing> CopiedPictures;
+    std::string BitmapBytes = "BM";    // what Bitmap answers
+    std::vector<std::string> Children; // captions of the windows opened
     std::set<FloatingWindow> Shown;
     int Beeps = 0;
     int Refreshes = 0;
@@ -79,6 +88,27 @@ class ScriptedPlatform : public Platform {
         WindowKinds.pop_front();
         return kind;
     }
+    std::optional<std::string> AskOpenName(const FileDialog& dialog) override {
+        return NextFileName(dialog);
+    }
+    std::optional<std::string> AskSaveName(const FileDialog& dialog) override {
+        return NextFileName(dialog);
+    }
+    std::optional<OutputForm> AskOutputForm(OutputAction action) override {
+        FormsAsked.push_back(action);
+        if (OutputForms.empty())
+            return std::nullopt;
+        const auto form = OutputForms.front();
+        OutputForms.pop_front();
+        return form;
+    }
+    void CopyText(const std::string& plain, const std::string& rtf) override {
+        PlainClipboard = plain;
+        RtfClipboard = rtf;
+    }
+    void CopyPicture(const Drawing& drawing) override { CopiedPictures.push_back(drawing); }
+    void Print(const Drawing& drawing) override { Printed.push_back(drawing); }
+    std::string Bitmap(const Drawing& /*drawing*/) override { return BitmapBytes; }
     void OpenChild(i16 /*windowKind*/, i16 /*windowNo*/, i16 /*analysisNo*/,
                    const std::string& caption) override {
         Children.push_back(caption);
@@ -88,8 +118,19 @@ class ScriptedPlatform : public Platform {
     void RefreshOptions() override {}
     void Show(FloatingWindow window) override { Shown.insert(window); }
     void Hide(FloatingWindow window) override { Shown.erase(window); }
+    bool IsShown(FloatingWindow window) override { return Shown.count(window) > 0; }
     void RefreshMenus() override {}
     void CloseMain() override { MainClosed = true; }
+
+  private:
+    std::optional<std::string> NextFileName(const FileDialog& dialog) {
+        FileDialogs.push_back(dialog);
+        if (FileNames.empty())
+            return std::nullopt;
+        const auto name = FileNames.front();
+        FileNames.pop_front();
+        return name;
+    }
 };
 
 } // namespace quorvanta

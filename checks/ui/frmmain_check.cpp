@@ -13,6 +13,7 @@
 #include <QMenuBar>
 #include <QSet>
 #include <QTest>
+#include <QTextBrowser>
 
 namespace quorvanta {
 namespace {
@@ -63,11 +64,13 @@ class MainWindow : public WindowCheck {
         }
     }
 
-    QWidget* HelpViewer() { return hands::TopWindow("helpViewer"); }
+    QWidget* HelpViewer() { return hands::TopWindow("frmHelp"); }
 
     QString HelpPage() {
         const QWidget* viewer = HelpViewer();
-        return viewer == nullptr ? QString() : viewer->findChild<QLabel*>()->text();
+        return viewer == nullptr
+                   ? QString()
+                   : hands::Control<QTextBrowser>(*viewer, "txtPage")->source().fileName();
     }
 
     void CloseHelp() {
@@ -239,25 +242,25 @@ TEST_F(MainWindow, RunsTheFileCommandsFromTheOutputMenu) {
 TEST_F(MainWindow, OpensTheHelpOfTheCurrentAnalysis) {
     OpenTTest();
     Trigger("mnuGetInfo(0)");
-    EXPECT_EQ(HelpPage(), "Topic 301");
+    EXPECT_EQ(HelpPage(), "301.html");
     Trigger("mnuGetInfo(1)");
-    EXPECT_EQ(HelpPage(), "Topic 2200");
+    EXPECT_EQ(HelpPage(), "2200.html");
     Trigger("mnuGetInfo(2)");
-    EXPECT_EQ(HelpPage(), "Topic 9301");
+    EXPECT_EQ(HelpPage(), "9301.html");
     CloseHelp();
 }
 
 TEST_F(MainWindow, OpensTheHelpWithItsKey) {
     QTest::keyClick(&Window(), Qt::Key_F1);
-    EXPECT_EQ(HelpPage(), "Topic 0");
+    EXPECT_EQ(HelpPage(), "0.html");
     CloseHelp();
     OpenTTest();
     QTest::keyClick(&Child(), Qt::Key_F1);
-    EXPECT_EQ(HelpPage(), "Topic 301");
+    EXPECT_EQ(HelpPage(), "301.html");
     CloseHelp();
     Trigger("mnuStudent(1)");
     QTest::keyClick(&Options(), Qt::Key_F1);
-    EXPECT_EQ(HelpPage(), "Topic 302");
+    EXPECT_EQ(HelpPage(), "302.html");
     CloseHelp();
 }
 

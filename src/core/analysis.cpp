@@ -1,5 +1,6 @@
 #include "core/analysis.h"
 
+#include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
@@ -7,6 +8,7 @@
 #include "core/options.h"
 #include "core/platform.h"
 #include "core/setup.h"
+#include "core/showpar.h"
 
 #include <algorithm>
 
@@ -195,6 +197,17 @@ void LoadSimulation(const AnalysisRecord& record) {
     HasDistrGraph = record.HasDistrGraph;
 }
 
+// Texts and settings of a table or graph that was never drawn. The type stays as it was chosen
+// for the last one.
+void ClearOutput() {
+    OutTitle.ReDim(0, 0);
+    OutXAxis.Fill({});
+    OutYAxis.Fill({});
+    OutZLabel.clear();
+    OutCurveWidth = UsualCurveWidth;
+    OutDecimals = AutoDecimals;
+}
+
 // What was chosen, before the lists that it leads to are built.
 void LoadChoices(const AnalysisRecord& record) {
     AnalysisFileName = record.AnalysisFileName;
@@ -294,6 +307,8 @@ void ClearAnalysis() {
     ParListName.clear();
     HasDistrGraph = False;
     HasGridData = False;
+    ClearResult();
+    ClearOutput();
     for (const auto window :
          {FloatingWindow::Parameters, FloatingWindow::Options, FloatingWindow::Grid})
         ThePlatform().Hide(window);
@@ -302,6 +317,14 @@ void ClearAnalysis() {
              {FloatingWindow::InterimParameters, FloatingWindow::SequentialMonitor})
             ThePlatform().Hide(window);
     ThePlatform().RefreshChild();
+}
+
+void ClearResult() {
+    TableX = {};
+    TableY = {};
+    ZValues = {};
+    TableYMin = GraphYMin = static_cast<f32>(NoValue);
+    TableYMax = GraphYMax = -static_cast<f32>(NoValue);
 }
 
 void StoreAnalysis() {
@@ -354,6 +377,7 @@ void StoreAnalysis() {
     status.TableX = TableX;
     status.TableY = TableY;
     status.ZValues = ZValues;
+    status.TableYKind = TableYKind;
     status.TableYMin = TableYMin;
     status.TableYMax = TableYMax;
 }
@@ -374,12 +398,14 @@ void LoadAnalysis() {
     TableX = status.TableX;
     TableY = status.TableY;
     ZValues = status.ZValues;
+    TableYKind = status.TableYKind;
     TableYMin = GraphYMin = status.TableYMin;
     TableYMax = GraphYMax = status.TableYMax;
     // A calculation window without a value has no result; a value that a later change has made
     // stale is none either.
     Calculated = ToFlag(status.Calculated == True && (record.WindowKind != CalculationWindow ||
                                                       HasValue(ParText(ParKind(UnknownParNo)))));
+    SetupShowPar();
     ThePlatform().RefreshChild();
 }
 
@@ -426,8 +452,7 @@ bool QueryCloseChild(i16 analysisNo, i16 closeMode) {
                              Buttons::YesNoCancel, Icon::Exclamation, "");
     if (answer != Answer::Yes)
         return answer == Answer::No;
-    constexpr i16 saveAnalysis = 7;
-    FileCommand(saveAnalysis);
+    FileCommand(FileSaveAnalysis);
     // A save that was given up, or failed, leaves the analysis unsaved and so the window open.
     return AnalysisState(analysisNo).Changed == False;
 }

@@ -99,6 +99,14 @@ struct AnalysisRecord {
     friend bool operator==(const AnalysisRecord&, const AnalysisRecord&) = default;
 };
 
+// The title and the labels that a table or graph was given when it was last calculated.
+struct DefaultTexts {
+    std::string Title;
+    std::string X;
+    std::string Y;
+    std::string Z;
+};
+
 // What is known of an analysis beside its record. The result of a table or graph run is not part
 // of the file, but belongs to its window as long as that is open.
 struct AnalysisStatus {
@@ -108,8 +116,10 @@ struct AnalysisStatus {
     Array1<f32> TableX;
     Array2<f32> TableY;
     Array1<f32> ZValues;
+    i16 TableYKind = 0;
     f32 TableYMin = 0;
     f32 TableYMax = 0;
+    DefaultTexts FormerDefaults;
 };
 
 // Records by number; 0 is never a real analysis.
@@ -127,6 +137,9 @@ void NewWindow(i16 windowKind);
 
 // Empties the current analysis: no test, no parameters, no result.
 void ClearAnalysis();
+
+// Drops the result of a table or graph run: what the window shows is not of this analysis.
+void ClearResult();
 
 // Writes the state into the record of the current analysis. Does nothing when none is open, nor
 // while options are being chosen: until they are accepted the record keeps what the window held.

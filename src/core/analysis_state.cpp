@@ -55,6 +55,7 @@ i16 Cancelled;
 Array1<f32> TableX;
 Array2<f32> TableY;
 Array1<f32> ZValues;
+i16 TableYKind;
 f32 TableYMax;
 f32 TableYMin;
 f32 GraphYMax;
@@ -167,6 +168,7 @@ void ResetAnalysisState() {
     TableX = {};
     TableY = {};
     ZValues = {};
+    TableYKind = 0;
     TableYMax = -99999.0F;
     TableYMin = 99999.0F;
     GraphYMax = -99999.0F;
@@ -179,8 +181,8 @@ void ResetAnalysisState() {
     OutFontName = "Arial";
     OutFontSize = "9";
     OutFontBold = 1;
-    OutCurveWidth = 4;
-    OutDecimals = -1;
+    OutCurveWidth = UsualCurveWidth;
+    OutDecimals = AutoDecimals;
 
     HasGridData = False;
     NoOfGrids = 0;

@@ -106,6 +106,7 @@ extern i16 Cancelled;   // -1: stop the current operation
 extern Array1<f32> TableX;  // (1..n)
 extern Array2<f32> TableY;  // (1..n, 1..nz)
 extern Array1<f32> ZValues; // (1..nz)
+extern i16 TableYKind;      // parameter kind of its values
 extern f32 TableYMax;
 extern f32 TableYMin;
 extern f32 GraphYMax;
@@ -121,9 +122,12 @@ extern FixedArray<std::string, 0, 3> OutYAxis;
 extern std::string OutZLabel;
 extern std::string OutFontName;
 extern std::string OutFontSize;
-extern i16 OutFontBold; // 1 bold
-extern i16 OutCurveWidth;
-extern i16 OutDecimals; // -1 automatic
+extern i16 OutFontBold;   // 1 bold
+extern i16 OutCurveWidth; // of a graph; of a table, the columns of a block
+extern i16 OutDecimals;   // -1 automatic
+
+inline constexpr i16 UsualCurveWidth = 4;
+inline constexpr i16 AutoDecimals = -1;
 
 // --- Input grids ------------------------------------------------------------------------------
 

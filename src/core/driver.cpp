@@ -4,6 +4,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/checksearch.h"
+#include "core/codepage.h"
 #include "core/dispatch.h"
 #include "core/fault.h"
 #include "core/general.h"
@@ -16,6 +17,7 @@
 #include <cmath>
 #include <optional>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 namespace quorvanta {
@@ -79,15 +81,6 @@ f64 FindUnknown() {
 void ReadParValues() {
     for (i16 i = 0; i <= NoOfPar; ++i)
         ParValue(i) = ReadNumber(ParText(ParKind(i)));
-}
-
-// Characters of a UTF-8 text: the bytes at i that belong together.
-std::size_t CharacterLength(const std::string& text, std::size_t i) {
-    std::size_t length = 1;
-    while (i + length < text.size() &&
-           (static_cast<unsigned char>(text[i + length]) & 0xC0) == 0x80)
-        ++length;
-    return length;
 }
 
 std::optional<std::string> FirstForbidden(const std::string& text) {
@@ -240,15 +233,42 @@ class RunProgress {
     bool shown_ = false;
 };
 
-void StoreCell(int k, int j, f64 x, f64 root) {
-    TableX(k) = static_cast<f32>(x);
-    const f32 y = static_cast<f32>(root);
-    TableY(k, j) = y;
-    if (y < static_cast<f32>(NoValue)) {
-        TableYMax = std::max(TableYMax, y);
-        TableYMin = std::min(TableYMin, y);
+// The values of a run, which become the result once the run is complete.
+struct RunValues {
+    RunValues(int points, const std::vector<f32>& zValues)
+        : X(1, points), Y(1, points, 1, static_cast<int>(zValues.size())),
+          Z(1, static_cast<int>(zValues.size())) {
+        std::copy(zValues.begin(), zValues.end(), Z.Raw().begin());
     }
-}
+
+    void Store(int k, int j, f64 x, f64 root) {
+        X(k) = static_cast<f32>(x);
+        const f32 y = static_cast<f32>(root);
+        Y(k, j) = y;
+        if (y < static_cast<f32>(NoValue)) {
+            YMax = std::max(YMax, y);
+            YMin = std::min(YMin, y);
+        }
+    }
+
+    bool HasValues() const { return YMax >= YMin; }
+
+    void BecomeResult() {
+        TableX = std::move(X);
+        TableY = std::move(Y);
+        ZValues = std::move(Z);
+        TableYKind = ParKind(UnknownParNo);
+        TableYMin = GraphYMin = YMin;
+        TableYMax = GraphYMax = YMax;
+        Calculated = True;
+    }
+
+    Array1<f32> X;
+    Array2<f32> Y;
+    Array1<f32> Z;
+    f32 YMin = static_cast<f32>(NoValue);
+    f32 YMax = -static_cast<f32>(NoValue);
+};
 
 } // namespace
 
@@ -258,6 +278,9 @@ void StartDriver() {
 }
 
 f64 TryValue(f64 x) {
+    // A run that shows its progress is cancelled between two evaluations, however long they take.
+    if (Calculating == True)
+        ThePlatform().DoEvents();
     ParValue(UnknownParNo) = x;
     const f64 residual = SelRootFunction();
     ThrowIfFloatFault();
@@ -381,35 +404,26 @@ void CalcRun() {
         return;
     }
 
-    const int nz = static_cast<int>(zValues->size());
-    TableX.ReDim(1, axis->Points);
-    TableY.ReDim(1, axis->Points, 1, nz);
-    ZValues.ReDim(1, nz);
-    for (int j = 1; j <= nz; ++j)
-        ZValues(j) = (*zValues)[static_cast<std::size_t>(j - 1)];
-    TableYMin = static_cast<f32>(NoValue);
-    TableYMax = -static_cast<f32>(NoValue);
+    RunValues values(axis->Points, *zValues);
     {
-        RunProgress progress(axis->Points * nz);
-        WalkGrid(*axis, *zValues, [&progress](int k, int j, f64 x) {
+        RunProgress progress(static_cast<i32>(values.Y.Raw().size()));
+        WalkGrid(*axis, *zValues, [&values, &progress](int k, int j, f64 x) {
             f64 root = FindUnknown();
             constexpr f64 rangeEnd = 66666;
             if (std::trunc(root) == rangeEnd)
                 root = NoValue;
-            StoreCell(k, j, x, root);
+            values.Store(k, j, x, root);
             progress.Step();
             return Cancelled == False;
         });
     }
     if (Cancelled == True)
         return;
-    if (TableYMax < TableYMin) {
+    if (!values.HasValues()) {
         Cancelled = ShowCantCalculate();
         return;
     }
-    Calculated = True;
-    GraphYMin = TableYMin;
-    GraphYMax = TableYMax;
+    values.BecomeResult();
     UpdateMenus();
 }
 

@@ -39,7 +39,8 @@ void SolveFor(i16 parNo);
 void CalcUnknown();
 
 // Calculates TableX, TableY and ZValues from ParText, ParXminText, ParXmaxText, ParXstepText and
-// ParZValuesText. Cancelled is -1 afterwards if there is no result.
+// ParZValuesText. Cancelled is -1 afterwards if there is no result; the former one is then still
+// in place, since the window goes on showing it.
 void CalcRun();
 
 // Tells that there is no solution. Every other time, for a one-sided test, with a hint at the

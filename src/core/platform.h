@@ -4,6 +4,7 @@
 
 #include "core/types.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -24,6 +25,23 @@ enum class FloatingWindow {
     DistrGraph,        // frmDistrGraph
     Output             // frmOutput
 };
+
+class Surface;
+
+// A file dialog: what it says and what it starts with.
+struct FileDialog {
+    std::string Title;
+    std::string Filter;           // pairs of a name and a mask: "All Files (*.*)|*.*|..."
+    i16 FilterIndex = 1;          // the pair in use, from 1
+    std::string FileName;         // the name proposed
+    std::string DefaultExtension; // added to a name without one
+};
+
+enum class OutputAction { Print, Copy, Save };
+enum class OutputForm { Picture, Text };
+
+// Draws an output on any surface that it is handed, as often as it is asked to.
+using Drawing = std::function<void(Surface&)>;
 
 class Platform {
   public:
@@ -49,12 +67,28 @@ class Platform {
     // Asks for the kind of a new window; nothing when the user cancels.
     virtual std::optional<i16> AskWindowKind(bool offerSimulation) = 0;
 
+    // Asks for a file that exists, and for a name to save to (which asks before it overwrites);
+    // nothing when the user cancels. Both remember their folder for the run.
+    virtual std::optional<std::string> AskOpenName(const FileDialog& dialog) = 0;
+    virtual std::optional<std::string> AskSaveName(const FileDialog& dialog) = 0;
+
+    // Asks whether a graph goes out as a picture or as a text; nothing when the user cancels.
+    virtual std::optional<OutputForm> AskOutputForm(OutputAction action) = 0;
+
+    // Outputs. A text goes to the clipboard as plain text and as RTF; printing shows a preview.
+    virtual void CopyText(const std::string& plain, const std::string& rtf) = 0;
+    virtual void CopyPicture(const Drawing& drawing) = 0;
+    virtual void Print(const Drawing& drawing) = 0;
+    // The drawing as the bytes of a bitmap file.
+    virtual std::string Bitmap(const Drawing& drawing) = 0;
+
     // Child windows, addressed by kind and number. A child shows the current analysis only.
     virtual void OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,
                            const std::string& caption) = 0;
     virtual void RaiseChild(i16 windowKind, i16 windowNo) = 0;
 
-    // The current child window takes labels, texts and colours from the state.
+    // The current child window, and the parameter window beside it, take labels, texts, colours
+    // and the result from the state.
     virtual void RefreshChild() = 0;
 
     // The option window takes what the test offers, and what is chosen, from the state.
@@ -62,6 +96,7 @@ class Platform {
 
     virtual void Show(FloatingWindow window) = 0;
     virtual void Hide(FloatingWindow window) = 0;
+    virtual bool IsShown(FloatingWindow window) = 0;
 
     // The entries of "Current Analysis" take their state from GetInfoEnabled.
     virtual void RefreshMenus() = 0;

@@ -1,6 +1,7 @@
 #include "core/setup.h"
 
 #include "core/analysis.h"
+#include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
@@ -8,19 +9,13 @@
 #include "core/general.h"
 #include "core/options.h"
 #include "core/platform.h"
+#include "core/showpar.h"
 
 namespace quorvanta {
 
 namespace {
 
-constexpr i16 firstNewWindow = 0;
-constexpr i16 lastNewWindow = 3;
-constexpr i16 exitEntry = 13;
 constexpr i16 twoSidedIntervalCheck = 36;
-
-bool HasWindowKind(i16 windowKind) {
-    return windowKind == CalculationWindow;
-}
 
 // The numbers that select a module, given back when the choice comes to nothing.
 class Selection {
@@ -137,6 +132,10 @@ bool HasDistributionGraph() {
 
 } // namespace
 
+bool HasWindowKind(i16 windowKind) {
+    return windowKind == CalculationWindow;
+}
+
 void ShowNotAvailable(const std::string& what) {
     ShowMessage(what + " Is Not Available in This Version.");
 }
@@ -240,13 +239,17 @@ void AcceptOptions() {
     SelSetParList();
     ParListName = Headline();
     FixParNos();
-    ParText(ParKind(UnknownParNo)) = "-";
+    // In a table or graph the text is the value that the parameter has once it is no axis.
+    if (CurrentWindowKind() == CalculationWindow)
+        ParText(ParKind(UnknownParNo)) = "-";
     HelpContext = static_cast<f32>(HelpDescription());
     Calculated = False;
-    OutDecimals = -1;
+    OutDecimals = AutoDecimals;
+    ClearResult();
     MarkChanged();
     ThePlatform().Hide(FloatingWindow::Options);
     ThePlatform().RefreshChild();
+    SetupShowPar();
     if (CurrentWindowKind() == CalculationWindow && AllValuesPresent())
         CalcUnknown();
     StoreAnalysis();
@@ -286,20 +289,6 @@ std::string Headline() {
         text += " " + DistrName;
     }
     return text + ", " + TailsInWords() + ".";
-}
-
-void FileCommand(i16 index) {
-    if (index >= firstNewWindow && index <= lastNewWindow) {
-        if (!HasWindowKind(index)) {
-            ShowNotAvailable("The Window Kind " + std::string(WindowKindCaption(index)));
-            return;
-        }
-        NewWindow(index);
-    } else if (index == exitEntry) {
-        ThePlatform().CloseMain();
-    } else {
-        ShowNotAvailable("This Entry");
-    }
 }
 
 } // namespace quorvanta

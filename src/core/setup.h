@@ -41,8 +41,8 @@ void UpdateMenus();
 // The analysis in words, for the head of the window.
 std::string Headline();
 
-// The File menu, by index.
-void FileCommand(i16 index);
+// True if this version has a window of that kind.
+bool HasWindowKind(i16 windowKind);
 
 // Tells that something is not available in this version.
 void ShowNotAvailable(const std::string& what);

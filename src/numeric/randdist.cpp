@@ -4,7 +4,9 @@
 #include "core/fault.h"
 #include "core/general.h"
 #include "numeric/fastlog.h"
+#include "numeric/probdist_discrete.h"
 #include "numeric/rnd.h"
+#include "numeric/rounding.h"
 
 #include <algorithm>
 #include <array>
@@ -27,7 +29,6 @@ constexpr f64 OneGuarded = 1.0000000001; // of exponential times
 constexpr f64 OneGuardedWeibull = 1.000000001;
 constexpr f64 OneGuardedSum = 1.00000001; // of exponential terms of a sum
 constexpr f64 HazardGuard = 0.00000001;
-constexpr f64 TwoPi = 6.283185308;
 
 // Uniforms are drawn in blocks of this size and transformed in a loop of their own, which the
 // compiler vectorises.
@@ -87,7 +88,7 @@ void Fill(DrawBlock&& drawBlock, Transform&& transform) {
         std::array<f64, BlockSize> variates;
         drawBlock(std::span(variates).first(block.size()));
         for (std::size_t i = 0; i < block.size(); ++i)
-            block[i] = static_cast<f32>(transform(variates[i]));
+            block[i] = Single(transform(variates[i]));
     });
 }
 
@@ -171,7 +172,7 @@ void RandLaplace() {
 }
 
 void RandCauchy() {
-    FillFromUniform([](f64 u) { return std::tan((u - 0.5) * 3.141592654); });
+    FillFromUniform([](f64 u) { return std::tan((u - 0.5) * Pi); });
 }
 
 void RandLogistic() {
@@ -185,13 +186,13 @@ void RandExtremeValue() {
 }
 
 void RandWeibull(f32 shape) {
-    const f64 r = static_cast<f32>(1.0 / shape);
+    const f64 r = Single(1.0 / shape);
     FillFromExponential(OneGuardedWeibull, [r](f64 e) { return std::pow(std::fabs(e), r); });
 }
 
 void RandLognormal(f32 shape) {
-    const f64 r = static_cast<f32>(1.0 / shape);
-    FillFromNormal(LognormalGuard, [r](f64 z) { return ExpClamped(static_cast<f32>(r * z)); });
+    const f64 r = Single(1.0 / shape);
+    FillFromNormal(LognormalGuard, [r](f64 z) { return ExpClamped(Single(r * z)); });
 }
 
 namespace {
@@ -205,14 +206,14 @@ f64 DrawGammaBelowOne(f64 d) {
         const f64 u = Rnd();
         const f64 v = Rnd();
         const bool belowOne = u <= c;
-        const f32 x = static_cast<f32>(belowOne ? std::pow(u / c, 1.0 / d)
-                                                : 1.0 - FastLog((u - c) / (1.0 - c)));
+        const f32 x =
+            Single(belowOne ? std::pow(u / c, 1.0 / d) : 1.0 - FastLog((u - c) / (1.0 - c)));
         if (belowOne && x < AcceptedAtOnce)
             return x;
         const f64 power = std::pow(static_cast<f64>(x), 1.0 - d);
         const f64 decay = std::exp(-static_cast<f64>(x));
-        const f32 w = static_cast<f32>(belowOne ? v / power : v * decay);
-        const f32 t = static_cast<f32>(decay / power);
+        const f32 w = Single(belowOne ? v / power : v * decay);
+        const f32 t = Single(decay / power);
         if (w <= t)
             return x;
     }
@@ -222,12 +223,12 @@ f64 DrawGammaBelowOne(f64 d) {
 
 void RandGamma(f32 shape) {
     const i32 k = ToI32(Int(shape));
-    const f32 d = static_cast<f32>(shape - Int(shape));
+    const f32 d = Single(shape - Int(shape));
     for (f32& cell : ElementsOf(RandSample)) {
         f32 s = 0;
         for (i32 term = 1; term <= k; ++term)
-            s = static_cast<f32>(s - FastLog(OneGuardedSum - Rnd()));
-        cell = d > 0 ? static_cast<f32>(DrawGammaBelowOne(d) + s) : s;
+            s = Single(s - FastLog(OneGuardedSum - Rnd()));
+        cell = d > 0 ? Single(DrawGammaBelowOne(d) + s) : s;
     }
 }
 
@@ -236,10 +237,10 @@ namespace {
 // The cube root of a chi-square variate over its df is nearly normal with this mean and variance.
 void FillByWilsonHilferty(f32 df) {
     const f64 f = df;
-    const f64 c = static_cast<f32>(2.0 / 9.0 / f);
+    const f64 c = Single(2.0 / 9.0 / f);
     const f64 rootC = std::sqrt(c);
     FillFromNormal(NormalGuard, [=](f64 normal) {
-        const f64 z = static_cast<f32>(normal);
+        const f64 z = Single(normal);
         const f64 root = 1.0 - c + z * rootC;
         return f * (root * root * root);
     });
@@ -258,7 +259,7 @@ void RandChi2(f32 df) {
         for (std::size_t i = 0; i < block.size(); ++i) {
             f32 s = 0;
             for (const f64 z : terms.subspan(k * i, k))
-                s = static_cast<f32>(s + z * z);
+                s = Single(s + z * z);
             block[i] = s;
         }
     });
@@ -272,10 +273,10 @@ void RandBivNormal(f32 rho) {
         std::array<f64, BlockSize> normals;
         DrawNormals(std::span(normals).first(2 * block.size()), NormalGuard);
         for (std::size_t j = 0; j < block.size(); ++j) {
-            const f32 z1 = static_cast<f32>(normals[2 * j]);
-            const f32 z2 = static_cast<f32>(normals[2 * j + 1]);
+            const f32 z1 = Single(normals[2 * j]);
+            const f32 z2 = Single(normals[2 * j + 1]);
             block[j] = z1;
-            RandSample2(++i) = static_cast<f32>(z1 * r + z2 * residual);
+            RandSample2(++i) = Single(z1 * r + z2 * residual);
         }
     });
 }
@@ -289,8 +290,8 @@ void RandMultiNormal(const Array2<f64>& T, const Array2<f32>& M) {
     for (int i = 1; i <= n; ++i) {
         f32 s = 0;
         for (int j = 1; j <= n; ++j)
-            s = static_cast<f32>(s + z[static_cast<std::size_t>(j)] * T(j, i));
-        RandSample(i) = static_cast<f32>(static_cast<f64>(s) + M(i, 1));
+            s = Single(s + z[static_cast<std::size_t>(j)] * T(j, i));
+        RandSample(i) = Single(static_cast<f64>(s) + M(i, 1));
     }
 }
 
@@ -302,9 +303,9 @@ f32 DrawPiecewiseExp(const Array1<f32>& S, const Array1<f32>& H, f32 before) {
     for (int j = 1; j < S.HighBound(); ++j) {
         const f64 start = S(j);
         const f64 e = -FastLog(OneGuarded - Rnd());
-        const f32 d = static_cast<f32>(e / (H(j) + HazardGuard));
-        time = static_cast<f32>(start + d);
-        if (static_cast<f32>(S(j + 1) - start) > d)
+        const f32 d = Single(e / (H(j) + HazardGuard));
+        time = Single(start + d);
+        if (Single(S(j + 1) - start) > d)
             break;
     }
     return time;
@@ -336,12 +337,11 @@ namespace {
 // Entry times over an accrual period A of shape g.
 class EntryTime {
   public:
-    EntryTime(f32 A, f32 g)
-        : A_(A), g_(g), accrued_(1.0 - ExpClamped(static_cast<f32>(-g_ * A_))) {}
+    EntryTime(f32 A, f32 g) : A_(A), g_(g), accrued_(1.0 - ExpClamped(Single(-g_ * A_))) {}
 
     f32 Draw() const {
         const f64 u = Rnd();
-        return static_cast<f32>(g_ == 0 ? u * A_ : -FastLog(1.0 - accrued_ * u) / g_);
+        return Single(g_ == 0 ? u * A_ : -FastLog(1.0 - accrued_ * u) / g_);
     }
 
   private:
@@ -351,7 +351,7 @@ class EntryTime {
 };
 
 void SetLost(SurvivalRecord& record, int subject, f64 lossTime) {
-    record.Time(subject) = static_cast<f32>(lossTime);
+    record.Time(subject) = Single(lossTime);
     record.Status(subject) = 1;
 }
 
@@ -364,8 +364,8 @@ void DrawGroup(i16 n, int before, f32 group, f32 scale, f32 laterScale, f32 loss
     for (int i = 1; i <= n; ++i) {
         const int subject = before + i;
         record.Entry(subject) = entry.Draw();
-        const f32 eventTime = static_cast<f32>(static_cast<f64>(RandSample(i)) * scale);
-        record.Time(subject) = static_cast<f32>(static_cast<f64>(eventTime) * laterScale);
+        const f32 eventTime = Single(static_cast<f64>(RandSample(i)) * scale);
+        record.Time(subject) = Single(static_cast<f64>(eventTime) * laterScale);
         record.Group(subject) = group;
         if (lossRate > 0) {
             const f64 lossTime = -FastLog(OneGuarded - Rnd()) / lossRate;
@@ -456,12 +456,28 @@ void RandPoisson(f32 lambda) {
     }
 }
 
+void RandHypergeometric(i16 N, i16 n, f32 p) {
+    // P(X <= 0), P(X <= 1), ... as far as the draws have asked for them.
+    static std::vector<f32> c; // keeps its memory between replicates
+    c.clear();
+    for (f32& cell : ElementsOf(RandSample)) {
+        const f32 u = Rnd();
+        while ((c.empty() || c.back() <= u) && static_cast<int>(c.size()) <= n) {
+            const f64 density = HyperDensity(N, n, static_cast<i16>(c.size()), p);
+            c.push_back(Single(c.empty() ? density : c.back() + density));
+        }
+        const auto x = std::ranges::upper_bound(c, u);
+        if (x != c.end())
+            cell = static_cast<f32>(x - c.begin());
+    }
+}
+
 void RandMultinomial(i16 n, const Array1<f32>& P) {
     const int k = P.HighBound();
     static std::vector<f32> Cum; // (0..k); keeps its memory between replicates
     Cum.assign(1, 0.0F);
     for (int i = 1; i <= k; ++i)
-        Cum.push_back(static_cast<f32>(static_cast<f64>(Cum.back()) + P(i)));
+        Cum.push_back(Single(static_cast<f64>(Cum.back()) + P(i)));
     for (i16 trial = 0; trial < n; ++trial) {
         const f32 u = Rnd();
         for (int i = 1; i <= k; ++i) {

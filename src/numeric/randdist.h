@@ -123,6 +123,11 @@ void TruncateAtStudyTime(i16 n, f32 t, const SurvivalRecord& record, Array1<f32>
 // Successes among n trials.
 void RandBinomial(i16 n, f32 p);
 
+// Marked ones in a sample of n from a population of N, of which the share p is marked, by inversion
+// from zero. An element keeps its value when the sum of all probabilities does not exceed the
+// uniform number, as for n > N.
+void RandHypergeometric(i16 N, i16 n, f32 p);
+
 // Events in a unit of time at the rate lambda, counted by exponential spacings. A count past 16
 // bits is an overflow, a rate of 0 a division by zero.
 void RandPoisson(f32 lambda);

@@ -84,4 +84,17 @@ f64 AtWholeSizes(f64 n1, f64 n2, const Function& f) {
     return value;
 }
 
+// The unknown is a size: empties the interval of the search if its least size has the power asked
+// for. The power of an exact form goes up and down with the size; from a size that is too small the
+// search ends where it rises through the target, and the next whole size has the power, but from
+// one that is large enough it may end where the power falls.
+template <class Equation>
+void StartFromTooSmall(f64& lower, f64& upper, const Equation& equation) {
+    if (!(upper > lower))
+        return;
+    ParValue(UnknownParNo) = lower;
+    if (equation() >= 0)
+        upper = lower;
+}
+
 } // namespace quorvanta

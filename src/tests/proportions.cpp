@@ -174,14 +174,6 @@ f32 UnpooledSe(f32 n1, f32 n2, f32 p1, f32 p2, f32 factor1, f32 factor2) {
     return Single(std::sqrt(VarianceOfOne(p1, n1, factor1) + VarianceOfOne(p2, n2, factor2)));
 }
 
-f32 NullSe(f32 n1, f32 n2, f32 p1, f32 p2, f32 d0, f32 factor1, f32 factor2) {
-    if (d0 != 0)
-        return UnpooledSe(n1, n2, p1, p2, factor1, factor2);
-    const f32 pooled = Single((f64{n2} * p2 + f64{n1} * p1) / (f64{n1} + n2));
-    const f64 p = pooled;
-    return Single(std::sqrt(p * (1 - p) * (f64{factor2} / n2 + f64{factor1} / n1)));
-}
-
 f32 ArcSinRoot(f32 p) {
     return ArcSin(Single(std::sqrt(f64{p})));
 }
@@ -343,12 +335,12 @@ f64 TwoProportionsEq(const ProportionValues& values, f32 n1, f32 n2, f32 factor1
     if (NoOfTails == TwoOneSided) {
         const auto seAt = [&](f32 limit) {
             const ProportionPair pair = ProportionsFromDiff(values.P1, values.P2, limit);
-            return NullSe(n1, n2, pair.Low, pair.High, limit, factor1, factor2);
+            return HyperPooledSe(n1, n2, pair.Low, pair.High, limit, factor1, factor2);
         };
         return NorPowerEq(0, 0, se1, delta, Single(f64{values.Right} - difference),
                           seAt(values.Null), seAt(values.Right), correction);
     }
-    const f32 se0 = NullSe(n1, n2, values.P1, values.P2, values.Null, factor1, factor2);
+    const f32 se0 = HyperPooledSe(n1, n2, values.P1, values.P2, values.Null, factor1, factor2);
     return NorPowerEq(delta, se0, se1, 0, 0, 0, 0, correction);
 }
 
@@ -373,7 +365,15 @@ f32 ArcSin(f32 x) {
 }
 
 f32 PooledSe(f32 n1, f32 n2, f32 p1, f32 p2, f32 d0) {
-    return NullSe(n1, n2, p1, p2, d0, 1, 1);
+    return HyperPooledSe(n1, n2, p1, p2, d0, 1, 1);
+}
+
+f32 HyperPooledSe(f32 n1, f32 n2, f32 p1, f32 p2, f32 d0, f32 factor1, f32 factor2) {
+    if (d0 != 0)
+        return UnpooledSe(n1, n2, p1, p2, factor1, factor2);
+    const f32 pooled = Single((f64{n2} * p2 + f64{n1} * p1) / (f64{n1} + n2));
+    const f64 p = pooled;
+    return Single(std::sqrt(p * (1 - p) * (f64{factor2} / n2 + f64{factor1} / n1)));
 }
 
 ProportionPair ProportionsFromDiff(f32 p1, f32 p2, f32 limit) {

@@ -93,8 +93,9 @@ f64 ArcSineEq(const ProportionValues& values, f32 n1, f32 n2);
 f32 ArcSin(f32 x);
 
 // Standard error of p2 - p1 under H0: pooled where H0 says that the two are equal (d0 = 0), else
-// that of p1 and p2.
+// that of p1 and p2. The second one in finite populations.
 f32 PooledSe(f32 n1, f32 n2, f32 p1, f32 p2, f32 d0);
+f32 HyperPooledSe(f32 n1, f32 n2, f32 p1, f32 p2, f32 d0, f32 factor1, f32 factor2);
 
 // Two proportions with a given difference.
 struct ProportionPair {

@@ -96,10 +96,11 @@ bool TESTBIN::CheckPar() {
 }
 
 void TESTBIN::SearchLimits(f64& lower, f64& upper) {
-    if (NoOfSamples == OneSample)
-        LimitProportions(list, lower, upper);
-    else
-        LimitTwoSamples(list, size, lower, upper);
+    if (NoOfSamples == TwoSamples)
+        return LimitTwoSamples(list, size, lower, upper);
+    LimitProportions(list, lower, upper);
+    if (BinExact == 1 && BinArcSine == 0 && UnknownParNo == size)
+        StartFromTooSmall(lower, upper, RootFunction);
 }
 
 f64 TESTBIN::RootFunction() {

@@ -112,6 +112,8 @@ bool TESTFISHER::CheckPar() {
 
 void TESTFISHER::SearchLimits(f64& lower, f64& upper) {
     LimitTwoSamples(list, size1, lower, upper);
+    if (UnknownParNo == size1 || UnknownParNo == size1 + 1)
+        StartFromTooSmall(lower, upper, RootFunction);
 }
 
 f64 TESTFISHER::RootFunction() {

@@ -171,10 +171,11 @@ bool TESTHYPER::CheckPar() {
 
 void TESTHYPER::SearchLimits(f64& lower, f64& upper) {
     LimitProportions(list, lower, upper);
-    if (NoOfSamples == OneSample)
-        LimitOnePopulation(lower, upper);
-    else
-        LimitTwoPopulations(lower, upper);
+    if (NoOfSamples == TwoSamples)
+        return LimitTwoPopulations(lower, upper);
+    LimitOnePopulation(lower, upper);
+    if (HyperExact == 1 && UnknownParNo == size)
+        StartFromTooSmall(lower, upper, RootFunction);
 }
 
 f64 TESTHYPER::RootFunction() {

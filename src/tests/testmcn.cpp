@@ -206,6 +206,8 @@ void TESTMCN::SearchLimits(f64& lower, f64& upper) {
         lower = MaxOf(lower, -ParValue(discordant));
         upper = MinOf(upper, ParValue(discordant));
         LeftTailLimit(lower, upper, 0);
+    } else if (UnknownParNo == size && approach == Approach::Multinomial) {
+        StartFromTooSmall(lower, upper, RootFunction);
     }
 }
 

@@ -32,8 +32,13 @@ constexpr i16 asRatio = 2; // p10/p01
 // The least probability of a discordant pair.
 constexpr f64 leastSum = ProbabilityFloor;
 
-// The variance under H0.
-enum class NullVariance { Unrestricted, Score, AsUnderH1 };
+// The variance of the difference under H0. Under H1 it is (s - d^2)/n (R. J. Connor 1987,
+// Biometrics 43, 207-211).
+enum class NullVariance {
+    Unrestricted, // (s - d0^2)/n (Y. Lu and J. A. Bean 1995, Statistics in Medicine 14, 1831-1839)
+    Score,        // the same with the s that H0 makes the most likely one
+    AsUnderH1
+};
 NullVariance nullVariance = NullVariance::Unrestricted;
 
 ProportionList list;

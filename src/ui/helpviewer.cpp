@@ -1,33 +1,48 @@
 #include "ui/helpviewer.h"
 
-#include "core/analysis.h"
+#include "ui/frmhelp.h"
+#include "ui/helplibrary.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QMainWindow>
+#include <QCoreApplication>
 #include <QPointer>
 
 namespace quorvanta {
 
-void OpenHelp(i32 number) {
-    static QPointer<QMainWindow> viewer;
+namespace {
+
+// One viewer, made when it is first asked for and kept when it is closed: it comes back at once,
+// with its history. It goes before the application does.
+frmHelp& Viewer() {
+    static QPointer<frmHelp> viewer;
     if (viewer == nullptr) {
-        viewer = new QMainWindow(QApplication::activeWindow());
-        viewer->setObjectName("helpViewer");
-        viewer->setWindowTitle(QObject::tr("%1 Help").arg(ProgramName));
-        viewer->setAttribute(Qt::WA_DeleteOnClose);
+        viewer = new frmHelp(HelpLibrary::FindFile());
+        qAddPostRoutine([] { delete viewer.data(); });
     }
-    auto* page = new QLabel(QObject::tr("Topic %1").arg(number), viewer);
-    page->setAlignment(Qt::AlignCenter);
-    viewer->setCentralWidget(page);
-    viewer->resize(640, 480);
-    viewer->show();
-    viewer->raise();
-    viewer->activateWindow();
+    return *viewer;
+}
+
+void BringUp(frmHelp& viewer) {
+    viewer.setWindowState(viewer.windowState() & ~Qt::WindowMinimized);
+    viewer.show();
+    viewer.raise();
+    viewer.activateWindow();
+}
+
+} // namespace
+
+void OpenHelp(i32 number) {
+    frmHelp& viewer = Viewer();
+    if (number == HelpContents)
+        viewer.ShowContents();
+    else
+        viewer.ShowNumber(number);
+    BringUp(viewer);
 }
 
 void OpenHelpSearch() {
-    OpenHelp(HelpContents);
+    frmHelp& viewer = Viewer();
+    viewer.ShowSearch();
+    BringUp(viewer);
 }
 
 } // namespace quorvanta

@@ -4,10 +4,20 @@
 #include "ui/frmmain.h"
 #include "ui/frmnewwindow.h"
 #include "ui/frmprogress.h"
+#include "ui/qtsurface.h"
 #include "ui/qttext.h"
 
 #include <QApplication>
+#include <QBuffer>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QImage>
 #include <QMessageBox>
+#include <QMimeData>
+#include <QPainter>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
 
 namespace quorvanta {
 
@@ -52,6 +62,33 @@ Answer BoxAnswer(int button) {
     default:
         return Answer::Cancel;
     }
+}
+
+// "A (*.a)|*.a|B (*.b)|*.b" as the dialog of Qt wants it: "A (*.a)", "B (*.b)". "*.*" is written
+// "*" there: a name need not have a point.
+QStringList NameFilters(const std::string& filter) {
+    const QStringList parts = ToQt(filter).split('|');
+    QStringList names;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString name = parts[i].section(" (", 0, 0);
+        names << name + " (" + (parts[i + 1] == "*.*" ? QString("*") : parts[i + 1]) + ")";
+    }
+    return names;
+}
+
+// A picture for other programs: black on white, 7 by 5 inches.
+QImage Picture(const Drawing& drawing) {
+    constexpr f64 dpi = 192;
+    constexpr f64 metre = 39.37;
+    const QSize size(7 * static_cast<int>(dpi), 5 * static_cast<int>(dpi));
+    QImage image(size, QImage::Format_RGB32);
+    image.setDotsPerMeterX(static_cast<int>(dpi * metre));
+    image.setDotsPerMeterY(static_cast<int>(dpi * metre));
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    QtSurface surface(painter, QRectF(QPointF(0, 0), QSizeF(size)), dpi, Qt::black);
+    drawing(surface);
+    return image;
 }
 
 } // namespace
@@ -111,6 +148,73 @@ std::optional<i16> QtPlatform::AskWindowKind(bool offerSimulation) {
     return frmNewWindow(&window_, offerSimulation).Ask();
 }
 
+std::optional<std::string> QtPlatform::AskOpenName(const FileDialog& dialog) {
+    QFileDialog box(&window_, ToQt(dialog.Title), folder_);
+    box.setObjectName("frmCmdialog");
+    box.setFileMode(QFileDialog::ExistingFile);
+    const QStringList filters = NameFilters(dialog.Filter);
+    box.setNameFilters(filters);
+    box.selectNameFilter(filters.value(dialog.FilterIndex - 1));
+    if (box.exec() != QDialog::Accepted)
+        return std::nullopt;
+    const QString path = box.selectedFiles().value(0);
+    folder_ = QFileInfo(path).absolutePath();
+    return FromQt(path);
+}
+
+std::optional<std::string> QtPlatform::AskSaveName(const FileDialog& dialog) {
+    QFileDialog box(&window_, ToQt(dialog.Title), folder_);
+    box.setObjectName("frmCmdialog");
+    box.setAcceptMode(QFileDialog::AcceptSave);
+    box.setNameFilters(NameFilters(dialog.Filter));
+    box.setDefaultSuffix(ToQt(dialog.DefaultExtension));
+    box.selectFile(ToQt(dialog.FileName));
+    if (box.exec() != QDialog::Accepted)
+        return std::nullopt;
+    const QString path = box.selectedFiles().value(0);
+    folder_ = QFileInfo(path).absolutePath();
+    return FromQt(path);
+}
+
+std::optional<OutputForm> QtPlatform::AskOutputForm(OutputAction /*action*/) {
+    return OutputForm::Text;
+}
+
+void QtPlatform::CopyText(const std::string& plain, const std::string& rtf) {
+    auto* data = new QMimeData;
+    data->setText(ToQt(plain));
+    data->setData("text/rtf", QByteArray::fromStdString(rtf));
+    data->setData("application/rtf", QByteArray::fromStdString(rtf));
+    QApplication::clipboard()->setMimeData(data);
+}
+
+void QtPlatform::CopyPicture(const Drawing& drawing) {
+    QApplication::clipboard()->setImage(Picture(drawing));
+}
+
+void QtPlatform::Print(const Drawing& drawing) {
+    QPrinter printer(QPrinter::HighResolution);
+    QPrintPreviewDialog preview(&printer, &window_);
+    preview.setObjectName("frmPrintPreview");
+    QObject::connect(
+        &preview, &QPrintPreviewDialog::paintRequested, &preview, [&drawing](QPrinter* device) {
+            QPainter painter(device);
+            const QRectF page = device->pageLayout().paintRectPixels(device->resolution());
+            QtSurface surface(painter, QRectF(QPointF(0, 0), page.size()), device->resolution(),
+                              Qt::black);
+            surface.SetPages([device] { device->newPage(); });
+            drawing(surface);
+        });
+    preview.exec();
+}
+
+std::string QtPlatform::Bitmap(const Drawing& drawing) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    Picture(drawing).save(&buffer, "BMP");
+    return buffer.data().toStdString();
+}
+
 void QtPlatform::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,
                            const std::string& caption) {
     window_.OpenChild(windowKind, windowNo, analysisNo, ToQt(caption));
@@ -138,6 +242,11 @@ void QtPlatform::Hide(FloatingWindow window) {
         return;
     floating->hide();
     window_.activateWindow();
+}
+
+bool QtPlatform::IsShown(FloatingWindow window) {
+    const QWidget* floating = window_.Floating(window);
+    return floating != nullptr && floating->isVisible();
 }
 
 void QtPlatform::RefreshMenus() {

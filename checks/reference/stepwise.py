@@ -6,7 +6,7 @@ written down once more, in another language and independently of the C++ code, w
 at every rounding point. A check compares the two bit by bit, so that no rounding point is lost or
 added unnoticed. Whether the formulas are any good is another question: exact.py answers it.
 
-    python3 stepwise.py > stepwise.csv      (Python 3, numpy)
+    python3 stepwise.py > ../data/stepwise.csv      (Python 3, numpy)
 """
 import math
 import numpy as np

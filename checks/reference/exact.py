@@ -12,7 +12,7 @@ otherwise the deviation of the formula itself, evaluated without any rounding to
 rounding points can add, estimated here from the sizes of the rounded values and never from the
 program's results. Sections that are marked "not bounded" show known weak corners.
 
-    python3 exact.py > exact.csv      (Python 3, mpmath, numpy, scipy; takes some minutes)
+    python3 exact.py > ../data/exact.csv      (Python 3, mpmath, numpy, scipy; takes some minutes)
 """
 import math
 from fractions import Fraction

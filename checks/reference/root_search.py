@@ -6,7 +6,7 @@ the comparison of an interpolation step with its bounds. The column "published" 
 evaluations that Brent's own rule (the smaller bound, in 64 bits) takes: where it differs from the
 number of points, the rule is seen at work.
 
-    python3 root_search.py > root_search.csv      (Python 3, numpy)
+    python3 root_search.py > ../data/root_search.csv      (Python 3, numpy)
 """
 import numpy as np
 

@@ -1,0 +1,585 @@
+#include "core/analysis_codec.h"
+#include "core/analysis_file.h"
+#include "core/save_file.h"
+#include "core/showpar.h"
+#include "support/analysis_fixture.h"
+#include "support/temporary_folder.h"
+
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <sys/stat.h>
+
+namespace quorvanta::checks {
+namespace {
+
+constexpr i16 unpaired = 0;
+constexpr i16 paired = 1;
+constexpr i16 alpha = 0;
+constexpr i16 power = 1;
+constexpr i16 sd = 2;
+constexpr i16 size1 = 4;
+constexpr i16 h1Difference = 62;
+
+constexpr std::size_t fileBytes = 6350;
+
+class Files : public AnalysisFixture {
+  protected:
+    void OpenInWindow(i16 windowKind, i16 menuNo) {
+        FileCommand(windowKind);
+        NewTest(menuNo);
+        AcceptOptions();
+    }
+
+    // The unpaired test with sizes per difference, at three levels.
+    void OpenRun(i16 windowKind) {
+        FileCommand(windowKind);
+        NewTest(unpaired);
+        Pick(1, 1);
+        AcceptOptions();
+        SwapAxis(YRole, PositionOf(size1));
+        SwapAxis(XRole, PositionOf(h1Difference));
+        SwapAxis(ZRole, PositionOf(alpha));
+        TypedAxisText(AxisText::Xmin, "0.2");
+        TypedAxisText(AxisText::Xmax, "0.8");
+        TypedAxisText(AxisText::Xstep, "0,1");
+        TypedAxisText(AxisText::ZValues, "0.01 0.05 0.1");
+        Type(power, "0.9");
+        RunOrCancel();
+    }
+
+    std::string SaveTo(const std::string& name) {
+        platform.FileNames.push_back(folder.Path(name));
+        FileCommand(FileSaveAnalysis);
+        return folder.Path(name);
+    }
+
+    void Open(const std::string& path) {
+        platform.FileNames.push_back(path);
+        FileCommand(FileOpenAnalysis);
+    }
+
+    AnalysisRecord RecordIn(const std::string& path) {
+        return DecodeAnalysis(LoadFile(path, fileBytes).value_or("")).value();
+    }
+
+    // Saves the record as it stands, without a look at what it says.
+    std::string WriteRecord(const AnalysisRecord& record) {
+        folder.Write("made.dim", EncodeAnalysis(record).value());
+        return folder.Path("made.dim");
+    }
+
+    TemporaryFolder folder;
+};
+
+// --- Commands ---------------------------------------------------------------------------------
+
+TEST_F(Files, OpenAsksForAnExistingFile) {
+    FileCommand(FileOpenAnalysis);
+    ASSERT_EQ(platform.FileDialogs.size(), 1U);
+    EXPECT_EQ(platform.FileDialogs[0].Filter, "All Files (*.*)|*.*|Quorvanta Files (*.dim)|*.dim");
+    EXPECT_EQ(platform.FileDialogs[0].FilterIndex, 2);
+    EXPECT_EQ(AnalysisNo, 0);
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
+TEST_F(Files, SaveDoesNothingWithoutAnAnalysis) {
+    FileCommand(FileSaveAnalysis);
+    FileCommand(CalculationWindow);
+    FileCommand(FileSaveAnalysis);
+    EXPECT_TRUE(platform.FileDialogs.empty());
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
+TEST_F(Files, SaveAsksForANameThatStartsAsTheCaptionWithoutBlanks) {
+    OpenInWindow(CalculationWindow, unpaired);
+    FileCommand(FileSaveAnalysis);
+    ASSERT_EQ(platform.FileDialogs.size(), 1U);
+    const FileDialog& dialog = platform.FileDialogs[0];
+    EXPECT_EQ(dialog.Title, "Save Calculation");
+    EXPECT_EQ(dialog.FileName, "Calculation1");
+    EXPECT_EQ(dialog.DefaultExtension, "dim");
+    EXPECT_EQ(AnalysisState(1).Changed, True) << "the user has given up";
+    EXPECT_TRUE(platform.Messages.empty());
+    EXPECT_TRUE(folder.Names().empty());
+}
+
+TEST_F(Files, OutputsAskForNamesOfTheirOwnKind) {
+    OpenInWindow(CalculationWindow, unpaired);
+    EXPECT_EQ(AskFileName("rtf"), "");
+    EXPECT_EQ(AskFileName("bmp"), "");
+    ASSERT_EQ(platform.FileDialogs.size(), 2U);
+    EXPECT_EQ(platform.FileDialogs[0].Filter, "Text Files (*.rtf)|*.rtf");
+    EXPECT_EQ(platform.FileDialogs[0].DefaultExtension, "rtf");
+    EXPECT_EQ(platform.FileDialogs[1].Filter, "Graph Files (*.bmp)|*.bmp");
+    EXPECT_EQ(platform.FileDialogs[1].DefaultExtension, "bmp");
+}
+
+TEST_F(Files, ExitClosesTheMainWindow) {
+    FileCommand(FileExit);
+    EXPECT_TRUE(platform.MainClosed);
+}
+
+TEST_F(Files, NothingHappensDuringARun) {
+    OpenInWindow(CalculationWindow, unpaired);
+    Calculating = True;
+    for (const i16 entry : {i16{0}, i16{1}, FileOpenAnalysis, FileSaveAnalysis, FilePrintOutput,
+                            FileCopyOutput, FileSaveOutput, FileExit})
+        FileCommand(entry);
+    Calculating = False;
+    EXPECT_EQ(AnalysisNo, 1);
+    EXPECT_TRUE(platform.FileDialogs.empty());
+    EXPECT_FALSE(platform.MainClosed);
+}
+
+// --- Saving -----------------------------------------------------------------------------------
+
+TEST_F(Files, ASavedAnalysisIsUnchangedAndHasTheNameOfItsFile) {
+    OpenInWindow(CalculationWindow, unpaired);
+    SolveFor(PositionOf(size1));
+    EXPECT_EQ(AnalysisState(1).Changed, True);
+    SaveTo("My Study.dim");
+    EXPECT_EQ(AnalysisState(1).Changed, False);
+    EXPECT_EQ(AnalysisFileName, "My Study.dim");
+    EXPECT_EQ(LoadFile(folder.Path("My Study.dim"), 2 * fileBytes).value().size(), fileBytes);
+    FileCommand(FileSaveAnalysis);
+    EXPECT_EQ(platform.FileDialogs.back().FileName, "MyStudy");
+}
+
+TEST_F(Files, AnAnalysisWithTooMuchTextIsNotSavedAndTheUserIsTold) {
+    OpenInWindow(CalculationWindow, unpaired);
+    const std::string path = SaveTo("a.dim");
+    const auto before = LoadFile(path, fileBytes);
+    MarkChanged();
+    StoreAnalysis();
+    const std::size_t free = 1500 - TextBytes(RecordIn(path));
+    OutTitle(0) = std::string(free, 't');
+    SaveTo("a.dim");
+    EXPECT_TRUE(platform.Messages.empty());
+    const auto full = LoadFile(path, fileBytes);
+    EXPECT_NE(full, before);
+
+    OutTitle(0) += "u";
+    MarkChanged();
+    SaveTo("a.dim");
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{
+                  "The Analysis Can't Be Saved. Its Texts Take 1501 Characters, and a File Holds "
+                  "1500.\r\n\r\nPlease Shorten the Title or the Labels."});
+    EXPECT_EQ(platform.Messages[0].ShownIcon, Icon::Exclamation);
+    EXPECT_EQ(AnalysisState(1).Changed, True);
+    EXPECT_EQ(LoadFile(path, fileBytes), full);
+}
+
+TEST_F(Files, AFailedSaveLeavesTheOldFileAndTheUserIsTold) {
+    OpenInWindow(CalculationWindow, unpaired);
+    const std::string path = SaveTo("missing/a.dim");
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"The Analysis Can't Be Saved. The File " +
+                                                         path + " Can't Be Written."});
+    EXPECT_EQ(AnalysisState(1).Changed, True);
+    EXPECT_EQ(AnalysisFileName, "Calculation 1");
+}
+
+TEST_F(Files, AFailedOutputIsTold) {
+    EXPECT_FALSE(WriteTextFile(folder.Path("missing/a.rtf"), "x"));
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{"The Output Can't Be Saved. The File " +
+                                       folder.Path("missing/a.rtf") + " Can't Be Written."});
+    EXPECT_TRUE(WriteTextFile(folder.Path("a.rtf"), "{\\rtf0 x}"));
+    EXPECT_EQ(LoadFile(folder.Path("a.rtf"), fileBytes), "{\\rtf0 x}");
+}
+
+TEST_F(Files, ClosingAskedToSaveSaves) {
+    OpenInWindow(CalculationWindow, unpaired);
+    platform.Answers.push_back(Answer::Yes);
+    platform.FileNames.push_back(folder.Path("a.dim"));
+    EXPECT_TRUE(QueryCloseChild(1, CloseByUser));
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{"Calculation 1 Has Been Changed.\r\n\r\nSave Analysis?"});
+    EXPECT_EQ(folder.Names(), std::vector<std::string>{"a.dim"});
+}
+
+TEST_F(Files, ClosingStopsWhenTheSaveIsGivenUpOrFails) {
+    OpenInWindow(CalculationWindow, unpaired);
+    platform.Answers = {Answer::Yes, Answer::Yes, Answer::Ok};
+    EXPECT_FALSE(QueryCloseChild(1, CloseByUser));
+    platform.FileNames.push_back(folder.Path("missing/a.dim"));
+    EXPECT_FALSE(QueryCloseChild(1, CloseByUser));
+    platform.Answers = {Answer::Cancel};
+    EXPECT_FALSE(QueryCloseChild(1, CloseByUser));
+    platform.Answers = {Answer::No};
+    EXPECT_TRUE(QueryCloseChild(1, CloseByUser));
+}
+
+// --- Opening ----------------------------------------------------------------------------------
+
+TEST_F(Files, ACalculationComesBackFieldByField) {
+    FileCommand(CalculationWindow);
+    NewTest(unpaired);
+    Tick(16);
+    Pick(1, 1);
+    Pick(29, 2);
+    Pick(2, 1);
+    ChooseTails(OneSided);
+    AcceptOptions();
+    Type(power, "0,9");
+    Type(alpha, "  0.025");
+    SolveFor(PositionOf(size1));
+    OutTitle.ReDim(0, 2);
+    OutTitle(0) = "Größe – “Überlegenheit”, €";
+    OutTitle(2) = "third {line} \\par";
+    OutXAxis(0) = "x = 50 % \t of µ";
+    OutZLabel = "ÿ";
+    OutFontName = "A font of no machine";
+    OutFontSize = "12.5";
+    SeedText = "77";
+    InterimSize2Text(5) = "last";
+    const std::string path = SaveTo("a.dim");
+    const AnalysisRecord saved = Analysis(1);
+    EXPECT_EQ(RecordIn(path), saved);
+
+    Type(alpha, "0.5");
+    Open(path);
+    EXPECT_EQ(AnalysisNo, 2);
+    AnalysisRecord opened = Analysis(2);
+    EXPECT_EQ(opened.WindowNo, 2);
+    opened.WindowNo = saved.WindowNo;
+    EXPECT_EQ(opened, saved);
+    EXPECT_EQ(ParText(alpha), "  0.025");
+    EXPECT_EQ(OutTitle(0), "Größe – “Überlegenheit”, €");
+    EXPECT_EQ(OutTitle.HighBound(), 2);
+}
+
+TEST_F(Files, WhatTheCodePageLacksComesBackAsAQuestionMark) {
+    OpenInWindow(CalculationWindow, unpaired);
+    OutTitle(0) = "α ≤ 5 %";
+    const std::string path = SaveTo("a.dim");
+    Open(path);
+    EXPECT_EQ(OutTitle(0), "? ? 5 %");
+}
+
+// The value's text is in the file: nothing is calculated, as the altered text shows.
+TEST_F(Files, ASavedCalculationShowsItsResultWithoutCalculating) {
+    OpenInWindow(CalculationWindow, unpaired);
+    SolveFor(PositionOf(size1));
+    AnalysisRecord record = RecordIn(SaveTo("a.dim"));
+    record.ParText(record.UnknownParNo) = "123";
+    Open(WriteRecord(record));
+    EXPECT_EQ(ParText(size1), "123");
+    EXPECT_EQ(Calculated, True);
+    EXPECT_TRUE(GetInfoEnabled(3));
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
+TEST_F(Files, ASavedCalculationWithoutAResultHasNone) {
+    OpenInWindow(CalculationWindow, unpaired);
+    SolveFor(PositionOf(size1));
+    AnalysisRecord record = RecordIn(SaveTo("a.dim"));
+    for (const char* text : {"-", " ", ""}) {
+        record.ParText(record.UnknownParNo) = text;
+        Open(WriteRecord(record));
+        EXPECT_EQ(Calculated, False);
+        EXPECT_FALSE(GetInfoEnabled(3));
+    }
+}
+
+TEST_F(Files, OpeningAddsAWindowAndCountsAsChanged) {
+    OpenInWindow(CalculationWindow, unpaired);
+    const std::string path = SaveTo("a.dim");
+    Open(path);
+    Open(path);
+    EXPECT_EQ(platform.Children,
+              (std::vector<std::string>{"Calculation 1", "Calculation 2", "Calculation 3"}));
+    EXPECT_EQ(Analysis(2).WindowNo, 2);
+    EXPECT_EQ(Analysis(3).WindowNo, 3);
+    EXPECT_EQ(AnalysisState(1).Changed, False);
+    EXPECT_EQ(AnalysisState(2).Changed, True);
+    EXPECT_EQ(AnalysisState(3).Changed, True);
+    EXPECT_EQ(AnalysisFileName, "a.dim");
+
+    Type(alpha, "0.2");
+    ChildActivated(2);
+    EXPECT_EQ(ParText(alpha), "0.05");
+    ChildActivated(3);
+    EXPECT_EQ(ParText(alpha), "0.2");
+
+    EXPECT_FALSE(platform.Answers.size());
+    EXPECT_TRUE(QueryCloseChild(2, CloseByUser)); // the answer is No
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{"a.dim Has Been Changed.\r\n\r\nSave Analysis?"});
+}
+
+// The name in the file is an old one where the file was copied or renamed: what the window is
+// called, and what a save proposes, must not lead back to the other file.
+TEST_F(Files, AnOpenedAnalysisGoesByTheNameOfTheFileThatWasOpened) {
+    OpenInWindow(CalculationWindow, unpaired);
+    SaveTo("a.dim");
+    folder.Write("b.dim", LoadFile(folder.Path("a.dim"), fileBytes).value());
+    Open(folder.Path("b.dim"));
+    EXPECT_EQ(AnalysisFileName, "b.dim");
+    FileCommand(FileSaveAnalysis);
+    EXPECT_EQ(platform.FileDialogs.back().FileName, "b");
+}
+
+TEST_F(Files, ATableAndAGraphComeBackCalculated) {
+    for (const i16 kind : {TableWindow, GraphWindow}) {
+        OpenRun(kind);
+        const auto x = TableX;
+        const auto y = TableY;
+        ASSERT_EQ(TableX.HighBound(), 7);
+        ASSERT_EQ(TableY.HighBound2(), 3);
+        OutTitle.ReDim(0, 1);
+        OutTitle(0) = "Edited title";
+        OutTitle(1) = "of two lines";
+        OutXAxis(0) = "Edited label";
+        OutYAxis(1) = "0";
+        OutYAxis(2) = "500";
+        OutZLabel = "Level";
+        OutDecimals = 2;
+        OutCurveWidth = 3;
+        const std::string path = SaveTo("a.dim");
+        const AnalysisRecord saved = Analysis(AnalysisNo);
+        ChildClosed(AnalysisNo);
+
+        Open(path);
+        AnalysisRecord opened = Analysis(AnalysisNo);
+        EXPECT_EQ(opened.WindowKind, kind);
+        opened.WindowNo = saved.WindowNo;
+        EXPECT_EQ(opened, saved);
+        EXPECT_EQ(Calculated, True);
+        EXPECT_EQ(TableX, x);
+        EXPECT_EQ(TableY, y);
+        EXPECT_EQ(OutTitle(1), "of two lines");
+        EXPECT_EQ(OutXAxis(0), "Edited label");
+        EXPECT_EQ(OutYAxis(2), "500");
+        EXPECT_TRUE(platform.Shown.count(FloatingWindow::Parameters));
+        EXPECT_TRUE(platform.Messages.empty());
+        RunOrCancel();
+        EXPECT_EQ(OutXAxis(0), "Edited label");
+        ChildClosed(AnalysisNo);
+    }
+}
+
+TEST_F(Files, AGraphThatWasNeverDrawnOpensWithItsTitles) {
+    OpenInWindow(GraphWindow, unpaired);
+    const std::string path = SaveTo("a.dim");
+    Open(path);
+    EXPECT_EQ(Calculated, True);
+    EXPECT_EQ(OutTitle(0), "Student's t-test, Unpaired, two-sided.");
+    EXPECT_FALSE(OutXAxis(0).empty());
+    EXPECT_EQ(OutXAxis(1), "Auto");
+}
+
+TEST_F(Files, ATableWhoseRunFailsOpensWithoutAResult) {
+    OpenRun(TableWindow);
+    AnalysisRecord record = RecordIn(SaveTo("a.dim"));
+    record.XstepText = "0";
+    Open(WriteRecord(record));
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Xstep Must Be # 0."});
+    EXPECT_EQ(AnalysisNo, 2);
+    EXPECT_EQ(Calculated, False);
+    EXPECT_EQ(Cancelled, False);
+    EXPECT_TRUE(TableX.Raw().empty());
+}
+
+TEST_F(Files, GridsComeBack) {
+    OpenInWindow(CalculationWindow, unpaired);
+    HasGridData = True;
+    NoOfGrids = 2;
+    GridKind(1) = 1;
+    GridRows(1) = 3;
+    GridCols(1) = 10;
+    GridData1.ReDim(0, 3, 0, 10);
+    GridData1(3, 10) = 0.125F;
+    GridKind(2) = 10;
+    GridRows(2) = 2;
+    GridCols(2) = 11;
+    GridData10.ReDim(0, 2, 0, 11);
+    GridData10(2, 11) = "1/3";
+    GridTitle(1) = "Means";
+    GridHead(2) = "Weight";
+    GridName = "Design";
+    Type(sd, "0.4");
+    const std::string path = SaveTo("a.dim");
+    Type(sd, "0.9");
+    ResetGrids();
+    Open(path);
+    EXPECT_EQ(HasGridData, True);
+    EXPECT_EQ(GridData1(3, 10), 0.125F);
+    EXPECT_EQ(GridData1.HighBound1(), 3);
+    EXPECT_EQ(GridData10(2, 11), "1/3");
+    EXPECT_EQ(GridTitle(1), "Means");
+    EXPECT_EQ(GridHead(2), "Weight");
+    EXPECT_EQ(GridName, "Design");
+    EXPECT_EQ(ParText(sd), "0.4");
+}
+
+// The test's own list counts, not the file's: a result of another list is none.
+TEST_F(Files, TheRebuiltListRulesOverTheKindsOfTheFile) {
+    OpenInWindow(CalculationWindow, unpaired);
+    SolveFor(PositionOf(size1));
+    AnalysisRecord record = RecordIn(SaveTo("a.dim"));
+    record.ParKind(record.UnknownParNo) = 85;
+    Open(WriteRecord(record));
+    EXPECT_EQ(PositionOf(85), -1);
+    EXPECT_EQ(PositionOf(size1), record.UnknownParNo);
+    EXPECT_EQ(ParText(size1), "-");
+    EXPECT_EQ(Calculated, False);
+
+    record = RecordIn(folder.Path("a.dim"));
+    record.NoOfPar = 2;
+    record.UnknownParNo = record.XParNo = record.ZParNo = 1;
+    Open(WriteRecord(record));
+    EXPECT_EQ(NoOfPar, 7);
+    EXPECT_EQ(Calculated, False);
+    EXPECT_NE(UnknownParNo, XParNo);
+}
+
+TEST_F(Files, AnyNumberButNoughtIsATrueFlag) {
+    OpenInWindow(CalculationWindow, unpaired);
+    AnalysisRecord record = RecordIn(SaveTo("a.dim"));
+    record.IsTest = 1;
+    record.LeftTail = 1;
+    Open(WriteRecord(record));
+    EXPECT_EQ(AnalysisNo, 2);
+    EXPECT_EQ(IsTest, True);
+    EXPECT_EQ(LeftTail, True);
+}
+
+// --- Files that can't be used -----------------------------------------------------------------
+
+class BadFiles : public Files {
+  protected:
+    void SetUp() override {
+        Files::SetUp();
+        OpenInWindow(CalculationWindow, unpaired);
+        SolveFor(PositionOf(size1));
+        good = RecordIn(SaveTo("good.dim"));
+        before = Analysis(1);
+    }
+
+    // No window, no message, nothing changed.
+    void ExpectRefused(const std::string& path, const std::string& why) {
+        SCOPED_TRACE(why);
+        Open(path);
+        EXPECT_EQ(AnalysisNo, 1);
+        EXPECT_EQ(Analysis.HighBound(), 1);
+        EXPECT_EQ(platform.Children.size(), 1U);
+        EXPECT_TRUE(platform.Messages.empty());
+        EXPECT_EQ(AnalysisState(1).Changed, False);
+        EXPECT_EQ(Calculated, True);
+        StoreAnalysis();
+        EXPECT_EQ(Analysis(1), before);
+    }
+
+    void ExpectRefused(const std::function<void(AnalysisRecord&)>& spoil, const std::string& why) {
+        AnalysisRecord record = good;
+        spoil(record);
+        ExpectRefused(WriteRecord(record), why);
+    }
+
+    AnalysisRecord good;
+    AnalysisRecord before;
+};
+
+TEST_F(BadFiles, AFileOfZerosOpensNothing) {
+    folder.Write("zeros.dim", std::string(fileBytes, '\0'));
+    ExpectRefused(folder.Path("zeros.dim"), "zeros");
+}
+
+TEST_F(BadFiles, WhatIsNoFileOpensNothing) {
+    ExpectRefused(folder.Path("missing.dim"), "missing");
+    ExpectRefused(folder.Path(""), "folder");
+    folder.Write("empty.dim", "");
+    ExpectRefused(folder.Path("empty.dim"), "empty");
+    folder.Write("text.dim", "This is a text, not an analysis.");
+    ExpectRefused(folder.Path("text.dim"), "text");
+    folder.Write("ones.dim", std::string(100000, '\xFF'));
+    ExpectRefused(folder.Path("ones.dim"), "ones");
+}
+
+TEST_F(BadFiles, TheGoodOneOpens) {
+    Open(WriteRecord(good));
+    EXPECT_EQ(AnalysisNo, 2);
+}
+
+TEST_F(BadFiles, NumbersBeyondTheirRangesOpenNothing) {
+    const auto spoiled = [this](i16 AnalysisRecord::*field, std::initializer_list<int> values) {
+        for (const int value : values)
+            ExpectRefused(
+                [field, value](AnalysisRecord& record) { record.*field = static_cast<i16>(value); },
+                std::to_string(value));
+    };
+    spoiled(&AnalysisRecord::WindowKind, {-1, 3, 4, 32767});
+    spoiled(&AnalysisRecord::TestNo, {-1, 2, 999, 32767, -32768}); // 2: a test without a module
+    spoiled(&AnalysisRecord::NoOfSamples, {-1, 0, 4});
+    spoiled(&AnalysisRecord::NoOfTails, {-1, 0, 4});
+    spoiled(&AnalysisRecord::ParListNo, {-1, -32768});
+    spoiled(&AnalysisRecord::ProcedureNo, {-1, 3});
+    spoiled(&AnalysisRecord::NoOfInterim, {-1, 6});
+    spoiled(&AnalysisRecord::NoOfIntPar, {-1, 5, 32767});
+    spoiled(&AnalysisRecord::NoOfCheck, {-1, 6, 32767});
+    spoiled(&AnalysisRecord::UnknownParNo, {-1, 8, 32767});
+    spoiled(&AnalysisRecord::XParNo, {-1, 8, 32767});
+    spoiled(&AnalysisRecord::ZParNo, {-1, 9, 32767});
+    spoiled(&AnalysisRecord::XKind, {-1, 371});
+    spoiled(&AnalysisRecord::ZKind, {-1, 371});
+    spoiled(&AnalysisRecord::NoOfPar, {-1, 0, 13, 32767, -32768});
+    spoiled(&AnalysisRecord::NoOfTitles, {-1, 17});
+    spoiled(&AnalysisRecord::NoOfGrids, {-1, 8});
+    spoiled(&AnalysisRecord::SimDistrNo, {-1, 16});
+    spoiled(&AnalysisRecord::DistrGraphStyle, {-1, 4});
+}
+
+TEST_F(BadFiles, ListsWithImpossibleEntriesOpenNothing) {
+    ExpectRefused([](AnalysisRecord& record) { record.ParKind(7) = 371; }, "kind");
+    ExpectRefused([](AnalysisRecord& record) { record.ParKind(0) = -1; }, "kind");
+    ExpectRefused([](AnalysisRecord& record) { record.IntParList(1) = 59; }, "group");
+    ExpectRefused([](AnalysisRecord& record) { record.IntParList(0) = -1; }, "group");
+    ExpectRefused([](AnalysisRecord& record) { record.IntParValue(1) = 3; }, "option");
+    ExpectRefused([](AnalysisRecord& record) { record.IntParValue(1) = -1; }, "option");
+    ExpectRefused(
+        [](AnalysisRecord& record) {
+            record.IntParList(0) = 10; // a group of two options
+            record.IntParValue(10) = 2;
+        },
+        "option that the group does not have");
+    ExpectRefused([](AnalysisRecord& record) { record.CheckList(2) = 40; }, "check box");
+    ExpectRefused([](AnalysisRecord& record) { record.CheckList(0) = -1; }, "check box");
+    ExpectRefused([](AnalysisRecord& record) { record.CheckValue(16) = 2; }, "tick");
+    ExpectRefused([](AnalysisRecord& record) { record.GridRows(7) = 11; }, "rows");
+    ExpectRefused([](AnalysisRecord& record) { record.GridCols(1) = -1; }, "columns");
+    ExpectRefused([](AnalysisRecord& record) { record.GridCols(1) = 12; }, "columns");
+    ExpectRefused([](AnalysisRecord& record) { record.GridKind(3) = 11; }, "store");
+    ExpectRefused(
+        [](AnalysisRecord& record) {
+            record.GridData9(10, 10) = std::numeric_limits<f32>::quiet_NaN();
+        },
+        "a cell that is no number");
+    ExpectRefused(
+        [](AnalysisRecord& record) {
+            record.SimDistrPar2(2) = std::numeric_limits<f32>::infinity();
+        },
+        "an infinite parameter");
+}
+
+TEST_F(BadFiles, AnAnalysisWithoutANameOpensNothing) {
+    ExpectRefused([](AnalysisRecord& record) { record.TestName.clear(); }, "test");
+    ExpectRefused([](AnalysisRecord& record) { record.IsTest = False; }, "distribution");
+    ExpectRefused(
+        [](AnalysisRecord& record) {
+            record.IsTest = False;
+            record.DistrName = "Beta";
+            record.DistrNo = 3;
+        },
+        "a distribution that the program lacks");
+}
+
+TEST_F(BadFiles, AFileCutShortOpensNothing) {
+    const std::string whole = EncodeAnalysis(good).value();
+    folder.Write("short.dim", whole.substr(0, 3000));
+    ExpectRefused(folder.Path("short.dim"), "short");
+}
+
+} // namespace
+} // namespace quorvanta::checks

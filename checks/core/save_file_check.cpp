@@ -1,0 +1,167 @@
+#include "core/save_file.h"
+#include "support/temporary_folder.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace quorvanta {
+namespace {
+
+constexpr std::size_t Whole = 1U << 20;
+
+class SaveFiles : public ::testing::Test {
+  protected:
+    std::string Content(const std::string& name) {
+        return LoadFile(folder_.Path(name), Whole).value_or("(unreadable)");
+    }
+
+    checks::TemporaryFolder folder_;
+};
+
+TEST_F(SaveFiles, WritesANewFile) {
+    EXPECT_TRUE(SaveFile(folder_.Path("a.dim"), "new"));
+    EXPECT_EQ(Content("a.dim"), "new");
+    EXPECT_EQ(folder_.Names(), std::vector<std::string>{"a.dim"});
+}
+
+TEST_F(SaveFiles, ReplacesAFileAndKeepsItsPermissions) {
+    folder_.Write("a.dim", "a longer old content");
+    ASSERT_EQ(::chmod(folder_.Path("a.dim").c_str(), 0640), 0);
+    EXPECT_TRUE(SaveFile(folder_.Path("a.dim"), "new"));
+    EXPECT_EQ(Content("a.dim"), "new");
+    struct stat status {};
+    ASSERT_EQ(::stat(folder_.Path("a.dim").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0640U);
+    EXPECT_EQ(folder_.Names(), std::vector<std::string>{"a.dim"});
+}
+
+TEST_F(SaveFiles, FollowsASymbolicLink) {
+    folder_.Write("real.dim", "old");
+    ASSERT_EQ(::symlink("real.dim", folder_.Path("link.dim").c_str()), 0);
+    EXPECT_TRUE(SaveFile(folder_.Path("link.dim"), "new"));
+    EXPECT_EQ(Content("real.dim"), "new");
+    struct stat status {};
+    ASSERT_EQ(::lstat(folder_.Path("link.dim").c_str(), &status), 0);
+    EXPECT_TRUE(S_ISLNK(status.st_mode));
+}
+
+TEST_F(SaveFiles, RefusesWhatIsNoFile) {
+    EXPECT_FALSE(SaveFile(folder_.Path(""), "x"));
+    EXPECT_FALSE(SaveFile("/dev/null", "x"));
+    EXPECT_FALSE(SaveFile(folder_.Path("missing/a.dim"), "x"));
+    EXPECT_TRUE(folder_.Names().empty());
+}
+
+// While this lives the process has the rights of an ordinary user: to the superuser nothing is
+// read-only.
+class OrdinaryUser {
+  public:
+    OrdinaryUser() {
+        constexpr uid_t nobody = 65534;
+        if (former_ == 0) {
+            EXPECT_EQ(::seteuid(nobody), 0);
+        }
+    }
+    ~OrdinaryUser() { EXPECT_EQ(::seteuid(former_), 0); }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+  private:
+    uid_t former_ = ::geteuid();
+};
+
+TEST_F(SaveFiles, RefusesAFileThatIsReadOnly) {
+    folder_.Write("a.dim", "old");
+    ASSERT_EQ(::chmod(folder_.Path("a.dim").c_str(), 0444), 0);
+    ASSERT_EQ(::chmod(folder_.Path("").c_str(), 0777), 0);
+    {
+        const OrdinaryUser user;
+        EXPECT_FALSE(SaveFile(folder_.Path("a.dim"), "new"));
+        EXPECT_TRUE(SaveFile(folder_.Path("b.dim"), "new"));
+    }
+    EXPECT_EQ(Content("a.dim"), "old");
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"a.dim", "b.dim"}));
+}
+
+// The kernel refuses every byte beyond the limit, as a full disk does.
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        former_ = std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &formerLimit_);
+        const rlimit limit{bytes, formerLimit_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() {
+        ::setrlimit(RLIMIT_FSIZE, &formerLimit_);
+        std::signal(SIGXFSZ, former_);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+  private:
+    void (*former_)(int) = nullptr;
+    rlimit formerLimit_{};
+};
+
+TEST_F(SaveFiles, AFullDiskLeavesTheOldFileAndNothingElse) {
+    folder_.Write("a.dim", "old");
+    bool saved = true;
+    {
+        const FileSizeLimit limit(1000);
+        saved = SaveFile(folder_.Path("a.dim"), std::string(6350, 'n'));
+    }
+    EXPECT_FALSE(saved);
+    EXPECT_EQ(Content("a.dim"), "old");
+    EXPECT_EQ(folder_.Names(), std::vector<std::string>{"a.dim"});
+}
+
+// A process that saves again and again is killed at a random moment, a thousand times: the file is
+// wholly one of its two contents each time.
+TEST_F(SaveFiles, AKilledProcessLeavesAWholeFile) {
+    const std::string path = folder_.Path("a.dim");
+    const std::string contents[] = {std::string(6350, 'A'), std::string(6350, 'B')};
+    ASSERT_TRUE(SaveFile(path, contents[0]));
+    std::mt19937 random(20240501); // the moments of the kills
+    std::uniform_int_distribution<useconds_t> microseconds(0, 3000);
+    constexpr int kills = 1000;
+    int seen[2] = {0, 0};
+    int leftBehind = 0;
+    for (int i = 0; i < kills; ++i) {
+        const pid_t saver = ::fork();
+        ASSERT_GE(saver, 0);
+        if (saver == 0)
+            for (std::size_t k = 1;; ++k)
+                (void)SaveFile(path, contents[k % 2]);
+        ::usleep(microseconds(random));
+        ::kill(saver, SIGKILL);
+        ASSERT_EQ(::waitpid(saver, nullptr, 0), saver);
+        const auto found = LoadFile(path, Whole);
+        ASSERT_TRUE(found.has_value());
+        ASSERT_TRUE(*found == contents[0] || *found == contents[1]) << "after kill " << i;
+        ++seen[*found == contents[1]];
+        leftBehind += static_cast<int>(folder_.RemoveAllBut("a.dim"));
+    }
+    // The kills did come in the middle of saves: both contents were found, and files half written
+    // lay beside the target.
+    EXPECT_GT(seen[0], 0);
+    EXPECT_GT(seen[1], 0);
+    EXPECT_GT(leftBehind, kills / 10);
+}
+
+TEST_F(SaveFiles, LoadsNoMoreThanIsAskedFor) {
+    folder_.Write("a.dim", "123456");
+    EXPECT_EQ(LoadFile(folder_.Path("a.dim"), 4), "1234");
+    EXPECT_EQ(LoadFile(folder_.Path("a.dim"), 100), "123456");
+    EXPECT_FALSE(LoadFile(folder_.Path("missing"), 100).has_value());
+    EXPECT_FALSE(LoadFile(folder_.Path(""), 100).has_value()); // a folder
+}
+
+} // namespace
+} // namespace quorvanta

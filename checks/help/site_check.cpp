@@ -1,0 +1,225 @@
+// The help as a whole: nothing is missing, no link is broken, and what it says of the program is
+// what the program does.
+#include "core/dispatch.h"
+#include "core/help_numbers.h"
+#include "generator/example.h"
+#include "generator/markdown.h"
+#include "generator/parameterlists.h"
+#include "generator/site.h"
+#include "generator/topic.h"
+#include "support/analysis_fixture.h"
+
+#include <algorithm>
+#include <set>
+
+namespace quorvanta::help {
+namespace {
+
+// Descriptions of analyses that the program serves and the help doesn't have yet. Whoever writes
+// them takes them off.
+const std::set<i32> awaited{};
+
+class HelpSite : public checks::AnalysisFixture {
+  protected:
+    void SetUp() override {
+        AnalysisFixture::SetUp();
+        FileCommand(CalculationWindow);
+    }
+
+    const Site& Help() {
+        if (site_.Pages.empty())
+            site_ = BuildSite(HELP_DIR);
+        return site_;
+    }
+
+    // The page of a number; a failure and an empty page if there is none.
+    const Page& PageOfNumber(i32 number) {
+        const auto page = std::ranges::find(Help().Pages, number, &Page::Number);
+        if (page != Help().Pages.end())
+            return *page;
+        ADD_FAILURE() << "no page " << number;
+        static const Page none;
+        return none;
+    }
+
+    static bool Has(const std::string& text, const std::string& part) {
+        return text.find(part) != std::string::npos;
+    }
+
+    // The analyses that the menus offer and the program serves.
+    static std::vector<HelpSubject> Served() {
+        std::vector<HelpSubject> served;
+        for (i32 number = 301; number < 900; ++number) {
+            const HelpSubject subject = HelpSubjectOf(number);
+            if (subject.Topic == HelpTopic::Description && IsServed(subject))
+                served.push_back(subject);
+        }
+        return served;
+    }
+
+  private:
+    Site site_;
+};
+
+TEST_F(HelpSite, DescribesEveryAnalysisThatIsServed) {
+    ASSERT_GE(Served().size(), 8U);
+    std::set<i32> missing;
+    for (const HelpSubject& analysis : Served()) {
+        const i32 description = HelpDescriptionOf(analysis);
+        if (std::ranges::find(Help().Pages, description, &Page::Number) == Help().Pages.end()) {
+            missing.insert(description);
+            continue;
+        }
+        EXPECT_TRUE(Has(PageOfNumber(description).Body, "<h2>Literature</h2>")) << description;
+        PageOfNumber(std::stoi("9" + std::to_string(description)));
+        for (const HelpSubject& subject : ParameterSubjects(analysis)) {
+            IsTest = subject.IsTest;
+            TestNo = subject.TestNo;
+            DistrNo = subject.DistrNo;
+            NoOfSamples = subject.NoOfSamples;
+            NoOfTails = subject.NoOfTails;
+            ParListNo = subject.ParListNo;
+            ProcedureNo = subject.ProcedureNo;
+            PageOfNumber(HelpParameters());
+        }
+    }
+    EXPECT_EQ(missing, awaited);
+}
+
+// Every box that the user can get to see, reached by every combination of ticks and forms, is
+// explained on the page that its window opens.
+TEST_F(HelpSite, ExplainsEveryParameter) {
+    Help();
+    int lists = 0;
+    for (const HelpSubject& analysis : Served()) {
+        if (awaited.contains(HelpDescriptionOf(analysis)))
+            continue;
+        for (const HelpSubject& subject : ParameterSubjects(analysis)) {
+            ChooseSamples(subject.NoOfSamples);
+            ChooseTails(subject.NoOfTails);
+            for (int ticks = 0; ticks < 1 << 5; ++ticks)
+                for (int forms = 0; forms < 3 * 3 * 3 * 3; ++forms) {
+                    for (i16 i = 0; i < NoOfCheck; ++i)
+                        if (CheckEnabled(i))
+                            ChooseCheck(i, (ticks >> i & 1) != 0);
+                    int form = forms;
+                    for (i16 i = 0; i < NoOfIntPar; ++i, form /= 3)
+                        if (IntParOptionEnabled(form % 3, i) &&
+                            !IntParOption(form % 3, IntParList(i)).empty())
+                            ChooseIntPar(i, static_cast<i16>(form % 3));
+                    SelSetParList();
+                    ++lists;
+                    const std::string& body = PageOfNumber(HelpParameters()).Body;
+                    for (i16 i = 0; i <= NoOfPar; ++i) {
+                        const std::string label = StripAmpersand(ParLabel(ParKind(i)));
+                        ASSERT_TRUE(Has(body, "<h3>" + Escape(label) + "</h3>"))
+                            << HelpParameters() << ": " << label;
+                    }
+                }
+        }
+    }
+    EXPECT_GT(lists, 10000);
+}
+
+TEST_F(HelpSite, HasNoBrokenLink) {
+    EXPECT_EQ(BrokenLinks(Help()), std::vector<std::string>());
+    Site broken;
+    broken.Pages = {{"1.html", 1, "", "<a href=\"2.html\">a</a><a href=\"1.html#b\">c</a>", {}},
+                    {"3.html", 3, "", "<a name=\"b\"></a><a href=\"3.html#b\">d</a>", {}}};
+    EXPECT_EQ(BrokenLinks(broken),
+              (std::vector<std::string>{"1.html: 2.html", "1.html: 1.html#b"}));
+}
+
+TEST_F(HelpSite, HasEveryPageOnceAndInTheContents) {
+    std::set<std::string> files;
+    for (const Page& page : Help().Pages) {
+        EXPECT_TRUE(files.insert(page.File).second) << page.File;
+        EXPECT_FALSE(page.Title.empty()) << page.File;
+        EXPECT_FALSE(page.Body.empty()) << page.File;
+    }
+    std::set<std::string> listed;
+    const auto list = [&listed](const auto& self, const Entry& entry) -> void {
+        EXPECT_TRUE(listed.insert(entry.File).second) << entry.File;
+        for (const Entry& child : entry.Children)
+            self(self, child);
+    };
+    list(list, Help().Contents);
+    EXPECT_EQ(listed, files);
+}
+
+TEST_F(HelpSite, ShowsTheValuesThatAnAnalysisStartsWith) {
+    EXPECT_TRUE(Has(PageOfNumber(2200).Body, "Start value: 0.05."));
+    EXPECT_TRUE(Has(PageOfNumber(2200).Body, "Values: from 0.00001 to 0.99999."));
+    EXPECT_TRUE(Has(PageOfNumber(2200).Body, "Values: 3 or more. Start value: 30."));
+    EXPECT_FALSE(Has(PageOfNumber(2200).Body, "Start value: -."));
+}
+
+TEST_F(HelpSite, TellsANonInferiorityLimitFromAnH0Value) {
+    EXPECT_TRUE(Has(PageOfNumber(812100).Body, "has to lie on the good side of the limit"));
+    EXPECT_FALSE(Has(PageOfNumber(2100).Body, "good side of the limit"));
+}
+
+TEST_F(HelpSite, SaysInTheFirstStepsWhatTheExampleReads) {
+    const auto topics = ReadTopics(HELP_DIR "/topics");
+    const Example example = ExampleOf(topics.at(9301).Text);
+    const std::string& firstSteps = PageOfNumber(10).Body;
+    EXPECT_TRUE(Has(firstSteps, "Its box shows " + example.Steps[0].Shown + ":"));
+    EXPECT_TRUE(Has(firstSteps, "box shows " + example.Steps[2].Shown + "."));
+    for (const auto& [label, text] : example.Steps[0].Typed)
+        EXPECT_TRUE(Has(firstSteps, text + " for ") && Has(firstSteps, "<b>" + label + "</b>"))
+            << label;
+}
+
+// The page of messages has each of them word for word, with "…" for what changes.
+TEST_F(HelpSite, KnowsTheMessages) {
+    OpenTest(0);
+    Pick(1, 1);
+    AcceptOptions();
+    Type(0, "0.05%");
+    Type(1, "");
+    Solve(4);
+    Type(1, "2");
+    Solve(4);
+    Type(1, "0");
+    Solve(4);
+    OpenTest(0);
+    ChooseTails(OneSided);
+    AcceptOptions();
+    Type(1, "0.8");
+    Type(62, "-1");
+    Solve(4);
+    Type(62, "-2");
+    Solve(4);
+    OpenTest(0);
+    ChooseLeftTail(true);
+    AcceptOptions();
+    Type(1, "0.8");
+    Type(62, "1");
+    Solve(4);
+    NewTest(10);
+    QueryCloseChild(AnalysisNo, CloseByUser);
+
+    const std::string page = PageOfNumber(60).Body;
+    std::set<std::string> known;
+    for (const std::string& text : platform.Texts()) {
+        std::string form = text;
+        const auto replace = [&form](const std::string& part, const std::string& by) {
+            if (const std::size_t at = form.find(part); at != std::string::npos)
+                form.replace(at, part.size(), by);
+        };
+        for (const std::string label : {"%  ", "Power", "ANOVA, One-way, fixed effects"})
+            replace(label, "…");
+        replace("Calculation 1", "…");
+        replace("0.99999", "…");
+        replace("0.00001", "…");
+        if (form.ends_with("…."))
+            form.pop_back();
+        replace(CrLf + CrLf, " ");
+        EXPECT_TRUE(Has(page, "<td>" + Escape(form) + "</td>")) << text << " as " << form;
+        known.insert(form);
+    }
+    EXPECT_EQ(known.size(), 9U);
+}
+
+} // namespace
+} // namespace quorvanta::help

@@ -1,0 +1,57 @@
+#include "support/example.h"
+
+#include "core/analysis_state.h"
+#include "core/driver.h"
+#include "core/help_numbers.h"
+#include "core/setup.h"
+#include "generator/topic.h"
+#include "output/format.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+namespace quorvanta::checks {
+
+std::vector<ExampleTopic> ReadExamples() {
+    std::vector<ExampleTopic> examples;
+    for (const auto& [number, topic] : help::ReadTopics(HELP_DIR "/topics"))
+        if (HelpSubjectOf(number).Topic == HelpTopic::Example)
+            examples.push_back({number, help::ExampleOf(topic.Text)});
+    if (examples.empty())
+        throw std::runtime_error("no example in " HELP_DIR);
+    return examples;
+}
+
+std::vector<ExampleReading> PlayInEngine(const help::Example& example) {
+    help::ChooseOptions(example);
+    AcceptOptions();
+    std::vector<ExampleReading> readings;
+    for (const help::ExampleStep& step : example.Steps) {
+        for (const auto& [label, text] : step.Typed)
+            TypedParText(help::PositionOfLabel(label), text);
+        SolveFor(help::PositionOfLabel(step.Pressed));
+        const i16 kind = ParKind(UnknownParNo);
+        readings.push_back({ParText(kind), ParValue(UnknownParNo), IsCountKind(kind)});
+    }
+    return readings;
+}
+
+void ExpectReading(const help::ExampleStep& step, const ExampleReading& reading) {
+    const f64 exact = std::stod(step.Exact);
+    EXPECT_EQ(reading.Shown, step.Shown) << step.Pressed;
+    EXPECT_NEAR(reading.Solution, exact, step.Tolerance) << step.Pressed;
+    // The figure that the page shows has to be the exact one itself, rounded as it is shown: a
+    // page on which the approximation tips the last figure misleads.
+    const f64 shown = std::stod(step.Shown);
+    if (reading.IsCount) {
+        EXPECT_EQ(shown, std::ceil(exact)) << step.Pressed;
+        return;
+    }
+    const std::size_t point = step.Shown.find('.');
+    const std::size_t decimals = point == std::string::npos ? 0 : step.Shown.size() - point - 1;
+    const f64 lastFigure = std::pow(10.0, -static_cast<f64>(decimals));
+    EXPECT_NEAR(shown, exact, step.Tolerance + lastFigure / 2) << step.Pressed;
+}
+
+} // namespace quorvanta::checks

@@ -1,0 +1,39 @@
+// The worked examples of the help, as checks play them.
+#pragma once
+
+#include "core/types.h"
+#include "generator/example.h"
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace quorvanta::checks {
+
+// The topics of the help that hold an example, by number; throws std::runtime_error if there is
+// none.
+struct ExampleTopic {
+    i32 Number = 0;
+    help::Example Example;
+
+    friend std::ostream& operator<<(std::ostream& out, const ExampleTopic& topic) {
+        return out << topic.Number;
+    }
+};
+std::vector<ExampleTopic> ReadExamples();
+
+// What a step of an example led to.
+struct ExampleReading {
+    std::string Shown;    // the text of the unknown's box
+    f64 Solution = 0;     // the unrounded value
+    bool IsCount = false; // shown rounded up to a whole number
+};
+
+// Plays an example through the engine, without windows. A Calculation window has to be open.
+std::vector<ExampleReading> PlayInEngine(const help::Example& example);
+
+// Is this what the example says, and does the example agree with its exact value? Reports what
+// differs as failures of the running check.
+void ExpectReading(const help::ExampleStep& step, const ExampleReading& reading);
+
+} // namespace quorvanta::checks

@@ -1,0 +1,210 @@
+#include "generator/example.h"
+
+#include "core/analysis_state.h"
+#include "core/catalogue.h"
+#include "core/general.h"
+#include "core/setup.h"
+
+#include <sstream>
+#include <stdexcept>
+
+namespace quorvanta::help {
+
+namespace {
+
+constexpr const char* samplesCaptions[] = {"One Sample", "Two Samples", ">Two Samples"};
+constexpr const char* tailsCaptions[] = {"One-sided (non-inferiority, superiority)",
+                                         "Two-sided (inequality)", "Two One-sided (equivalence)"};
+constexpr const char* procedureCaptions[] = {"Test", "Point Estimate", "Conf. Interval"};
+
+[[noreturn]] void Refuse(const std::string& what, const std::string& text) {
+    throw std::runtime_error("example: " + what + ": " + text);
+}
+
+std::vector<std::string> Split(std::string text, const std::string& separator) {
+    std::vector<std::string> parts;
+    for (std::size_t end = text.find(separator); end != std::string::npos;
+         end = text.find(separator)) {
+        parts.push_back(text.substr(0, end));
+        text.erase(0, end + separator.size());
+    }
+    parts.push_back(text);
+    return parts;
+}
+
+// "label = text"; the label may have an equals sign of its own.
+std::pair<std::string, std::string> Typed(const std::string& text) {
+    const std::string equals = " = ";
+    const std::size_t end = text.rfind(equals);
+    if (end == std::string::npos)
+        Refuse("no value", text);
+    return {text.substr(0, end), text.substr(end + equals.size())};
+}
+
+// A line before the first step.
+bool TakeOption(Example& example, const std::string& name, const std::string& text) {
+    if (name == "analysis")
+        example.Menus = Split(text, " > ");
+    else if (name == "procedure")
+        example.Procedure = text;
+    else if (name == "parameter")
+        example.Parameter = text;
+    else if (name == "samples")
+        example.Samples = text;
+    else if (name == "tails")
+        example.Tails = text;
+    else if (name == "left tail")
+        example.LeftTail = text == "yes";
+    else if (name == "tick")
+        example.Ticked.push_back(text);
+    else if (name == "choose")
+        example.Chosen.push_back(text);
+    else if (name == "source")
+        example.Source = text;
+    else
+        return false;
+    return true;
+}
+
+// A line of a step; what is typed or pressed after a value was read begins the next one.
+bool TakeStep(Example& example, const std::string& name, const std::string& text) {
+    const bool begins = name == "type" || name == "press";
+    if (begins && (example.Steps.empty() || !example.Steps.back().Shown.empty()))
+        example.Steps.emplace_back();
+    if (example.Steps.empty())
+        return false;
+    ExampleStep& step = example.Steps.back();
+    if (name == "type")
+        step.Typed.push_back(Typed(text));
+    else if (name == "press")
+        step.Pressed = text;
+    else if (name == "read")
+        step.Shown = text;
+    else if (name == "exact")
+        step.Exact = text;
+    else if (name == "tolerance")
+        step.Tolerance = std::stod(text);
+    else
+        return false;
+    return true;
+}
+
+template <std::size_t Count>
+i16 IndexOf(const char* const (&captions)[Count], const std::string& caption) {
+    for (std::size_t i = 0; i < Count; ++i)
+        if (caption == captions[i])
+            return static_cast<i16>(i);
+    Refuse("no such option", caption);
+}
+
+const MenuItem& MenuEntry(const std::vector<std::string>& captions) {
+    const MenuItem* entry = nullptr;
+    for (const std::string& caption : captions) {
+        const MenuItem* found = nullptr;
+        for (const MenuItem& item : entry == nullptr ? MainMenu() : entry->Children)
+            if (StripAmpersand(item.Caption) == caption)
+                found = &item;
+        if (found == nullptr)
+            Refuse("no such menu entry", caption);
+        entry = found;
+    }
+    return *entry;
+}
+
+void ChooseParameter(const std::string& caption) {
+    const auto list = DistrParList(DistrNo);
+    for (std::size_t i = 0; i < list.size(); ++i)
+        if (list[i] == caption)
+            return ChooseParList(static_cast<i16>(i));
+    Refuse("no such parameter", caption);
+}
+
+void TickCheck(const std::string& caption) {
+    for (i16 i = 0; i < NoOfCheck; ++i)
+        if (StripAmpersand(CheckLabel(CheckList(i))) == caption)
+            return ChooseCheck(i, true);
+    Refuse("no such check box", caption);
+}
+
+void ChooseForm(const std::string& caption) {
+    for (i16 i = 0; i < NoOfIntPar; ++i)
+        for (i16 option = 0; option <= 2; ++option)
+            if (StripAmpersand(IntParOption(option, IntParList(i))) == caption)
+                return ChooseIntPar(i, option);
+    Refuse("no such form", caption);
+}
+
+} // namespace
+
+Example ParseExample(const std::string& lines) {
+    Example example;
+    std::istringstream text(lines);
+    std::string line;
+    while (std::getline(text, line)) {
+        const std::string colon = ": ";
+        const std::size_t end = line.find(colon);
+        if (end == std::string::npos)
+            Refuse("not a line", line);
+        const std::string name = line.substr(0, end);
+        const std::string value = line.substr(end + colon.size());
+        if (!TakeOption(example, name, value) && !TakeStep(example, name, value))
+            Refuse("not a line", line);
+    }
+    if (example.Steps.empty() || example.Steps.back().Exact.empty())
+        Refuse("no complete step", lines);
+    return example;
+}
+
+Example ExampleOf(const std::string& topicText) {
+    const std::string begin = "```example\n";
+    const std::size_t start = topicText.find(begin);
+    const std::size_t end = topicText.find("\n```", start);
+    if (start == std::string::npos || end == std::string::npos)
+        Refuse("none in the topic", topicText.substr(0, 40));
+    const std::size_t first = start + begin.size();
+    return ParseExample(topicText.substr(first, end - first));
+}
+
+void ChooseOptions(const Example& example) {
+    const MenuItem& entry = MenuEntry(example.Menus);
+    if (entry.Action == MenuAction::Test)
+        NewTest(entry.MenuNo);
+    else
+        NewDistribution(entry.MenuNo);
+    if (!example.Parameter.empty())
+        ChooseParameter(example.Parameter);
+    if (!example.Procedure.empty())
+        ChooseProcedure(IndexOf(procedureCaptions, example.Procedure));
+    if (!example.Samples.empty())
+        ChooseSamples(static_cast<i16>(IndexOf(samplesCaptions, example.Samples) + OneSample));
+    if (!example.Tails.empty())
+        ChooseTails(static_cast<i16>(IndexOf(tailsCaptions, example.Tails) + OneSided));
+    ChooseLeftTail(example.LeftTail);
+    for (i16 i = 0; i < NoOfCheck; ++i)
+        ChooseCheck(i, false);
+    for (const std::string& caption : example.Ticked)
+        TickCheck(caption);
+    for (const std::string& caption : example.Chosen)
+        ChooseForm(caption);
+}
+
+i16 PositionOfLabel(const std::string& label) {
+    for (i16 i = 0; i <= NoOfPar; ++i)
+        if (StripAmpersand(ParLabel(ParKind(i))) == label)
+            return i;
+    Refuse("no such parameter", label);
+}
+
+const char* SamplesCaption(i16 noOfSamples) {
+    return samplesCaptions[noOfSamples - OneSample];
+}
+
+const char* TailsCaption(i16 noOfTails) {
+    return tailsCaptions[noOfTails - OneSided];
+}
+
+const char* ProcedureCaption(i16 procedureNo) {
+    return procedureCaptions[procedureNo];
+}
+
+} // namespace quorvanta::help

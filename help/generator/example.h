@@ -1,0 +1,69 @@
+// A worked example: what a user chooses, types, presses and reads, and the exact value that the
+// result is held against. A page of the help shows it, a check plays it.
+//
+// In the topic it is a block "```example" of lines "name: text":
+//   analysis:   the captions from the menu bar to the entry, joined by " > "
+//   procedure:, parameter:   of a distribution, as the option window has them
+//   samples:, tails:         likewise, where there is a choice
+//   left tail:  "yes" ticks the box; without this line it is not ticked
+//   tick:       a check box, one line each; all others are not ticked
+//   choose:     a form of an interchangeable parameter, one line each
+//   source:     where the figures are from, and how the exact values were calculated
+// and then, once or several times, a step:
+//   type:       label = text, one line for each box; boxes not named keep what they show
+//   press:      the label of the unknown
+//   read:       what its box then shows
+//   exact:      the value without rounding, of other origin
+//   tolerance:  what our approximations may differ from it, absolutely
+// Captions and labels are written without the "&" before their accelerator.
+#pragma once
+
+#include "core/types.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace quorvanta::help {
+
+struct ExampleStep {
+    std::vector<std::pair<std::string, std::string>> Typed; // label, text
+    std::string Pressed;
+    std::string Shown;
+    std::string Exact;
+    f64 Tolerance = 0;
+};
+
+struct Example {
+    std::vector<std::string> Menus;
+    std::string Procedure;
+    std::string Parameter;
+    std::string Samples;
+    std::string Tails;
+    bool LeftTail = false;
+    std::vector<std::string> Ticked;
+    std::vector<std::string> Chosen;
+    std::string Source;
+    std::vector<ExampleStep> Steps;
+};
+
+// Throws std::runtime_error for a line that is none of the above and for an example without a
+// step.
+Example ParseExample(const std::string& lines);
+
+// The example of a topic's text; throws std::runtime_error if it has none.
+Example ExampleOf(const std::string& topicText);
+
+// Chooses the analysis and its options in the engine; the options stay open. A window has to be
+// open. Throws std::runtime_error for a caption that is not offered.
+void ChooseOptions(const Example& example);
+
+// The position of a label in the current parameter list; throws std::runtime_error if it has none.
+i16 PositionOfLabel(const std::string& label);
+
+// The captions of the option window for NoOfSamples, NoOfTails and ProcedureNo.
+const char* SamplesCaption(i16 noOfSamples);
+const char* TailsCaption(i16 noOfTails);
+const char* ProcedureCaption(i16 procedureNo);
+
+} // namespace quorvanta::help

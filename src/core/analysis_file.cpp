@@ -1,0 +1,335 @@
+#include "core/analysis_file.h"
+
+#include "core/analysis.h"
+#include "core/analysis_codec.h"
+#include "core/analysis_state.h"
+#include "core/catalogue.h"
+#include "core/dispatch.h"
+#include "core/driver.h"
+#include "core/general.h"
+#include "core/platform.h"
+#include "core/save_file.h"
+#include "core/setup.h"
+#include "core/showpar.h"
+#include "output/printcopy.h"
+#include "output/titles.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <filesystem>
+#include <optional>
+#include <utility>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr i16 FirstNewWindow = 0;
+constexpr i16 LastNewWindow = 3;
+constexpr const char* AnalysisExtension = "dim";
+
+// --- What a file may say ----------------------------------------------------------------------
+
+template <class T>
+bool IsWithin(T value, int low, int high) {
+    return value >= low && value <= high;
+}
+
+template <class Cells>
+bool AllWithin(const Cells& cells, int count, int low, int high) {
+    return std::ranges::all_of(cells.Raw().first(static_cast<std::size_t>(count)),
+                               [low, high](i16 cell) { return IsWithin(cell, low, high); });
+}
+
+template <class Cells>
+bool AllFinite(const Cells& cells) {
+    return std::ranges::all_of(cells.Raw(), [](f32 cell) { return std::isfinite(cell); });
+}
+
+// Every group in use has the option that is chosen in it: not all have three.
+bool HasUsableGroups(const AnalysisRecord& record) {
+    if (!IsWithin(record.NoOfIntPar, 0, 4) ||
+        !AllWithin(record.IntParList, record.NoOfIntPar, 0, MaxGroupKind))
+        return false;
+    for (i16 i = 0; i < record.NoOfIntPar; ++i) {
+        const i16 group = record.IntParList(i);
+        const i16 option = record.IntParValue(group);
+        if (!IsWithin(option, 0, 2) || IntParOption(option, group).empty())
+            return false;
+    }
+    return true;
+}
+
+bool HasUsableChecks(const AnalysisRecord& record) {
+    if (!IsWithin(record.NoOfCheck, 0, 5) ||
+        !AllWithin(record.CheckList, record.NoOfCheck, 0, MaxCheckKind))
+        return false;
+    for (i16 i = 0; i < record.NoOfCheck; ++i)
+        if (!IsWithin(record.CheckValue(record.CheckList(i)), 0, 1))
+            return false;
+    return true;
+}
+
+bool HasUsableChoices(const AnalysisRecord& record) {
+    return IsWithin(record.NoOfSamples, OneSample, MoreSamples) &&
+           IsWithin(record.NoOfTails, OneSided, TwoOneSided) &&
+           IsWithin(record.ParListNo, 0, 100) &&
+           IsWithin(record.ProcedureNo, ProcedureTest, ProcedureInterval) &&
+           IsWithin(record.NoOfInterim, 0, 5) && HasUsableGroups(record) && HasUsableChecks(record);
+}
+
+// A z parameter one past the list stands for none.
+bool HasUsablePars(const AnalysisRecord& record) {
+    return IsWithin(record.NoOfPar, 1, MaxPar) &&
+           AllWithin(record.ParKind, record.NoOfPar + 1, 0, MaxKind) &&
+           IsWithin(record.UnknownParNo, 0, record.NoOfPar) &&
+           IsWithin(record.XParNo, 0, record.NoOfPar) &&
+           IsWithin(record.ZParNo, 0, record.NoOfPar + 1) && IsWithin(record.XKind, 0, MaxKind) &&
+           IsWithin(record.ZKind, 0, MaxKind);
+}
+
+bool HasUsableGrids(const AnalysisRecord& record) {
+    constexpr int grids = 8;
+    return IsWithin(record.NoOfGrids, 0, grids - 1) && AllWithin(record.GridRows, grids, 0, 10) &&
+           AllWithin(record.GridCols, grids, 0, 11) && AllWithin(record.GridKind, grids, 0, 10) &&
+           AllFinite(record.GridData1) && AllFinite(record.GridData2) &&
+           AllFinite(record.GridData3) && AllFinite(record.GridData4) &&
+           AllFinite(record.GridData5) && AllFinite(record.GridData6) &&
+           AllFinite(record.GridData7) && AllFinite(record.GridData8) &&
+           AllFinite(record.GridData9);
+}
+
+bool HasUsableSimulation(const AnalysisRecord& record) {
+    return IsWithin(record.SimDistrNo, 0, 15) && AllFinite(record.SimDistrPar1) &&
+           AllFinite(record.SimDistrPar2) && IsWithin(record.DistrGraphStyle, 0, 3);
+}
+
+// The state's numbers that choose a module are those of the record as long as this lives.
+class SelectedBy {
+  public:
+    explicit SelectedBy(const AnalysisRecord& record)
+        : chosen_{record.IsTest,      record.TestNo,     record.DistrNo,
+                  record.NoOfSamples, record.NoOfTails,  record.ParListNo,
+                  record.ProcedureNo, record.IsGroupSeq, record.IsMultComp} {
+        Exchange();
+    }
+    ~SelectedBy() { Exchange(); }
+    SelectedBy(const SelectedBy&) = delete;
+    SelectedBy& operator=(const SelectedBy&) = delete;
+
+  private:
+    void Exchange() {
+        i16* const globals[] = {&IsTest,    &TestNo,      &DistrNo,    &NoOfSamples, &NoOfTails,
+                                &ParListNo, &ProcedureNo, &IsGroupSeq, &IsMultComp};
+        for (std::size_t i = 0; i < chosen_.size(); ++i)
+            std::swap(*globals[i], chosen_[i]);
+    }
+
+    std::array<i16, 9> chosen_;
+};
+
+// The name says what was analysed: without it no test was ever chosen.
+bool HasAnalysis(const AnalysisRecord& record) {
+    if (record.IsTest == True) {
+        if (record.TestName.empty())
+            return false;
+    } else {
+        const auto parameters = DistrParList(record.DistrNo);
+        if (record.DistrName.empty() ||
+            !IsWithin(record.ParListNo, 0, static_cast<int>(parameters.size()) - 1))
+            return false;
+    }
+    const SelectedBy selected(record);
+    return SelHasModule();
+}
+
+bool IsUsable(const AnalysisRecord& record) {
+    return HasWindowKind(record.WindowKind) && HasUsableChoices(record) && HasUsablePars(record) &&
+           IsWithin(record.NoOfTitles, 0, 16) && HasUsableGrids(record) &&
+           HasUsableSimulation(record) && HasAnalysis(record);
+}
+
+// Any number but 0 is true.
+void NormaliseFlags(AnalysisRecord& record) {
+    for (i16* flag : {&record.IsTest, &record.LeftTail, &record.HasGridData, &record.IsGroupSeq,
+                      &record.IsMultComp, &record.HasDistrGraph})
+        *flag = ToFlag(*flag != 0);
+}
+
+std::optional<AnalysisRecord> UsableRecord(const std::string& path) {
+    const auto bytes = LoadFile(path, AnalysisFileBytes);
+    auto record = bytes ? DecodeAnalysis(*bytes) : std::nullopt;
+    if (!record)
+        return std::nullopt;
+    NormaliseFlags(*record);
+    if (!IsUsable(*record))
+        return std::nullopt;
+    return record;
+}
+
+// The list that the test builds today is the one of the file.
+bool IsListOf(const AnalysisRecord& record) {
+    if (NoOfPar != record.NoOfPar)
+        return false;
+    for (i16 i = 0; i <= NoOfPar; ++i)
+        if (ParKind(i) != record.ParKind(i))
+            return false;
+    return true;
+}
+
+std::string FileName(const std::string& path) {
+    return std::filesystem::path(path).filename().string();
+}
+
+// The analysis goes by the name of its file.
+void NameAnalysis(const std::string& path) {
+    AnalysisFileName = FileName(path);
+    StoreAnalysis();
+    ThePlatform().RefreshChild();
+}
+
+// --- Commands ---------------------------------------------------------------------------------
+
+void OpenNewWindow(i16 windowKind) {
+    if (!HasWindowKind(windowKind)) {
+        ShowNotAvailable("The Window Kind " + std::string(WindowKindCaption(windowKind)));
+        return;
+    }
+    NewWindow(windowKind);
+}
+
+void OpenAnalysis() {
+    FileDialog dialog;
+    dialog.Title = "Open Analysis";
+    dialog.Filter = std::string("All Files (*.*)|*.*|") + ProgramName + " Files (*.dim)|*.dim";
+    dialog.FilterIndex = 2;
+    dialog.DefaultExtension = AnalysisExtension;
+    if (const auto path = ThePlatform().AskOpenName(dialog))
+        ReadAnalysisFile(*path);
+}
+
+void SaveAnalysis() {
+    // A window without a test has nothing that could be opened again.
+    if (AnalysisNo == 0 || Analysis(AnalysisNo).NoOfPar < 1)
+        return;
+    const std::string path = AskFileName(AnalysisExtension);
+    if (!path.empty())
+        WriteAnalysisFile(path);
+}
+
+void CopyOutput() {
+    OutputCommand(OutputAction::Copy);
+    if (Cancelled == False)
+        ThePlatform().MsgBox(
+            WindowKindName() +
+                " Has Been Copied To the Clipboard for Pasting Into Other Applications",
+            Buttons::Ok, Icon::Exclamation, "Copy");
+}
+
+} // namespace
+
+void FileCommand(i16 index) {
+    if (Calculating == True)
+        return;
+    StoreAnalysis();
+    if (IsWithin(index, FirstNewWindow, LastNewWindow))
+        return OpenNewWindow(index);
+    switch (index) {
+    case FileOpenAnalysis:
+        OpenAnalysis();
+        break;
+    case FileSaveAnalysis:
+        SaveAnalysis();
+        break;
+    case FilePrintOutput:
+        OutputCommand(OutputAction::Print);
+        break;
+    case FileCopyOutput:
+        CopyOutput();
+        break;
+    case FileSaveOutput:
+        OutputCommand(OutputAction::Save);
+        break;
+    case FileExit:
+        ThePlatform().CloseMain();
+        break;
+    default:
+        break;
+    }
+    Cancelled = False;
+}
+
+bool ReadAnalysisFile(const std::string& path) {
+    auto record = UsableRecord(path);
+    if (!record)
+        return false;
+    FileCommand(record->WindowKind);
+    record->WindowNo = Analysis(AnalysisNo).WindowNo;
+    Analysis(AnalysisNo) = *record;
+    // A calculation shows the result that its file holds.
+    AnalysisState(AnalysisNo).Calculated =
+        ToFlag(!IsTableOrGraph() && HasValue(record->ParText(record->UnknownParNo)));
+    LoadAnalysis();
+    if (!IsListOf(*record)) {
+        // The result belonged to another list of parameters.
+        Calculated = False;
+        ParText(ParKind(UnknownParNo)) = "-";
+    }
+    NameAnalysis(path);
+    if (IsTableOrGraph()) {
+        TakeTitlesFromFile();
+        EnsureRun();
+    }
+    MarkChanged();
+    StoreAnalysis();
+    UpdateMenus();
+    return true;
+}
+
+bool WriteAnalysisFile(const std::string& path) {
+    StoreAnalysis();
+    AnalysisRecord record = Analysis(AnalysisNo);
+    record.AnalysisFileName = FileName(path);
+    const auto bytes = EncodeAnalysis(record);
+    if (!bytes) {
+        ShowMessage("The Analysis Can't Be Saved. Its Texts Take " +
+                    std::to_string(TextBytes(record)) + " Characters, and a File Holds " +
+                    std::to_string(MaxTextBytes) + "." + CrLf + CrLf +
+                    "Please Shorten the Title or the Labels.");
+        return false;
+    }
+    if (!SaveFile(path, *bytes)) {
+        ShowMessage("The Analysis Can't Be Saved. The File " + path + " Can't Be Written.");
+        return false;
+    }
+    AnalysisState(AnalysisNo).Changed = False;
+    NameAnalysis(path);
+    return true;
+}
+
+bool WriteTextFile(const std::string& path, const std::string& text) {
+    if (SaveFile(path, text))
+        return true;
+    ShowMessage("The Output Can't Be Saved. The File " + path + " Can't Be Written.");
+    return false;
+}
+
+std::string AskFileName(const std::string& extension) {
+    FileDialog dialog;
+    dialog.Title = "Save " + WindowKindName();
+    dialog.DefaultExtension = extension;
+    if (extension == AnalysisExtension) {
+        dialog.Title = "Save " + ChildKindName();
+        dialog.Filter = std::string(ProgramName) + " Files (*.dim)|*.dim";
+    } else if (extension == "bmp") {
+        dialog.Filter = "Graph Files (*.bmp)|*.bmp";
+    } else {
+        dialog.Filter = "Text Files (*.rtf)|*.rtf";
+    }
+    dialog.FileName = std::filesystem::path(AnalysisFileName).stem().string();
+    std::erase(dialog.FileName, ' ');
+    return ThePlatform().AskSaveName(dialog).value_or("");
+}
+
+} // namespace quorvanta

@@ -1,0 +1,37 @@
+// Analysis files and the commands of the File menu.
+#pragma once
+
+#include "core/types.h"
+
+#include <string>
+
+namespace quorvanta {
+
+// Entries of the File menu beside those that open a window (0 to 3, the window's kind).
+inline constexpr i16 FileOpenAnalysis = 5;
+inline constexpr i16 FileSaveAnalysis = 7;
+inline constexpr i16 FilePrintOutput = 9;
+inline constexpr i16 FileCopyOutput = 10;
+inline constexpr i16 FileSaveOutput = 11;
+inline constexpr i16 FileExit = 13;
+
+// Carries out an entry of the File menu. Nothing happens during a run.
+void FileCommand(i16 index);
+
+// Opens the file in a window of its own and calculates a table or graph anew; the analysis counts
+// as changed from the start. False, and nothing has changed, if the file can't be read or is no
+// analysis that this program can have written: lengths, counts, indices and numbers are looked at
+// before one of them is used, since any bytes at all may come in.
+bool ReadAnalysisFile(const std::string& path);
+
+// Saves the current analysis, which then has the name of the file and counts as unchanged. False
+// after a message if it can't be saved; a file that exists is then as it was.
+bool WriteAnalysisFile(const std::string& path);
+
+// Writes an output to a file in place of what it held. False after a message if that fails.
+bool WriteTextFile(const std::string& path, const std::string& text);
+
+// Asks for the name of a file to save to: "dim", "rtf" or "bmp". Empty when the user gives up.
+std::string AskFileName(const std::string& extension);
+
+} // namespace quorvanta

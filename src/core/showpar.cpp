@@ -1,0 +1,145 @@
+#include "core/showpar.h"
+
+#include "core/analysis.h"
+#include "core/analysis_state.h"
+#include "core/catalogue.h"
+#include "core/driver.h"
+#include "core/general.h"
+#include "core/platform.h"
+#include "core/setup.h"
+#include "output/titles.h"
+
+#include <algorithm>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr i16 MaxFixed = MaxPar - NoOfRoles;
+
+i16& ParNoOfRole(i16 k) {
+    switch (k) {
+    case YRole:
+        return UnknownParNo;
+    case XRole:
+        return XParNo;
+    default:
+        return ZParNo;
+    }
+}
+
+i16 PositionOf(i16 parNo) {
+    const auto order = ParBoxOrder.Raw().first(static_cast<std::size_t>(NoOfPar) + 1);
+    return static_cast<i16>(std::ranges::find(order, parNo) - order.begin());
+}
+
+// Without a z parameter there are no z-values to show or to keep.
+std::string& StoredAxisText(AxisText which) {
+    switch (which) {
+    case AxisText::Xmin:
+        return ParXminText(ParKind(XParNo));
+    case AxisText::Xmax:
+        return ParXmaxText(ParKind(XParNo));
+    case AxisText::Xstep:
+        return ParXstepText(ParKind(XParNo));
+    default:
+        static std::string none;
+        none.clear();
+        return HasZPar() ? ParZValuesText(ParKind(ZParNo)) : none;
+    }
+}
+
+std::string PlainLabel(i16 parNo) {
+    return StripAmpersand(ParLabel(ParKind(parNo)));
+}
+
+} // namespace
+
+bool IsTableOrGraph() {
+    return CurrentWindowKind() == TableWindow || CurrentWindowKind() == GraphWindow;
+}
+
+void SetupShowPar() {
+    if (!IsTableOrGraph() || NoOfPar < 1)
+        return;
+    ParBoxOrder.Fill(0);
+    i16 position = 0;
+    for (i16 k = YRole; k < NoOfRoles; ++k)
+        ParBoxOrder(position++) = ParNoOfRole(k);
+    for (i16 i = 0; i <= NoOfPar; ++i)
+        if (i != UnknownParNo && i != XParNo && i != ZParNo)
+            ParBoxOrder(position++) = i;
+    ThePlatform().Show(FloatingWindow::Parameters);
+}
+
+void SwapAxis(i16 k, i16 parNo) {
+    const i16 former = ParBoxOrder(k);
+    const bool hasRole = k != ZRole || HasZPar();
+    if (Calculating == True || !hasRole || parNo == former)
+        return;
+    Calculated = False;
+    const i16 position = PositionOf(parNo);
+    ParBoxOrder(k) = parNo;
+    ParNoOfRole(k) = parNo;
+    ParBoxOrder(position) = former;
+    if (position < NoOfRoles)
+        ParNoOfRole(position) = former;
+    if (k == YRole || position == YRole)
+        OutDecimals = AutoDecimals;
+    MarkChanged();
+    UpdateMenus();
+    ThePlatform().RefreshChild();
+}
+
+i16 FixedPar(i16 box) {
+    const i16 position = static_cast<i16>(box + NoOfRoles);
+    return box >= 0 && box <= MaxFixed && position <= NoOfPar ? ParBoxOrder(position) : i16{-1};
+}
+
+const std::string& AxisTextOf(AxisText which) {
+    return StoredAxisText(which);
+}
+
+std::string TypedAxisText(AxisText which, const std::string& text) {
+    if (Calculating == True)
+        return AxisTextOf(which);
+    return StoredAxisText(which) = CheckTyped(text);
+}
+
+std::string ShowParHint() {
+    for (i16 k = YRole; k < NoOfRoles; ++k) {
+        const i16 parNo = ParNoOfRole(k);
+        if (parNo <= NoOfPar && IsBluePar(parNo))
+            return "Can't Be Calculated When " + PlainLabel(parNo) + " Is the X-, Y-, or Z-axis.";
+    }
+    for (i16 box = 0; FixedPar(box) >= 0; ++box)
+        if (IsBluePar(FixedPar(box)))
+            return "Double-click Blue Text to Calculate the Value from Table(s).";
+    return "";
+}
+
+void RunOrCancel() {
+    if (Calculating == True) {
+        Cancelled = True;
+        return;
+    }
+    if (EnsureRun())
+        StoreAnalysis();
+}
+
+bool EnsureRun() {
+    Cancelled = False;
+    CalcRun();
+    if (Cancelled == True) {
+        Cancelled = False;
+        return false;
+    }
+    // The texts change with the result and not before it: a run that comes to nothing leaves the
+    // former drawing, whose labels have to stay true.
+    BuildDefaultTitles();
+    UpdateMenus();
+    ThePlatform().RefreshChild();
+    return Calculated == True;
+}
+
+} // namespace quorvanta

@@ -1,0 +1,32 @@
+// What goes out of the program as text: the result of the window in front and its statement.
+#pragma once
+
+#include "output/surface.h"
+#include "output/table_layout.h"
+
+#include <string>
+
+namespace quorvanta {
+
+struct OutputDocument {
+    TableLayout Table;     // empty for the statement alone
+    std::string Statement; // one paragraph
+};
+
+// The statement of the current analysis and nothing else.
+OutputDocument StatementDocument();
+
+// The table of a table or graph, the values of all parameters of a calculation, and the statement.
+OutputDocument ResultDocument();
+
+// For characters of equal width, the statement in lines as WrapText breaks them.
+std::string PlainText(const OutputDocument& document);
+
+// The same as an RTF document. The cells of a table are set apart by tabs.
+std::string RtfOf(const OutputDocument& document);
+
+// Draws the document with the statement under the table, in lines as wide as the page; on a
+// surface without pages, in lines as WrapText breaks them. Returns its right and its lower edge.
+Point DrawDocument(Surface& surface, const OutputDocument& document);
+
+} // namespace quorvanta

@@ -1,0 +1,116 @@
+#include "output/printcopy.h"
+
+#include "core/analysis_file.h"
+#include "core/analysis_state.h"
+#include "core/catalogue.h"
+#include "core/driver.h"
+#include "core/showpar.h"
+#include "output/document.h"
+#include "output/xyzplot.h"
+
+namespace quorvanta {
+
+namespace {
+
+bool IsSummaryInFront() {
+    return ThePlatform().IsShown(FloatingWindow::Summary);
+}
+
+void DrawGraph(Surface& surface) {
+    PlotGraph(surface, PresentationOf(AnalysisNo));
+}
+
+// The picture of the graph; false if it was given up or could not be saved.
+bool GiveOutPicture(OutputAction action) {
+    switch (action) {
+    case OutputAction::Print:
+        ThePlatform().Print(DrawGraph);
+        return true;
+    case OutputAction::Copy:
+        ThePlatform().CopyPicture(DrawGraph);
+        return true;
+    case OutputAction::Save:
+        break;
+    }
+    const std::string path = AskFileName("bmp");
+    return !path.empty() && WriteTextFile(path, ThePlatform().Bitmap(DrawGraph));
+}
+
+bool GiveOutText(OutputAction action, const OutputDocument& document) {
+    switch (action) {
+    case OutputAction::Print:
+        ThePlatform().Print([document](Surface& surface) { DrawDocument(surface, document); });
+        return true;
+    case OutputAction::Copy:
+        ThePlatform().CopyText(PlainText(document), RtfOf(document));
+        return true;
+    case OutputAction::Save:
+        break;
+    }
+    const std::string path = AskFileName("rtf");
+    return !path.empty() && WriteTextFile(path, RtfOf(document));
+}
+
+bool GiveOut(OutputAction action) {
+    if (!HasOutput())
+        return false;
+    if (IsSummaryInFront())
+        return GiveOutText(action, StatementDocument());
+    if (IsTableOrGraph() && !EnsureRun())
+        return false;
+    if (CurrentWindowKind() == GraphWindow) {
+        const auto form = ThePlatform().AskOutputForm(action);
+        if (!form)
+            return false;
+        if (*form == OutputForm::Picture)
+            return GiveOutPicture(action);
+    }
+    if (action == OutputAction::Print) {
+        ThePlatform().Show(FloatingWindow::Output);
+        return true;
+    }
+    return GiveOutText(action, ResultDocument());
+}
+
+} // namespace
+
+std::string ChildKindName() {
+    switch (CurrentWindowKind()) {
+    case TableWindow:
+        return "Table";
+    case GraphWindow:
+        return "Graph";
+    case SimulationWindow:
+        return "Monte Carlo";
+    default:
+        return "Calculation";
+    }
+}
+
+std::string WindowKindName() {
+    if (IsSummaryInFront())
+        return "Summary";
+    if (ThePlatform().IsShown(FloatingWindow::DistrGraph))
+        return "Distribution Graph";
+    return ChildKindName();
+}
+
+bool HasOutput() {
+    if (AnalysisNo == 0 || NoOfPar < 1)
+        return false;
+    return IsTableOrGraph() || (Calculated == True && HasValue(ParText(ParKind(UnknownParNo))));
+}
+
+void OutputCommand(OutputAction action) {
+    Cancelled = False;
+    if (!GiveOut(action))
+        Cancelled = True;
+}
+
+void OutputResult(OutputAction action) {
+    Cancelled = False;
+    if (!HasOutput() || !GiveOutText(action, ResultDocument()))
+        Cancelled = True;
+}
+
+} // namespace quorvanta

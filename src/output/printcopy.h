@@ -1,0 +1,29 @@
+// Printing, copying and saving what the window in front shows with the questions that go before it.
+#pragma once
+
+#include "core/platform.h"
+
+#include <string>
+
+namespace quorvanta {
+
+// What the window in front is called in messages: "Summary", "Distribution Graph", "Calculation",
+// "Table", "Graph" or "Monte Carlo". A free-standing window lies in front of the child windows.
+std::string WindowKindName();
+
+// The same name for the child window alone.
+std::string ChildKindName();
+
+// True if the window in front has something to give out. A table or graph that a change has made
+// stale is calculated anew for it.
+bool HasOutput();
+
+// Prints, copies or saves it; of a graph, its picture or its numbers, as the user says. A text that
+// is to be printed is shown in the Output window first. Cancelled is -1 afterwards if the user gave
+// up, if there is nothing to give out, or if it could not be saved.
+void OutputCommand(OutputAction action);
+
+// The same for the text that the Output window shows.
+void OutputResult(OutputAction action);
+
+} // namespace quorvanta

@@ -1,0 +1,463 @@
+#include "output/xyzplot.h"
+
+#include "core/codepage.h"
+#include "core/general.h"
+#include "core/platform.h"
+#include "output/format.h"
+#include "output/scale.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <sstream>
+#include <vector>
+
+namespace quorvanta {
+
+namespace {
+
+// Inches.
+constexpr f64 RightMargin = 0.15;
+constexpr f64 TextMargin = 0.1; // between the picture's edge and its texts
+constexpr f64 LabelGap = 0.05;  // between a number and its axis
+constexpr f64 TickLength = 0.06;
+constexpr f64 SampleLength = 0.45; // of a line in the legend
+
+constexpr i16 YSteps = 10;
+constexpr i16 MaxXSteps = 20;
+
+struct Rectangle {
+    f64 Left = 0;
+    f64 Top = 0;
+    f64 Right = 0;
+    f64 Bottom = 0;
+
+    f64 Width() const { return Right - Left; }
+    f64 Height() const { return Bottom - Top; }
+};
+
+struct Segment {
+    Point From;
+    Point To;
+};
+
+// The part of a segment inside the rectangle (Y. D. Liang and B. A. Barsky, "A new concept and
+// method for line clipping", ACM Transactions on Graphics 3, 1984); nothing if there is none.
+std::optional<Segment> Clip(const Segment& segment, const Rectangle& area) {
+    const f64 dx = segment.To.X - segment.From.X;
+    const f64 dy = segment.To.Y - segment.From.Y;
+    const struct {
+        f64 Speed;    // towards the outside of one side
+        f64 Distance; // to that side
+    } sides[] = {{-dx, segment.From.X - area.Left},
+                 {dx, area.Right - segment.From.X},
+                 {-dy, segment.From.Y - area.Top},
+                 {dy, area.Bottom - segment.From.Y}};
+    f64 enter = 0;
+    f64 leave = 1;
+    for (const auto& side : sides) {
+        if (side.Speed == 0) {
+            if (side.Distance < 0)
+                return std::nullopt;
+        } else if (side.Speed < 0) {
+            enter = MaxOf(enter, side.Distance / side.Speed);
+        } else {
+            leave = MinOf(leave, side.Distance / side.Speed);
+        }
+    }
+    if (enter > leave)
+        return std::nullopt;
+    const auto at = [&](f64 t) { return Point{segment.From.X + t * dx, segment.From.Y + t * dy}; };
+    return Segment{enter > 0 ? at(enter) : segment.From, leave < 1 ? at(leave) : segment.To};
+}
+
+using Lines = std::vector<std::string>;
+
+std::string TickText(const AxisScale& scale, f64 value) {
+    return Format(value, scale.Format);
+}
+
+std::vector<f64> Ticks(const AxisScale& scale) {
+    std::vector<f64> ticks;
+    const f64 slack = 1e-4 * scale.Step;
+    for (int k = 0;; ++k) {
+        const f64 tick = scale.FirstTick + k * scale.Step;
+        if (tick > scale.High + slack)
+            return ticks;
+        ticks.push_back(tick);
+    }
+}
+
+// Everything that has to be known before the first line is drawn.
+class Layout {
+  public:
+    Layout(Surface& surface, const Presentation& graph)
+        : surface_(surface), H(surface.TextHeight()),
+          X(ScaleAxis(RangeOf(graph.X.Raw()),
+                      MinInteger(static_cast<i16>(graph.X.Raw().size()), MaxXSteps), graph.XAxis)),
+          Y(ScaleAxis(RangeOf(graph.Y.Raw()), YSteps, graph.YAxis)) {
+        const f64 textWidth = surface.ScaleWidth() - 2 * TextMargin;
+        for (const std::string& line : graph.Title)
+            for (const std::string& part : BreakLines(surface, line, textWidth))
+                Title.push_back(part);
+        XLabel = BreakLines(surface, graph.XAxis(0), textWidth);
+        YLabel = BreakLines(surface, graph.YAxis(0), textWidth);
+
+        const auto below = [](const Lines& lines) {
+            return static_cast<f64>(lines.empty() ? 0 : lines.size() - 1);
+        };
+        Plot.Left = WidestNumber(Y) + TextMargin;
+        // The last number of the x-axis stands half beyond the plot.
+        Plot.Right = surface.ScaleWidth() - MaxOf(RightMargin, WidestNumber(X) / 2);
+        Plot.Top = (static_cast<f64>(Title.size()) + 1.5 + below(YLabel)) * H;
+        Plot.Bottom = surface.ScaleHeight() - (3 + below(XLabel)) * H;
+    }
+
+    const char* Problem() const {
+        if (!(Plot.Width() * surface_.PixelsPerInch() >= 1))
+            return "Insufficient Resolution in the X-direction.";
+        if (!(Plot.Height() * surface_.PixelsPerInch() >= 1))
+            return "Insufficient Resolution in the Y-direction.";
+        return "";
+    }
+
+    Point At(f64 x, f64 y) const {
+        return {Plot.Left + (x - X.Low) / (X.High - X.Low) * Plot.Width(),
+                Plot.Bottom - (y - Y.Low) / (Y.High - Y.Low) * Plot.Height()};
+    }
+
+  private:
+    // Numbers are measured by their characters, each as wide as a digit.
+    f64 WidestNumber(const AxisScale& scale) const {
+        std::size_t characters = 0;
+        for (const f64 tick : Ticks(scale))
+            characters = std::max(characters, TickText(scale, tick).size());
+        return static_cast<f64>(characters) * surface_.TextWidth("0");
+    }
+
+    Surface& surface_;
+
+  public:
+    f64 H;
+    AxisScale X;
+    AxisScale Y;
+    Rectangle Plot;
+    Lines Title;
+    Lines XLabel;
+    Lines YLabel;
+};
+
+void DrawCentred(Surface& surface, f64 x, f64 y, const std::string& text) {
+    surface.Text({x - surface.TextWidth(text) / 2, y}, text);
+}
+
+void DrawLabels(Surface& surface, const Layout& layout) {
+    const f64 H = layout.H;
+    f64 y = H / 4;
+    for (const std::string& line : layout.Title) {
+        DrawCentred(surface, surface.ScaleWidth() / 2, y, line);
+        y += H;
+    }
+    y = layout.Plot.Top - (static_cast<f64>(layout.YLabel.size()) + 0.3) * H;
+    for (const std::string& line : layout.YLabel) {
+        surface.Text({TextMargin, y}, line);
+        y += H;
+    }
+    y = layout.Plot.Bottom + 1.7 * H;
+    for (const std::string& line : layout.XLabel) {
+        const f64 half = surface.TextWidth(line) / 2;
+        const f64 middle = (layout.Plot.Left + layout.Plot.Right) / 2;
+        const f64 rightmost = surface.ScaleWidth() - TextMargin - half;
+        DrawCentred(surface, MaxOf(MinOf(middle, rightmost), TextMargin + half), y, line);
+        y += H;
+    }
+}
+
+// Numbers stand at every tick, or at every second, third, ... where they would run into another.
+std::size_t NumberStride(std::size_t ticks, f64 room, f64 needed) {
+    std::size_t stride = 1;
+    while (stride < ticks && room * static_cast<f64>(stride) < needed)
+        ++stride;
+    return stride;
+}
+
+void DrawAxes(Surface& surface, const Layout& layout) {
+    const Rectangle& plot = layout.Plot;
+    surface.SetPen({});
+    const Point frame[] = {{plot.Left, plot.Top},
+                           {plot.Right, plot.Top},
+                           {plot.Right, plot.Bottom},
+                           {plot.Left, plot.Bottom},
+                           {plot.Left, plot.Top}};
+    surface.Polyline(frame);
+
+    const auto xTicks = Ticks(layout.X);
+    f64 widest = 0;
+    for (const f64 tick : xTicks)
+        widest = MaxOf(widest, surface.TextWidth(TickText(layout.X, tick)));
+    const f64 xRoom = layout.X.Step / (layout.X.High - layout.X.Low) * plot.Width();
+    const std::size_t xStride = NumberStride(xTicks.size(), xRoom, widest + surface.TextWidth("0"));
+    for (std::size_t k = 0; k < xTicks.size(); ++k) {
+        const f64 x = layout.At(xTicks[k], layout.Y.Low).X;
+        surface.Line({x, plot.Bottom}, {x, plot.Bottom - TickLength});
+        if (k % xStride == 0)
+            DrawCentred(surface, x, plot.Bottom + 0.4 * layout.H, TickText(layout.X, xTicks[k]));
+    }
+
+    const auto yTicks = Ticks(layout.Y);
+    const f64 yRoom = layout.Y.Step / (layout.Y.High - layout.Y.Low) * plot.Height();
+    const std::size_t yStride = NumberStride(yTicks.size(), yRoom, layout.H);
+    for (std::size_t k = 0; k < yTicks.size(); ++k) {
+        const f64 y = layout.At(layout.X.Low, yTicks[k]).Y;
+        surface.Line({plot.Left, y}, {plot.Left + TickLength, y});
+        const std::string number = TickText(layout.Y, yTicks[k]);
+        if (k % yStride == 0)
+            surface.Text({plot.Left - LabelGap - surface.TextWidth(number), y - layout.H / 2},
+                         number);
+    }
+}
+
+// Connected points of curve j, cut at the limits of the plot: a line style runs on over them.
+std::vector<std::vector<Point>> CurveLines(const Layout& layout, const Presentation& graph, int j) {
+    std::vector<std::vector<Point>> lines;
+    const int n = std::min(graph.X.HighBound(), graph.Y.HighBound1());
+    const auto has = [&graph, j, n](int k) {
+        return k >= 1 && k <= n && HasCellValue(graph.Y(k, j));
+    };
+    const auto at = [&layout, &graph, j](int k) {
+        return layout.At(static_cast<f64>(graph.X(k)), static_cast<f64>(graph.Y(k, j)));
+    };
+    for (int k = 1; k <= n; ++k) {
+        if (!has(k))
+            continue;
+        // A value between two missing ones would not show at all: it gets a dot.
+        const bool isAlone = !has(k - 1) && !has(k + 1);
+        if (!isAlone && !has(k + 1))
+            continue;
+        const auto part = Clip({at(k), at(isAlone ? k : k + 1)}, layout.Plot);
+        if (!part || (!isAlone && part->From == part->To))
+            continue; // outside, or touching the plot's edge from there
+        if (lines.empty() || lines.back().back() != part->From)
+            lines.push_back({part->From});
+        lines.back().push_back(part->To);
+    }
+    return lines;
+}
+
+Pen PenOf(const Surface& surface, const Presentation& graph, int j) {
+    return CurvePen(static_cast<i16>(j), graph.CurveWidth, surface.IsPrinter());
+}
+
+// The z-values with a sample of their curves, where it meets the fewest curves. In a plot too small
+// for all of it, its head is left out first, and then the last entries.
+class Legend {
+  public:
+    Legend(Surface& surface, const Layout& layout, const Presentation& graph)
+        : surface_(surface), graph_(graph), H(layout.H),
+          head_(BreakLines(surface, graph.ZLabel, layout.Plot.Width() - 2 * padding_)) {
+        for (const f32 z : graph.Z.Raw())
+            entries_.push_back(Str(z));
+        for (const std::string& entry : entries_)
+            entryWidth_ = MaxOf(entryWidth_, surface.TextWidth(entry));
+        entryWidth_ += SampleLength + 3 * padding_;
+
+        const auto fitting = [](f64 room, f64 size) { return static_cast<int>(room / size); };
+        const int lines = fitting(layout.Plot.Height() - 2 * padding_, H);
+        const int columns = fitting(layout.Plot.Width() - 2 * padding_, entryWidth_);
+        const int count = std::max(1, static_cast<int>(entries_.size()));
+        const auto heads = [this] { return static_cast<int>(head_.size()); };
+        if (columns * (lines - heads()) < count)
+            head_.clear();
+        rows_ = std::clamp(lines - heads(), 1, count);
+        entries_.resize(
+            std::min(entries_.size(), static_cast<std::size_t>(std::max(0, columns * rows_))));
+
+        for (const std::string& line : head_)
+            width_ = MaxOf(width_, surface.TextWidth(line));
+        const int columnsInUse = (static_cast<int>(entries_.size()) + rows_ - 1) / rows_;
+        width_ = MaxOf(width_, columnsInUse * entryWidth_) + 2 * padding_;
+        height_ = (heads() + rows_) * H + 2 * padding_;
+    }
+
+    void Draw(const Layout& layout, const std::vector<Segment>& segments) const {
+        const Point corner = Place(layout, segments);
+        f64 y = corner.Y + padding_;
+        for (const std::string& line : head_) {
+            surface_.Text({corner.X + padding_, y}, line);
+            y += H;
+        }
+        for (std::size_t i = 0; i < entries_.size(); ++i) {
+            const int index = static_cast<int>(i);
+            const f64 left = corner.X + padding_ + (index / rows_) * entryWidth_;
+            const f64 top = y + (index % rows_) * H;
+            surface_.SetPen(PenOf(surface_, graph_, index + 1));
+            surface_.Line({left, top + H / 2}, {left + SampleLength, top + H / 2});
+            surface_.Text({left + SampleLength + padding_, top}, entries_[i]);
+        }
+    }
+
+  private:
+    // The free place, corners first, or else the one that hides the fewest pieces of curves.
+    Point Place(const Layout& layout, const std::vector<Segment>& segments) const {
+        const f64 left = layout.Plot.Left + TickLength;
+        const f64 right = MaxOf(left, layout.Plot.Right - TickLength - width_);
+        const f64 top = layout.Plot.Top + TickLength;
+        const f64 bottom = MaxOf(top, layout.Plot.Bottom - TickLength - height_);
+        const f64 middle = (left + right) / 2;
+        const f64 centre = (top + bottom) / 2;
+        const Point places[] = {{left, top},     {right, bottom}, {right, top},
+                                {left, bottom},  {middle, top},   {middle, bottom},
+                                {right, centre}, {left, centre},  {middle, centre}};
+        return *std::ranges::min_element(places, {}, [&](const Point& place) {
+            const Rectangle box{place.X, place.Y, place.X + width_, place.Y + height_};
+            return std::ranges::count_if(segments, [&box](const Segment& segment) {
+                return Clip(segment, box).has_value();
+            });
+        });
+    }
+
+    static constexpr f64 padding_ = 0.06;
+
+    Surface& surface_;
+    const Presentation& graph_;
+    f64 H;
+    Lines head_;
+    Lines entries_;
+    f64 entryWidth_ = 0;
+    int rows_ = 1;
+    f64 width_ = 0;
+    f64 height_ = 0;
+};
+
+void DrawCurves(Surface& surface, const Layout& layout, const Presentation& graph) {
+    std::vector<Segment> segments;
+    const int curves = graph.Y.HighBound2();
+    for (int j = 1; j <= curves; ++j) {
+        surface.SetPen(PenOf(surface, graph, j));
+        for (const auto& line : CurveLines(layout, graph, j)) {
+            surface.Polyline(line);
+            for (std::size_t k = 1; k < line.size(); ++k)
+                segments.push_back({line[k - 1], line[k]});
+        }
+    }
+    if (!graph.ZLabel.empty())
+        Legend(surface, layout, graph).Draw(layout, segments);
+    surface.SetPen({});
+}
+
+// The bytes of the characters that fit into width, one at least.
+std::size_t FittingLength(const Surface& surface, const std::string& text, f64 width) {
+    std::size_t length = CharacterLength(text, 0);
+    while (length < text.size()) {
+        const std::size_t longer = length + CharacterLength(text, length);
+        if (surface.TextWidth(text.substr(0, longer)) > width)
+            break;
+        length = longer;
+    }
+    return length;
+}
+
+std::optional<Layout> LayOut(Surface& surface, const Presentation& graph) {
+    if (!graph.HasResult())
+        return std::nullopt;
+    surface.SetFont(graph.Type);
+    return Layout(surface, graph);
+}
+
+} // namespace
+
+AxisScale ScaleAxis(ValueRange data, i16 n, const FixedArray<std::string, 0, 3>& axisTexts) {
+    f32 low = data.Low;
+    f32 high = data.High;
+    auto typedLow = TypedLimit(axisTexts(1));
+    auto typedHigh = TypedLimit(axisTexts(2));
+    if (typedLow && typedHigh && !(*typedLow < *typedHigh))
+        typedLow = typedHigh = std::nullopt;
+    if (typedLow)
+        low = static_cast<f32>(*typedLow);
+    if (typedHigh) {
+        high = static_cast<f32>(*typedHigh);
+        if (!typedLow && !(low < high))
+            low = high - 1;
+    }
+    f32 newLow = 0;
+    f32 newHigh = 0;
+    f32 step = 0;
+    NiceScale(low, high, n, newLow, newHigh, step);
+
+    AxisScale scale;
+    scale.Low = typedLow.value_or(static_cast<f64>(newLow));
+    scale.High = typedHigh.value_or(static_cast<f64>(newHigh));
+    if (!(scale.High > scale.Low)) // a typed limit that 32 bits can't tell from the other one
+        scale.Low = static_cast<f64>(newLow), scale.High = static_cast<f64>(newHigh);
+    scale.Step = static_cast<f64>(step);
+    scale.FirstTick = std::ceil(scale.Low / scale.Step - 1e-4) * scale.Step;
+    constexpr f64 mostTicks = 200;
+    const auto typedTick = TypedLimit(axisTexts(3));
+    if (typedTick && *typedTick > 0 && (scale.High - scale.Low) / *typedTick <= mostTicks) {
+        scale.Step = *typedTick;
+        scale.FirstTick = scale.Low;
+    }
+    scale.Format = TickFormat(static_cast<f32>(scale.Step), static_cast<f32>(scale.FirstTick));
+    return scale;
+}
+
+Pen CurvePen(i16 j, i16 curveWidth, bool isPrinter) {
+    constexpr int colours = 14; // 0 to 14 without 7
+    constexpr int lightGrey = 7;
+    constexpr int styles = 5;
+    constexpr i16 widest = 50;
+    constexpr f64 printedWidth = 5;
+    Pen pen;
+    const int colour = (j - 1) % colours;
+    pen.Colour = static_cast<i16>(colour < lightGrey ? colour : colour + 1);
+    pen.Style = static_cast<i16>((j - 1) % styles);
+    pen.Width = std::clamp<i16>(curveWidth == 0 ? j : curveWidth, 1, widest);
+    if (isPrinter && pen.Style == SolidLine)
+        pen.Width = printedWidth;
+    return pen;
+}
+
+std::vector<std::string> BreakLines(const Surface& surface, const std::string& text, f64 width) {
+    std::vector<std::string> lines;
+    std::string line;
+    std::istringstream words(text);
+    for (std::string word; words >> word;) {
+        const std::string longer = line.empty() ? word : line + " " + word;
+        if (!line.empty() && surface.TextWidth(longer) > width) {
+            lines.push_back(line);
+            line = word;
+        } else {
+            line = longer;
+        }
+        while (surface.TextWidth(line) > width && CharacterLength(line, 0) < line.size()) {
+            const std::size_t fitting = FittingLength(surface, line, width);
+            lines.push_back(line.substr(0, fitting));
+            line.erase(0, fitting);
+        }
+    }
+    if (!line.empty())
+        lines.push_back(line);
+    return lines;
+}
+
+std::string PlotProblem(Surface& surface, const Presentation& graph) {
+    const auto layout = LayOut(surface, graph);
+    return layout ? layout->Problem() : "";
+}
+
+bool PlotGraph(Surface& surface, const Presentation& graph) {
+    const auto layout = LayOut(surface, graph);
+    if (!layout)
+        return true;
+    if (const std::string problem = layout->Problem(); !problem.empty()) {
+        ShowMessage(problem);
+        return false;
+    }
+    DrawLabels(surface, *layout);
+    DrawAxes(surface, *layout);
+    DrawCurves(surface, *layout, graph);
+    return true;
+}
+
+} // namespace quorvanta
