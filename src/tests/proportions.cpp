@@ -6,6 +6,7 @@
 #include "core/options.h"
 #include "numeric/rounding.h"
 #include "tests/powereq.h"
+#include "tests/turningpoint.h"
 
 #include <cmath>
 #include <optional>
@@ -128,14 +129,13 @@ bool IsMirrored(const ProportionList& list) {
     return !equalUnderH0 || (list.Mode == AsDifference) != list.Odds;
 }
 
-void LimitBase(const ProportionList& list, f64& lower, f64& upper) {
+void LimitBase(const ProportionList& list, f64& lower, f64& upper, f64 (*residual)()) {
     if (IsMirrored(list))
-        LeftTailLimit(lower, upper, MirrorPoint(list));
+        KeepOneSide(lower, upper, MirrorPoint(list), SearchesLeft() ? Side::Below : Side::Above,
+                    residual);
 }
 
-void LimitEffect(const ProportionList& list, f64& lower, f64& upper) {
-    if (HasTwo(list) && UnknownParNo == list.H1 && list.Mode != AsValue)
-        LimitBase(list, lower, upper);
+void LimitEffect(const ProportionList& list, f64& lower, f64& upper, f64 (*residual)()) {
     if (NoOfTails == TwoOneSided) {
         const f64 left = ParValue(list.H0);
         const f64 right = ParValue(list.H0 + 1);
@@ -147,15 +147,17 @@ void LimitEffect(const ProportionList& list, f64& lower, f64& upper) {
         // The H0 value in the form of the H1 entry.
         LeftTailLimit(lower, upper, InForm(ParValue(list.H0), ParValue(list.H0), list.Mode));
     }
+    if (HasTwo(list) && UnknownParNo == list.H1 && list.Mode != AsValue)
+        LimitBase(list, lower, upper, residual);
 }
 
-void LimitNull(const ProportionList& list, f64& lower, f64& upper) {
+void LimitNull(const ProportionList& list, f64& lower, f64& upper, f64 (*residual)()) {
     if (HasTwo(list))
         RightTailLimit(lower, upper, EnteredEffect(list));
     else if (list.Mode == AsValue)
         RightTailLimit(lower, upper, ParValue(list.H1));
     else
-        LimitBase(list, lower, upper);
+        LimitBase(list, lower, upper, residual);
 }
 
 f32 AsProportion(const ProportionList& list, f32 entered) {
@@ -243,19 +245,19 @@ bool CheckProportions(const ProportionList& list) {
     return CheckPair(base, static_cast<i16>(base + 1), ParMin(kind), ParMax(kind), list.Mode);
 }
 
-void LimitProportions(const ProportionList& list, f64& lower, f64& upper) {
+void LimitProportions(const ProportionList& list, f64& lower, f64& upper, f64 (*residual)()) {
     const i16 kind = ValueKind(list);
     if (HasTwo(list) || NoOfTails != TwoOneSided)
         PairLimits(lower, upper, BaseOf(list), ParMin(kind), ParMax(kind), list.Mode);
     if (UnknownParNo == list.H1 || (HasTwo(list) && UnknownParNo == list.Second)) {
-        LimitEffect(list, lower, upper);
+        LimitEffect(list, lower, upper, residual);
     } else if (list.H0 != 0 && NoOfTails == TwoOneSided) {
         if (UnknownParNo == list.H0)
             upper = MinOf(upper, EnteredEffect(list));
         else if (UnknownParNo == list.H0 + 1)
             lower = MaxOf(lower, EnteredEffect(list));
     } else if (list.H0 != 0 && UnknownParNo == list.H0) {
-        LimitNull(list, lower, upper);
+        LimitNull(list, lower, upper, residual);
     }
 }
 
@@ -289,8 +291,9 @@ bool CheckTwoSamples(const ProportionList& list, i16 size1) {
     return CheckProportions(list) && CheckTwoSizes(size1);
 }
 
-void LimitTwoSamples(const ProportionList& list, i16 size1, f64& lower, f64& upper) {
-    LimitProportions(list, lower, upper);
+void LimitTwoSamples(const ProportionList& list, i16 size1, f64& lower, f64& upper,
+                     f64 (*residual)()) {
+    LimitProportions(list, lower, upper, residual);
     LimitTwoSizes(size1, lower, upper);
 }
 

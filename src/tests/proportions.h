@@ -38,7 +38,7 @@ bool CheckProportions(const ProportionList& list);
 // Where a proportion is sought to which another is entered in relation, the power has the same
 // value twice, on both sides of the point at which the two add up to 1: the search takes the side
 // above that point, or below it when it goes left.
-void LimitProportions(const ProportionList& list, f64& lower, f64& upper);
+void LimitProportions(const ProportionList& list, f64& lower, f64& upper, f64 (*residual)());
 
 // Narrows the search to where the effect (H1 proportion, or difference of the two) lies between a
 // and b. The unknown is an H1 proportion of the list.
@@ -54,7 +54,8 @@ void LimitTwoSizes(i16 size1, f64& lower, f64& upper, f64 largestSize2 = AnySize
 
 // Two proportions and the sizes of their samples together.
 bool CheckTwoSamples(const ProportionList& list, i16 size1);
-void LimitTwoSamples(const ProportionList& list, i16 size1, f64& lower, f64& upper);
+void LimitTwoSamples(const ProportionList& list, i16 size1, f64& lower, f64& upper,
+                     f64 (*residual)());
 
 // --- Values -----------------------------------------------------------------------------------
 

@@ -97,8 +97,8 @@ bool TESTBIN::CheckPar() {
 
 void TESTBIN::SearchLimits(f64& lower, f64& upper) {
     if (NoOfSamples == TwoSamples)
-        return LimitTwoSamples(list, size, lower, upper);
-    LimitProportions(list, lower, upper);
+        return LimitTwoSamples(list, size, lower, upper, RootFunction);
+    LimitProportions(list, lower, upper, RootFunction);
     if (BinExact == 1 && BinArcSine == 0 && UnknownParNo == size)
         StartFromTooSmall(lower, upper, RootFunction);
 }

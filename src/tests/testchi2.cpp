@@ -50,7 +50,7 @@ bool TESTCHI2::CheckPar() {
 }
 
 void TESTCHI2::SearchLimits(f64& lower, f64& upper) {
-    LimitTwoSamples(list, size1, lower, upper);
+    LimitTwoSamples(list, size1, lower, upper, RootFunction);
 }
 
 f64 TESTCHI2::RootFunction() {

@@ -111,7 +111,7 @@ bool TESTFISHER::CheckPar() {
 }
 
 void TESTFISHER::SearchLimits(f64& lower, f64& upper) {
-    LimitTwoSamples(list, size1, lower, upper);
+    LimitTwoSamples(list, size1, lower, upper, RootFunction);
     if (UnknownParNo == size1 || UnknownParNo == size1 + 1)
         StartFromTooSmall(lower, upper, RootFunction);
 }

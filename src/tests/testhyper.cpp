@@ -170,7 +170,7 @@ bool TESTHYPER::CheckPar() {
 }
 
 void TESTHYPER::SearchLimits(f64& lower, f64& upper) {
-    LimitProportions(list, lower, upper);
+    LimitProportions(list, lower, upper, RootFunction);
     if (NoOfSamples == TwoSamples)
         return LimitTwoPopulations(lower, upper);
     LimitOnePopulation(lower, upper);

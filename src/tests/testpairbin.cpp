@@ -212,7 +212,7 @@ bool TESTPAIRBIN::CheckPar() {
 }
 
 void TESTPAIRBIN::SearchLimits(f64& lower, f64& upper) {
-    LimitProportions(list, lower, upper);
+    LimitProportions(list, lower, upper, RootFunction);
     if (UnknownParNo == list.H1 || UnknownParNo == list.Second) {
         LimitByCells(lower, upper);
     } else if (UnknownParNo == third) {
