@@ -23,16 +23,29 @@ class Guide {
 
     void Tell(const QString& line) { tell_ << qPrintable(line) << std::endl; }
 
-    // The main window with the free-standing windows over it, as they stand on the screen.
+    // The windows as they stand on the screen, without the frames that the desktop adds.
     void Picture(const QString& name) {
         if (pictureFolder_.isEmpty())
             return;
         hands::Settle();
-        QPixmap picture = window_.grab();
-        QPainter painter(&picture);
+        QRect area = window_.geometry();
+        QWidgetList shown{&window_};
         for (QWidget* other : QApplication::topLevelWidgets()) {
-            if (other != &window_ && other->isVisible())
-                painter.drawPixmap(other->pos() - window_.pos(), other->grab());
+            if (other == &window_ || !other->isVisible())
+                continue;
+            area = area.united(other->geometry());
+            shown << other;
+        }
+        const qreal ratio = window_.devicePixelRatio();
+        QPixmap picture(area.size() * ratio);
+        picture.setDevicePixelRatio(ratio);
+        picture.fill(QApplication::palette().color(QPalette::Mid));
+        QPainter painter(&picture);
+        painter.setPen(QApplication::palette().color(QPalette::Shadow));
+        for (QWidget* each : shown) {
+            const QRect place = each->geometry().translated(-area.topLeft());
+            painter.drawPixmap(place.topLeft(), each->grab());
+            painter.drawRect(place.adjusted(0, 0, -1, -1));
         }
         painter.end();
         ++pictureNo_;
