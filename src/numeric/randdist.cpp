@@ -252,7 +252,8 @@ void RandChi2(f32 df) {
     if (df > 30.0F)
         return FillByWilsonHilferty(df);
     const auto k = static_cast<std::size_t>(MaxInteger(ToI16(df), 0));
-    ForEachBlock(ElementsOf(RandSample), BlockSize / 30, [k](std::span<f32> block) {
+    const std::size_t limit = BlockSize / std::max(k, std::size_t{1});
+    ForEachBlock(ElementsOf(RandSample), limit, [k](std::span<f32> block) {
         std::array<f64, BlockSize> normals;
         const auto terms = std::span(normals).first(k * block.size());
         DrawNormals(terms, NormalGuard);
