@@ -133,7 +133,8 @@ bool HasDistributionGraph() {
 } // namespace
 
 bool HasWindowKind(i16 windowKind) {
-    return windowKind == CalculationWindow;
+    return windowKind == CalculationWindow || windowKind == TableWindow ||
+           windowKind == GraphWindow;
 }
 
 void ShowNotAvailable(const std::string& what) {
