@@ -56,3 +56,86 @@ show(9382,
 show(9383,
      solve(function(n) oneSidedZ(0.025, log(1 / 0.67) / se(0.8, n)), 0.90, 5, 1000),
      oneSidedZ(0.025, log(0.95 / 0.67) / se(0.8, 84)))
+
+# --- Proportions
+
+# How many of the first probabilities together stay within the level. An exact tie counts as
+# within.
+exactTail <- function(p, level) sum(cumsum(p) <= level + 1e-12)
+fisher <- function(n, p1, p2, level = 0.05) {
+  power <- 0
+  for (t in 0:(2 * n)) {
+    x <- max(0, t - n):min(n, t)
+    given <- dhyper(x, n, n, t)
+    joint <- dbinom(x, n, p1) * dbinom(t - x, n, p2)
+    power <- power + sum(head(joint, exactTail(given, level / 2))) +
+      sum(tail(joint, exactTail(rev(given), level / 2)))
+  }
+  power
+}
+mcnemar <- function(n, s, d, level = 0.05) {
+  r <- (s + d) / (2 * s)
+  given <- sapply(1:199, function(m) {
+    k <- exactTail(dbinom(0:m, m, 0.5), level / 2)
+    pbinom(k - 1, m, r) + pbinom(m - k, m, r, lower.tail = FALSE)
+  })
+  sum(dbinom(1:199, n, s) * given)
+}
+betweenWhole <- function(power, target, n) {
+  a <- power(n)
+  b <- power(n + 1)
+  stopifnot(a < target, target <= b)
+  n + (target - a) / (b - a)
+}
+unpooled <- function(p1, p2, n) sqrt((p1 * (1 - p1) + p2 * (1 - p2)) / n)
+twoProportions <- function(n, p1, p2, alpha = 0.05) {
+  p <- (p1 + p2) / 2
+  pnorm((abs(p2 - p1) - qnorm(1 - alpha / 2) * unpooled(p, p, n)) / unpooled(p1, p2, n))
+}
+tostProportions <- function(n, p1, p2, limit, alpha = 0.05) {
+  z <- qnorm(1 - alpha)
+  m <- (p1 + p2) / 2
+  s0 <- unpooled(m - limit / 2, m + limit / 2, n)
+  s1 <- unpooled(p1, p2, n)
+  pnorm((p2 - p1 + limit - z * s0) / s1) + pnorm((limit - p2 + p1 - z * s0) / s1) - 1
+}
+# p10 + p01 by the formula of Tango (1998), where help_examples.py maximises the likelihood.
+likeliestSum <- function(s, d, d0) {
+  larger <- (s + sign(d0) * d) / 2
+  smaller <- s - larger
+  e <- abs(d0)
+  b <- -larger - smaller + (2 - larger + smaller) * e
+  2 * (sqrt(b^2 + 8 * smaller * e * (1 - e)) - b) / 4 + e
+}
+pairsShift <- function(n, s, d, d0, alpha) {
+  se0 <- sqrt((likeliestSum(s, d, d0) - d0^2) / n)
+  pnorm((d - d0 - qnorm(1 - alpha) * se0) / sqrt((s - d^2) / n))
+}
+tostPairs <- function(n, s, d, limit, alpha = 0.05)
+  pairsShift(n, s, d, -limit, alpha) + pairsShift(n, s, -d, -limit, alpha) - 1
+
+show(9320,
+     betweenWhole(function(n) fisher(n, 0.2, 0.6), 0.80, 26),
+     fisher(27, 0.2, 0.6),
+     solve(function(p) fisher(20, 0.2, p), 0.80, 0.3, 0.95))
+show(9321,
+     betweenWhole(function(n) mcnemar(n, 0.15, 0.05), 0.90, 651),
+     solve(function(d) mcnemar(500, 0.15, d), 0.90, 0.02, 0.10))
+show(9322,
+     solve(function(n) twoProportions(n, 0.4, 0.3), 0.90, 3, 10000),
+     twoProportions(400, 0.4, 0.3))
+show(9377,
+     solve(function(n) tostProportions(n, 0.8, 0.8, 0.15), 0.80, 10, 1000),
+     tostProportions(120, 0.8, 0.83, 0.15))
+show(9384,
+     solve(function(n) oneSidedZ(0.025, 0.1 / unpooled(0.85, 0.85, n)), 0.80, 10, 1000),
+     solve(function(m) oneSidedZ(0.025, -m / unpooled(0.85, 0.85, 150)), 0.80, -0.5, -0.01))
+show(9421,
+     sapply(c(0.2, 0.3), function(s)
+       solve(function(n) pairsShift(n, s, 0.1, 0, 0.025), 0.80, 3, 10000)))
+show(9422,
+     solve(function(n) tostPairs(n, 0.15, 0, 0.1), 0.90, 10, 1000),
+     tostPairs(181, 0.15, 0.02, 0.1))
+show(9423,
+     sapply(c(0.18, 0.25), function(s)
+       solve(function(n) pairsShift(n, s, 0, -0.1, 0.025), 0.80, 10, 1000)))

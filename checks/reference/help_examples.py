@@ -3,12 +3,14 @@
 
 Independent of the program: powers come from scipy's normal and non-central t distributions and, for
 two one-sided t-tests, from the integral over the distribution of the estimated standard deviation
-(Owen 1965; Phillips 1990). Other unknowns are found with Brent's method on the exact power.
+(Owen 1965; Phillips 1990). Those of exact tests are sums over all outcomes, their rejection regions
+found in integers. Other unknowns are found with Brent's method on the exact power.
 help_examples.R confirms them.
 
 Needs Python 3 with scipy.
 """
 import math
+from fractions import Fraction
 from scipy import integrate, optimize, stats
 
 
@@ -90,3 +92,115 @@ show(9382,
 show(9383,
      solve(lambda n: one_sided_z(0.025, math.log(1 / 0.67) / se(0.8, n)), 0.90, 5, 1000),
      one_sided_z(0.025, math.log(0.95 / 0.67) / se(0.8, 84)))
+
+
+# --- Proportions ------------------------------------------------------------------------------
+
+def exact_tail(weights, level):
+    """How many of the first weights together stay within the level."""
+    total = sum(weights)
+    count = s = 0
+    for w in weights:
+        s += w
+        if s > level * total:
+            break
+        count += 1
+    return count
+
+
+def binomial(n, p):
+    return stats.binom.pmf(range(n + 1), n, p)
+
+
+def fisher(n, p1, p2, level=Fraction(5, 100)):
+    """Two-sided, n in each group."""
+    f1, f2 = binomial(n, p1), binomial(n, p2)
+    power = 0
+    for t in range(2 * n + 1):
+        first = max(0, t - n)
+        weights = [math.comb(n, x) * math.comb(n, t - x) for x in range(first, min(n, t) + 1)]
+        joint = [f1[first + i] * f2[t - first - i] for i in range(len(weights))]
+        low, high = exact_tail(weights, level / 2), exact_tail(weights[::-1], level / 2)
+        power += sum(joint[:low]) + sum(joint[len(joint) - high:])
+    return power
+
+
+def mcnemar(n, s, d, level=Fraction(5, 100)):
+    """Two-sided; all that counts lies below 200 discordant pairs here."""
+    r = (s + d) / (2 * s)
+    power = 0
+    for m in range(1, 200):
+        k = exact_tail([math.comb(m, x) for x in range(m + 1)], level / 2)
+        given = stats.binom.cdf(k - 1, m, r) + stats.binom.sf(m - k, m, r)
+        power += stats.binom.pmf(m, n, s) * given
+    return power
+
+
+def between_whole(power, target, n):
+    """Where the straight line from n to n + 1 crosses the target."""
+    a, b = power(n), power(n + 1)
+    assert a < target <= b
+    return n + (target - a) / (b - a)
+
+
+def unpooled(p1, p2, n):
+    return math.sqrt((p1 * (1 - p1) + p2 * (1 - p2)) / n)
+
+
+def two_proportions(n, p1, p2, alpha=0.05):
+    z = stats.norm.ppf(1 - alpha / 2)
+    pooled = unpooled((p1 + p2) / 2, (p1 + p2) / 2, n)
+    return stats.norm.cdf((abs(p2 - p1) - z * pooled) / unpooled(p1, p2, n))
+
+
+def tost_proportions(n, p1, p2, limit, alpha=0.05):
+    z = stats.norm.ppf(1 - alpha)
+    mean, d, s1 = (p1 + p2) / 2, p2 - p1, unpooled(p1, p2, n)
+    s0 = unpooled(mean - limit / 2, mean + limit / 2, n)
+    return stats.norm.cdf((d + limit - z * s0) / s1) + stats.norm.cdf((limit - d - z * s0) / s1) - 1
+
+
+def likeliest_sum(s, d, d0):
+    """p10 + p01 at the maximum of the likelihood under p10 - p01 = d0."""
+    def loss(q):
+        a, b = q + max(d0, 0), q - min(d0, 0)
+        return -((s + d) / 2 * math.log(a) + (s - d) / 2 * math.log(b) +
+                 (1 - s) * math.log(1 - a - b))
+    top = (1 - abs(d0)) / 2
+    return 2 * optimize.minimize_scalar(loss, bounds=(1e-12, top - 1e-12), method='bounded',
+                                        options={'xatol': 1e-13}).x + abs(d0)
+
+
+def pairs_shift(n, s, d, d0, alpha):
+    """Score form: the probability that the difference is shown to lie above d0."""
+    se0 = math.sqrt((likeliest_sum(s, d, d0) - d0 * d0) / n)
+    return stats.norm.cdf((d - d0 - stats.norm.ppf(1 - alpha) * se0) / math.sqrt((s - d * d) / n))
+
+
+def tost_pairs(n, s, d, limit, alpha=0.05):
+    return pairs_shift(n, s, d, -limit, alpha) + pairs_shift(n, s, -d, -limit, alpha) - 1
+
+
+show(9320,
+     between_whole(lambda n: fisher(n, 0.2, 0.6), 0.80, 26),
+     fisher(27, 0.2, 0.6),
+     solve(lambda p: fisher(20, 0.2, p), 0.80, 0.3, 0.95))
+show(9321,
+     between_whole(lambda n: mcnemar(n, 0.15, 0.05), 0.90, 651),
+     solve(lambda d: mcnemar(500, 0.15, d), 0.90, 0.02, 0.10))
+show(9322,
+     solve(lambda n: two_proportions(n, 0.4, 0.3), 0.90, 3, 10000),
+     two_proportions(400, 0.4, 0.3))
+show(9377,
+     solve(lambda n: tost_proportions(n, 0.8, 0.8, 0.15), 0.80, 10, 1000),
+     tost_proportions(120, 0.8, 0.83, 0.15))
+show(9384,
+     solve(lambda n: one_sided_z(0.025, 0.1 / unpooled(0.85, 0.85, n)), 0.80, 10, 1000),
+     solve(lambda m: one_sided_z(0.025, -m / unpooled(0.85, 0.85, 150)), 0.80, -0.5, -0.01))
+show(9421,
+     *(solve(lambda n: pairs_shift(n, s, 0.1, 0, 0.025), 0.80, 3, 10000) for s in (0.2, 0.3)))
+show(9422,
+     solve(lambda n: tost_pairs(n, 0.15, 0, 0.1), 0.90, 10, 1000),
+     tost_pairs(181, 0.15, 0.02, 0.1))
+show(9423,
+     *(solve(lambda n: pairs_shift(n, s, 0, -0.1, 0.025), 0.80, 10, 1000) for s in (0.18, 0.25)))
