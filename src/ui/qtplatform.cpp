@@ -1,12 +1,17 @@
 #include "ui/qtplatform.h"
 
 #include "core/analysis.h"
+#include "core/analysis_state.h"
+#include "core/showpar.h"
+#include "ui/frmgraphortext.h"
 #include "ui/frmmain.h"
 #include "ui/frmnewwindow.h"
 #include "ui/frmprogress.h"
+#include "ui/outputdevices.h"
 #include "ui/qttext.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QMessageBox>
 
 namespace quorvanta {
@@ -61,10 +66,14 @@ QtPlatform::QtPlatform(frmMain& window) : window_(window) {
     SetPlatform(*this);
 }
 
+QWidget* QtPlatform::Front() const {
+    QWidget* active = QApplication::activeWindow();
+    return active != nullptr ? active : &window_;
+}
+
 Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
                           const std::string& title) {
-    QWidget* active = QApplication::activeWindow();
-    QWidget* parent = active != nullptr ? active : &window_;
+    QWidget* parent = Front();
     QMessageBox box(parent);
     box.setObjectName("msgBox");
     box.setWindowTitle(title.empty() ? ProgramTitle() : ToQt(title));
@@ -96,15 +105,50 @@ f64 QtPlatform::Timer() {
 }
 
 void QtPlatform::ShowProgress(i32 total) {
-    window_.Progress().Start(total);
+    if (IsTableOrGraph())
+        window_.StartRun(total);
+    else
+        window_.Progress().Start(total);
 }
 
 void QtPlatform::StepProgress() {
-    window_.Progress().Step();
+    if (IsTableOrGraph())
+        window_.StepRun();
+    else
+        window_.Progress().Step();
 }
 
 void QtPlatform::HideProgress() {
     window_.Progress().hide();
+    window_.EndRun();
+}
+
+std::optional<std::string> QtPlatform::AskOpenName(const FileDialog& dialog) {
+    return fileDialogs_.AskOpenName(Front(), dialog);
+}
+
+std::optional<std::string> QtPlatform::AskSaveName(const FileDialog& dialog) {
+    return fileDialogs_.AskSaveName(Front(), dialog);
+}
+
+std::optional<OutputForm> QtPlatform::AskOutputForm(OutputAction action) {
+    return frmGraphOrText(Front(), action).Ask();
+}
+
+void QtPlatform::CopyText(const std::string& plain, const std::string& rtf) {
+    CopyTextToClipboard(ToQt(plain), QByteArray::fromStdString(rtf));
+}
+
+void QtPlatform::CopyPicture(const Drawing& drawing) {
+    QApplication::clipboard()->setImage(PictureOf(drawing, window_.PictureInches()));
+}
+
+void QtPlatform::Print(const Drawing& drawing) {
+    PrintWithPreview(Front(), ToQt(AnalysisFileName), drawing);
+}
+
+std::string QtPlatform::Bitmap(const Drawing& drawing) {
+    return BitmapOf(drawing, window_.PictureInches()).toStdString();
 }
 
 std::optional<i16> QtPlatform::AskWindowKind(bool offerSimulation) {
@@ -138,6 +182,11 @@ void QtPlatform::Hide(FloatingWindow window) {
         return;
     floating->hide();
     window_.activateWindow();
+}
+
+bool QtPlatform::IsShown(FloatingWindow window) {
+    const QWidget* floating = window_.Floating(window);
+    return floating != nullptr && floating->isVisible();
 }
 
 void QtPlatform::RefreshMenus() {

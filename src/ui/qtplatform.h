@@ -2,8 +2,11 @@
 #pragma once
 
 #include "core/platform.h"
+#include "ui/filedialogs.h"
 
 #include <QElapsedTimer>
+
+class QWidget;
 
 namespace quorvanta {
 
@@ -23,6 +26,13 @@ class QtPlatform : public Platform {
     void StepProgress() override;
     void HideProgress() override;
     std::optional<i16> AskWindowKind(bool offerSimulation) override;
+    std::optional<std::string> AskOpenName(const FileDialog& dialog) override;
+    std::optional<std::string> AskSaveName(const FileDialog& dialog) override;
+    std::optional<OutputForm> AskOutputForm(OutputAction action) override;
+    void CopyText(const std::string& plain, const std::string& rtf) override;
+    void CopyPicture(const Drawing& drawing) override;
+    void Print(const Drawing& drawing) override;
+    std::string Bitmap(const Drawing& drawing) override;
     void OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,
                    const std::string& caption) override;
     void RaiseChild(i16 windowKind, i16 windowNo) override;
@@ -30,11 +40,15 @@ class QtPlatform : public Platform {
     void RefreshOptions() override;
     void Show(FloatingWindow window) override;
     void Hide(FloatingWindow window) override;
+    bool IsShown(FloatingWindow window) override;
     void RefreshMenus() override;
     void CloseMain() override;
 
   private:
+    QWidget* Front() const;
+
     frmMain& window_;
+    FileDialogs fileDialogs_;
     QElapsedTimer clock_;
     qint64 lastPump_ = 0; // of clock_, nanoseconds
 };
