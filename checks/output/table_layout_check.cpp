@@ -177,9 +177,9 @@ TEST_F(Tables, NumbersAreDrawnFlushRight) {
         const auto* found = surface.Find(text);
         return found == nullptr ? -1 : found->At.X + found->Width;
     };
-    EXPECT_NEAR(edge("0.01"), edge("0.110"), 1e-9);
-    EXPECT_NEAR(edge("0.01"), edge("-0.500"), 1e-9);
-    EXPECT_NEAR(edge("0.02"), edge("0.120"), 1e-9);
+    EXPECT_NEAR(edge("0.01"), edge("0.11"), 1e-9);
+    EXPECT_NEAR(edge("0.01"), edge("-0.50"), 1e-9);
+    EXPECT_NEAR(edge("0.02"), edge("0.12"), 1e-9);
     EXPECT_GT(edge("0.02") - 5 * C, edge("0.01"));
     EXPECT_NEAR(edge("0.5"), edge("1.5"), 1e-9);
 }

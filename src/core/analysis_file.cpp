@@ -221,10 +221,7 @@ void SaveAnalysis() {
 void CopyOutput() {
     OutputCommand(OutputAction::Copy);
     if (Cancelled == False)
-        ThePlatform().MsgBox(
-            WindowKindName() +
-                " Has Been Copied To the Clipboard for Pasting Into Other Applications",
-            Buttons::Ok, Icon::Exclamation, "Copy");
+        TellCopied();
 }
 
 } // namespace

@@ -107,10 +107,17 @@ void OutputCommand(OutputAction action) {
         Cancelled = True;
 }
 
+void TellCopied() {
+    ThePlatform().MsgBox(
+        WindowKindName() + " Has Been Copied To the Clipboard for Pasting Into Other Applications",
+        Buttons::Ok, Icon::Exclamation, "Copy");
+}
+
 void OutputResult(OutputAction action) {
+    const bool isGiven = HasOutput() && GiveOutText(action, ResultDocument());
+    if (isGiven && action == OutputAction::Copy)
+        TellCopied();
     Cancelled = False;
-    if (!HasOutput() || !GiveOutText(action, ResultDocument()))
-        Cancelled = True;
 }
 
 } // namespace quorvanta

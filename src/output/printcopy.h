@@ -23,7 +23,10 @@ bool HasOutput();
 // up, if there is nothing to give out, or if it could not be saved.
 void OutputCommand(OutputAction action);
 
-// The same for the text that the Output window shows.
+// Tells that the window in front has been copied.
+void TellCopied();
+
+// The same as OutputCommand for the text that the Output window shows, with the message of a copy.
 void OutputResult(OutputAction action);
 
 } // namespace quorvanta

@@ -31,11 +31,32 @@ void ChildWindow::FitToContent() {
     // The frame keeps the size hint of its content from before.
     frame->layout()->invalidate();
     frame->resize(frame->sizeHint() - sizeHint() + QSize(width, height));
-    if (const QWidget* area = frame->parentWidget()) {
-        const QPoint limit(area->width() - frame->width(), area->height() - frame->height());
-        frame->move(std::clamp(frame->x(), 0, std::max(0, limit.x())),
-                    std::clamp(frame->y(), 0, std::max(0, limit.y())));
-    }
+    KeepInside();
+}
+
+void ChildWindow::KeepInside() {
+    QWidget* frame = parentWidget();
+    if (frame == nullptr || frame->isMaximized() || frame->isMinimized() ||
+        frame->parentWidget() == nullptr)
+        return;
+    const QSize area = frame->parentWidget()->size();
+    frame->resize(frame->size().boundedTo(area).expandedTo(frame->minimumSizeHint()));
+    const QPoint limit(area.width() - frame->width(), area.height() - frame->height());
+    frame->move(std::clamp(frame->x(), 0, std::max(0, limit.x())),
+                std::clamp(frame->y(), 0, std::max(0, limit.y())));
+}
+
+void ChildWindow::RequestOutputMenu(const QPoint& at) {
+    if (AnalysisTag() == AnalysisNo && Calculating == False && Calculated != False)
+        emit OutputMenuRequested(at);
+}
+
+QString ChildWindow::RunHint() {
+    if (TestName.empty() && DistrName.empty())
+        return tr("Choose a test or a distribution from the menus.");
+    if (NoOfPar < 1)
+        return tr("Choose the options, then press OK.");
+    return tr("Choose the axes and the values at the side, then press OK.");
 }
 
 void ChildWindow::Form_Activate() {

@@ -27,6 +27,9 @@ class ChildWindow : public QWidget {
     // unless the user has maximized or minimized it.
     void FitToContent();
 
+    // Moves and shrinks the window into the area of the child windows.
+    void KeepInside();
+
     // The window came to the front.
     void Form_Activate();
 
@@ -36,7 +39,17 @@ class ChildWindow : public QWidget {
     // Closes the window without asking.
     void Unload();
 
+  signals:
+    // The pop-up menu of a window with a result is asked for, at a place on the screen.
+    void OutputMenuRequested(const QPoint& at);
+
   protected:
+    // Asks for that menu if the window shows a valid result.
+    void RequestOutputMenu(const QPoint& at);
+
+    // What to do next in the window of a table or graph that has no result yet.
+    static QString RunHint();
+
     void closeEvent(QCloseEvent* event) override;
 
   private:

@@ -167,16 +167,7 @@ void frmCalc::txtParValue_Change(i16 i) {
         box.Write(ToQt(ParText(ParKind(i))));
         return;
     }
-    const QString typed = box.text();
-    const QString accepted = ToQt(TypedParText(i, FromQt(typed)));
-    if (accepted != typed) {
-        // What was taken out does not occur in what is left, so the cursor moves left by its share.
-        const auto left = typed.left(box.cursorPosition());
-        const auto kept = std::count_if(left.begin(), left.end(),
-                                        [&accepted](QChar c) { return accepted.contains(c); });
-        box.Write(accepted);
-        box.setCursorPosition(static_cast<int>(kept));
-    }
+    box.Accept(ToQt(TypedParText(i, FromQt(box.text()))));
     lblHead1_->setText(ToQt(ParListName));
     ShowMarks();
 }
@@ -210,8 +201,8 @@ void frmCalc::Form_MouseUp(const QPoint& at) {
 }
 
 void frmCalc::OpenOutputMenu(const QPoint& at) {
-    if (Calculated != False && !txtParValue_[static_cast<std::size_t>(UnknownParNo)]->IsGrey())
-        emit OutputMenuRequested(at);
+    if (!txtParValue_[static_cast<std::size_t>(UnknownParNo)]->IsGrey())
+        RequestOutputMenu(at);
 }
 
 bool frmCalc::eventFilter(QObject* watched, QEvent* event) {

@@ -35,10 +35,6 @@ class frmCalc : public ChildWindow {
     void lblHead1_MouseUp(const QPoint& at);
     void Form_MouseUp(const QPoint& at);
 
-  signals:
-    // The pop-up menu of a window with a result is asked for, at a place on the screen.
-    void OutputMenuRequested(const QPoint& at);
-
   protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

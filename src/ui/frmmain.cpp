@@ -6,22 +6,33 @@
 #include "core/fault.h"
 #include "core/general.h"
 #include "core/setup.h"
+#include "core/showpar.h"
+#include "output/printcopy.h"
 #include "ui/frmabout.h"
 #include "ui/frmcalc.h"
+#include "ui/frmgraph.h"
+#include "ui/frmoutput.h"
 #include "ui/frmprogress.h"
+#include "ui/frmshowpar.h"
 #include "ui/frmshowsmp.h"
+#include "ui/frmsummary.h"
+#include "ui/frmtable.h"
 #include "ui/helpviewer.h"
 #include "ui/mdiarea.h"
 #include "ui/qttext.h"
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
+#include <QUrl>
 
 #include <algorithm>
 
@@ -57,8 +68,8 @@ constexpr EntryHint entryHints[] = {
     {MenuAction::GetInfo, 4, "The distributions behind the result."},
 };
 
-// The entries of the File menu that work on the window in front.
-constexpr i16 entriesOfAWindow[] = {7, 9, 10, 11};
+// The entries of the File menu that give out what the window in front shows.
+constexpr i16 outputEntries[] = {FilePrintOutput, FileCopyOutput, FileSaveOutput};
 
 QString EntryName(const MenuItem& item) {
     const QString name = ToQt(item.Name);
@@ -69,7 +80,8 @@ QString EntryName(const MenuItem& item) {
 
 frmMain::frmMain()
     : area_(new MdiArea(this)), hint_(new QLabel(this)), frmShowSmp_(new frmShowSmp(this)),
-      frmProgress_(new frmProgress(this)) {
+      frmShowPar_(new frmShowPar(this)), frmSummary_(new frmSummary(this)),
+      frmOutput_(new frmOutput(this)), frmProgress_(new frmProgress(this)) {
     setObjectName("frmMain");
     setWindowTitle(ProgramTitle());
     area_->setObjectName("mdiArea");
@@ -77,6 +89,10 @@ frmMain::frmMain()
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(area_);
     connect(area_, &QMdiArea::subWindowActivated, this, &frmMain::ChildToFront);
+    addDockWidget(Qt::RightDockWidgetArea, frmShowPar_);
+    frmShowPar_->hide();
+    setContextMenuPolicy(Qt::NoContextMenu); // which would offer to hide frmShowPar
+    setAcceptDrops(true);
 
     hint_->setObjectName("lblStatus");
     hint_->setContentsMargins(fontMetrics().averageCharWidth(), 0, 0, 0);
@@ -205,6 +221,8 @@ void frmMain::mnuGetInfo_Click(i16 index) {
         return OpenHelp(HelpParameters());
     case 2:
         return OpenHelp(HelpExample());
+    case 3:
+        return ShowFloating(FloatingWindow::Summary);
     default:
         return ShowNotAvailable(StripAmpersand(FromQt(mnuGetInfo_.at(index)->text())));
     }
@@ -224,13 +242,13 @@ void frmMain::mnuHelp_Click(i16 index) {
 void frmMain::mnuOutputOption_Click(i16 index) {
     switch (index) {
     case 1:
-        return FileCommand(7);
+        return FileCommand(FileSaveAnalysis);
     case 3:
-        return FileCommand(9);
+        return FileCommand(FilePrintOutput);
     case 4:
-        return FileCommand(10);
+        return FileCommand(FileCopyOutput);
     default:
-        return FileCommand(11);
+        return FileCommand(FileSaveOutput);
     }
 }
 
@@ -245,8 +263,9 @@ void frmMain::PopUpOutputMenu(const QPoint& at) {
 void frmMain::RefreshMenus() {
     for (const auto& [index, action] : mnuGetInfo_)
         action->setEnabled(GetInfoEnabled(index));
-    for (const i16 index : entriesOfAWindow)
-        mnuFile_.at(index)->setEnabled(AnalysisNo > 0);
+    mnuFile_.at(FileSaveAnalysis)->setEnabled(AnalysisNo > 0);
+    for (const i16 index : outputEntries)
+        mnuFile_.at(index)->setEnabled(HasOutput());
     ShowHint();
 }
 
@@ -257,6 +276,9 @@ void frmMain::ShowHint() {
         hint_->setText(tr("Choose the options of the analysis, then press OK. Esc gives them up."));
     else if (NoOfPar == 0)
         hint_->setText(tr("Choose a test or a distribution from the menus for this window."));
+    else if (IsTableOrGraph())
+        hint_->setText(tr("Choose the axes and the values, then press OK. F1 explains the "
+                          "analysis."));
     else
         hint_->setText(tr("Type the values, then press the label of the parameter to calculate. "
                           "F1 explains the analysis."));
@@ -287,11 +309,22 @@ ChildWindow* frmMain::CurrentChild() const {
     return nullptr;
 }
 
-void frmMain::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo, const QString& caption) {
-    if (windowKind != CalculationWindow)
+ChildWindow* frmMain::MakeChild(i16 windowKind, i16 windowNo, i16 analysisNo) {
+    switch (windowKind) {
+    case CalculationWindow:
+        return new frmCalc(windowNo, analysisNo);
+    case TableWindow:
+        return new frmTable(windowNo, analysisNo);
+    case GraphWindow:
+        return new frmGraph(windowNo, analysisNo);
+    default:
         throw RunTimeError(Fault::InvalidArgument);
-    auto* child = new frmCalc(windowNo, analysisNo);
-    connect(child, &frmCalc::OutputMenuRequested, this, &frmMain::PopUpOutputMenu);
+    }
+}
+
+void frmMain::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo, const QString& caption) {
+    ChildWindow* child = MakeChild(windowKind, windowNo, analysisNo);
+    connect(child, &ChildWindow::OutputMenuRequested, this, &frmMain::PopUpOutputMenu);
     child->setWindowTitle(caption);
     QMdiSubWindow* frame = area_->addSubWindow(child);
     frame->setAttribute(Qt::WA_DeleteOnClose);
@@ -314,8 +347,12 @@ void frmMain::RaiseChild(i16 windowKind, i16 windowNo) {
 }
 
 void frmMain::RefreshChild() {
-    if (ChildWindow* child = CurrentChild())
+    if (ChildWindow* child = CurrentChild()) {
+        child->setWindowTitle(ToQt(AnalysisFileName));
         child->Refresh();
+    }
+    if (frmShowPar_->isVisible())
+        frmShowPar_->Refresh();
     ShowHint();
 }
 
@@ -327,34 +364,106 @@ void frmMain::ChildToFront(QMdiSubWindow* frame) {
 }
 
 QWidget* frmMain::Floating(FloatingWindow window) const {
-    return window == FloatingWindow::Options ? frmShowSmp_ : nullptr;
+    switch (window) {
+    case FloatingWindow::Options:
+        return frmShowSmp_;
+    case FloatingWindow::Parameters:
+        return frmShowPar_;
+    case FloatingWindow::Summary:
+        return frmSummary_;
+    case FloatingWindow::Output:
+        return frmOutput_;
+    default:
+        return nullptr;
+    }
 }
 
 void frmMain::RefreshOptions() {
     frmShowSmp_->Refresh();
 }
 
-void frmMain::ShowFloating(FloatingWindow window) {
-    QWidget* floating = Floating(window);
-    if (floating == nullptr)
-        return;
-    floating->adjustSize();
-    // Beside the current window, so that both are seen.
+// Beside the current window, so that both are seen, as far as the screen has room.
+QPoint frmMain::PlaceBeside(const QSize& size) const {
     QPoint place = area_->mapToGlobal(QPoint(0, 0));
     if (const ChildWindow* child = CurrentChild())
         place = child->parentWidget()->mapToGlobal(
             QPoint(child->parentWidget()->width() + fontMetrics().height(), 0));
     const QRect screenArea = screen()->availableGeometry();
-    const QSize room = screenArea.size() - floating->frameSize();
-    place.setX(
-        std::clamp(place.x(), screenArea.left(), screenArea.left() + std::max(0, room.width())));
-    place.setY(
-        std::clamp(place.y(), screenArea.top(), screenArea.top() + std::max(0, room.height())));
-    floating->move(place);
+    const QSize room = screenArea.size() - size;
+    return {std::clamp(place.x(), screenArea.left(), screenArea.left() + std::max(0, room.width())),
+            std::clamp(place.y(), screenArea.top(), screenArea.top() + std::max(0, room.height()))};
+}
+
+void frmMain::ShowFloating(FloatingWindow window) {
+    QWidget* floating = Floating(window);
+    if (floating == nullptr)
+        return;
+    if (window == FloatingWindow::Parameters) {
+        // It takes its room from the area of the child windows and covers none of them.
+        frmShowPar_->Refresh();
+        frmShowPar_->show();
+        layout()->activate();
+        if (ChildWindow* child = CurrentChild())
+            child->KeepInside();
+        return;
+    }
+    if (window == FloatingWindow::Summary)
+        frmSummary_->Refresh();
+    if (window == FloatingWindow::Output)
+        frmOutput_->Refresh();
+    floating->adjustSize();
+    floating->move(PlaceBeside(floating->frameSize()));
     floating->show();
     floating->raise();
     floating->activateWindow();
     ShowHint();
+}
+
+void frmMain::StartRun(i32 total) {
+    frmShowPar_->StartProgress(total);
+    menuBar()->setEnabled(false);
+    area_->setEnabled(false);
+}
+
+void frmMain::StepRun() {
+    frmShowPar_->StepProgress();
+}
+
+void frmMain::EndRun() {
+    frmShowPar_->EndProgress();
+    menuBar()->setEnabled(true);
+    area_->setEnabled(true);
+}
+
+QSizeF frmMain::PictureInches() const {
+    const auto* graph = qobject_cast<frmGraph*>(CurrentChild());
+    return graph != nullptr ? graph->PictureInches() : QSizeF(6.6, 4.6);
+}
+
+namespace {
+
+QStringList AnalysisFiles(const QMimeData& data) {
+    QStringList paths;
+    for (const QUrl& url : data.urls()) {
+        if (url.isLocalFile() && url.toLocalFile().endsWith(".dim", Qt::CaseInsensitive))
+            paths << url.toLocalFile();
+    }
+    return paths;
+}
+
+} // namespace
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (Calculating == False && !AnalysisFiles(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void frmMain::dropEvent(QDropEvent* event) {
+    if (Calculating != False)
+        return;
+    event->acceptProposedAction();
+    for (const QString& path : AnalysisFiles(*event->mimeData()))
+        ReadAnalysisFile(FromQt(path));
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

@@ -20,8 +20,11 @@ class QMenu;
 namespace quorvanta {
 
 class ChildWindow;
+class frmOutput;
 class frmProgress;
+class frmShowPar;
 class frmShowSmp;
+class frmSummary;
 
 class frmMain : public QMainWindow {
     Q_OBJECT
@@ -46,6 +49,15 @@ class frmMain : public QMainWindow {
 
     frmProgress& Progress() { return *frmProgress_; }
 
+    // A table or graph run shows how far it has come in frmShowPar. Until it ends nothing else in
+    // this window takes part.
+    void StartRun(i32 total);
+    void StepRun();
+    void EndRun();
+
+    // The size of a picture that goes out: that of the graph in front.
+    QSizeF PictureInches() const;
+
     void mnuFile_Click(i16 index);
     void mnuGetInfo_Click(i16 index);
     void mnuHelp_Click(i16 index);
@@ -56,6 +68,8 @@ class frmMain : public QMainWindow {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     void MakeMenus();
@@ -69,6 +83,8 @@ class frmMain : public QMainWindow {
     std::vector<ChildWindow*> Children() const;
     QPoint CascadePlace(const QSize& size) const;
     void ShowHint();
+    ChildWindow* MakeChild(i16 windowKind, i16 windowNo, i16 analysisNo);
+    QPoint PlaceBeside(const QSize& size) const;
 
     QMdiArea* area_;
     QLabel* hint_;
@@ -77,6 +93,9 @@ class frmMain : public QMainWindow {
     std::map<i16, QAction*> mnuFile_;
     std::map<i16, QAction*> mnuGetInfo_;
     frmShowSmp* frmShowSmp_;
+    frmShowPar* frmShowPar_;
+    frmSummary* frmSummary_;
+    frmOutput* frmOutput_;
     frmProgress* frmProgress_;
 };
 

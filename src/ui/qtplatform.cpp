@@ -1,23 +1,18 @@
 #include "ui/qtplatform.h"
 
 #include "core/analysis.h"
+#include "core/analysis_state.h"
+#include "core/showpar.h"
+#include "ui/frmgraphortext.h"
 #include "ui/frmmain.h"
 #include "ui/frmnewwindow.h"
 #include "ui/frmprogress.h"
-#include "ui/qtsurface.h"
+#include "ui/outputdevices.h"
 #include "ui/qttext.h"
 
 #include <QApplication>
-#include <QBuffer>
 #include <QClipboard>
-#include <QFileDialog>
-#include <QFileInfo>
-#include <QImage>
 #include <QMessageBox>
-#include <QMimeData>
-#include <QPainter>
-#include <QPrintPreviewDialog>
-#include <QPrinter>
 
 namespace quorvanta {
 
@@ -64,33 +59,6 @@ Answer BoxAnswer(int button) {
     }
 }
 
-// "A (*.a)|*.a|B (*.b)|*.b" as the dialog of Qt wants it: "A (*.a)", "B (*.b)". "*.*" is written
-// "*" there: a name need not have a point.
-QStringList NameFilters(const std::string& filter) {
-    const QStringList parts = ToQt(filter).split('|');
-    QStringList names;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        const QString name = parts[i].section(" (", 0, 0);
-        names << name + " (" + (parts[i + 1] == "*.*" ? QString("*") : parts[i + 1]) + ")";
-    }
-    return names;
-}
-
-// A picture for other programs: black on white, 7 by 5 inches.
-QImage Picture(const Drawing& drawing) {
-    constexpr f64 dpi = 192;
-    constexpr f64 metre = 39.37;
-    const QSize size(7 * static_cast<int>(dpi), 5 * static_cast<int>(dpi));
-    QImage image(size, QImage::Format_RGB32);
-    image.setDotsPerMeterX(static_cast<int>(dpi * metre));
-    image.setDotsPerMeterY(static_cast<int>(dpi * metre));
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    QtSurface surface(painter, QRectF(QPointF(0, 0), QSizeF(size)), dpi, Qt::black);
-    drawing(surface);
-    return image;
-}
-
 } // namespace
 
 QtPlatform::QtPlatform(frmMain& window) : window_(window) {
@@ -98,10 +66,14 @@ QtPlatform::QtPlatform(frmMain& window) : window_(window) {
     SetPlatform(*this);
 }
 
+QWidget* QtPlatform::Front() const {
+    QWidget* active = QApplication::activeWindow();
+    return active != nullptr ? active : &window_;
+}
+
 Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
                           const std::string& title) {
-    QWidget* active = QApplication::activeWindow();
-    QWidget* parent = active != nullptr ? active : &window_;
+    QWidget* parent = Front();
     QMessageBox box(parent);
     box.setObjectName("msgBox");
     box.setWindowTitle(title.empty() ? ProgramTitle() : ToQt(title));
@@ -133,86 +105,54 @@ f64 QtPlatform::Timer() {
 }
 
 void QtPlatform::ShowProgress(i32 total) {
-    window_.Progress().Start(total);
+    if (IsTableOrGraph())
+        window_.StartRun(total);
+    else
+        window_.Progress().Start(total);
 }
 
 void QtPlatform::StepProgress() {
-    window_.Progress().Step();
+    if (IsTableOrGraph())
+        window_.StepRun();
+    else
+        window_.Progress().Step();
 }
 
 void QtPlatform::HideProgress() {
     window_.Progress().hide();
+    window_.EndRun();
+}
+
+std::optional<std::string> QtPlatform::AskOpenName(const FileDialog& dialog) {
+    return fileDialogs_.AskOpenName(Front(), dialog);
+}
+
+std::optional<std::string> QtPlatform::AskSaveName(const FileDialog& dialog) {
+    return fileDialogs_.AskSaveName(Front(), dialog);
+}
+
+std::optional<OutputForm> QtPlatform::AskOutputForm(OutputAction action) {
+    return frmGraphOrText(Front(), action).Ask();
+}
+
+void QtPlatform::CopyText(const std::string& plain, const std::string& rtf) {
+    CopyTextToClipboard(ToQt(plain), QByteArray::fromStdString(rtf));
+}
+
+void QtPlatform::CopyPicture(const Drawing& drawing) {
+    QApplication::clipboard()->setImage(PictureOf(drawing, window_.PictureInches()));
+}
+
+void QtPlatform::Print(const Drawing& drawing) {
+    PrintWithPreview(Front(), ToQt(AnalysisFileName), drawing);
+}
+
+std::string QtPlatform::Bitmap(const Drawing& drawing) {
+    return BitmapOf(drawing, window_.PictureInches()).toStdString();
 }
 
 std::optional<i16> QtPlatform::AskWindowKind(bool offerSimulation) {
     return frmNewWindow(&window_, offerSimulation).Ask();
-}
-
-std::optional<std::string> QtPlatform::AskOpenName(const FileDialog& dialog) {
-    QFileDialog box(&window_, ToQt(dialog.Title), folder_);
-    box.setObjectName("frmCmdialog");
-    box.setFileMode(QFileDialog::ExistingFile);
-    const QStringList filters = NameFilters(dialog.Filter);
-    box.setNameFilters(filters);
-    box.selectNameFilter(filters.value(dialog.FilterIndex - 1));
-    if (box.exec() != QDialog::Accepted)
-        return std::nullopt;
-    const QString path = box.selectedFiles().value(0);
-    folder_ = QFileInfo(path).absolutePath();
-    return FromQt(path);
-}
-
-std::optional<std::string> QtPlatform::AskSaveName(const FileDialog& dialog) {
-    QFileDialog box(&window_, ToQt(dialog.Title), folder_);
-    box.setObjectName("frmCmdialog");
-    box.setAcceptMode(QFileDialog::AcceptSave);
-    box.setNameFilters(NameFilters(dialog.Filter));
-    box.setDefaultSuffix(ToQt(dialog.DefaultExtension));
-    box.selectFile(ToQt(dialog.FileName));
-    if (box.exec() != QDialog::Accepted)
-        return std::nullopt;
-    const QString path = box.selectedFiles().value(0);
-    folder_ = QFileInfo(path).absolutePath();
-    return FromQt(path);
-}
-
-std::optional<OutputForm> QtPlatform::AskOutputForm(OutputAction /*action*/) {
-    return OutputForm::Text;
-}
-
-void QtPlatform::CopyText(const std::string& plain, const std::string& rtf) {
-    auto* data = new QMimeData;
-    data->setText(ToQt(plain));
-    data->setData("text/rtf", QByteArray::fromStdString(rtf));
-    data->setData("application/rtf", QByteArray::fromStdString(rtf));
-    QApplication::clipboard()->setMimeData(data);
-}
-
-void QtPlatform::CopyPicture(const Drawing& drawing) {
-    QApplication::clipboard()->setImage(Picture(drawing));
-}
-
-void QtPlatform::Print(const Drawing& drawing) {
-    QPrinter printer(QPrinter::HighResolution);
-    QPrintPreviewDialog preview(&printer, &window_);
-    preview.setObjectName("frmPrintPreview");
-    QObject::connect(
-        &preview, &QPrintPreviewDialog::paintRequested, &preview, [&drawing](QPrinter* device) {
-            QPainter painter(device);
-            const QRectF page = device->pageLayout().paintRectPixels(device->resolution());
-            QtSurface surface(painter, QRectF(QPointF(0, 0), page.size()), device->resolution(),
-                              Qt::black);
-            surface.SetPages([device] { device->newPage(); });
-            drawing(surface);
-        });
-    preview.exec();
-}
-
-std::string QtPlatform::Bitmap(const Drawing& drawing) {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    Picture(drawing).save(&buffer, "BMP");
-    return buffer.data().toStdString();
 }
 
 void QtPlatform::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,

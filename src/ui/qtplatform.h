@@ -2,9 +2,11 @@
 #pragma once
 
 #include "core/platform.h"
+#include "ui/filedialogs.h"
 
 #include <QElapsedTimer>
-#include <QString>
+
+class QWidget;
 
 namespace quorvanta {
 
@@ -43,10 +45,12 @@ class QtPlatform : public Platform {
     void CloseMain() override;
 
   private:
+    QWidget* Front() const;
+
     frmMain& window_;
+    FileDialogs fileDialogs_;
     QElapsedTimer clock_;
     qint64 lastPump_ = 0; // of clock_, nanoseconds
-    QString folder_;      // of the last file dialog
 };
 
 } // namespace quorvanta

@@ -6,12 +6,11 @@
 #include <QPalette>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace quorvanta {
 
 namespace {
-
-// Widest text that a box shows without scrolling.
-constexpr int visibleCharacters = 12;
 
 bool IsDark(const QColor& background) {
     return background.lightness() < 128;
@@ -64,6 +63,23 @@ void ValueBox::Write(const QString& text) {
     setText(text);
 }
 
+void ValueBox::Accept(const QString& accepted) {
+    const QString typed = text();
+    if (accepted == typed)
+        return;
+    // What was taken out does not occur in what is left, so the cursor moves left by its share.
+    const auto left = typed.left(cursorPosition());
+    const auto kept = std::count_if(left.begin(), left.end(),
+                                    [&accepted](QChar c) { return accepted.contains(c); });
+    Write(accepted);
+    setCursorPosition(static_cast<int>(kept));
+}
+
+void ValueBox::SetVisibleCharacters(int characters) {
+    visibleCharacters_ = characters;
+    updateGeometry();
+}
+
 void ValueBox::SetGrey(bool grey) {
     if (grey_ == grey)
         return;
@@ -94,7 +110,7 @@ QSize ValueBox::sizeHint() const {
     QFont bold = font();
     bold.setBold(true);
     const QFontMetrics metrics(bold);
-    size.setWidth(metrics.horizontalAdvance(QLatin1Char('0')) * visibleCharacters +
+    size.setWidth(metrics.horizontalAdvance(QLatin1Char('0')) * visibleCharacters_ +
                   metrics.height());
     return size;
 }

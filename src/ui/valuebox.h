@@ -19,6 +19,13 @@ class ValueBox : public QLineEdit {
     // selection and the history of undo as they are.
     void Write(const QString& text);
 
+    // What the program has made of a typed text: only characters taken out, the cursor stays where
+    // it was among those left.
+    void Accept(const QString& accepted);
+
+    // The widest text that shows without scrolling, in digits; 12 to begin with.
+    void SetVisibleCharacters(int characters);
+
     // Grey: the unknown without a result. Otherwise the background of the palette.
     void SetGrey(bool grey);
     bool IsGrey() const { return grey_; }
@@ -48,6 +55,7 @@ class ValueBox : public QLineEdit {
   private:
     void Recolour();
 
+    int visibleCharacters_ = 12;
     bool grey_ = false;
     bool blue_ = false;
     bool recolouring_ = false; // the change of the palette is our own

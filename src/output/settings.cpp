@@ -1,0 +1,177 @@
+#include "output/settings.h"
+
+#include "core/analysis.h"
+#include "core/analysis_state.h"
+#include "core/platform.h"
+#include "core/showpar.h"
+#include "output/scale.h"
+#include "output/statement.h"
+
+#include <cmath>
+#include <optional>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr std::size_t MaxTitleLines = 16;
+
+bool TellMissing() {
+    ThePlatform().MsgBox("A Value Is Missing.", Buttons::Ok, Icon::Exclamation, "Can't Calculate.");
+    return false;
+}
+
+bool Tell(const std::string& text) {
+    ShowMessage(text);
+    return false;
+}
+
+bool IsBlank(const std::string& text) {
+    return text.find_first_not_of(' ') == std::string::npos;
+}
+
+bool IsAuto(const std::string& text) {
+    return text == AutoLimit;
+}
+
+bool IsWholeWithin(const std::string& text, f64 low, f64 high) {
+    const auto value = TypedLimit(text);
+    return value && *value >= low && *value <= high && std::trunc(*value) == *value;
+}
+
+bool CheckWhole(const std::string& name, const std::string& text, int low, int high) {
+    if (IsBlank(text))
+        return TellMissing();
+    if (IsWholeWithin(text, low, high))
+        return true;
+    return Tell(name + " Has To Be a Whole Number from " + std::to_string(low) + " to " +
+                std::to_string(high) + ".");
+}
+
+bool CheckTitle(const std::vector<std::string>& lines) {
+    return lines.size() <= MaxTitleLines || Tell("The Title Has More Than 16 Lines.");
+}
+
+bool CheckType(const TypeSettings& type) {
+    if (IsBlank(type.FontName) || IsBlank(type.FontSize))
+        return TellMissing();
+    const auto size = TypedLimit(type.FontSize);
+    if (size && *size >= 1 && *size <= 200)
+        return true;
+    return Tell("Font Size Has To Be a Number from 1 to 200.");
+}
+
+bool CheckAxis(const std::string& name, const FixedArray<std::string, 0, 3>& axis) {
+    constexpr const char* parts[] = {"", "min", "max", "tick"};
+    for (int i = 1; i <= 3; ++i) {
+        if (IsBlank(axis(i)))
+            return TellMissing();
+        if (!IsAuto(axis(i)) && !TypedLimit(axis(i)))
+            return Tell(name + parts[i] + " Has To Be a Number or Auto.");
+    }
+    const auto min = TypedLimit(axis(1));
+    const auto max = TypedLimit(axis(2));
+    if (min && max && !(*min < *max))
+        return Tell(name + "min Must Be < " + name + "max.");
+    const auto tick = TypedLimit(axis(3));
+    if (tick && !(*tick > 0))
+        return Tell(name + "tick Has To Be Greater Than 0.");
+    return true;
+}
+
+std::vector<std::string> TitleLines() {
+    const auto titles = OutTitle.Raw();
+    return {titles.begin(), titles.end()};
+}
+
+void TakeTitle(const std::vector<std::string>& lines) {
+    OutTitle.ReDim(0, lines.empty() ? 0 : static_cast<int>(lines.size()) - 1);
+    std::copy(lines.begin(), lines.end(), OutTitle.Raw().begin());
+}
+
+TypeSettings CurrentType() {
+    return {OutFontName, OutFontSize, OutFontBold == 1};
+}
+
+void TakeType(const TypeSettings& type) {
+    OutFontName = type.FontName;
+    OutFontSize = type.FontSize;
+    OutFontBold = type.Bold ? 1 : 0;
+}
+
+bool ShowEdited() {
+    MarkChanged();
+    StoreAnalysis();
+    ThePlatform().RefreshChild();
+    return true;
+}
+
+i16 WholeNumber(const std::string& text) {
+    return static_cast<i16>(TypedLimit(text).value_or(0));
+}
+
+} // namespace
+
+TableSettings CurrentTableSettings() {
+    TableSettings settings;
+    settings.Title = TitleLines();
+    settings.Columns = std::to_string(OutCurveWidth);
+    settings.Decimals = OutDecimals < 0 ? AutoLimit : std::to_string(OutDecimals);
+    settings.Type = CurrentType();
+    return settings;
+}
+
+GraphSettings CurrentGraphSettings() {
+    return {TitleLines(), OutXAxis,      OutYAxis,
+            OutZLabel,    CurrentType(), std::to_string(OutCurveWidth)};
+}
+
+bool ApplySettings(const TableSettings& settings) {
+    constexpr int mostColumns = 100;
+    constexpr int mostDecimals = 8;
+    if (!CheckTitle(settings.Title) ||
+        !CheckWhole("No Of Columns", settings.Columns, 1, mostColumns))
+        return false;
+    if (!IsAuto(settings.Decimals) &&
+        !CheckWhole("No Of Decimals", settings.Decimals, 0, mostDecimals))
+        return false;
+    if (!CheckType(settings.Type))
+        return false;
+    TakeTitle(settings.Title);
+    OutCurveWidth = WholeNumber(settings.Columns);
+    OutDecimals = IsAuto(settings.Decimals) ? AutoDecimals : WholeNumber(settings.Decimals);
+    TakeType(settings.Type);
+    return ShowEdited();
+}
+
+bool ApplySettings(const GraphSettings& settings) {
+    constexpr int widestCurve = 50;
+    if (!CheckTitle(settings.Title) || !CheckAxis("X", settings.XAxis) ||
+        !CheckAxis("Y", settings.YAxis) || !CheckType(settings.Type) ||
+        !CheckWhole("Curve Width", settings.CurveWidth, 0, widestCurve))
+        return false;
+    TakeTitle(settings.Title);
+    OutXAxis = settings.XAxis;
+    OutYAxis = settings.YAxis;
+    OutZLabel = settings.ZLabel;
+    TakeType(settings.Type);
+    OutCurveWidth = WholeNumber(settings.CurveWidth);
+    return ShowEdited();
+}
+
+TypeSettings CurrentSummarySettings() {
+    return {SummaryFont, std::to_string(SummaryFontSize), SummaryBold == 1};
+}
+
+bool ApplySummarySettings(const TypeSettings& settings) {
+    if (IsBlank(settings.FontName))
+        return TellMissing();
+    if (!CheckWhole("Font Size", settings.FontSize, 1, 200))
+        return false;
+    SummaryFont = settings.FontName;
+    SummaryFontSize = WholeNumber(settings.FontSize);
+    SummaryBold = settings.Bold ? 1 : 0;
+    return true;
+}
+
+} // namespace quorvanta

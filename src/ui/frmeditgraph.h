@@ -1,0 +1,45 @@
+// frmEditGraph: the texts, the limits and the type of a graph.
+#pragma once
+
+#include "core/checked_array.h"
+
+#include <QDialog>
+
+#include <array>
+#include <memory>
+#include <string>
+
+class QFormLayout;
+class QLineEdit;
+
+namespace quorvanta {
+
+class TitleField;
+class TypeFields;
+
+class frmEditGraph : public QDialog {
+    Q_OBJECT
+
+  public:
+    explicit frmEditGraph(QWidget* parent);
+    ~frmEditGraph() override;
+
+    void cmdOK_Click();
+
+  private:
+    using AxisTexts = FixedArray<std::string, 0, 3>; // label, minimum, maximum, tick
+    using AxisFields = std::array<QLineEdit*, 4>;
+
+    QWidget* MakeAxis(const QString& title, const QString& axis, const AxisTexts& texts,
+                      const std::array<const char*, 4>& labels, AxisFields& fields);
+    static AxisTexts TextsOf(const AxisFields& fields);
+
+    TitleField* txtTitle_;
+    AxisFields xAxis_{};
+    AxisFields yAxis_{};
+    QLineEdit* txtZLabel_;
+    QLineEdit* txtCurveWidth_;
+    std::unique_ptr<TypeFields> type_;
+};
+
+} // namespace quorvanta

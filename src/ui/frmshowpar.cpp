@@ -1,0 +1,261 @@
+#include "ui/frmshowpar.h"
+
+#include "core/analysis.h"
+#include "core/analysis_state.h"
+#include "core/driver.h"
+#include "core/general.h"
+#include "ui/mnemoniclabel.h"
+#include "ui/qttext.h"
+#include "ui/valuebox.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace quorvanta {
+
+frmShowPar::frmShowPar(QWidget* parent)
+    : QDockWidget(tr("Parameters"), parent), scroll_(new QScrollArea(this)),
+      lblGetCalc_(new QLabel(this)), lblProgress_(new QLabel("Percent Calculated:", this)),
+      pgrProgress_(new QProgressBar(this)), cmdOK_(new QPushButton("OK", this)) {
+    setObjectName("frmShowPar");
+    setFeatures(QDockWidget::DockWidgetMovable);
+    setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
+
+    inputs_ = MakeInputs();
+    scroll_->setWidget(inputs_);
+    scroll_->setWidgetResizable(true);
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+
+    lblGetCalc_->setObjectName("lblGetCalc");
+    lblGetCalc_->setWordWrap(true);
+    lblProgress_->setObjectName("lblProgress");
+    pgrProgress_->setObjectName("pgrProgress");
+    pgrProgress_->setAccessibleName(lblProgress_->text());
+    cmdOK_->setObjectName("cmdOK");
+    cmdOK_->setAutoDefault(false);
+    connect(cmdOK_, &QPushButton::clicked, this, &frmShowPar::cmdOK_Click);
+
+    auto* content = new QWidget(this);
+    auto* column = new QVBoxLayout(content);
+    column->addWidget(scroll_, 1);
+    column->addWidget(lblGetCalc_);
+    column->addWidget(lblProgress_);
+    column->addWidget(pgrProgress_);
+    column->addWidget(cmdOK_, 0, Qt::AlignRight);
+    setWidget(content);
+    EndProgress();
+    hide();
+}
+
+QWidget* frmShowPar::MakeInputs() {
+    auto* inputs = new QWidget(this);
+    auto* column = new QVBoxLayout(inputs);
+    column->setContentsMargins(0, 0, 0, 0);
+    const int gap = fontMetrics().height() / 2;
+
+    MakeRole(*column, YRole, "Parameter To Calculate (&y-axis):");
+    column->addSpacing(gap);
+    MakeRole(*column, XRole, "Independent Parameter 1 (&x-axis):");
+    auto* range = new QHBoxLayout;
+    range->addWidget(MakeAxisBox(AxisText::Xmin, "lblXmin", "M&in:", "txtXminValue"));
+    range->addWidget(MakeAxisBox(AxisText::Xmax, "lblXmax", "M&ax:", "txtXmaxValue"));
+    range->addWidget(MakeAxisBox(AxisText::Xstep, "lblXStep", "St&ep:", "txtXstepValue"));
+    column->addLayout(range);
+    column->addSpacing(gap);
+    MakeRole(*column, ZRole, "Independent Parameter 2 (&z-values):");
+    column->addWidget(
+        MakeAxisBox(AxisText::ZValues, "lblZValue", "&Value(s) separated by space:", "txtZValue"));
+    column->addSpacing(gap);
+
+    auto* grid = new QGridLayout;
+    grid->setColumnStretch(1, 1);
+    for (i16 i = 0; i < FixedRows; ++i)
+        MakeFixedRow(*grid, i);
+    column->addLayout(grid);
+    column->addStretch(1);
+    return inputs;
+}
+
+void frmShowPar::MakeRole(QVBoxLayout& column, i16 k, const QString& label) {
+    auto* list = new QComboBox(this);
+    list->setObjectName(ControlName("cbYXZPar", k));
+    list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    connect(list, &QComboBox::activated, this,
+            [this, k](int row) { cbYXZPar_Click(k, static_cast<i16>(row)); });
+    auto* text = new MnemonicLabel(list, this);
+    text->setObjectName(ControlName("lblYXZParLabel", k));
+    text->setText(label);
+    list->setAccessibleName(ToQt(StripAmpersand(FromQt(label))));
+    column.addWidget(text);
+    column.addWidget(list);
+    cbYXZPar_[static_cast<std::size_t>(k)] = list;
+}
+
+QWidget* frmShowPar::MakeAxisBox(AxisText which, const QString& labelName, const QString& label,
+                                 const QString& boxName) {
+    auto* pair = new QWidget(this);
+    auto* column = new QVBoxLayout(pair);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* box = new ValueBox(pair);
+    box->setObjectName(boxName);
+    box->SetVisibleCharacters(6);
+    box->setAccessibleName(ToQt(StripAmpersand(FromQt(label))));
+    ConnectBox(*box, [this, which] { txtAxis_Change(which); });
+    auto* text = new MnemonicLabel(box, pair);
+    text->setObjectName(labelName);
+    text->setText(label);
+    column->addWidget(text);
+    column->addWidget(box);
+    txtAxis_[static_cast<std::size_t>(which)] = box;
+    return pair;
+}
+
+void frmShowPar::MakeFixedRow(QGridLayout& grid, i16 i) {
+    auto* box = new ValueBox(this);
+    box->setObjectName(ControlName("txtParValue", i));
+    box->SetVisibleCharacters(8);
+    ConnectBox(*box, [this, i] { txtParValue_Change(i); });
+    connect(box, &ValueBox::DblClick, this, [this, i] { txtParValue_DblClick(i); });
+    connect(box, &ValueBox::KeyDownWithCtrl, this, [this, i] { txtParValue_DblClick(i); });
+    connect(box, &ValueBox::MoveToNext, this, [this, i](int step) {
+        const auto next = static_cast<std::size_t>(std::clamp(i + step, 0, FixedRows - 1));
+        if (txtParValue_[next]->isVisible())
+            txtParValue_[next]->setFocus(Qt::TabFocusReason);
+    });
+    auto* label = new MnemonicLabel(box, this);
+    label->setObjectName(ControlName("lblParLabel", i));
+    grid.addWidget(label, i, 0);
+    grid.addWidget(box, i, 1);
+    lblParLabel_[static_cast<std::size_t>(i)] = label;
+    txtParValue_[static_cast<std::size_t>(i)] = box;
+}
+
+void frmShowPar::ConnectBox(ValueBox& box, const std::function<void()>& change) {
+    connect(&box, &ValueBox::textChanged, this, change);
+    connect(&box, &ValueBox::returnPressed, this, &frmShowPar::cmdOK_Click);
+}
+
+void frmShowPar::Refresh() {
+    if (!IsTableOrGraph() || NoOfPar < 1)
+        return;
+    for (i16 k = YRole; k < NoOfRoles; ++k) {
+        QComboBox& list = *cbYXZPar_[static_cast<std::size_t>(k)];
+        list.clear();
+        const bool hasRole = k != ZRole || HasZPar();
+        if (hasRole) {
+            for (i16 i = 0; i <= NoOfPar; ++i)
+                list.addItem(ToQt(StripAmpersand(ParLabel(ParKind(i)))));
+            list.setCurrentIndex(ParBoxOrder(k));
+        }
+        list.setEnabled(hasRole);
+    }
+    for (const AxisText which :
+         {AxisText::Xmin, AxisText::Xmax, AxisText::Xstep, AxisText::ZValues})
+        Box(which).Write(ToQt(AxisTextOf(which)));
+    Box(AxisText::ZValues).setEnabled(HasZPar());
+    for (i16 i = 0; i < FixedRows; ++i) {
+        const i16 parNo = FixedPar(i);
+        MnemonicLabel& label = *lblParLabel_[static_cast<std::size_t>(i)];
+        ValueBox& box = *txtParValue_[static_cast<std::size_t>(i)];
+        if (parNo >= 0) {
+            const i16 kind = ParKind(parNo);
+            label.setText(ToQt(ParLabel(kind)));
+            box.setAccessibleName(ToQt(StripAmpersand(ParLabel(kind))));
+            box.Write(ToQt(ParText(kind)));
+            box.SetBlue(IsBluePar(parNo));
+        }
+        label.setVisible(parNo >= 0);
+        box.setVisible(parNo >= 0);
+    }
+    const std::string hint = ShowParHint();
+    lblGetCalc_->setText(ToQt(hint));
+    lblGetCalc_->setVisible(!hint.empty());
+    FitToInputs();
+}
+
+// As wide as the inputs, so that no label is cut; the height is the main window's, and what does
+// not fit in it is scrolled.
+void frmShowPar::FitToInputs() {
+    scroll_->setMinimumWidth(inputs_->minimumSizeHint().width() +
+                             scroll_->verticalScrollBar()->sizeHint().width());
+}
+
+void frmShowPar::StartProgress(i32 total) {
+    done_ = 0;
+    pgrProgress_->setRange(0, std::max(total, 1));
+    pgrProgress_->setValue(0);
+    lblProgress_->show();
+    pgrProgress_->show();
+    cmdOK_->setText("Cancel");
+    cmdOK_->setFocus();
+    inputs_->setEnabled(false);
+}
+
+void frmShowPar::StepProgress() {
+    pgrProgress_->setValue(++done_);
+}
+
+void frmShowPar::EndProgress() {
+    lblProgress_->hide();
+    pgrProgress_->hide();
+    cmdOK_->setText("OK");
+    inputs_->setEnabled(true);
+}
+
+void frmShowPar::cbYXZPar_Click(i16 k, i16 parNo) {
+    SwapAxis(k, parNo);
+    Refresh();
+}
+
+void frmShowPar::txtAxis_Change(AxisText which) {
+    ValueBox& box = Box(which);
+    box.Accept(ToQt(TypedAxisText(which, FromQt(box.text()))));
+}
+
+void frmShowPar::txtParValue_Change(i16 i) {
+    ValueBox& box = *txtParValue_[static_cast<std::size_t>(i)];
+    box.Accept(ToQt(TypedParText(FixedPar(i), FromQt(box.text()))));
+    const std::string hint = ShowParHint();
+    lblGetCalc_->setText(ToQt(hint));
+    lblGetCalc_->setVisible(!hint.empty());
+    box.SetBlue(IsBluePar(FixedPar(i)));
+}
+
+void frmShowPar::txtParValue_DblClick(i16 i) {
+    const i16 parNo = FixedPar(i);
+    if (Calculating != False || parNo < 0 || !IsBluePar(parNo))
+        return;
+    lblGetCalc_->setText("Calculating Value for " + ToQt(StripAmpersand(ParLabel(ParKind(parNo)))));
+    GetFromTable(parNo);
+    Refresh();
+}
+
+void frmShowPar::cmdOK_Click() {
+    RunOrCancel();
+}
+
+bool frmShowPar::event(QEvent* event) {
+    // A label's letter counts before the letter of a menu while the focus is in the window.
+    if (event->type() == QEvent::ShortcutOverride &&
+        HasMnemonic(*this, *static_cast<QKeyEvent*>(event)))
+        event->accept();
+    return QDockWidget::event(event);
+}
+
+void frmShowPar::keyPressEvent(QKeyEvent* event) {
+    if (!FocusByMnemonic(*this, *event))
+        QDockWidget::keyPressEvent(event);
+}
+
+} // namespace quorvanta

@@ -1,0 +1,71 @@
+#include "ui/frmsummary.h"
+
+#include "output/settings.h"
+#include "output/statement.h"
+#include "ui/editbuttons.h"
+#include "ui/qttext.h"
+#include "ui/typefields.h"
+
+#include <QFormLayout>
+#include <QPushButton>
+#include <QTextEdit>
+#include <QVBoxLayout>
+
+#include <memory>
+
+namespace quorvanta {
+
+frmSummary::frmSummary(QWidget* parent) : QDialog(parent), txtSummary_(new QTextEdit(this)) {
+    setObjectName("frmSummary");
+    setWindowTitle("Summary");
+    txtSummary_->setObjectName("txtSummary");
+    txtSummary_->setAccessibleName("Summary");
+    txtSummary_->setReadOnly(true);
+    txtSummary_->setTabChangesFocus(true);
+    auto* cmdEdit = new QPushButton("&Edit", this);
+    cmdEdit->setObjectName("cmdEdit");
+    cmdEdit->setAutoDefault(false);
+    connect(cmdEdit, &QPushButton::clicked, this, &frmSummary::cmdEdit_Click);
+
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(txtSummary_, 1);
+    column->addWidget(cmdEdit, 0, Qt::AlignRight);
+}
+
+void frmSummary::Refresh() {
+    const TypeSettings type = CurrentSummarySettings();
+    QFont font(ToQt(type.FontName));
+    font.setPointSize(SummaryFontSize);
+    font.setBold(type.Bold);
+    txtSummary_->setFont(font);
+    txtSummary_->setPlainText(ToQt(SumStatement()));
+}
+
+// As wide as the eighty characters of a wrapped text, and as high as the statement then is.
+QSize frmSummary::sizeHint() const {
+    constexpr int characters = 80;
+    const QFontMetrics metrics(txtSummary_->font());
+    const int width = characters * metrics.averageCharWidth();
+    const int height =
+        metrics.boundingRect(0, 0, width, 10000, Qt::TextWordWrap, txtSummary_->toPlainText())
+            .height();
+    return {width + 4 * metrics.height(), height + 7 * fontMetrics().height()};
+}
+
+void frmSummary::cmdEdit_Click() {
+    if (frmEditSummary(this).exec() == Accepted)
+        Refresh();
+}
+
+frmEditSummary::frmEditSummary(QWidget* parent) : QDialog(parent) {
+    setObjectName("frmEditSummary");
+    setWindowTitle("Edit Summary");
+    auto* form = new QFormLayout(this);
+    auto type = std::make_shared<TypeFields>(*form, CurrentSummarySettings(), "Font &Bold", this);
+    form->addRow(MakeEditButtons(*this, [this, type] {
+        if (ApplySummarySettings(type->Settings()))
+            accept();
+    }));
+}
+
+} // namespace quorvanta

@@ -1,0 +1,77 @@
+#include "ui/outputdevices.h"
+
+#include "ui/paintsurface.h"
+
+#include <QApplication>
+#include <QBuffer>
+#include <QClipboard>
+#include <QMimeData>
+#include <QPainter>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr f64 InchesPerMetre = 1 / 0.0254;
+constexpr int DotsPerInch = 300;
+constexpr f64 MarginMillimetres = 20;
+
+} // namespace
+
+void CopyTextToClipboard(const QString& plain, const QByteArray& rtf) {
+    auto* data = new QMimeData; // the clipboard takes it over
+    data->setText(plain);
+    data->setData("text/rtf", rtf);
+    data->setData("application/rtf", rtf);
+    QApplication::clipboard()->setMimeData(data);
+}
+
+QImage PictureOf(const Drawing& drawing, QSizeF inches) {
+    QImage image((inches * DotsPerInch).toSize(), QImage::Format_RGB32);
+    const int dotsPerMetre = qRound(DotsPerInch * InchesPerMetre);
+    image.setDotsPerMeterX(dotsPerMetre);
+    image.setDotsPerMeterY(dotsPerMetre);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    PaintSurface surface(painter, {.Inches = inches, .TurnPage = {}});
+    drawing(surface);
+    return image;
+}
+
+QByteArray BitmapOf(const Drawing& drawing, QSizeF inches) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    PictureOf(drawing, inches).convertToFormat(QImage::Format_RGB888).save(&buffer, "BMP");
+    return bytes;
+}
+
+void PrintOn(QPrinter& printer, const Drawing& drawing) {
+    QPainter painter;
+    if (!painter.begin(&printer))
+        return;
+    Paper paper;
+    paper.Inches = printer.pageRect(QPrinter::Inch).size();
+    paper.IsPrinter = true;
+    paper.TurnPage = [&printer] { printer.newPage(); };
+    PaintSurface surface(painter, paper);
+    drawing(surface);
+}
+
+void PrintWithPreview(QWidget* parent, const QString& title, const Drawing& drawing) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(title);
+    printer.setPageMargins(
+        QMarginsF(MarginMillimetres, MarginMillimetres, MarginMillimetres, MarginMillimetres),
+        QPageLayout::Millimeter);
+    QPrintPreviewDialog preview(&printer, parent);
+    preview.setObjectName("printPreview");
+    preview.setWindowTitle(title);
+    QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
+                     [&drawing](QPrinter* pages) { PrintOn(*pages, drawing); });
+    preview.exec();
+}
+
+} // namespace quorvanta
