@@ -139,3 +139,39 @@ show(9422,
 show(9423,
      sapply(c(0.18, 0.25), function(s)
        solve(function(n) pairsShift(n, s, 0, -0.1, 0.025), 0.80, 10, 1000)))
+
+# --- Parameters of distributions ---------------------------------------------------------------
+
+lognormalWidthProbability <- function(n, shape, width, level) {
+  half <- qt((1 + level) / 2, n - 1) * shape / sqrt(n)
+  pchisq((n - 1) * (asinh(width / 2) / half)^2, n - 1)
+}
+# n failures of gamma distributed total time.
+lifeTest <- function(n, ratio, alpha = 0.05)
+  pgamma(qgamma(alpha, n), n, scale = ratio)
+finiteError <- function(n, p, N, quantile) quantile * sqrt(p * (1 - p) / n * (N - n) / (N - 1))
+twoRates <- function(time, l1, l2, alpha = 0.05) {
+  shift <- abs(l2 - l1) / sqrt((l1 + l2) / time)
+  pnorm(shift - qnorm(1 - alpha / 2)) + pnorm(-shift - qnorm(1 - alpha / 2))
+}
+correlationWidth <- function(n, r, level) {
+  h <- qnorm((1 + level) / 2) / sqrt(n - 3)
+  tanh(atanh(r) + h) - tanh(atanh(r) - h)
+}
+
+show(9801, (2 * qnorm(0.975) / 1)^2, 2 * qnorm(0.975) / sqrt(16))
+show(9802,
+     solve(function(n) lognormalWidthProbability(n, 0.6, 0.4, 0.95), 0.90, 10, 1000),
+     lognormalWidthProbability(40, 0.6, 0.4, 0.95))
+show(9803, solve(function(n) lifeTest(n, 0.5), 0.95, 2, 200), lifeTest(20, 0.5))
+show(9805, qnorm(0.975)^2 * 0.2 * 0.8 / 0.05^2, qnorm(0.975) * sqrt(0.2 * 0.8 / 150))
+show(9806,
+     solve(function(n) finiteError(n, 0.3, 600, qnorm(0.975)), 0.05, 3, 599),
+     finiteError(150, 0.3, 600, qnorm(0.975)))
+show(9807, solve(function(t) twoRates(t, 0.5, 0.35), 0.90, 3, 10000), twoRates(300, 0.5, 0.35))
+show(9809,
+     solve(function(n) finiteError(n, 0.5, 3200, qnorm(1 - 0.0455 / 2)), 0.05, 3, 3199),
+     finiteError(200, 0.5, 3200, qnorm(1 - 0.0455 / 2)))
+show(9811,
+     solve(function(n) correlationWidth(n, 0.5, 0.95), 0.2, 5, 10000),
+     correlationWidth(100, 0.5, 0.95))

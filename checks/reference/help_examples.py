@@ -204,3 +204,55 @@ show(9422,
      tost_pairs(181, 0.15, 0.02, 0.1))
 show(9423,
      *(solve(lambda n: pairs_shift(n, s, 0, -0.1, 0.025), 0.80, 10, 1000) for s in (0.18, 0.25)))
+
+
+# --- Parameters of distributions ---------------------------------------------------------------
+
+def z(p):
+    return stats.norm.ppf(p)
+
+
+def lognormal_width_probability(n, shape, width, level):
+    """Relative width of the interval for a median, shape estimated."""
+    half = stats.t.ppf((1 + level) / 2, n - 1) * shape / math.sqrt(n)
+    return stats.chi2.cdf((n - 1) * (math.asinh(width / 2) / half) ** 2, n - 1)
+
+
+def life_test(n, ratio, alpha=0.05):
+    """Power to see a mean life that is ratio times the one under H0, n failures."""
+    return stats.chi2.cdf(stats.chi2.ppf(alpha, 2 * n) / ratio, 2 * n)
+
+
+def finite_error(n, p, N, quantile):
+    return quantile * math.sqrt(p * (1 - p) / n * (N - n) / (N - 1))
+
+
+def two_rates(time, l1, l2, alpha=0.05):
+    """Two-sided, the same time in each group."""
+    se1 = math.sqrt((l1 + l2) / time)
+    shift = abs(l2 - l1)
+    return stats.norm.cdf(shift / se1 - z(1 - alpha / 2)) + \
+        stats.norm.cdf(-shift / se1 - z(1 - alpha / 2))
+
+
+def correlation_width(n, r, level):
+    h = z((1 + level) / 2) / math.sqrt(n - 3)
+    return math.tanh(math.atanh(r) + h) - math.tanh(math.atanh(r) - h)
+
+
+show(9801, (2 * z(0.975) / 1) ** 2, 2 * z(0.975) / math.sqrt(16))
+show(9802,
+     solve(lambda n: lognormal_width_probability(n, 0.6, 0.4, 0.95), 0.90, 10, 1000),
+     lognormal_width_probability(40, 0.6, 0.4, 0.95))
+show(9803, solve(lambda n: life_test(n, 0.5), 0.95, 2, 200), life_test(20, 0.5))
+show(9805, z(0.975) ** 2 * 0.2 * 0.8 / 0.05 ** 2, z(0.975) * math.sqrt(0.2 * 0.8 / 150))
+show(9806,
+     -solve(lambda n: -finite_error(-n, 0.3, 600, z(0.975)), -0.05, -599, -3),
+     finite_error(150, 0.3, 600, z(0.975)))
+show(9807, solve(lambda t: two_rates(t, 0.5, 0.35), 0.90, 3, 10000), two_rates(300, 0.5, 0.35))
+show(9809,
+     -solve(lambda n: -finite_error(-n, 0.5, 3200, z(1 - 0.0455 / 2)), -0.05, -3199, -3),
+     finite_error(200, 0.5, 3200, z(1 - 0.0455 / 2)))
+show(9811,
+     -solve(lambda n: -correlation_width(-n, 0.5, 0.95), -0.2, -10000, -5),
+     correlation_width(100, 0.5, 0.95))
