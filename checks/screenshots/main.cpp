@@ -82,10 +82,8 @@ class Photographer {
     void Save(const QString& name, const QPixmap& picture) {
         hands::Settle();
         const QString path = QDir(folder_).filePath(name + ".png");
-        // Few colours: an eighth of the size, and nothing that the eye would miss.
-        const QImage small = picture.toImage().convertToFormat(QImage::Format_Indexed8,
-                                                               Qt::AvoidDither);
-        if (!small.save(path, "PNG", 1))
+        constexpr int smallest = 0; // by compression alone
+        if (!picture.toImage().convertToFormat(QImage::Format_RGB888).save(path, "PNG", smallest))
             qFatal("Can't save %s", qPrintable(path));
         std::cout << qPrintable(path) << std::endl;
         ++saved_;
@@ -106,6 +104,7 @@ void SetUpRun(frmMain& window, const QString& newWindow, Photographer& photograp
     photographer.Trigger("mnuStudent(0)");
     QWidget& options = Floating(window, FloatingWindow::Options);
     hands::Click(options, "optIntPar0(1)");
+    hands::Click(options, "optIntPar1(2)");
     hands::Click(options, "cmdOK");
     SwapAxis(YRole, 5);
     SwapAxis(XRole, 3);
@@ -127,8 +126,10 @@ void TakeCalculation(frmMain& window, Photographer& photographer) {
     photographer.Trigger("mnuStudent(0)");
     QWidget& options = Floating(window, FloatingWindow::Options);
     hands::Click(options, "optIntPar0(1)");
+    hands::Click(options, "optIntPar1(2)");
     photographer.Take("frmShowSmp", options);
     hands::Click(options, "cmdOK");
+    hands::TypeInto(*window.CurrentChild(), "txtParValue(1)", "0.8");
     hands::TypeInto(*window.CurrentChild(), "txtParValue(3)", "0.5");
     hands::TypeInto(*window.CurrentChild(), "txtParValue(4)", "1");
     hands::Click(*window.CurrentChild(), "cmdParLabel(5)");

@@ -8,8 +8,10 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QFileInfo>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace quorvanta {
@@ -183,14 +185,38 @@ TEST_F(ChildWindows, StayOpenOnCancelWithEveryValue) {
     EXPECT_EQ(AnalysisState(1).Changed, True);
 }
 
-TEST_F(ChildWindows, StayOpenOnYesUnlessTheSaveSucceeds) {
+TEST_F(ChildWindows, CloseOnYesWhenTheSaveSucceeds) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("plan.dim");
+    OpenTTest();
+    Messages.Answers = {QMessageBox::Yes};
+    Messages.FileNames = {path};
+    CloseChild();
+    EXPECT_EQ(Messages.Texts, Asked({1}));
+    EXPECT_EQ(Messages.FileQuestions, QStringList{"Save Calculation"});
+    EXPECT_EQ(QFileInfo(path).size(), 6350);
+    EXPECT_TRUE(Frames().isEmpty());
+}
+
+TEST_F(ChildWindows, StayOpenOnYesWhenTheSaveIsGivenUp) {
     OpenTTest();
     Messages.Answers = {QMessageBox::Yes};
     CloseChild();
-    ASSERT_FALSE(Messages.Texts.isEmpty());
-    EXPECT_EQ(Messages.Texts.front(), Asked({1}).front());
-    EXPECT_EQ(Frames().isEmpty(), AnyOpenAnalysis() == false);
-    EXPECT_EQ(Frames().size(), 1) << "nothing was saved";
+    EXPECT_EQ(Messages.Texts, Asked({1}));
+    EXPECT_EQ(Messages.FileQuestions, QStringList{"Save Calculation"});
+    EXPECT_EQ(Frames().size(), 1);
+    EXPECT_EQ(AnalysisState(1).Changed, True);
+}
+
+TEST_F(ChildWindows, StayOpenOnYesWhenTheSaveFails) {
+    const QTemporaryDir folder;
+    OpenTTest();
+    Messages.Answers = {QMessageBox::Yes};
+    Messages.FileNames = {folder.filePath("missing/plan.dim")};
+    CloseChild();
+    EXPECT_GE(Messages.Texts.size(), 2) << "the failure is told";
+    EXPECT_EQ(Frames().size(), 1);
+    EXPECT_EQ(AnalysisState(1).Changed, True);
 }
 
 TEST_F(ChildWindows, RefuseToCloseDuringARunWithoutAMessage) {

@@ -89,11 +89,12 @@ TEST_F(NewWindowQuestion, IsAnsweredByKeysAlone) {
 
 TEST_F(NewWindowQuestion, SaysWhenAKindIsNotThereAndOpensNothing) {
     Ask([](QWidget& question) {
-        hands::Click(question, "optWindow(1)");
+        hands::Click(question, "optWindow(3)");
         hands::Click(question, "cmdCont");
     });
     EXPECT_EQ(Messages.Texts,
-              QStringList{"The Window Kind Table Is Not Available in This Version."});
+              QStringList{"The Window Kind Monte Carlo Simulation Is Not Available in This "
+                          "Version."});
     EXPECT_EQ(AnalysisNo, 0);
     EXPECT_FALSE(Options().isVisible());
 }

@@ -20,14 +20,34 @@ MessageReader::MessageReader() {
 }
 
 void MessageReader::Look() {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (box == nullptr || !box->isVisible())
+    QWidget* modal = QApplication::activeModalWidget();
+    if (modal == nullptr || !modal->isVisible())
         return;
-    EXPECT_EQ(box->objectName(), "msgBox");
-    Texts << box->text();
-    Titles << box->windowTitle();
-    LastIcon = box->icon();
-    LastButtons = box->standardButtons();
+    if (auto* box = qobject_cast<QMessageBox*>(modal))
+        Answer(*box);
+    else if (auto* dialog = qobject_cast<QFileDialog*>(modal))
+        Answer(*dialog);
+}
+
+void MessageReader::Answer(QFileDialog& dialog) {
+    FileQuestions << dialog.windowTitle();
+    if (FileNames.empty()) {
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        return;
+    }
+    auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
+    ASSERT_NE(name, nullptr);
+    name->setText(FileNames.front());
+    FileNames.pop_front();
+    QTest::keyClick(name, Qt::Key_Return);
+}
+
+void MessageReader::Answer(QMessageBox& box) {
+    EXPECT_EQ(box.objectName(), "msgBox");
+    Texts << box.text();
+    Titles << box.windowTitle();
+    LastIcon = box.icon();
+    LastButtons = box.standardButtons();
     QMessageBox::StandardButton answer =
         (LastButtons & QMessageBox::No) != 0 ? QMessageBox::No : QMessageBox::Ok;
     if (!Answers.empty()) {
@@ -35,11 +55,11 @@ void MessageReader::Look() {
         Answers.pop_front();
     }
     if (answer == Escape) {
-        QTest::keyClick(box, Qt::Key_Escape);
+        QTest::keyClick(&box, Qt::Key_Escape);
         return;
     }
-    ASSERT_NE(box->button(answer), nullptr) << qPrintable(box->text());
-    QTest::mouseClick(box->button(answer), Qt::LeftButton);
+    ASSERT_NE(box.button(answer), nullptr) << qPrintable(box.text());
+    QTest::mouseClick(box.button(answer), Qt::LeftButton);
 }
 
 WindowCheck::WindowCheck() : program_(std::make_unique<Program>()) {

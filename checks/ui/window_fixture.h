@@ -4,6 +4,7 @@
 #include "tour/hands.h"
 #include "ui/program.h"
 
+#include <QFileDialog>
 #include <QMdiArea>
 #include <QMessageBox>
 #include <QTimer>
@@ -17,7 +18,7 @@ namespace quorvanta {
 class ChildWindow;
 class ValueBox;
 
-// Answers every message as it comes and keeps its text.
+// Answers every message and every question for a file as it comes, and keeps its text.
 class MessageReader {
   public:
     MessageReader();
@@ -28,11 +29,15 @@ class MessageReader {
     QStringList Texts;
     QStringList Titles;
     std::deque<QMessageBox::StandardButton> Answers; // in order; after the last: No where offered
+    QStringList FileQuestions;                       // titles of the file dialogs
+    std::deque<QString> FileNames; // their answers in order; after the last: given up
     QMessageBox::Icon LastIcon = QMessageBox::NoIcon;
     QMessageBox::StandardButtons LastButtons;
 
   private:
     void Look();
+    void Answer(QMessageBox& box);
+    void Answer(QFileDialog& dialog);
 
     QTimer timer_;
 };

@@ -331,6 +331,15 @@ void frmMain::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo, const QStr
     child->FitToContent();
     frame->move(CascadePlace(frame->size()));
     frame->show();
+    BringToFront(*child);
+}
+
+// With the focus: when the main window comes back from a dialog, the child with the focus becomes
+// the active one.
+void frmMain::BringToFront(ChildWindow& child) {
+    area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(child.parentWidget()));
+    if (!child.isAncestorOf(focusWidget()))
+        child.setFocus();
 }
 
 // Where the next child window opens: at the place told, wrapped round so that all of it is seen.
@@ -342,8 +351,8 @@ QPoint frmMain::CascadePlace(const QSize& size) const {
 }
 
 void frmMain::RaiseChild(i16 windowKind, i16 windowNo) {
-    if (const ChildWindow* child = Child(windowKind, windowNo))
-        area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(child->parentWidget()));
+    if (ChildWindow* child = Child(windowKind, windowNo))
+        BringToFront(*child);
 }
 
 void frmMain::RefreshChild() {

@@ -84,6 +84,7 @@ class frmMain : public QMainWindow {
     QPoint CascadePlace(const QSize& size) const;
     void ShowHint();
     ChildWindow* MakeChild(i16 windowKind, i16 windowNo, i16 analysisNo);
+    void BringToFront(ChildWindow& child);
     QPoint PlaceBeside(const QSize& size) const;
 
     QMdiArea* area_;

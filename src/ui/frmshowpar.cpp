@@ -12,6 +12,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollArea>
@@ -187,6 +188,7 @@ void frmShowPar::Refresh() {
 // As wide as the inputs, so that no label is cut; the height is the main window's, and what does
 // not fit in it is scrolled.
 void frmShowPar::FitToInputs() {
+    inputs_->layout()->activate();
     scroll_->setMinimumWidth(inputs_->minimumSizeHint().width() +
                              scroll_->verticalScrollBar()->sizeHint().width());
 }
