@@ -3,7 +3,6 @@
 #include "core/analysis.h"
 #include "core/analysis_file.h"
 #include "core/catalogue.h"
-#include "core/setup.h"
 #include "generator/site.h"
 #include "support/scripted_platform.h"
 

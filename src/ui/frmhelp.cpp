@@ -1,7 +1,6 @@
 #include "ui/frmhelp.h"
 
 #include "core/analysis.h"
-#include "ui/helplibrary.h"
 #include "ui/helppage.h"
 #include "ui/helpviewer.h"
 
@@ -10,7 +9,6 @@
 #include <QHelpContentWidget>
 #include <QHelpIndexWidget>
 #include <QHelpLink>
-#include <QHelpSearchResult>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -44,8 +42,7 @@ QWidget* Column(QWidget* parent, std::initializer_list<QWidget*> widgets) {
 
 } // namespace
 
-frmHelp::frmHelp(const QString& file)
-    : library_(new HelpLibrary(file, this)), txtPage_(new HelpPage(*library_, this)) {
+frmHelp::frmHelp(const QString& file) : library_(file), txtPage_(new HelpPage(library_, this)) {
     setObjectName("frmHelp");
     setWindowTitle(tr("%1 Help").arg(ProgramName));
 
@@ -70,8 +67,6 @@ frmHelp::frmHelp(const QString& file)
     resize(comfortable.boundedTo(screen()->availableSize() * 9 / 10));
     ShowContents();
 }
-
-frmHelp::~frmHelp() = default;
 
 void frmHelp::MakeToolBar() {
     auto* bar = addToolBar(tr("Help"));
@@ -107,7 +102,7 @@ void frmHelp::MakeToolBar() {
 }
 
 QWidget* frmHelp::MakeContents() {
-    QHelpContentWidget* contents = library_->Engine().contentWidget();
+    QHelpContentWidget* contents = library_.Engine().contentWidget();
     contents->setObjectName("treContents");
     contents->setAccessibleName(tr("Contents"));
     contents->setIndentation(2 * fontMetrics().averageCharWidth());
@@ -119,7 +114,7 @@ QWidget* frmHelp::MakeContents() {
         if (const QHelpContentItem* item = model->contentItemAt(index))
             GoTo(item->url());
     });
-    connect(library_->Engine().contentModel(), &QHelpContentModel::contentsCreated, this,
+    connect(library_.Engine().contentModel(), &QHelpContentModel::contentsCreated, this,
             [this, contents] {
                 contents->expandToDepth(0);
                 SelectInContents(txtPage_->source());
@@ -128,7 +123,7 @@ QWidget* frmHelp::MakeContents() {
 }
 
 QWidget* frmHelp::MakeIndex() {
-    QHelpIndexWidget* index = library_->Engine().indexWidget();
+    QHelpIndexWidget* index = library_.Engine().indexWidget();
     index->setObjectName("lstIndex");
     index->setAccessibleName(tr("Words of the index"));
     txtIndex_ = new QLineEdit(this);
@@ -163,7 +158,6 @@ QWidget* frmHelp::MakeSearch() {
     connect(txtSearch_, &QLineEdit::returnPressed, this, &frmHelp::GoToResult);
     connect(lstSearch_, &QListWidget::itemActivated, this, &frmHelp::GoToResult);
     connect(lstSearch_, &QListWidget::itemClicked, this, &frmHelp::GoToResult);
-    connect(library_, &HelpLibrary::Found, this, &frmHelp::ShowResults);
     return Column(this, {txtSearch_, lblSearch_, lstSearch_});
 }
 
@@ -209,7 +203,7 @@ QWidget* frmHelp::MakeFindBar() {
 void frmHelp::ShowContents() {
     ShowNumber(HelpContents);
     tabHelp_->setCurrentIndex(ContentsTab);
-    library_->Engine().contentWidget()->setFocus();
+    library_.Engine().contentWidget()->setFocus();
 }
 
 void frmHelp::ShowSearch() {
@@ -219,7 +213,7 @@ void frmHelp::ShowSearch() {
 }
 
 void frmHelp::ShowNumber(i32 number) {
-    GoTo(library_->PageOfNumber(number));
+    GoTo(library_.PageOfNumber(number));
     txtPage_->setFocus();
 }
 
@@ -242,29 +236,13 @@ void frmHelp::GoToResult() {
         GoTo(item->data(urlRole).toUrl());
 }
 
-void frmHelp::ShowResults(const QList<QHelpSearchResult>& results) {
-    lstSearch_->clear();
-    for (const QHelpSearchResult& result : results) {
-        auto* item = new QListWidgetItem(result.title(), lstSearch_);
-        item->setData(urlRole, result.url());
-    }
-    lstSearch_->setCurrentRow(0);
-    if (txtSearch_->text().trimmed().isEmpty())
-        lblSearch_->clear();
-    else if (results.isEmpty())
-        lblSearch_->setText(tr("No page has all these words."));
-    else
-        lblSearch_->setText(results.size() == 1 ? tr("1 page")
-                                                : tr("%1 pages").arg(results.size()));
-}
-
 void frmHelp::PageChanged(const QUrl& page) {
     setWindowTitle(tr("%1 - %2 Help").arg(txtPage_->documentTitle(), ProgramName));
     SelectInContents(page);
 }
 
 void frmHelp::SelectInContents(const QUrl& page) {
-    QHelpContentWidget* contents = library_->Engine().contentWidget();
+    QHelpContentWidget* contents = library_.Engine().contentWidget();
     const QModelIndex index = contents->indexOf(page.adjusted(QUrl::RemoveFragment));
     if (index.isValid())
         contents->setCurrentIndex(index);
@@ -292,8 +270,19 @@ void frmHelp::txtFind_Change(bool backward) {
 }
 
 void frmHelp::txtSearch_Change() {
-    lblSearch_->setText(tr("Searching …"));
-    library_->Search(txtSearch_->text());
+    const QList<HelpHit> hits = library_.Search(txtSearch_->text());
+    lstSearch_->clear();
+    for (const HelpHit& hit : hits) {
+        auto* item = new QListWidgetItem(hit.Title, lstSearch_);
+        item->setData(urlRole, hit.Page);
+    }
+    lstSearch_->setCurrentRow(0);
+    if (txtSearch_->text().trimmed().isEmpty())
+        lblSearch_->clear();
+    else if (hits.isEmpty())
+        lblSearch_->setText(tr("No page has all these words."));
+    else
+        lblSearch_->setText(hits.size() == 1 ? tr("1 page") : tr("%1 pages").arg(hits.size()));
 }
 
 void frmHelp::HideFindBar() {

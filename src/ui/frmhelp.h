@@ -3,10 +3,10 @@
 #pragma once
 
 #include "core/types.h"
+#include "ui/helplibrary.h"
 
 #include <QMainWindow>
 
-class QHelpSearchResult;
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -15,7 +15,6 @@ struct QHelpLink;
 
 namespace quorvanta {
 
-class HelpLibrary;
 class HelpPage;
 
 class frmHelp : public QMainWindow {
@@ -24,7 +23,6 @@ class frmHelp : public QMainWindow {
   public:
     // The viewer of a help file.
     explicit frmHelp(const QString& file);
-    ~frmHelp() override;
 
     void ShowContents();
     void ShowSearch();
@@ -48,12 +46,11 @@ class frmHelp : public QMainWindow {
     void GoTo(const QUrl& page);
     void GoToOneOf(const QList<QHelpLink>& links);
     void GoToResult();
-    void ShowResults(const QList<QHelpSearchResult>& results);
     void PageChanged(const QUrl& page);
     void SelectInContents(const QUrl& page);
     void HideFindBar();
 
-    HelpLibrary* library_;
+    HelpLibrary library_;
     HelpPage* txtPage_;
     QTabWidget* tabHelp_ = nullptr;
     QLineEdit* txtIndex_ = nullptr;

@@ -5,6 +5,7 @@
 #include "ui/filedialogs.h"
 
 #include <QElapsedTimer>
+#include <QString>
 
 class QWidget;
 

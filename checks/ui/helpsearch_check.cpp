@@ -1,0 +1,83 @@
+// The full-text search of the help.
+#include "ui/helpsearch.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvanta {
+namespace {
+
+class HelpTextSearch : public testing::Test {
+  protected:
+    HelpTextSearch() {
+        Add("a", "One", "<p>The <i>t</i>-test of <i>n</i><sub>1</sub> subjects</p><p>Power</p>");
+        Add("b", "The Power", "<p>A power &amp; more: 5 &lt; 6, t and test.</p>");
+        Add("c", "Means x\u0304", "<li>Powerful</li><li>x\u0304 power power</li>");
+    }
+
+    void Add(const QString& name, const QString& title, const QString& body) {
+        search_.Add(QUrl(name), "<html><head><title>" + title + "</title></head><body><h1>" +
+                                    title + "</h1>" + body + "</body></html>");
+    }
+
+    // The names of the pages found, in their order.
+    QString Find(const QString& words) {
+        QString names;
+        for (const HelpHit& hit : search_.Find(words))
+            names += hit.Page.toString();
+        return names;
+    }
+
+  private:
+    HelpSearch search_;
+};
+
+TEST_F(HelpTextSearch, FindsPagesWithAllWords) {
+    EXPECT_EQ(Find("subjects power"), "a");
+    EXPECT_EQ(Find("power subjects "), "a");
+    EXPECT_EQ(Find("subjects more"), "");
+    EXPECT_EQ(Find("SUBJECTS"), "a");
+}
+
+TEST_F(HelpTextSearch, LetsTheLastWordGoOn) {
+    EXPECT_EQ(Find("subj"), "a");
+    EXPECT_EQ(Find("subj "), "");
+    EXPECT_EQ(Find("subj power"), "");
+    EXPECT_EQ(Find("bjects"), "") << "words are found from their beginning";
+}
+
+TEST_F(HelpTextSearch, KeepsTogetherWhatBelongsTogether) {
+    EXPECT_EQ(Find("t-test"), "a");
+    EXPECT_EQ(Find("t test"), "ab");
+    EXPECT_EQ(Find("n1"), "a") << "an index belongs to its letter";
+    EXPECT_EQ(Find("subjectspower"), "") << "paragraphs are apart";
+}
+
+TEST_F(HelpTextSearch, PutsTitlesFirstThenWhatOccursOften) {
+    EXPECT_EQ(Find("power"), "bca");
+}
+
+TEST_F(HelpTextSearch, ReadsCharactersThatAreMarksInHtml) {
+    EXPECT_EQ(Find("5 6"), "b");
+    EXPECT_EQ(Find("amp"), "");
+    EXPECT_EQ(Find("lt"), "");
+    EXPECT_EQ(Find("x\u0304"), "c");
+    EXPECT_EQ(Find("x"), "c");
+}
+
+TEST_F(HelpTextSearch, FindsNothingForNothing) {
+    for (const char* words : {"", " ", "-", "\"", "*", "( )"})
+        EXPECT_EQ(Find(words), "") << words;
+    EXPECT_EQ(HelpSearch().Find("power").size(), 0);
+}
+
+TEST_F(HelpTextSearch, LivesWithBrokenHtml) {
+    Add("d", "x", "broken <p");
+    Add("e", "x", "broken < b > <");
+    EXPECT_EQ(Find("broken"), "de");
+    HelpSearch search;
+    search.Add(QUrl("f"), "no tags at all");
+    EXPECT_EQ(search.Find("tags").size(), 0);
+}
+
+} // namespace
+} // namespace quorvanta
