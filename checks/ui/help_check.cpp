@@ -175,11 +175,13 @@ TEST_F(HelpWindow, LetsChooseAmongThePagesOfAWord) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     auto* choice = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     ASSERT_NE(choice, nullptr);
-    ASSERT_EQ(choice->actions().size(), 2);
+    // Equivalence, non-inferiority, and the distribution itself.
+    ASSERT_EQ(choice->actions().size(), 3);
     QTest::keyClick(choice, Qt::Key_Down);
     QTest::keyClick(choice, Qt::Key_Down);
     QTest::keyClick(choice, Qt::Key_Return);
-    EXPECT_TRUE(File() == "376.html" || File() == "383.html") << qPrintable(File());
+    EXPECT_TRUE(File() == "376.html" || File() == "383.html" || File() == "802.html")
+        << qPrintable(File());
 }
 
 TEST_F(HelpWindow, SearchesAllPages) {
