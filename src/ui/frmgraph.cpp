@@ -26,8 +26,8 @@ frmGraph::frmGraph(i16 windowNo, i16 analysisNo)
     lblHint_->setAlignment(Qt::AlignCenter);
     connect(picture_, &GraphPicture::MenuRequested, this, &frmGraph::RequestOutputMenu);
     connect(picture_, &GraphPicture::DblClick, this, &frmGraph::cmdEditGraph_Click);
-    // Told from the event loop, since a window takes its size in the middle of other events.
-    connect(picture_, &GraphPicture::ProblemArose, this, &frmGraph::TellProblem,
+    // Told from the event loop, when the window has the size that it gets.
+    connect(picture_, &GraphPicture::RoomLost, this, &frmGraph::TellProblem,
             Qt::QueuedConnection);
     cmdEditGraph_->setObjectName("cmdEditGraph");
     cmdEditGraph_->setAutoDefault(false);
@@ -53,14 +53,15 @@ void frmGraph::Refresh() {
     cmdEditGraph_->setVisible(hasResult);
     if (!hasResult)
         return;
-    picture_->Redraw();
-    picture_->setAccessibleDescription(ToQt(SumStatement()));
     if (!hadResult)
         FitToContent();
+    picture_->Redraw();
+    picture_->setAccessibleDescription(ToQt(SumStatement()));
 }
 
-void frmGraph::TellProblem(const QString& problem) {
-    if (isVisible())
+void frmGraph::TellProblem() {
+    const QString problem = picture_->Problem();
+    if (picture_->isVisible() && !problem.isEmpty())
         ShowMessage(FromQt(problem));
 }
 

@@ -25,7 +25,7 @@ class frmGraph : public ChildWindow {
     void cmdEditGraph_Click();
 
   private:
-    void TellProblem(const QString& problem);
+    void TellProblem();
 
     QLabel* lblHint_;
     GraphPicture* picture_;

@@ -54,6 +54,7 @@ frmShowPar::frmShowPar(QWidget* parent)
     column->addWidget(lblProgress_);
     column->addWidget(pgrProgress_);
     column->addWidget(cmdOK_, 0, Qt::AlignRight);
+    column->addStretch(0);
     setWidget(content);
     EndProgress();
     hide();
@@ -185,12 +186,13 @@ void frmShowPar::Refresh() {
     FitToInputs();
 }
 
-// As wide as the inputs, so that no label is cut; the height is the main window's, and what does
-// not fit in it is scrolled.
+// As wide as the inputs, so that no label is cut, and as high, so that the button stands right
+// under them; what does not fit into the main window's height is scrolled.
 void frmShowPar::FitToInputs() {
     inputs_->layout()->activate();
     scroll_->setMinimumWidth(inputs_->minimumSizeHint().width() +
                              scroll_->verticalScrollBar()->sizeHint().width());
+    scroll_->setMaximumHeight(inputs_->sizeHint().height());
 }
 
 void frmShowPar::StartProgress(i32 total) {

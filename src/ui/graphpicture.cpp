@@ -43,16 +43,19 @@ void GraphPicture::Redraw() {
     update();
 }
 
-// Tells once when the room is gone, and not at every size that the window passes.
-void GraphPicture::LookForRoom() {
+QString GraphPicture::Problem() const {
     QPixmap device(1, 1);
     QPainter painter(&device);
     PaintSurface surface(painter, {.Inches = InchesOf(*this), .TurnPage = {}});
-    const std::string problem = PlotProblem(surface, PresentationOf(analysisNo_));
+    return ToQt(PlotProblem(surface, PresentationOf(analysisNo_)));
+}
+
+// Tells once when the room is gone, and not at every size that the window passes.
+void GraphPicture::LookForRoom() {
     const bool hadRoom = hasRoom_;
-    hasRoom_ = problem.empty();
+    hasRoom_ = Problem().isEmpty();
     if (hadRoom && !hasRoom_)
-        emit ProblemArose(ToQt(problem));
+        emit RoomLost();
 }
 
 void GraphPicture::paintEvent(QPaintEvent* /*event*/) {

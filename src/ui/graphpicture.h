@@ -16,13 +16,16 @@ class GraphPicture : public QWidget {
     // The content has changed.
     void Redraw();
 
+    // Why there is no room for a plot; empty if there is.
+    QString Problem() const;
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
   signals:
     void MenuRequested(const QPoint& at); // right button or menu key, a place on the screen
     void DblClick();
-    void ProblemArose(const QString& problem); // there is no room for a plot any more
+    void RoomLost(); // there is no room for a plot any more
 
   protected:
     void paintEvent(QPaintEvent* event) override;
