@@ -176,11 +176,12 @@ TEST_F(HelpWindow, LetsChooseAmongThePagesOfAWord) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     auto* choice = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     ASSERT_NE(choice, nullptr);
-    ASSERT_EQ(choice->actions().size(), 2);
+    ASSERT_EQ(choice->actions().size(), 3);
     QTest::keyClick(choice, Qt::Key_Down);
     QTest::keyClick(choice, Qt::Key_Down);
     QTest::keyClick(choice, Qt::Key_Return);
-    EXPECT_TRUE(File() == "376.html" || File() == "383.html") << qPrintable(File());
+    const QStringList pages{"376.html", "383.html", "802.html"};
+    EXPECT_TRUE(pages.contains(File())) << qPrintable(File());
 }
 
 TEST_F(HelpWindow, SearchesAllPages) {
