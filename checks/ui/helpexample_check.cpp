@@ -41,6 +41,19 @@ class HelpExampleInWindows : public WindowCheck,
         }
     }
 
+    // These boxes and no others; one may be ticked from the start.
+    void Tick(const std::vector<std::string>& captions) {
+        for (i16 i = 0; i < NoOfCheck; ++i) {
+            const std::string caption = StripAmpersand(CheckLabel(CheckList(i)));
+            const bool wanted = std::ranges::find(captions, caption) != captions.end();
+            const QAbstractButton* box = Option(caption);
+            ASSERT_NE(box, nullptr);
+            if (box->isChecked() != wanted)
+                hands::Click(Options(), box->objectName());
+            EXPECT_EQ(box->isChecked(), wanted) << caption;
+        }
+    }
+
     void ChooseParameter(const std::string& caption) {
         auto& list = *hands::Control<QListWidget>(Options(), "lstParList");
         const auto found = list.findItems(ToQt(caption), Qt::MatchExactly);
@@ -60,8 +73,7 @@ class HelpExampleInWindows : public WindowCheck,
         Choose(example.Tails);
         if (example.LeftTail)
             Choose("Reject in Left Tail");
-        for (const std::string& caption : example.Ticked)
-            Choose(caption);
+        Tick(example.Ticked);
         for (const std::string& caption : example.Chosen)
             Choose(caption);
         hands::Click(Options(), "cmdOK");
