@@ -221,5 +221,48 @@ TEST_F(HelpSite, KnowsTheMessages) {
     EXPECT_EQ(known.size(), 9U);
 }
 
+// What stands in quotes between here and the end of the statement.
+std::vector<std::string> Literals(const std::string& source, std::size_t at) {
+    const std::string statement = source.substr(at, source.find(';', at) - at);
+    std::vector<std::string> found;
+    for (std::size_t open = statement.find('"'); open != std::string::npos;
+         open = statement.find('"', open)) {
+        const std::size_t close = statement.find('"', open + 1);
+        found.push_back(statement.substr(open + 1, close - open - 1));
+        open = close + 1;
+    }
+    return found;
+}
+
+std::string Trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? ""
+                                      : text.substr(first, text.find_last_not_of(' ') + 1 - first);
+}
+
+// A message that the program shows and the page doesn't have is found in the sources: every text
+// of a call that shows one.
+TEST_F(HelpSite, KnowsTheMessagesOfTheSources) {
+    const std::string page = PageOfNumber(60).Body;
+    constexpr std::size_t shortest = 6; // parts of a message below that say nothing
+    int messages = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(SOURCE_DIR)) {
+        if (entry.path().extension() != ".cpp")
+            continue;
+        const std::string source = ReadText(entry.path());
+        for (const std::string call : {"ShowMessage(", ".MsgBox(", "return Tell("})
+            for (std::size_t at = source.find(call); at != std::string::npos;
+                 at = source.find(call, at + 1))
+                for (const std::string& literal : Literals(source, at)) {
+                    const std::string text = Trimmed(literal);
+                    if (text.size() < shortest)
+                        continue;
+                    ++messages;
+                    EXPECT_TRUE(Has(page, Escape(text))) << entry.path().filename() << ": " << text;
+                }
+    }
+    EXPECT_GT(messages, 20);
+}
+
 } // namespace
 } // namespace quorvanta::help
