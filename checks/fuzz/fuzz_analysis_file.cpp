@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string>
-
 #include <sys/mman.h>
 #include <unistd.h>
 

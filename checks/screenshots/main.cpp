@@ -149,9 +149,8 @@ void TakeCalculation(frmMain& window, Photographer& photographer) {
         hands::Click(Floating(window, FloatingWindow::Output), "cmdPrintOutput");
     });
     Floating(window, FloatingWindow::Output).hide();
-    photographer.TakeModal("msgBox", "msgBox", [] {
-        ShowMessage("Xmin Must Be < Xmax If Xstep > 0.");
-    });
+    photographer.TakeModal("msgBox", "msgBox",
+                           [] { ShowMessage("Xmin Must Be < Xmax If Xstep > 0."); });
     photographer.TakeModal("frmCmdialog", "frmCmdialog",
                            [&photographer] { photographer.Trigger("mnuFile(5)"); });
     photographer.TakeAll("main-calculation");
@@ -167,9 +166,8 @@ void TakeTable(frmMain& window, Photographer& photographer) {
         window.StepRun();
     photographer.Take("frmShowPar-run", Floating(window, FloatingWindow::Parameters));
     window.EndRun();
-    photographer.TakeModal("frmEditTable", "frmEditTable", [&window] {
-        hands::Click(*window.CurrentChild(), "cmdEditTable");
-    });
+    photographer.TakeModal("frmEditTable", "frmEditTable",
+                           [&window] { hands::Click(*window.CurrentChild(), "cmdEditTable"); });
     photographer.Trigger("mnuFile(9)");
     photographer.Take("frmOutput-table", Floating(window, FloatingWindow::Output));
     Floating(window, FloatingWindow::Output).hide();
@@ -179,9 +177,8 @@ void TakeGraph(frmMain& window, Photographer& photographer) {
     SetUpRun(window, "mnuFile(2)", photographer);
     photographer.TakeAll("main-graph");
     photographer.Take("frmGraph", *window.CurrentChild()->parentWidget());
-    photographer.TakeModal("frmEditGraph", "frmEditGraph", [&window] {
-        hands::Click(*window.CurrentChild(), "cmdEditGraph");
-    });
+    photographer.TakeModal("frmEditGraph", "frmEditGraph",
+                           [&window] { hands::Click(*window.CurrentChild(), "cmdEditGraph"); });
     photographer.TakeModal("frmGraphOrText", "frmGraphOrText",
                            [&photographer] { photographer.Trigger("mnuFile(10)"); });
     auto* menu = window.findChild<QMenu*>("mnuOutput");

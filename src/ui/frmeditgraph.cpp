@@ -13,17 +13,26 @@
 
 namespace quorvanta {
 
+namespace {
+
+QLineEdit* MakeField(QFormLayout& form, const QString& label, const QString& name,
+                     const std::string& text) {
+    auto* field = new QLineEdit(form.parentWidget());
+    field->setObjectName(name);
+    field->setText(ToQt(text));
+    form.addRow(label, field);
+    return field;
+}
+
+} // namespace
+
 frmEditGraph::frmEditGraph(QWidget* parent)
-    : QDialog(parent), txtZLabel_(new QLineEdit(this)), txtCurveWidth_(new QLineEdit(this)) {
+    : QDialog(parent), txtTitle_(new TitleField(CurrentGraphSettings().Title, this)) {
     setObjectName("frmEditGraph");
     setWindowTitle("Edit Graph");
     const GraphSettings settings = CurrentGraphSettings();
-    txtTitle_ = new TitleField(settings.Title, this);
-    txtZLabel_->setObjectName("txtZLabel");
-    txtZLabel_->setText(ToQt(settings.ZLabel));
-    txtCurveWidth_->setObjectName("txtCurveWidth");
-    txtCurveWidth_->setText(ToQt(settings.CurveWidth));
 
+    // In the order of the eye, which the Tab key follows.
     auto* form = new QFormLayout(this);
     form->addRow("&Title:", txtTitle_);
     auto* axes = new QHBoxLayout;
@@ -32,9 +41,9 @@ frmEditGraph::frmEditGraph(QWidget* parent)
     axes->addWidget(MakeAxis("YAxis:", "Y", settings.YAxis,
                              {"L&abel:", "&Ymin:", "Yma&x:", "Ytic&k:"}, yAxis_));
     form->addRow(axes);
-    form->addRow("&ZAxis:", txtZLabel_);
+    txtZLabel_ = MakeField(*form, "&ZAxis:", "txtZLabel", settings.ZLabel);
     type_ = std::make_unique<TypeFields>(*form, settings.Type, "Font &Bold", this);
-    form->addRow("Curve Width:", txtCurveWidth_);
+    txtCurveWidth_ = MakeField(*form, "Curve Width:", "txtCurveWidth", settings.CurveWidth);
     form->addRow(MakeEditButtons(*this, [this] { cmdOK_Click(); }));
 }
 
@@ -44,14 +53,13 @@ QWidget* frmEditGraph::MakeAxis(const QString& title, const QString& axis, const
                                 const std::array<const char*, 4>& labels, AxisFields& fields) {
     const QString names[] = {"txt" + axis + "Label", "txt" + axis + "min", "txt" + axis + "max",
                              "txt" + axis + "tick"};
+    constexpr int characters = 26; // the labels of most parameters
     auto* frame = new QGroupBox(title, this);
     auto* form = new QFormLayout(frame);
     // The limits come first and the label last.
     for (const std::size_t i : {1U, 2U, 3U, 0U}) {
-        fields[i] = new QLineEdit(frame);
-        fields[i]->setObjectName(names[i]);
-        fields[i]->setText(ToQt(texts(static_cast<int>(i))));
-        form->addRow(labels[i], fields[i]);
+        fields[i] = MakeField(*form, labels[i], names[i], texts(static_cast<int>(i)));
+        fields[i]->setMinimumWidth(characters * fontMetrics().averageCharWidth());
     }
     return frame;
 }

@@ -12,11 +12,11 @@
 namespace quorvanta {
 
 frmEditTable::frmEditTable(QWidget* parent, const QString& caption, bool hasColumns)
-    : QDialog(parent), txtColumns_(new QLineEdit(this)), txtDecimals_(new QLineEdit(this)) {
+    : QDialog(parent), txtTitle_(new TitleField(CurrentTableSettings().Title, this)),
+      txtColumns_(new QLineEdit(this)), txtDecimals_(new QLineEdit(this)) {
     setObjectName("frmEditTable");
     setWindowTitle(caption);
     const TableSettings settings = CurrentTableSettings();
-    txtTitle_ = new TitleField(settings.Title, this);
     txtColumns_->setObjectName("txtColumns");
     txtColumns_->setText(ToQt(settings.Columns));
     txtDecimals_->setObjectName("txtDecimals");
@@ -28,7 +28,7 @@ frmEditTable::frmEditTable(QWidget* parent, const QString& caption, bool hasColu
     form->addRow("No Of &Decimals:", txtDecimals_);
     form->setRowVisible(txtColumns_, hasColumns);
     form->setRowVisible(txtDecimals_, hasColumns);
-    type_ = std::make_unique<TypeFields>(*form, settings.Type, "Font &Bold", this);
+    type_ = std::make_unique<TypeFields>(*form, settings.Type, "Font &Bold:", this);
     form->addRow(MakeEditButtons(*this, [this] { cmdOK_Click(); }));
 }
 

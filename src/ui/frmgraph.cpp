@@ -27,8 +27,7 @@ frmGraph::frmGraph(i16 windowNo, i16 analysisNo)
     connect(picture_, &GraphPicture::MenuRequested, this, &frmGraph::RequestOutputMenu);
     connect(picture_, &GraphPicture::DblClick, this, &frmGraph::cmdEditGraph_Click);
     // Told from the event loop, when the window has the size that it gets.
-    connect(picture_, &GraphPicture::RoomLost, this, &frmGraph::TellProblem,
-            Qt::QueuedConnection);
+    connect(picture_, &GraphPicture::RoomLost, this, &frmGraph::TellProblem, Qt::QueuedConnection);
     cmdEditGraph_->setObjectName("cmdEditGraph");
     cmdEditGraph_->setAutoDefault(false);
     connect(cmdEditGraph_, &QPushButton::clicked, this, &frmGraph::cmdEditGraph_Click);
