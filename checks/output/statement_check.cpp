@@ -429,14 +429,14 @@ TEST_F(Statement, ConfidenceIntervalOfProbableWidth) {
 }
 
 // Two samples, standard deviations 0.3 and 0.4, 40 and 50 subjects:
-// 2 x 1.95996 sqrt(0.09/40 + 0.16/50) = 0.28939. The percentage of 0.999 is 99.9.
+// 2 x 3.29053 sqrt(0.09/40 + 0.16/50) = 0.48584. The percentage of 0.999 is 99.9.
 TEST_F(Statement, ConfidenceIntervalOfADifference) {
     AnalyseParameter(DistrNormal, 0, ProcedureInterval, TwoSamples, TwoSided, 4,
                      {22, 100, 216, 217, 4, 37},
-                     {{22, "0.999"}, {100, "0.28939"}, {217, "0.4"}, {4, "40"}, {37, "50"}});
+                     {{22, "0.999"}, {100, "0.48584"}, {217, "0.4"}, {4, "40"}, {37, "50"}});
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 90 (40 in sample 1 and 50 in sample 2), a two-sided "
-              "99.9 % confidence interval will have a width of 0.28939. The confidence interval is "
+              "99.9 % confidence interval will have a width of 0.48584. The confidence interval is "
               "calculated for the parameter difference between two samples in mean (standard "
               "deviation known) in a normal distribution. The calculation is based on the "
               "assumptions that the standard deviation 1 is 0.3 and the standard deviation 2 is "
