@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPaintEvent>
 #include <QSet>
 #include <QTest>
 #include <QTextBrowser>
@@ -322,6 +323,37 @@ TEST_F(MainWindow, SaysWhereToBegin) {
               "Choose the options of the analysis, then press OK. Esc gives them up.");
     AcceptOptions();
     EXPECT_TRUE(hands::TextOf(Window(), "lblStatus").startsWith("Type the values"));
+}
+
+// Gathers what is painted of a widget.
+class PaintedArea : public QObject {
+  public:
+    explicit PaintedArea(QWidget& widget) { widget.installEventFilter(this); }
+
+    QRegion Region;
+
+  protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() == QEvent::Paint)
+            Region += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+};
+
+// What stands in the middle of the free space must not stay there beside the windows.
+TEST_F(MainWindow, TheWelcomeGoesWithTheFirstWindowAndComesBackAfterTheLast) {
+    hands::Settle();
+    const QPoint middle = Area().viewport()->rect().center();
+    PaintedArea painted(*Area().viewport());
+    Trigger("mnuFile(0)");
+    hands::Settle();
+    ASSERT_FALSE(Child().parentWidget()->geometry().contains(middle));
+    EXPECT_TRUE(painted.Region.contains(middle));
+    painted.Region = {};
+    CloseChild();
+    hands::Settle();
+    ASSERT_TRUE(Area().subWindowList().isEmpty());
+    EXPECT_TRUE(painted.Region.contains(middle));
 }
 
 } // namespace

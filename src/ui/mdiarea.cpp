@@ -3,6 +3,7 @@
 #include "core/analysis.h"
 
 #include <QApplication>
+#include <QMdiSubWindow>
 #include <QPaintEvent>
 #include <QPainter>
 
@@ -10,6 +11,8 @@ namespace quorvanta {
 
 MdiArea::MdiArea(QWidget* parent) : QMdiArea(parent) {
     TakeBackground();
+    // The first child window takes the welcome away, the last one brings it back.
+    connect(this, &QMdiArea::subWindowActivated, viewport(), qOverload<>(&QWidget::update));
 }
 
 void MdiArea::TakeBackground() {
