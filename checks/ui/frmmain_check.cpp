@@ -356,5 +356,25 @@ TEST_F(MainWindow, TheWelcomeGoesWithTheFirstWindowAndComesBackAfterTheLast) {
     EXPECT_TRUE(painted.Region.contains(middle));
 }
 
+// --- Keys beside a table ----------------------------------------------------------------------
+
+// The axes come next after the options; from the window itself the keyboard finds the way there.
+TEST_F(MainWindow, TheKeyboardReachesTheParametersOfATable) {
+    Window().activateWindow();
+    Trigger("mnuFile(1)");
+    Trigger("mnuStudent(0)");
+    AcceptOptions();
+    hands::Settle();
+    QWidget& parameters = *Window().Floating(FloatingWindow::Parameters);
+    const QWidget* list = hands::Control(parameters, "cbYXZPar(0)");
+    EXPECT_EQ(QApplication::focusWidget(), list);
+    hands::Click(parameters, "cmdOK");
+    QWidget* table = hands::Control(Child(), "PicTable");
+    hands::Click(*table);
+    ASSERT_EQ(QApplication::focusWidget(), table);
+    QTest::keyClick(table, Qt::Key_Y, Qt::AltModifier);
+    EXPECT_EQ(QApplication::focusWidget(), list);
+}
+
 } // namespace
 } // namespace quorvanta

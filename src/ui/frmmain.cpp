@@ -19,11 +19,13 @@
 #include "ui/frmtable.h"
 #include "ui/helpviewer.h"
 #include "ui/mdiarea.h"
+#include "ui/mnemoniclabel.h"
 #include "ui/qttext.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
 #include <QMdiSubWindow>
@@ -414,6 +416,7 @@ void frmMain::ShowFloating(FloatingWindow window) {
         layout()->activate();
         if (ChildWindow* child = CurrentChild())
             child->KeepInside();
+        frmShowPar_->setFocus();
         return;
     }
     if (window == FloatingWindow::Summary)
@@ -473,6 +476,12 @@ void frmMain::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     for (const QString& path : AnalysisFiles(*event->mimeData()))
         ReadAnalysisFile(FromQt(path));
+}
+
+void frmMain::keyPressEvent(QKeyEvent* event) {
+    // From a table or graph, the letters of the parameters beside it that no menu has.
+    if (!frmShowPar_->isVisible() || !FocusByMnemonic(*frmShowPar_, *event))
+        QMainWindow::keyPressEvent(event);
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

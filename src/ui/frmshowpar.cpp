@@ -56,6 +56,7 @@ frmShowPar::frmShowPar(QWidget* parent)
     column->addWidget(cmdOK_, 0, Qt::AlignRight);
     column->addStretch(0);
     setWidget(content);
+    setFocusProxy(cbYXZPar_[YRole]);
     EndProgress();
     hide();
 }
