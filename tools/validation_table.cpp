@@ -11,6 +11,7 @@
 #include "support/validation.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <exception>
@@ -39,8 +40,17 @@ std::string SourceOf(const std::filesystem::path& path) {
     return source;
 }
 
+// "proportions_exact" in words.
+std::string TitleOf(const std::filesystem::path& path) {
+    std::string title = path.stem().string();
+    title.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(title.front())));
+    if (const std::size_t at = title.find('_'); at != std::string::npos)
+        title.replace(at, 1, ", ");
+    return title;
+}
+
 void WriteFile(const std::filesystem::path& path, std::ostream& out) {
-    out << "\n## " << path.stem().string() << "\n\n" << SourceOf(path) << "\n";
+    out << "\n## " << TitleOf(path) << "\n\n" << SourceOf(path) << "\n";
     out << "| Analysis | Values | Solved for | Exact | Quorvanta | Deviation |\n";
     out << "|---|---|---|---|---|---|\n";
     for (const checks::ValidationCase& row : checks::ReadValidation(path.string())) {

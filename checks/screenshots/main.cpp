@@ -1,5 +1,8 @@
-// Saves a picture of every window: quorvanta_screenshots folder light|dark.
+// Saves a picture of every window: quorvanta_screenshots folder light|dark dots-per-inch.
+// The same program gives the same files, as far as the fonts of the machine are the same: nothing
+// blinks, and no picture is taken before the windows have come to rest.
 #include "core/analysis.h"
+#include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/platform.h"
@@ -8,34 +11,106 @@
 #include "ui/application.h"
 #include "ui/childwindow.h"
 #include "ui/frmabout.h"
+#include "ui/frmprogress.h"
 #include "ui/frmsplash.h"
+#include "ui/helpviewer.h"
 #include "ui/program.h"
 #include "ui/qttext.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QMenu>
 #include <QPainter>
 #include <QTest>
 
+#include <algorithm>
 #include <iostream>
+#include <map>
 
 namespace quorvanta {
 
 namespace {
 
 QPalette DarkPalette() {
-    QPalette dark(QColor(45, 45, 48), QColor(45, 45, 48));
-    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-        dark.setColor(group, QPalette::WindowText, QColor(235, 235, 235));
+    const QColor window(45, 45, 48);
+    const QColor text(235, 235, 235);
+    const QColor faint(140, 140, 140);
+    QPalette dark(window, window);
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        const QColor ink = group == QPalette::Disabled ? faint : text;
+        dark.setColor(group, QPalette::WindowText, ink);
+        dark.setColor(group, QPalette::Text, ink);
+        dark.setColor(group, QPalette::ButtonText, ink);
         dark.setColor(group, QPalette::Base, QColor(30, 30, 30));
-        dark.setColor(group, QPalette::Text, QColor(235, 235, 235));
-        dark.setColor(group, QPalette::ButtonText, QColor(235, 235, 235));
+        dark.setColor(group, QPalette::AlternateBase, QColor(37, 37, 38));
         dark.setColor(group, QPalette::Highlight, QColor(42, 110, 187));
         dark.setColor(group, QPalette::HighlightedText, Qt::white);
+        dark.setColor(group, QPalette::Link, QColor(102, 178, 255));
+        dark.setColor(group, QPalette::LinkVisited, QColor(190, 160, 255));
+        dark.setColor(group, QPalette::PlaceholderText, faint);
     }
     return dark;
+}
+
+int Distance(QRgb a, QRgb b) {
+    return std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
+                     std::abs(qBlue(a) - qBlue(b))});
+}
+
+constexpr qsizetype mostColours = 128;
+
+// The most frequent colours of the picture, each farther than that from all others; of more than
+// can be had the first, and one more.
+QList<QRgb> Palette(const std::vector<std::pair<int, QRgb>>& byFrequency, int distance) {
+    QList<QRgb> colours;
+    for (const auto& [frequency, colour] : byFrequency) {
+        const auto isNear = [colour = colour, distance](QRgb other) {
+            return Distance(colour, other) <= distance;
+        };
+        if (colours.size() <= mostColours && std::ranges::none_of(colours, isNear))
+            colours << colour;
+    }
+    return colours;
+}
+
+// A picture of few colours, in which every colour is as close to its own as they allow: a third of
+// the bytes, and no difference that one could see.
+QImage WithFewColours(const QImage& picture) {
+    std::map<QRgb, int> frequencies;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            ++frequencies[picture.pixel(x, y)];
+    std::vector<std::pair<int, QRgb>> byFrequency;
+    for (const auto& [colour, frequency] : frequencies)
+        byFrequency.emplace_back(-frequency, colour);
+    std::ranges::sort(byFrequency);
+    QList<QRgb> colours;
+    for (int distance = 0; distance == 0 || colours.size() > mostColours; ++distance)
+        colours = Palette(byFrequency, distance);
+
+    std::map<QRgb, int> places;
+    for (const auto& [colour, frequency] : frequencies) {
+        const auto nearest = std::ranges::min_element(
+            colours, {}, [colour = colour](QRgb other) { return Distance(colour, other); });
+        places[colour] = static_cast<int>(nearest - colours.begin());
+    }
+    QImage few(picture.size(), QImage::Format_Indexed8);
+    few.setColorTable(colours);
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            few.setPixel(x, y, static_cast<uint>(places[picture.pixel(x, y)]));
+    return few;
+}
+
+// Lists take their final width a little after their entries, and the button that clears a box
+// comes slowly.
+void ComeToRest() {
+    constexpr int milliseconds = 400;
+    QTest::qWait(milliseconds);
+    hands::Settle();
 }
 
 class Photographer {
@@ -43,16 +118,23 @@ class Photographer {
     Photographer(frmMain& window, QString folder) : window_(window), folder_(std::move(folder)) {}
 
     // One window alone.
-    void Take(const QString& name, QWidget& window) { Save(name, window.grab()); }
+    void Take(const QString& name, QWidget& window) {
+        ComeToRest();
+        Save(name, window.grab());
+    }
 
     // The main window with all that stands over it.
     void TakeAll(const QString& name) {
-        hands::Settle();
+        ComeToRest();
         QPixmap picture = window_.grab();
         QPainter painter(&picture);
+        painter.setPen(QApplication::palette().color(QPalette::Shadow));
         for (QWidget* other : QApplication::topLevelWidgets())
-            if (other != &window_ && other->isVisible())
-                painter.drawPixmap(other->pos() - window_.pos(), other->grab());
+            if (other != &window_ && other->isVisible()) {
+                const QRect place(other->pos() - window_.pos(), other->size());
+                painter.drawPixmap(place.topLeft(), other->grab());
+                painter.drawRect(place.adjusted(-1, -1, 0, 0));
+            }
         painter.end();
         Save(name, picture);
     }
@@ -61,7 +143,6 @@ class Photographer {
     void TakeModal(const QString& name, const QString& objectName,
                    const std::function<void()>& open) {
         hands::WhenModal(objectName, [this, name](QWidget& modal) {
-            hands::Settle();
             Take(name, modal);
             modal.close();
         });
@@ -80,10 +161,10 @@ class Photographer {
 
   private:
     void Save(const QString& name, const QPixmap& picture) {
-        hands::Settle();
         const QString path = QDir(folder_).filePath(name + ".png");
         constexpr int smallest = 0; // by compression alone
-        if (!picture.toImage().convertToFormat(QImage::Format_RGB888).save(path, "PNG", smallest))
+        const QImage image = picture.toImage().convertToFormat(QImage::Format_RGB32);
+        if (!WithFewColours(image).save(path, "PNG", smallest))
             qFatal("Can't save %s", qPrintable(path));
         std::cout << qPrintable(path) << std::endl;
         ++saved_;
@@ -99,8 +180,7 @@ QWidget& Floating(frmMain& window, FloatingWindow which) {
 }
 
 // The sample size of an unpaired t-test against the difference, for three levels.
-void SetUpRun(frmMain& window, const QString& newWindow, Photographer& photographer) {
-    photographer.Trigger(newWindow);
+void SetUpRun(frmMain& window, Photographer& photographer) {
     photographer.Trigger("mnuStudent(0)");
     QWidget& options = Floating(window, FloatingWindow::Options);
     hands::Click(options, "optIntPar0(1)");
@@ -123,15 +203,19 @@ void TakeCalculation(frmMain& window, Photographer& photographer) {
     photographer.TakeModal("frmNewWindow", "frmNewWindow",
                            [] { ThePlatform().AskWindowKind(true); });
     photographer.Trigger("mnuFile(0)");
-    photographer.Trigger("mnuStudent(0)");
     QWidget& options = Floating(window, FloatingWindow::Options);
+    photographer.Trigger("mnuPar(0)");
+    photographer.Take("frmShowSmp-distribution", options);
+    photographer.Trigger("mnuStudent(0)");
     hands::Click(options, "optIntPar0(1)");
     hands::Click(options, "optIntPar1(2)");
     photographer.Take("frmShowSmp", options);
+    photographer.TakeAll("main-options");
     hands::Click(options, "cmdOK");
     hands::TypeInto(*window.CurrentChild(), "txtParValue(1)", "0.8");
     hands::TypeInto(*window.CurrentChild(), "txtParValue(3)", "0.5");
     hands::TypeInto(*window.CurrentChild(), "txtParValue(4)", "1");
+    photographer.Take("frmCalc-typed", *window.CurrentChild()->parentWidget());
     hands::Click(*window.CurrentChild(), "cmdParLabel(5)");
     photographer.Take("frmCalc", *window.CurrentChild()->parentWidget());
     photographer.Trigger("mnuGetInfo(3)");
@@ -151,13 +235,46 @@ void TakeCalculation(frmMain& window, Photographer& photographer) {
     Floating(window, FloatingWindow::Output).hide();
     photographer.TakeModal("msgBox", "msgBox",
                            [] { ShowMessage("Xmin Must Be < Xmax If Xstep > 0."); });
-    photographer.TakeModal("frmCmdialog", "frmCmdialog",
-                           [&photographer] { photographer.Trigger("mnuFile(5)"); });
+    photographer.TakeModal("msgBox-close", "msgBox",
+                           [&window] { window.CurrentChild()->parentWidget()->close(); });
+    window.Progress().Start(100);
+    for (int i = 0; i < 62; ++i)
+        window.Progress().Step();
+    photographer.Take("frmProgress", window.Progress());
+    window.Progress().hide();
     photographer.TakeAll("main-calculation");
 }
 
+void TakeFiles(Photographer& photographer) {
+    const QString path = QDir::home().filePath("Blood pressure.dim");
+    WriteAnalysisFile(FromQt(path));
+    QFile file(path);
+    const QDateTime fixed(QDate(2024, 3, 1), QTime(9, 30), Qt::UTC);
+    if (!file.open(QFile::ReadWrite) || !file.setFileTime(fixed, QFileDevice::FileModificationTime))
+        qFatal("Can't date %s", qPrintable(path));
+    file.close();
+    photographer.TakeModal("frmCmdialog-open", "frmCmdialog",
+                           [&photographer] { photographer.Trigger("mnuFile(5)"); });
+    photographer.TakeModal("frmCmdialog-save", "frmCmdialog",
+                           [&photographer] { photographer.Trigger("mnuFile(7)"); });
+    file.remove();
+}
+
+void TakeHelp(Photographer& photographer) {
+    constexpr i32 unpaired = 301;
+    OpenHelp(unpaired);
+    QWidget* viewer = hands::TopWindow("frmHelp");
+    photographer.Take("frmHelp", *viewer);
+    OpenHelpSearch();
+    hands::TypeInto(*viewer, "txtSearch", "decimal comma");
+    photographer.Take("frmHelp-search", *viewer);
+    viewer->close();
+}
+
 void TakeTable(frmMain& window, Photographer& photographer) {
-    SetUpRun(window, "mnuFile(1)", photographer);
+    photographer.Trigger("mnuFile(1)");
+    photographer.Take("frmTable-empty", *window.CurrentChild()->parentWidget());
+    SetUpRun(window, photographer);
     photographer.TakeAll("main-table");
     photographer.Take("frmTable", *window.CurrentChild()->parentWidget());
     photographer.Take("frmShowPar", Floating(window, FloatingWindow::Parameters));
@@ -170,17 +287,24 @@ void TakeTable(frmMain& window, Photographer& photographer) {
                            [&window] { hands::Click(*window.CurrentChild(), "cmdEditTable"); });
     photographer.Trigger("mnuFile(9)");
     photographer.Take("frmOutput-table", Floating(window, FloatingWindow::Output));
+    photographer.TakeModal("frmEditOutput-table", "frmEditTable", [&window] {
+        hands::Click(Floating(window, FloatingWindow::Output), "cmdEditOutput");
+    });
     Floating(window, FloatingWindow::Output).hide();
 }
 
 void TakeGraph(frmMain& window, Photographer& photographer) {
-    SetUpRun(window, "mnuFile(2)", photographer);
+    photographer.Trigger("mnuFile(2)");
+    SetUpRun(window, photographer);
     photographer.TakeAll("main-graph");
     photographer.Take("frmGraph", *window.CurrentChild()->parentWidget());
     photographer.TakeModal("frmEditGraph", "frmEditGraph",
                            [&window] { hands::Click(*window.CurrentChild(), "cmdEditGraph"); });
     photographer.TakeModal("frmGraphOrText", "frmGraphOrText",
                            [&photographer] { photographer.Trigger("mnuFile(10)"); });
+    hands::WhenModal("frmGraphOrText", [](QWidget& form) { hands::Click(form, "cmdOK"); });
+    photographer.TakeModal("printPreview-graph", "printPreview",
+                           [&photographer] { photographer.Trigger("mnuFile(9)"); });
     auto* menu = window.findChild<QMenu*>("mnuOutput");
     menu->popup(QPoint(100, 100));
     photographer.Take("mnuOutput", *menu);
@@ -199,6 +323,8 @@ void TakePictures(frmMain& window, const QString& folder) {
     photographer.Take("frmSplash", splash);
     photographer.TakeModal("frmAbout", "frmAbout", [&window] { frmAbout(&window).exec(); });
     TakeCalculation(window, photographer);
+    TakeFiles(photographer);
+    TakeHelp(photographer);
     TakeTable(window, photographer);
     TakeGraph(window, photographer);
     ThePlatform().RaiseChild(CalculationWindow, 1);
@@ -213,14 +339,17 @@ void TakePictures(frmMain& window, const QString& folder) {
 } // namespace quorvanta
 
 int main(int argc, char** argv) {
-    quorvanta::hands::UseMemoryForDisplay();
-    quorvanta::Application application(argc, argv);
-    const QStringList arguments = QApplication::arguments();
-    if (arguments.size() != 3 || !QDir().mkpath(arguments[1])) {
-        std::cerr << "usage: quorvanta_screenshots folder light|dark" << std::endl;
+    if (argc != 4) {
+        std::cerr << "usage: quorvanta_screenshots folder light|dark dots-per-inch" << std::endl;
         return 1;
     }
+    quorvanta::hands::UseMemoryForDisplay(QByteArray(argv[3]).toInt());
+    quorvanta::Application application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    if (!QDir().mkpath(arguments[1]))
+        qFatal("Can't make %s", qPrintable(arguments[1]));
     QApplication::setStyle("Fusion");
+    QApplication::setCursorFlashTime(0); // no cursor comes and goes
     if (arguments[2] == "dark")
         QApplication::setPalette(quorvanta::DarkPalette());
     quorvanta::Program program;

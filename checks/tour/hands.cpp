@@ -36,12 +36,18 @@ QAction* Entry(const QWidget& menu, const QString& caption) {
 
 } // namespace
 
-void UseMemoryForDisplay() {
+void UseMemoryForDisplay(int dotsPerInch) {
     static QTemporaryFile screen;
     if (!screen.open())
         Fail("room for a temporary file");
-    screen.write(R"({ "screens": [ { "name": "memory", "x": 0, "y": 0, "width": 1440, "height": 900,
-                       "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1 } ] })");
+    constexpr int usual = 96;
+    screen.write(QString(R"({ "screens": [ { "name": "memory", "x": 0, "y": 0, "width": %1,
+                              "height": %2, "logicalDpi": %3, "logicalBaseDpi": %4, "dpr": 1 } ] })")
+                     .arg(1440 * dotsPerInch / usual)
+                     .arg(900 * dotsPerInch / usual)
+                     .arg(dotsPerInch)
+                     .arg(usual)
+                     .toUtf8());
     screen.close();
     qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screen.fileName().toUtf8());
 }

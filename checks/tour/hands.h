@@ -11,9 +11,9 @@ class QMenuBar;
 
 namespace quorvanta::hands {
 
-// Without a display the windows are drawn into memory, on a screen of an ordinary size. Called
-// before the application is made.
-void UseMemoryForDisplay();
+// Without a display the windows are drawn into memory, on a screen of an ordinary size: 15 by 9.4
+// inches. Called before the application is made.
+void UseMemoryForDisplay(int dotsPerInch = 96);
 
 // The control of that name in the window; a failed search ends the program with a message, since
 // nothing after it could be done.

@@ -36,7 +36,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
             .arg(qVersion()),
         this);
     text->setWordWrap(true);
-    text->setMinimumWidth(52 * fontMetrics().averageCharWidth());
+    text->setMinimumWidth(56 * fontMetrics().averageCharWidth());
 
     auto* buttons = new QDialogButtonBox(this);
     QPushButton* cmdOK = buttons->addButton("OK", QDialogButtonBox::AcceptRole);
