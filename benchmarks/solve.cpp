@@ -9,15 +9,19 @@
 #include "core/driver.h"
 #include "core/options.h"
 #include "core/setup.h"
+#include "output/format.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>
+#include <vector>
 
 namespace {
 
 using namespace quorvanta;
 
+constexpr i16 kindSd = 2;
 constexpr i16 kindSize1 = 4;
+constexpr i16 kindDifference = 62;
 
 void Choose(i16 group, i16 option) {
     for (i16 i = 0; i < NoOfIntPar; ++i)
@@ -33,18 +37,20 @@ i16 PositionOf(i16 kind) {
 }
 
 // The unpaired two-sided test: level 0.05, power 0.80, difference 0.5, standard deviation 1.
-void OpenPlan() {
+void OpenPlan(i16 windowKind = CalculationWindow) {
     static ScriptedPlatform platform;
     SetPlatform(platform);
     Main();
-    FileCommand(CalculationWindow);
+    FileCommand(windowKind);
     NewTest(0);
     Choose(1, 1);
     Choose(2, 2);
     AcceptOptions();
     const f64 values[] = {0.05, 0.80, 0, 0.5, 1, 30, 1};
-    for (i16 i = 0; i <= NoOfPar; ++i)
+    for (i16 i = 0; i <= NoOfPar; ++i) {
         ParValue(i) = values[i];
+        ParText(ParKind(i)) = Str(values[i]);
+    }
     UnknownParNo = PositionOf(kindSize1);
 }
 
@@ -189,6 +195,42 @@ void FiveHundredByDriver(benchmark::State& state) {
         }
 }
 BENCHMARK(FiveHundredByDriver)->Unit(benchmark::kMicrosecond);
+
+// The grid of a table: 100 differences under 5 standard deviations.
+constexpr int gridX = 100;
+const std::vector<f64> gridZ = {0.8, 0.9, 1, 1.1, 1.2};
+
+// All points of a table without the table: the solves alone.
+void BareSolvesOfATable(benchmark::State& state) {
+    OpenPlan();
+    for (auto _ : state)
+        for (const f64 sd : gridZ)
+            for (int k = 0; k < gridX; ++k) {
+                ParValue(PositionOf(kindDifference)) = 0.3 + 0.005 * k;
+                ParValue(PositionOf(kindSd)) = sd;
+                benchmark::DoNotOptimize(SolveUnknown());
+            }
+}
+BENCHMARK(BareSolvesOfATable)->Unit(benchmark::kMicrosecond);
+
+// The same points by the road of a table or graph, with its check of every point first and its
+// look at the clock after each.
+void TableByCalcRun(benchmark::State& state) {
+    OpenPlan(TableWindow);
+    XParNo = PositionOf(kindDifference);
+    ZParNo = PositionOf(kindSd);
+    ParXminText(kindDifference) = "0.3";
+    ParXmaxText(kindDifference) = "0.795";
+    ParXstepText(kindDifference) = "0.005";
+    ParZValuesText(kindSd) = "0.8 0.9 1 1.1 1.2";
+    for (auto _ : state) {
+        Calculated = False;
+        CalcRun();
+    }
+    if (TableY.HighBound1() != gridX || TableY.HighBound2() != static_cast<int>(gridZ.size()))
+        state.SkipWithError("not the grid");
+}
+BENCHMARK(TableByCalcRun)->Unit(benchmark::kMicrosecond);
 
 void FiveHundredByPlainCode(benchmark::State& state) {
     plain::Plan plan{0.05, 0.80, 0.5, 1, 1};
