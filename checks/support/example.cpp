@@ -23,6 +23,16 @@ std::vector<ExampleTopic> ReadExamples() {
     return examples;
 }
 
+std::vector<ExampleTopic> ReadRuns() {
+    std::vector<ExampleTopic> runs;
+    for (const auto& [number, topic] : help::ReadTopics(HELP_DIR "/topics"))
+        if (topic.Text.find("\n```run\n") != std::string::npos)
+            runs.push_back({number, help::RunOf(topic.Text)});
+    if (runs.empty())
+        throw std::runtime_error("no table or graph in " HELP_DIR);
+    return runs;
+}
+
 std::vector<ExampleReading> PlayInEngine(const help::Example& example) {
     help::ChooseOptions(example);
     AcceptOptions();

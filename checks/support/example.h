@@ -22,6 +22,9 @@ struct ExampleTopic {
 };
 std::vector<ExampleTopic> ReadExamples();
 
+// Likewise, the topics with a table or graph.
+std::vector<ExampleTopic> ReadRuns();
+
 // What a step of an example led to.
 struct ExampleReading {
     std::string Shown;    // the text of the unknown's box

@@ -1,5 +1,5 @@
 // Every worked example of the help, played in the real windows as its page says: the menu by its
-// name, the options by mouse, the values by key, the label by mouse.
+// name, the options by mouse, the values by key, the label or OK by mouse.
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
@@ -11,14 +11,19 @@
 #include "ui/window_fixture.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QLabel>
 #include <QListWidget>
 #include <QTest>
+
+#include <cstdlib>
 
 namespace quorvanta {
 namespace {
 
-class HelpExampleInWindows : public WindowCheck,
-                             public testing::WithParamInterface<checks::ExampleTopic> {
+class ExampleInWindows : public WindowCheck,
+                         public testing::WithParamInterface<checks::ExampleTopic> {
   protected:
     // The option of that caption, among those that can be seen; a failure and nothing if there is
     // none.
@@ -63,9 +68,10 @@ class HelpExampleInWindows : public WindowCheck,
         hands::Settle();
     }
 
-    void ChooseOptions(const help::Example& example) {
-        Trigger("mnuFile(0)");
-        Trigger(MenuName());
+    void ChooseOptions(const help::Example& example, const QString& newWindow) {
+        Trigger(newWindow);
+        const MenuItem& entry = help::MenuEntry(example.Menus);
+        Trigger(ControlName(ToQt(entry.Name), entry.Index));
         if (!example.Parameter.empty())
             ChooseParameter(example.Parameter);
         Choose(example.Procedure);
@@ -78,7 +84,10 @@ class HelpExampleInWindows : public WindowCheck,
             Choose(caption);
         hands::Click(Options(), "cmdOK");
     }
+};
 
+class HelpExampleInWindows : public ExampleInWindows {
+  protected:
     // The row of a label in the window; a failure and -1 if it has none.
     int RowOf(const std::string& label) {
         for (int i = 0; i <= MaxPar; ++i) {
@@ -91,10 +100,8 @@ class HelpExampleInWindows : public WindowCheck,
         return -1;
     }
 
-  private:
-    // The entry of the menus that the example's number belongs to; its captions have to be those
-    // that the page names.
-    QString MenuName() {
+    // The page has its number from its analysis: they have to be the same.
+    static void ExpectMenusOfItsNumber() {
         const HelpSubject subject = HelpSubjectOf(GetParam().Number);
         const MenuPath path = subject.IsTest == True ? PathToTest(subject.TestNo)
                                                      : PathToDistribution(subject.DistrNo);
@@ -102,13 +109,13 @@ class HelpExampleInWindows : public WindowCheck,
         for (const MenuItem* item : path)
             captions.push_back(StripAmpersand(item->Caption));
         EXPECT_EQ(captions, GetParam().Example.Menus);
-        return ControlName(ToQt(path.back()->Name), path.back()->Index);
     }
 };
 
 TEST_P(HelpExampleInWindows, SaysWhatTheWindowShows) {
     const help::Example& example = GetParam().Example;
-    ChooseOptions(example);
+    ExpectMenusOfItsNumber();
+    ChooseOptions(example, "mnuFile(0)");
     for (const help::ExampleStep& step : example.Steps) {
         for (const auto& [label, text] : step.Typed)
             hands::TypeInto(Child(), ControlName("txtParValue", RowOf(label)), ToQt(text));
@@ -123,6 +130,98 @@ TEST_P(HelpExampleInWindows, SaysWhatTheWindowShows) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Topics, HelpExampleInWindows, testing::ValuesIn(checks::ReadExamples()),
+                         [](const auto& info) { return std::to_string(info.param.Number); });
+
+class HelpRunInWindows : public ExampleInWindows {
+  protected:
+    QWidget& Parameters() { return *Window().Floating(FloatingWindow::Parameters); }
+
+    // Opens the list and picks the entry by key, as far from the present one as it stands.
+    void PickAxis(int role, const std::string& label) {
+        const QString name = ControlName("cbYXZPar", role);
+        auto& list = *hands::Control<QComboBox>(Parameters(), name);
+        const int wanted = list.findText(ToQt(label));
+        ASSERT_GE(wanted, 0) << label;
+        hands::Click(Parameters(), name);
+        QWidget& entries = *list.view();
+        const int steps = wanted - list.currentIndex();
+        for (int i = 0; i < std::abs(steps); ++i)
+            QTest::keyClick(&entries, steps > 0 ? Qt::Key_Down : Qt::Key_Up);
+        QTest::keyClick(&entries, Qt::Key_Return);
+        hands::Settle();
+        EXPECT_EQ(FromQt(list.currentText()), label);
+    }
+
+    // The box of a fixed parameter, by its label.
+    QString BoxOf(const std::string& label) {
+        for (int i = 0; i <= MaxPar; ++i) {
+            const auto* text = Parameters().findChild<QLabel*>(ControlName("lblParLabel", i));
+            if (text != nullptr && text->isVisible() &&
+                StripAmpersand(FromQt(text->text())) == label)
+                return ControlName("txtParValue", i);
+        }
+        ADD_FAILURE() << "no label " << label;
+        return "cmdOK";
+    }
+
+    void TypeAll(const help::ExampleRun& run) {
+        PickAxis(0, run.Y);
+        PickAxis(1, run.X);
+        PickAxis(2, run.Z);
+        const std::pair<const char*, std::string> texts[] = {{"txtXminValue", run.Min},
+                                                             {"txtXmaxValue", run.Max},
+                                                             {"txtXstepValue", run.Step},
+                                                             {"txtZValue", run.Values}};
+        for (const auto& [box, text] : texts)
+            hands::TypeInto(Parameters(), box, ToQt(text));
+        for (const auto& [label, text] : run.Set)
+            hands::TypeInto(Parameters(), BoxOf(label), ToQt(text));
+        hands::Click(Parameters(), "cmdOK");
+    }
+
+    // The words of the drawn table's row of that x.
+    QStringList DrawnRow(const std::string& x) {
+        const QString table = hands::Control(Child(), "PicTable")->accessibleDescription();
+        for (const QString& line : table.split('\n')) {
+            const QStringList words = line.simplified().split(' ');
+            if (words.front() == ToQt(x))
+                return words;
+        }
+        return {};
+    }
+
+    void ExpectRow(const help::ExampleRun& run, int k) {
+        const help::RunRow& row = run.Rows[static_cast<std::size_t>(k - 1)];
+        EXPECT_NEAR(static_cast<f64>(TableX(k)), std::stod(row.X), 1e-5);
+        QStringList shown{ToQt(row.X)};
+        for (std::size_t j = 0; j < row.Exact.size(); ++j) {
+            SCOPED_TRACE(row.X + ", column " + std::to_string(j + 1));
+            shown << ToQt(row.Shown[j]);
+            const checks::ExampleReading reading{
+                row.Shown[j], static_cast<f64>(TableY(k, static_cast<int>(j) + 1)),
+                IsCountKind(TableYKind)};
+            checks::ExpectReading({{}, run.Y, row.Shown[j], row.Exact[j], run.Tolerance}, reading);
+        }
+        if (run.Window == "Table") {
+            EXPECT_EQ(DrawnRow(row.X), shown);
+        }
+    }
+};
+
+TEST_P(HelpRunInWindows, ShowsWhatThePageSays) {
+    const help::Example& example = GetParam().Example;
+    const help::ExampleRun& run = example.Run;
+    ChooseOptions(example, run.Window == "Table" ? "mnuFile(1)" : "mnuFile(2)");
+    TypeAll(run);
+    ASSERT_EQ(Messages.Texts, QStringList());
+    ASSERT_EQ(TableX.HighBound(), static_cast<int>(run.Rows.size()));
+    EXPECT_TRUE(
+        hands::Control(Child(), run.Window == "Table" ? "PicTable" : "PicGraph")->isVisible());
+    for (int k = 1; k <= TableX.HighBound(); ++k)
+        ExpectRow(run, k);
+}
+
+INSTANTIATE_TEST_SUITE_P(Topics, HelpRunInWindows, testing::ValuesIn(checks::ReadRuns()),
                          [](const auto& info) { return std::to_string(info.param.Number); });
 
 } // namespace

@@ -89,26 +89,74 @@ bool TakeStep(Example& example, const std::string& name, const std::string& text
     return true;
 }
 
+// "5 | 191 | 338": the first is x.
+std::vector<std::string> Cells(const std::string& text) {
+    return Split(text, " | ");
+}
+
+void TakeExactRow(ExampleRun& run, const std::string& text) {
+    std::vector<std::string> cells = Cells(text);
+    if (run.Rows.empty() || run.Rows.back().X != cells.front() ||
+        run.Rows.back().Shown.size() + 1 != cells.size())
+        Refuse("not the exact row of the row before", text);
+    run.Rows.back().Exact.assign(cells.begin() + 1, cells.end());
+}
+
+// A line of a table or graph.
+bool TakeRun(ExampleRun& run, const std::string& name, const std::string& text) {
+    const std::pair<const char*, std::string*> fields[] = {
+        {"window", &run.Window}, {"y", &run.Y},     {"x", &run.X},       {"z", &run.Z},
+        {"min", &run.Min},       {"max", &run.Max}, {"step", &run.Step}, {"values", &run.Values}};
+    for (const auto& [field, place] : fields)
+        if (name == field) {
+            *place = text;
+            return true;
+        }
+    if (name == "set") {
+        run.Set.push_back(Typed(text));
+    } else if (name == "tolerance") {
+        run.Tolerance = std::stod(text);
+    } else if (name == "row") {
+        const std::vector<std::string> cells = Cells(text);
+        run.Rows.push_back({cells.front(), {cells.begin() + 1, cells.end()}, {}});
+    } else if (name == "exact") {
+        TakeExactRow(run, text);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+// Hands every line to what takes it.
+template <class Take>
+void TakeLines(const std::string& lines, Take&& take) {
+    std::istringstream text(lines);
+    std::string line;
+    while (std::getline(text, line)) {
+        const std::string colon = ": ";
+        const std::size_t end = line.find(colon);
+        if (end == std::string::npos || !take(line.substr(0, end), line.substr(end + colon.size())))
+            Refuse("not a line", line);
+    }
+}
+
+// The lines of the first such block of a topic.
+std::string BlockOf(const std::string& topicText, const std::string& name) {
+    const std::string begin = "```" + name + "\n";
+    const std::size_t start = topicText.find(begin);
+    const std::size_t end = topicText.find("\n```", start);
+    if (start == std::string::npos || end == std::string::npos)
+        Refuse("none in the topic", topicText.substr(0, 40));
+    const std::size_t first = start + begin.size();
+    return topicText.substr(first, end - first);
+}
+
 template <std::size_t Count>
 i16 IndexOf(const char* const (&captions)[Count], const std::string& caption) {
     for (std::size_t i = 0; i < Count; ++i)
         if (caption == captions[i])
             return static_cast<i16>(i);
     Refuse("no such option", caption);
-}
-
-const MenuItem& MenuEntry(const std::vector<std::string>& captions) {
-    const MenuItem* entry = nullptr;
-    for (const std::string& caption : captions) {
-        const MenuItem* found = nullptr;
-        for (const MenuItem& item : entry == nullptr ? MainMenu() : entry->Children)
-            if (StripAmpersand(item.Caption) == caption)
-                found = &item;
-        if (found == nullptr)
-            Refuse("no such menu entry", caption);
-        entry = found;
-    }
-    return *entry;
 }
 
 void ChooseParameter(const std::string& caption) {
@@ -138,31 +186,47 @@ void ChooseForm(const std::string& caption) {
 
 Example ParseExample(const std::string& lines) {
     Example example;
-    std::istringstream text(lines);
-    std::string line;
-    while (std::getline(text, line)) {
-        const std::string colon = ": ";
-        const std::size_t end = line.find(colon);
-        if (end == std::string::npos)
-            Refuse("not a line", line);
-        const std::string name = line.substr(0, end);
-        const std::string value = line.substr(end + colon.size());
-        if (!TakeOption(example, name, value) && !TakeStep(example, name, value))
-            Refuse("not a line", line);
-    }
+    TakeLines(lines, [&example](const std::string& name, const std::string& text) {
+        return TakeOption(example, name, text) || TakeStep(example, name, text);
+    });
     if (example.Steps.empty() || example.Steps.back().Exact.empty())
         Refuse("no complete step", lines);
     return example;
 }
 
+Example ParseRun(const std::string& lines) {
+    Example example;
+    TakeLines(lines, [&example](const std::string& name, const std::string& text) {
+        return TakeOption(example, name, text) || TakeRun(example.Run, name, text);
+    });
+    if (example.Run.Rows.empty())
+        Refuse("no row", lines);
+    for (const RunRow& row : example.Run.Rows)
+        if (row.Exact.empty())
+            Refuse("no exact row", row.X);
+    return example;
+}
+
 Example ExampleOf(const std::string& topicText) {
-    const std::string begin = "```example\n";
-    const std::size_t start = topicText.find(begin);
-    const std::size_t end = topicText.find("\n```", start);
-    if (start == std::string::npos || end == std::string::npos)
-        Refuse("none in the topic", topicText.substr(0, 40));
-    const std::size_t first = start + begin.size();
-    return ParseExample(topicText.substr(first, end - first));
+    return ParseExample(BlockOf(topicText, "example"));
+}
+
+Example RunOf(const std::string& topicText) {
+    return ParseRun(BlockOf(topicText, "run"));
+}
+
+const MenuItem& MenuEntry(const std::vector<std::string>& captions) {
+    const MenuItem* entry = nullptr;
+    for (const std::string& caption : captions) {
+        const MenuItem* found = nullptr;
+        for (const MenuItem& item : entry == nullptr ? MainMenu() : entry->Children)
+            if (StripAmpersand(item.Caption) == caption)
+                found = &item;
+        if (found == nullptr)
+            Refuse("no such menu entry", caption);
+        entry = found;
+    }
+    return *entry;
 }
 
 void ChooseOptions(const Example& example) {

@@ -15,9 +15,19 @@
 //   read:       what its box then shows
 //   exact:      the value without rounding, of other origin
 //   tolerance:  what our approximations may differ from it, absolutely
+//
+// A worked table or graph is a block "```run": the same lines up to source:, and then
+//   window:     "Table" or "Graph"
+//   y:, x:, z:  the labels of the parameters on the axes
+//   min:, max:, step:, values:   the boxes of the axes
+//   set:        label = text, one line for each of the other parameters
+//   tolerance:  as above, for all cells
+//   row:        x | what the table shows, or the curves let read, for each z-value
+//   exact:      the same row without rounding, of other origin
 // Captions and labels are written without the "&" before their accelerator.
 #pragma once
 
+#include "core/catalogue.h"
 #include "core/types.h"
 
 #include <string>
@@ -34,6 +44,27 @@ struct ExampleStep {
     f64 Tolerance = 0;
 };
 
+struct RunRow {
+    std::string X;
+    std::vector<std::string> Shown;
+    std::vector<std::string> Exact;
+};
+
+// A table or graph, and what it shows.
+struct ExampleRun {
+    std::string Window;
+    std::string Y;
+    std::string X;
+    std::string Z;
+    std::string Min;
+    std::string Max;
+    std::string Step;
+    std::string Values;
+    std::vector<std::pair<std::string, std::string>> Set; // label, text
+    f64 Tolerance = 0;
+    std::vector<RunRow> Rows;
+};
+
 struct Example {
     std::vector<std::string> Menus;
     std::string Procedure;
@@ -44,15 +75,26 @@ struct Example {
     std::vector<std::string> Ticked;
     std::vector<std::string> Chosen;
     std::string Source;
-    std::vector<ExampleStep> Steps;
+    std::vector<ExampleStep> Steps; // of a Calculation window
+    ExampleRun Run;                 // else
 };
 
 // Throws std::runtime_error for a line that is none of the above and for an example without a
 // step.
 Example ParseExample(const std::string& lines);
 
+// The same for a table or graph; it has to have a row.
+Example ParseRun(const std::string& lines);
+
 // The example of a topic's text; throws std::runtime_error if it has none.
 Example ExampleOf(const std::string& topicText);
+
+// Likewise, for a table or graph.
+Example RunOf(const std::string& topicText);
+
+// The entry of the menus with these captions, from the menu bar on; throws std::runtime_error if
+// there is none.
+const MenuItem& MenuEntry(const std::vector<std::string>& captions);
 
 // Chooses the analysis and its options in the engine; the options stay open. A window has to be
 // open. Throws std::runtime_error for a caption that is not offered.

@@ -9,6 +9,9 @@
 #include "output/format.h"
 
 #include <algorithm>
+#include <iterator>
+#include <set>
+#include <sstream>
 #include <stdexcept>
 
 namespace quorvanta::help {
@@ -80,6 +83,59 @@ std::string StepHtml(const ExampleStep& step) {
     return html;
 }
 
+// The values of the step "Type these values" of a table or graph; refuses a parameter that is left
+// to chance.
+Rows RunInputs(const ExampleRun& run) {
+    Rows rows = {{"Parameter To Calculate (y-axis)", run.Y},
+                 {"Independent Parameter 1 (x-axis)", run.X},
+                 {"Min, Max, Step", run.Min + ", " + run.Max + ", " + run.Step},
+                 {"Independent Parameter 2 (z-values)", run.Z},
+                 {"Value(s) separated by space", run.Values}};
+    std::set<std::string> labels = {run.Y, run.X, run.Z};
+    for (const auto& value : run.Set) {
+        labels.insert(value.first);
+        rows.push_back(value);
+    }
+    for (const std::string& label : labels)
+        PositionOfLabel(label);
+    if (labels.size() != static_cast<std::size_t>(NoOfPar) + 1)
+        throw std::runtime_error("example: not every parameter has a place");
+    return rows;
+}
+
+std::string RowHtml(const std::string& tag, const std::string& first,
+                    const std::vector<std::string>& cells) {
+    std::string html = "<tr><" + tag + ">" + Escape(first) + "</" + tag + ">";
+    for (const std::string& cell : cells)
+        html += "<" + tag + ">" + Escape(cell) + "</" + tag + ">";
+    return html + "</tr>\n";
+}
+
+std::vector<std::string> Words(const std::string& text) {
+    std::istringstream stream(text);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+std::string RunHtmlTable(const ExampleRun& run, std::vector<std::string> RunRow::*cells) {
+    std::string html = "<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\">\n" +
+                       RowHtml("th", run.X + " \\ " + run.Z, Words(run.Values));
+    for (const RunRow& row : run.Rows)
+        html += RowHtml("td", row.X, row.*cells);
+    return html + "</table>\n";
+}
+
+std::string MenuPathHtml(const Example& example) {
+    std::string menus;
+    for (const std::string& caption : example.Menus)
+        menus += (menus.empty() ? "" : " › ") + Escape(caption);
+    return menus;
+}
+
+std::string OptionsHtml() {
+    return "<li>Choose these options, then press <b>OK</b>:\n" + TableHtml(OptionRows()) +
+           "</li>\n";
+}
+
 // "2" stands for what the second step reads, "2:3" for the same with three decimals.
 std::string Result(const std::string& wanted, const std::vector<ExampleStep>& steps) {
     const std::size_t colon = wanted.find(':');
@@ -97,19 +153,31 @@ std::string ExampleHtml(const std::string& lines, i32 number) {
     if (HelpExample() != number)
         throw std::runtime_error("example: its analysis has the number " +
                                  std::to_string(HelpExample()));
-    std::string menus;
-    for (const std::string& caption : example.Menus)
-        menus += (menus.empty() ? "" : " › ") + Escape(caption);
-    std::string html = "<ol>\n<li>Choose the menu <b>" + menus +
+    std::string html = "<ol>\n<li>Choose the menu <b>" + MenuPathHtml(example) +
                        "</b>. If no window is open, the program asks for one: take <b>New "
-                       "Calculation</b> and press <b>Continue</b>.</li>\n";
-    html +=
-        "<li>Choose these options, then press <b>OK</b>:\n" + TableHtml(OptionRows()) + "</li>\n";
+                       "Calculation</b> and press <b>Continue</b>.</li>\n" +
+                       OptionsHtml();
     SelSetParList();
     RequireAllTyped(example.Steps.front());
     for (const ExampleStep& step : example.Steps)
         html += StepHtml(step);
     return html + "</ol>\n<p>Source: " + Escape(example.Source) + "</p>\n";
+}
+
+std::string RunHtml(const std::string& lines) {
+    const Example example = ParseRun(lines);
+    const ExampleRun& run = example.Run;
+    ChooseOptions(example);
+    std::string html = "<ol>\n<li>Choose the menu <b>File › New " + run.Window + "</b>, then <b>" +
+                       MenuPathHtml(example) + "</b>.</li>\n" + OptionsHtml();
+    SelSetParList();
+    html += "<li>Choose the axes, type the values, and press <b>OK</b>:\n" +
+            TableHtml(RunInputs(run)) + "</li>\n";
+    html += "<li>Read" + std::string(run.Window == "Graph" ? " off the curves" : "") +
+            ", in the rows " + Escape(run.X) + ", in the columns " + Escape(run.Z) + ":\n" +
+            RunHtmlTable(run, &RunRow::Shown) + "</li>\n</ol>\n";
+    return html + "<p>The exact values:</p>\n" + RunHtmlTable(run, &RunRow::Exact) +
+           "<p>Source: " + Escape(example.Source) + "</p>\n";
 }
 
 std::string WithResults(const std::string& topicText) {

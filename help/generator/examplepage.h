@@ -12,6 +12,10 @@ namespace quorvanta::help {
 // topic's number says, and for one that leaves a value open.
 std::string ExampleHtml(const std::string& lines, i32 number);
 
+// The HTML of the block of a table or graph: what to choose and type, and what it shows. Throws
+// std::runtime_error for one that leaves a parameter open.
+std::string RunHtml(const std::string& lines);
+
 // The text of a topic with an example, with "{result 1}" and its fellows replaced by what its
 // steps read; "{result 1:2}" is rounded to two decimals.
 std::string WithResults(const std::string& topicText);

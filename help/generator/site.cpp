@@ -86,6 +86,8 @@ class Builder {
                       [&](const std::string& name, const std::string& lines) {
                           if (name == "example")
                               return ExampleHtml(lines, topic.Number);
+                          if (name == "run")
+                              return RunHtml(lines);
                           if (name == "parameters")
                               return AllParametersHtml(texts_, keywords);
                           if (name == "document")

@@ -32,7 +32,6 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
-#include <QShortcut>
 #include <QStatusBar>
 #include <QUrl>
 
@@ -100,9 +99,8 @@ frmMain::frmMain()
     hint_->setContentsMargins(fontMetrics().averageCharWidth(), 0, 0, 0);
     statusBar()->addWidget(hint_, 1);
     MakeMenus();
-    auto* helpKey = new QShortcut(QKeySequence::HelpContents, this);
-    helpKey->setContext(Qt::ApplicationShortcut);
-    connect(helpKey, &QShortcut::activated, this, &frmMain::HelpKey);
+    // A shortcut would be deaf while a modal window is open.
+    qApp->installEventFilter(this);
 
     const QSize comfortable(96 * fontMetrics().averageCharWidth() * 2, 48 * fontMetrics().height());
     resize(comfortable.boundedTo(screen()->availableSize() * 9 / 10));
@@ -254,8 +252,12 @@ void frmMain::mnuOutputOption_Click(i16 index) {
     }
 }
 
-void frmMain::HelpKey() {
-    OpenHelp(GetInfoEnabled(0) ? HelpDescription() : HelpContents);
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || !watched->isWidgetType() ||
+        !static_cast<QKeyEvent*>(event)->matches(QKeySequence::HelpContents))
+        return QMainWindow::eventFilter(watched, event);
+    OpenHelp(HelpNumberAt(*static_cast<QWidget*>(watched)));
+    return true;
 }
 
 void frmMain::PopUpOutputMenu(const QPoint& at) {
@@ -279,8 +281,7 @@ void frmMain::ShowHint() {
     else if (NoOfPar == 0)
         hint_->setText(tr("Choose a test or a distribution from the menus for this window."));
     else if (IsTableOrGraph())
-        hint_->setText(tr("Choose the axes and the values, then press OK. F1 explains the "
-                          "analysis."));
+        hint_->setText(tr("Choose the axes and the values, then press OK. F1 explains them."));
     else
         hint_->setText(tr("Type the values, then press the label of the parameter to calculate. "
                           "F1 explains the analysis."));

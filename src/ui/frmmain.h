@@ -72,6 +72,9 @@ class frmMain : public QMainWindow {
     void dropEvent(QDropEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
+    // The help key of every window of the program.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     void MakeMenus();
     void FillMenu(QMenu& menu, std::span<const MenuItem> items);
@@ -79,7 +82,6 @@ class frmMain : public QMainWindow {
     void Choose(const MenuItem& item);
     void MakeWindowMenu();
     void FillWindowMenu();
-    void HelpKey();
     void ChildToFront(QMdiSubWindow* frame);
     std::vector<ChildWindow*> Children() const;
     QPoint CascadePlace(const QSize& size) const;

@@ -1,10 +1,16 @@
 #include "ui/helpviewer.h"
 
+#include "core/analysis_state.h"
+#include "core/catalogue.h"
+#include "core/setup.h"
 #include "ui/frmhelp.h"
 #include "ui/helplibrary.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QPointer>
+#include <QWindow>
+
+#include <algorithm>
 
 namespace quorvanta {
 
@@ -21,7 +27,39 @@ frmHelp& Viewer() {
     return *viewer;
 }
 
+// The windows that stand for a step and not for an analysis.
+constexpr struct {
+    const char* Window;
+    i32 Topic;
+} windowTopics[] = {
+    {"frmNewWindow", 21},   {"frmShowPar", 24},  {"frmEditTable", 26},   {"frmEditGraph", 28},
+    {"frmSummary", 29},     {"frmOutput", 30},   {"frmGraphOrText", 31}, {"printPreview", 31},
+    {"frmEditSummary", 29}, {"frmCmdialog", 32}, {"msgBox", 60},
+};
+
+// The topic of a child window of that kind.
+i32 ChildTopic(i16 windowKind) {
+    switch (windowKind) {
+    case CalculationWindow:
+        return 23;
+    case TableWindow:
+        return 25;
+    case GraphWindow:
+        return 27;
+    default:
+        return HelpContents;
+    }
+}
+
+// While a modal window waits for its answer, only a window that belongs to it can be used.
+void BelongTo(frmHelp& viewer, const QWidget* modal) {
+    viewer.winId(); // there is no window before it is asked for
+    viewer.windowHandle()->setTransientParent(modal == nullptr ? nullptr
+                                                               : modal->window()->windowHandle());
+}
+
 void BringUp(frmHelp& viewer) {
+    BelongTo(viewer, QApplication::activeModalWidget());
     viewer.setWindowState(viewer.windowState() & ~Qt::WindowMinimized);
     viewer.show();
     viewer.raise();
@@ -37,6 +75,20 @@ void OpenHelp(i32 number) {
     else
         viewer.ShowNumber(number);
     BringUp(viewer);
+}
+
+i32 HelpNumberAt(const QWidget& widget) {
+    for (const QWidget* at = &widget; at != nullptr; at = at->parentWidget()) {
+        const auto topic = std::ranges::find_if(windowTopics, [at](const auto& candidate) {
+            return at->objectName() == candidate.Window;
+        });
+        if (topic != std::end(windowTopics))
+            return topic->Topic;
+    }
+    if (AnalysisNo == 0)
+        return HelpContents;
+    const bool isChosen = !TestName.empty() || !DistrName.empty();
+    return isChosen ? HelpDescription() : ChildTopic(CurrentWindowKind());
 }
 
 void OpenHelpSearch() {

@@ -3,6 +3,8 @@
 
 #include "core/types.h"
 
+class QWidget;
+
 namespace quorvanta {
 
 // The number of the contents.
@@ -10,6 +12,10 @@ inline constexpr i32 HelpContents = 0;
 
 // Opens the help on the topic of that number.
 void OpenHelp(i32 number);
+
+// The help number that the help key opens with the focus in this widget: the topic of the window
+// that it stands in, or, in the windows that show an analysis, the description of that.
+i32 HelpNumberAt(const QWidget& widget);
 
 // Opens the help on its search.
 void OpenHelpSearch();

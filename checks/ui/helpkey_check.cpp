@@ -1,0 +1,146 @@
+// The help key in every window: which topic it opens, and that the help can be used while the
+// window waits for its answer.
+#include "core/analysis_state.h"
+#include "core/showpar.h"
+#include "ui/childwindow.h"
+#include "ui/window_fixture.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QMdiSubWindow>
+#include <QTest>
+#include <QTextBrowser>
+#include <QWindow>
+
+namespace quorvanta {
+namespace {
+
+class HelpKey : public WindowCheck {
+  protected:
+    // The page that F1 opens with the focus in this control; the help is closed again.
+    static QString PageAt(QWidget& control) {
+        control.setFocus();
+        QTest::keyClick(&control, Qt::Key_F1);
+        QWidget* viewer = hands::TopWindow("frmHelp");
+        if (viewer == nullptr)
+            return "none";
+        const QString page = hands::Control<QTextBrowser>(*viewer, "txtPage")->source().fileName();
+        viewer->close();
+        hands::Settle();
+        return page;
+    }
+
+    // The same in the modal window that this call opens, which is left by Esc.
+    static QString PageInModal(const QString& name, const std::function<void()>& open) {
+        QString page = "not opened";
+        hands::WhenModal(name, [&page](QWidget& modal) {
+            QWidget* control = modal.focusWidget();
+            page = PageAt(control == nullptr ? modal : *control);
+            QTest::keyClick(&modal, Qt::Key_Escape);
+        });
+        open();
+        return page;
+    }
+
+    // A table or graph of the unpaired t-test.
+    void OpenRun(const QString& newWindow) {
+        Trigger(newWindow);
+        Trigger("mnuStudent(0)");
+        hands::Click(Options(), "cmdOK");
+        hands::Click(Parameters(), "cmdOK");
+        ASSERT_EQ(Messages.Texts, QStringList());
+    }
+
+    QWidget& Parameters() { return *Window().Floating(FloatingWindow::Parameters); }
+
+    std::function<void()> ClickIn(QWidget& window, const QString& button) {
+        return [&window, button] { hands::Click(window, button); };
+    }
+};
+
+TEST_F(HelpKey, ExplainsAWindowThatHasNoAnalysisYet) {
+    const std::pair<QString, QString> kinds[] = {
+        {"mnuFile(0)", "23.html"}, {"mnuFile(1)", "25.html"}, {"mnuFile(2)", "27.html"}};
+    for (const auto& [entry, page] : kinds) {
+        Trigger(entry);
+        EXPECT_EQ(PageAt(Child()), page);
+    }
+}
+
+TEST_F(HelpKey, ExplainsTheChoiceOfAWindow) {
+    EXPECT_EQ(PageInModal("frmNewWindow", [this] { Trigger("mnuStudent(0)"); }), "21.html");
+}
+
+TEST_F(HelpKey, ExplainsATable) {
+    OpenRun("mnuFile(1)");
+    EXPECT_EQ(PageAt(*hands::Control(Child(), "PicTable")), "301.html");
+    for (const char* control : {"cbYXZPar(0)", "txtXminValue", "txtZValue", "txtParValue(0)"})
+        EXPECT_EQ(PageAt(*hands::Control(Parameters(), control)), "24.html") << control;
+    EXPECT_EQ(PageInModal("frmEditTable", ClickIn(Child(), "cmdEditTable")), "26.html");
+}
+
+TEST_F(HelpKey, ExplainsAGraph) {
+    OpenRun("mnuFile(2)");
+    EXPECT_EQ(PageAt(*hands::Control(Child(), "PicGraph")), "301.html");
+    EXPECT_EQ(PageAt(*hands::Control(Parameters(), "txtXmaxValue")), "24.html");
+    EXPECT_EQ(PageInModal("frmEditGraph", ClickIn(Child(), "cmdEditGraph")), "28.html");
+    EXPECT_EQ(PageInModal("frmGraphOrText", [this] { Trigger("mnuFile(10)"); }), "31.html");
+}
+
+TEST_F(HelpKey, ExplainsASummary) {
+    OpenRun("mnuFile(1)");
+    Trigger("mnuGetInfo(3)");
+    QWidget& summary = *Window().Floating(FloatingWindow::Summary);
+    EXPECT_EQ(PageAt(*hands::Control(summary, "txtSummary")), "29.html");
+    EXPECT_EQ(PageInModal("frmEditSummary", ClickIn(summary, "cmdEdit")), "29.html");
+}
+
+TEST_F(HelpKey, ExplainsAnOutput) {
+    OpenRun("mnuFile(1)");
+    Trigger("mnuFile(9)");
+    QWidget& output = *Window().Floating(FloatingWindow::Output);
+    EXPECT_EQ(PageAt(*hands::Control(output, "PicOutput")), "30.html");
+    EXPECT_EQ(PageInModal("frmEditTable", ClickIn(output, "cmdEditOutput")), "26.html");
+    EXPECT_EQ(PageInModal("printPreview", ClickIn(output, "cmdPrintOutput")), "31.html");
+}
+
+// The reader of messages would answer before the key came.
+TEST_F(HelpKey, ExplainsFilesAndMessages) {
+    OpenRun("mnuFile(1)");
+    QWidget dialog(&Window());
+    dialog.setObjectName("frmCmdialog");
+    EXPECT_EQ(PageAt(dialog), "32.html");
+    dialog.setObjectName("msgBox");
+    EXPECT_EQ(PageAt(dialog), "60.html");
+}
+
+TEST_F(HelpKey, LeavesTheHelpUsableBesideAQuestion) {
+    OpenRun("mnuFile(1)");
+    bool blocked = true;
+    hands::WhenModal("frmEditTable", [&blocked](QWidget& modal) {
+        QTest::keyClick(modal.focusWidget(), Qt::Key_F1);
+        QWidget* viewer = hands::TopWindow("frmHelp");
+        ASSERT_NE(viewer, nullptr);
+        // To the window itself, as the mouse and the keyboard of the screen do.
+        auto* home = viewer->findChild<QAction*>("cmdHome");
+        QWidget* bar = hands::Control(*viewer, "tbrHelp");
+        for (QObject* button : bar->children())
+            if (auto* tool = qobject_cast<QAbstractButton*>(button);
+                tool != nullptr && tool->text() == home->text())
+                QTest::mouseClick(viewer->windowHandle(), Qt::LeftButton, {},
+                                  tool->mapTo(viewer, tool->rect().center()));
+        hands::Settle();
+        blocked = hands::Control<QTextBrowser>(*viewer, "txtPage")->source().fileName() != "0.html";
+        QTest::keyClick(&modal, Qt::Key_Escape);
+    });
+    hands::Click(Child(), "cmdEditTable");
+    EXPECT_FALSE(blocked);
+    // The question is over, the help stays.
+    QWidget* viewer = hands::TopWindow("frmHelp");
+    ASSERT_NE(viewer, nullptr);
+    EXPECT_EQ(viewer->windowHandle()->transientParent(), nullptr);
+    viewer->close();
+}
+
+} // namespace
+} // namespace quorvanta
