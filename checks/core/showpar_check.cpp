@@ -150,6 +150,18 @@ TEST_F(ShowPar, AChangeLeavesTheTableAsDrawnUntilOk) {
     EXPECT_EQ(OutXAxis(0), "Standard Deviation");
 }
 
+// A statement of the former result, left on the screen, would find its way into a protocol.
+TEST_F(ShowPar, ANewResultClosesTheSummaryOfTheFormerOne) {
+    RunOrCancel();
+    platform.Shown.insert(FloatingWindow::Summary);
+    RunOrCancel();
+    EXPECT_TRUE(platform.Shown.count(FloatingWindow::Summary)) << "nothing has changed";
+    Type(sd, "2");
+    RunOrCancel();
+    EXPECT_EQ(Calculated, True);
+    EXPECT_FALSE(platform.Shown.count(FloatingWindow::Summary));
+}
+
 TEST_F(ShowPar, AFailedRunLeavesTheTableAsDrawn) {
     RunOrCancel();
     const auto drawn = TableY;

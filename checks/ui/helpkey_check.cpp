@@ -3,11 +3,13 @@
 #include "core/analysis_state.h"
 #include "core/showpar.h"
 #include "ui/childwindow.h"
+#include "ui/helpviewer.h"
 #include "ui/window_fixture.h"
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QMdiSubWindow>
+#include <QLabel>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTextBrowser>
 #include <QWindow>
@@ -30,12 +32,34 @@ class HelpKey : public WindowCheck {
         return page;
     }
 
-    // The same in the modal window that this call opens, which is left by Esc.
+    // Every word that the window shows is found on that page.
+    static void ExpectExplained(const QWidget& window, i32 number) {
+        OpenHelp(number);
+        QWidget& viewer = *hands::TopWindow("frmHelp");
+        const QString page = hands::Control<QTextBrowser>(viewer, "txtPage")->toPlainText();
+        viewer.close();
+        QStringList texts;
+        for (const auto* label : window.findChildren<QLabel*>(QRegularExpression("^lbl|^$")))
+            texts << (label->isVisible() ? label->text() : "");
+        for (const auto* button : window.findChildren<QAbstractButton*>())
+            texts << (button->isVisible() ? button->text() : "");
+        int words = 0;
+        for (QString text : texts) {
+            text.remove('&').remove(QRegularExpression(":$|^Copy as "));
+            words += text.isEmpty() ? 0 : 1;
+            EXPECT_TRUE(page.contains(text)) << number << ": " << qPrintable(text);
+        }
+        EXPECT_GT(words, 0) << number;
+    }
+
+    // The page that F1 opens in the modal window that this call opens, which is left by Esc.
     static QString PageInModal(const QString& name, const std::function<void()>& open) {
         QString page = "not opened";
-        hands::WhenModal(name, [&page](QWidget& modal) {
+        hands::WhenModal(name, [&page, name](QWidget& modal) {
             QWidget* control = modal.focusWidget();
             page = PageAt(control == nullptr ? modal : *control);
+            if (name != "printPreview" && name != "frmNewWindow") // these explain themselves
+                ExpectExplained(modal, page.section('.', 0, 0).toInt());
             QTest::keyClick(&modal, Qt::Key_Escape);
         });
         open();
@@ -76,12 +100,24 @@ TEST_F(HelpKey, ExplainsATable) {
     EXPECT_EQ(PageAt(*hands::Control(Child(), "PicTable")), "301.html");
     for (const char* control : {"cbYXZPar(0)", "txtXminValue", "txtZValue", "txtParValue(0)"})
         EXPECT_EQ(PageAt(*hands::Control(Parameters(), control)), "24.html") << control;
+    ExpectExplained(Child(), 25);
     EXPECT_EQ(PageInModal("frmEditTable", ClickIn(Child(), "cmdEditTable")), "26.html");
+}
+
+TEST_F(HelpKey, ExplainsEveryWordOfTheParameters) {
+    OpenRun("mnuFile(1)");
+    for (auto* label : Parameters().findChildren<QLabel*>(QRegularExpression("^lblParLabel")))
+        label->hide(); // of the analysis
+    Window().StartRun(2);
+    ExpectExplained(Parameters(), 24);
+    Window().EndRun();
+    ExpectExplained(Parameters(), 24);
 }
 
 TEST_F(HelpKey, ExplainsAGraph) {
     OpenRun("mnuFile(2)");
     EXPECT_EQ(PageAt(*hands::Control(Child(), "PicGraph")), "301.html");
+    ExpectExplained(Child(), 27);
     EXPECT_EQ(PageAt(*hands::Control(Parameters(), "txtXmaxValue")), "24.html");
     EXPECT_EQ(PageInModal("frmEditGraph", ClickIn(Child(), "cmdEditGraph")), "28.html");
     EXPECT_EQ(PageInModal("frmGraphOrText", [this] { Trigger("mnuFile(10)"); }), "31.html");
@@ -92,6 +128,7 @@ TEST_F(HelpKey, ExplainsASummary) {
     Trigger("mnuGetInfo(3)");
     QWidget& summary = *Window().Floating(FloatingWindow::Summary);
     EXPECT_EQ(PageAt(*hands::Control(summary, "txtSummary")), "29.html");
+    ExpectExplained(summary, 29);
     EXPECT_EQ(PageInModal("frmEditSummary", ClickIn(summary, "cmdEdit")), "29.html");
 }
 
@@ -100,6 +137,7 @@ TEST_F(HelpKey, ExplainsAnOutput) {
     Trigger("mnuFile(9)");
     QWidget& output = *Window().Floating(FloatingWindow::Output);
     EXPECT_EQ(PageAt(*hands::Control(output, "PicOutput")), "30.html");
+    ExpectExplained(output, 30);
     EXPECT_EQ(PageInModal("frmEditTable", ClickIn(output, "cmdEditOutput")), "26.html");
     EXPECT_EQ(PageInModal("printPreview", ClickIn(output, "cmdPrintOutput")), "31.html");
 }

@@ -99,6 +99,12 @@ void EraseAll(std::string& text, const std::string& part) {
         text.erase(at, part.size());
 }
 
+// What these windows tell of the former result is no longer true.
+void HideFormerResult() {
+    ThePlatform().Hide(FloatingWindow::Summary);
+    ThePlatform().Hide(FloatingWindow::DistrGraph);
+}
+
 bool hintDue = false;
 
 // The points of a run along x.
@@ -373,8 +379,7 @@ void CalcUnknown() {
     }
     Calculated = True;
     StoreAnalysis();
-    ThePlatform().Hide(FloatingWindow::Summary);
-    ThePlatform().Hide(FloatingWindow::DistrGraph);
+    HideFormerResult();
     ThePlatform().RefreshChild();
     UpdateMenus();
 }
@@ -424,6 +429,7 @@ void CalcRun() {
         return;
     }
     values.BecomeResult();
+    HideFormerResult();
     UpdateMenus();
 }
 
