@@ -175,3 +175,11 @@ show(9809,
 show(9811,
      solve(function(n) correlationWidth(n, 0.5, 0.95), 0.2, 5, 10000),
      correlationWidth(100, 0.5, 0.95))
+
+# --- Tables and graphs ---------------------------------------------------------------------------
+
+# Topic 12: sizes, differences by standard deviations. Topic 13: powers, sizes by differences.
+outer(c(5, 10, 15, 20), c(15, 20, 25), Vectorize(function(d, sd)
+  power.t.test(delta = d, sd = sd, power = 0.9, sig.level = 0.05, strict = TRUE, tol = 1e-10)$n))
+outer(seq(20, 100, 20), c(8, 10, 12), Vectorize(function(n, d)
+  power.t.test(n = n, delta = d, sd = 20, sig.level = 0.05, strict = TRUE)$power))
