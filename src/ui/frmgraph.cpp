@@ -4,7 +4,6 @@
 #include "core/catalogue.h"
 #include "core/platform.h"
 #include "output/presentation.h"
-#include "output/statement.h"
 #include "ui/frmeditgraph.h"
 #include "ui/graphpicture.h"
 #include "ui/qttext.h"
@@ -29,7 +28,7 @@ frmGraph::frmGraph(i16 windowNo, i16 analysisNo)
     // Told from the event loop, when the window has the size that it gets.
     connect(picture_, &GraphPicture::RoomLost, this, &frmGraph::TellProblem, Qt::QueuedConnection);
     cmdEditGraph_->setObjectName("cmdEditGraph");
-    cmdEditGraph_->setAutoDefault(false);
+    cmdEditGraph_->setAutoDefault(true);
     connect(cmdEditGraph_, &QPushButton::clicked, this, &frmGraph::cmdEditGraph_Click);
 
     auto* column = new QVBoxLayout(this);
@@ -55,7 +54,7 @@ void frmGraph::Refresh() {
     if (!hadResult)
         FitToContent();
     picture_->Redraw();
-    picture_->setAccessibleDescription(ToQt(SumStatement()));
+    picture_->setAccessibleDescription(ResultInWords());
 }
 
 void frmGraph::TellProblem() {
