@@ -7,8 +7,10 @@
 #include "output/scale.h"
 #include "output/statement.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cmath>
-#include <optional>
+#include <string_view>
 
 namespace quorvanta {
 
@@ -31,7 +33,9 @@ bool IsBlank(const std::string& text) {
 }
 
 bool IsAuto(const std::string& text) {
-    return text == AutoLimit;
+    constexpr std::string_view lower = "auto";
+    return std::ranges::equal(text, lower, {},
+                              [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
 }
 
 bool IsWholeWithin(const std::string& text, f64 low, f64 high) {
