@@ -168,12 +168,13 @@ void DrawCentred(Surface& surface, f64 x, f64 y, const std::string& text) {
 
 void DrawLabels(Surface& surface, const Layout& layout) {
     const f64 H = layout.H;
-    f64 y = H / 4;
+    // The half line of the margin that is left over stands evenly between title, label and numbers.
+    f64 y = 0.1 * H;
     for (const std::string& line : layout.Title) {
         DrawCentred(surface, surface.ScaleWidth() / 2, y, line);
         y += H;
     }
-    y = layout.Plot.Top - (static_cast<f64>(layout.YLabel.size()) + 0.3) * H;
+    y = layout.Plot.Top - (static_cast<f64>(layout.YLabel.size()) + 0.4) * H;
     for (const std::string& line : layout.YLabel) {
         surface.Text({TextMargin, y}, line);
         y += H;
