@@ -415,7 +415,7 @@ TEST_F(TableWindowCheck, TakesDecimals) {
     const QStringList row = Drawn().Rows().last(5)[0];
     EXPECT_EQ(row.join(' ').count('.'), 4) << "with x";
     EXPECT_NEAR(row[2].toDouble(), 132.3105, 0.1) << "R";
-    EditText("txtDecimals", "auto");
+    EditText("txtDecimals", "Auto");
     EXPECT_NE(Drawn().Find("133"), nullptr);
     EXPECT_EQ(OutDecimals, AutoDecimals);
 }

@@ -7,10 +7,8 @@
 #include "output/scale.h"
 #include "output/statement.h"
 
-#include <algorithm>
-#include <cctype>
 #include <cmath>
-#include <string_view>
+#include <optional>
 
 namespace quorvanta {
 
@@ -33,9 +31,7 @@ bool IsBlank(const std::string& text) {
 }
 
 bool IsAuto(const std::string& text) {
-    constexpr std::string_view lower = "auto";
-    return std::ranges::equal(text, lower, {},
-                              [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text == AutoLimit;
 }
 
 bool IsWholeWithin(const std::string& text, f64 low, f64 high) {
