@@ -5,15 +5,10 @@
 #include "ui/run_fixture.h"
 
 #include <QApplication>
-#include <QCheckBox>
-#include <QFontComboBox>
 #include <QFontMetricsF>
-#include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMdiSubWindow>
-#include <QMenu>
-#include <QPlainTextEdit>
 #include <QTest>
 
 #include <cmath>
@@ -39,50 +34,8 @@ class GraphWindowCheck : public RunCheck {
         });
     }
 
-    QWidget& Picture() { return *hands::Control(Child(), "PicGraph"); }
     QWidget& Frame() { return *Child().parentWidget(); }
     PaintRecord Drawn() { return RecordPaint(Picture()); }
-
-    void Edit(const std::function<void(QWidget&)>& act, const char* button = "cmdOK") {
-        bool done = false;
-        hands::WhenModal("frmEditGraph", [&](QWidget& dialog) {
-            act(dialog);
-            hands::Click(dialog, button);
-            done = true;
-        });
-        hands::Click(Child(), "cmdEditGraph");
-        EXPECT_TRUE(done);
-    }
-
-    void EditText(const char* field, const QString& text) {
-        Edit([&](QWidget& dialog) { Replace(dialog, field, text); });
-    }
-
-    static void Replace(QWidget& dialog, const char* field, const QString& text) {
-        hands::TypeInto(dialog, field, text);
-        if (text.isEmpty())
-            QTest::keyClick(hands::Control(dialog, field), Qt::Key_Delete);
-    }
-
-    void ExpectRefused(const char* field, const QString& text, const QString& message,
-                       const QString& title = "Quorvanta3.0") {
-        Messages.Texts.clear();
-        Messages.Titles.clear();
-        Edit(
-            [&](QWidget& dialog) {
-                Replace(dialog, field, text);
-                hands::Click(dialog, "cmdOK");
-                EXPECT_TRUE(dialog.isVisible());
-                EXPECT_EQ(hands::TextOf(dialog, field), text);
-            },
-            "cmdCancel");
-        EXPECT_EQ(Messages.Texts, QStringList{message});
-        EXPECT_EQ(Messages.Titles, QStringList{title});
-    }
-
-    static void SetTitle(QWidget& dialog, const QString& text) {
-        hands::Control<QPlainTextEdit>(dialog, "txtTitle")->setPlainText(text);
-    }
 
     // The resolution of the type, dots an inch.
     f64 Dpi() { return Picture().logicalDpiY(); }
@@ -409,7 +362,7 @@ TEST_F(GraphWindowCheck, FollowsTheEyeWithTheTabKeyInEditGraph) {
 
 TEST_F(GraphWindowCheck, TakesTextsAndType) {
     Edit([](QWidget& dialog) {
-        SetTitle(dialog, "First line\nSecond line");
+        ReplaceTitle(dialog, "First line\nSecond line");
         hands::TypeInto(dialog, "txtXLabel", "Difference");
         hands::TypeInto(dialog, "txtYLabel", "Subjects");
         hands::TypeInto(dialog, "txtZLabel", "SD");
@@ -431,7 +384,7 @@ TEST_F(GraphWindowCheck, StaysAsItWasWhenTheEditIsGivenUp) {
     AnalysisState(AnalysisNo).Changed = False;
     Edit(
         [](QWidget& dialog) {
-            SetTitle(dialog, "Other");
+            ReplaceTitle(dialog, "Other");
             hands::TypeInto(dialog, "txtXmax", "9");
         },
         "cmdCancel");
@@ -453,28 +406,15 @@ TEST_F(GraphWindowCheck, RefusesSettingsThatCantBe) {
 }
 
 TEST_F(GraphWindowCheck, IsEditedByADoubleClickAndByReturnOnTheButton) {
-    bool opened = false;
-    const auto giveUp = [&opened](QWidget& dialog) {
-        opened = true;
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-    };
-    hands::WhenModal("frmEditGraph", giveUp);
-    QTest::mouseDClick(&Picture(), Qt::LeftButton);
-    EXPECT_TRUE(opened);
-    opened = false;
-    hands::WhenModal("frmEditGraph", giveUp);
-    QWidget& edit = *hands::Control(Child(), "cmdEditGraph");
     EXPECT_EQ(hands::TextOf(Child(), "cmdEditGraph"), "Edit Graph");
-    edit.setFocus();
-    QTest::keyClick(&edit, Qt::Key_Return);
-    EXPECT_TRUE(opened);
+    ExpectEditedByMouseAndKeys();
 }
 
 // --- Room -------------------------------------------------------------------------------------
 
 TEST_F(GraphWindowCheck, TellsOnceThatItIsTooLowAndDrawsAgainWithRoom) {
     Edit([](QWidget& dialog) {
-        SetTitle(dialog, "1\n2\n3\n4\n5\n6\n7");
+        ReplaceTitle(dialog, "1\n2\n3\n4\n5\n6\n7");
         hands::TypeInto(dialog, "txtFontSize", "16");
     });
     const QSize roomy = Frame().size();
@@ -535,9 +475,10 @@ TEST_F(GraphWindowCheck, PutsTheLegendBesideCurvesThatLeaveItNoPlace) {
 TEST_F(GraphWindowCheck, ShowsLongTextsInLines) {
     SetResult(12, 3, [](int k, int j) { return 10.0 * k * j; });
     Edit([](QWidget& dialog) {
-        SetTitle(dialog, "A title that is so long that it takes more than one line of the picture "
-                         "however wide the picture of the graph may be on the screen, and another "
-                         "half of a line\nA second line");
+        ReplaceTitle(dialog,
+                     "A title that is so long that it takes more than one line of the picture "
+                     "however wide the picture of the graph may be on the screen, and another "
+                     "half of a line\nA second line");
         hands::TypeInto(dialog, "txtXLabel",
                         "The difference between the means of the two samples under the alternative "
                         "hypothesis, in units of the standard deviation");
@@ -629,13 +570,7 @@ TEST_F(GraphWindowCheck, StaysAsDrawnUntilOk) {
 }
 
 TEST_F(GraphWindowCheck, OpensTheOutputMenuOverAValidResultOnly) {
-    auto& menu = *Window().findChild<QMenu*>("mnuOutput");
-    QTest::mouseClick(&Picture(), Qt::RightButton);
-    EXPECT_TRUE(menu.isVisible());
-    menu.hide();
-    hands::TypeInto(Parameters(), FixedBox(Level).objectName(), "0.01");
-    QTest::mouseClick(&Picture(), Qt::RightButton);
-    EXPECT_FALSE(menu.isVisible());
+    ExpectOutputMenuWhileValid();
 }
 
 TEST_F(GraphWindowCheck, IsDrawnFromItsOwnResultBehindAnother) {

@@ -25,7 +25,6 @@ class ShowParWindow : public RunCheck {
   protected:
     ShowParWindow() { OpenRunWindow(NewTable); }
 
-    QWidget& Picture() { return *hands::Control(Child(), "PicTable"); }
     QString Drawn() { return Picture().accessibleDescription(); }
     bool Shows(const QString& name) { return hands::Control(Parameters(), name)->isVisible(); }
     QString Text(const QString& name) { return hands::TextOf(Parameters(), name); }

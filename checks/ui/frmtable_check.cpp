@@ -4,7 +4,6 @@
 #include "ui/qttext.h"
 #include "ui/run_fixture.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
@@ -12,8 +11,6 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QMdiSubWindow>
-#include <QMenu>
-#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTest>
 #include <QWheelEvent>
@@ -30,59 +27,11 @@ class TableWindowCheck : public RunCheck {
         AskForSizes("0.9", "0.4", "1.2", "0.2", "0.8 1 1.2");
     }
 
-    QWidget& Picture() { return *hands::Control(Child(), "PicTable"); }
     QScrollBar& HBar() { return *hands::Control<QScrollBar>(Child(), "HScroll1"); }
     QScrollBar& VBar() { return *hands::Control<QScrollBar>(Child(), "VScroll1"); }
     QWidget& Room() { return *Picture().parentWidget(); } // where the picture is seen
     QWidget& Frame() { return *Child().parentWidget(); }
     PaintRecord Drawn() { return RecordPaint(Picture()); }
-
-    // Opens the edit window, does this in it and presses a button.
-    void Edit(const std::function<void(QWidget&)>& act, const char* button = "cmdOK") {
-        bool done = false;
-        hands::WhenModal("frmEditTable", [&](QWidget& dialog) {
-            act(dialog);
-            hands::Click(dialog, button);
-            done = true;
-        });
-        hands::Click(Child(), "cmdEditTable");
-        EXPECT_TRUE(done);
-    }
-
-    void EditText(const char* field, const QString& text) {
-        Edit([&](QWidget& dialog) { hands::TypeInto(dialog, field, text); });
-    }
-
-    // The settings are refused with this message; the window stays open until it is given up.
-    void ExpectRefused(const char* field, const QString& text, const QString& message,
-                       const QString& title) {
-        Messages.Texts.clear();
-        Messages.Titles.clear();
-        Edit(
-            [&](QWidget& dialog) {
-                hands::TypeInto(dialog, field, text);
-                if (text.isEmpty())
-                    QTest::keyClick(hands::Control(dialog, field), Qt::Key_Delete);
-                hands::Click(dialog, "cmdOK");
-                EXPECT_TRUE(dialog.isVisible());
-                EXPECT_EQ(hands::TextOf(dialog, field), text);
-            },
-            "cmdCancel");
-        EXPECT_EQ(Messages.Texts, QStringList{message});
-        EXPECT_EQ(Messages.Titles, QStringList{title});
-    }
-
-    static void SetTitle(QWidget& dialog, const QString& text) {
-        auto* title = hands::Control<QPlainTextEdit>(dialog, "txtTitle");
-        hands::Click(*title->viewport());
-        QTest::keyClick(title, Qt::Key_A, Qt::ControlModifier);
-        const QStringList lines = text.split('\n');
-        for (qsizetype i = 0; i < lines.size(); ++i) {
-            if (i > 0)
-                QTest::keyClick(title, Qt::Key_Return);
-            QTest::keyClicks(title, lines[i]);
-        }
-    }
 
     void ExpectScrolled(int x, int y) {
         EXPECT_EQ(HBar().value(), x);
@@ -217,13 +166,7 @@ TEST_F(TableWindowCheck, IsCopiedAsTextByTheKeys) {
 }
 
 TEST_F(TableWindowCheck, OpensTheOutputMenuOverAValidResultOnly) {
-    auto& menu = *Window().findChild<QMenu*>("mnuOutput");
-    QTest::mouseClick(&Picture(), Qt::RightButton);
-    EXPECT_TRUE(menu.isVisible());
-    menu.hide();
-    hands::TypeInto(Parameters(), FixedBox(Level).objectName(), "0.01");
-    QTest::mouseClick(&Picture(), Qt::RightButton);
-    EXPECT_FALSE(menu.isVisible());
+    ExpectOutputMenuWhileValid();
 }
 
 // --- Blocks -----------------------------------------------------------------------------------
@@ -402,7 +345,7 @@ TEST_F(TableWindowCheck, EditsItsSettingsUnderTheirLabels) {
 }
 
 TEST_F(TableWindowCheck, TakesATitleOfSeveralLines) {
-    Edit([](QWidget& dialog) { SetTitle(dialog, "First line\nSecond line, longer"); });
+    Edit([](QWidget& dialog) { ReplaceTitle(dialog, "First line\nSecond line, longer"); });
     const auto rows = Drawn().Rows();
     EXPECT_EQ(rows[0], QStringList{"First line"});
     EXPECT_EQ(rows[1], QStringList{"Second line, longer"});
@@ -439,7 +382,7 @@ TEST_F(TableWindowCheck, StaysAsItWasWhenTheEditIsGivenUp) {
     const QImage before = Picture().grab().toImage();
     AnalysisState(AnalysisNo).Changed = False;
     const auto change = [](QWidget& dialog) {
-        SetTitle(dialog, "Other");
+        ReplaceTitle(dialog, "Other");
         hands::TypeInto(dialog, "txtColumns", "1");
         hands::TypeInto(dialog, "txtFontSize", "20");
     };
@@ -455,30 +398,14 @@ TEST_F(TableWindowCheck, RefusesSettingsThatCantBe) {
     const QImage before = Picture().grab().toImage();
     ExpectRefused("txtColumns", "", "A Value Is Missing.", "Can't Calculate.");
     ExpectRefused("txtFontSize", "", "A Value Is Missing.", "Can't Calculate.");
-    ExpectRefused("txtColumns", "0", "No Of Columns Has To Be a Whole Number from 1 to 100.",
-                  "Quorvanta3.0");
-    ExpectRefused("txtDecimals", "9", "No Of Decimals Has To Be a Whole Number from 0 to 8.",
-                  "Quorvanta3.0");
-    ExpectRefused("txtFontSize", "big", "Font Size Has To Be a Number from 1 to 200.",
-                  "Quorvanta3.0");
+    ExpectRefused("txtColumns", "0", "No Of Columns Has To Be a Whole Number from 1 to 100.");
+    ExpectRefused("txtDecimals", "9", "No Of Decimals Has To Be a Whole Number from 0 to 8.");
+    ExpectRefused("txtFontSize", "big", "Font Size Has To Be a Number from 1 to 200.");
     EXPECT_EQ(Picture().grab().toImage(), before);
 }
 
 TEST_F(TableWindowCheck, IsEditedByADoubleClickAndByReturnOnTheButton) {
-    bool opened = false;
-    const auto giveUp = [&opened](QWidget& dialog) {
-        opened = true;
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-    };
-    hands::WhenModal("frmEditTable", giveUp);
-    QTest::mouseDClick(&Picture(), Qt::LeftButton);
-    EXPECT_TRUE(opened);
-    opened = false;
-    hands::WhenModal("frmEditTable", giveUp);
-    QWidget& edit = *hands::Control(Child(), "cmdEditTable");
-    edit.setFocus();
-    QTest::keyClick(&edit, Qt::Key_Return);
-    EXPECT_TRUE(opened);
+    ExpectEditedByMouseAndKeys();
 }
 
 // --- Looks ------------------------------------------------------------------------------------
@@ -486,8 +413,8 @@ TEST_F(TableWindowCheck, IsEditedByADoubleClickAndByReturnOnTheButton) {
 TEST_F(TableWindowCheck, CutsNoTextInAnyType) {
     for (const char* size : {"8", "9", "14", "24"}) {
         Edit([size](QWidget& dialog) {
-            SetTitle(dialog,
-                     "A title that is longer than all the columns of the table together\n2");
+            ReplaceTitle(dialog,
+                         "A title that is longer than all the columns of the table together\n2");
             hands::TypeInto(dialog, "txtFontSize", size);
         });
         const QRectF all = Picture().rect();

@@ -9,6 +9,8 @@
 #include <QComboBox>
 #include <QLineEdit>
 
+#include <functional>
+
 // What a failed comparison of texts shows.
 inline void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << text.toStdString() << '"';
@@ -50,6 +52,27 @@ class RunCheck : public WindowCheck {
     void Choose(int k, i16 parNo);
     void TypeIntoBox(const QString& name, const QString& text);
     void PressOk() { hands::Click(Ok()); }
+
+    // The picture of the table or graph in front, and the names of its edit button and window.
+    QWidget& Picture();
+    QString EditButton();
+    QString EditWindow();
+
+    // Opens the edit window, does this in it and presses a button.
+    void Edit(const std::function<void(QWidget&)>& act, const char* button = "cmdOK");
+    void EditText(const char* field, const QString& text);
+    static void Replace(QWidget& dialog, const char* field, const QString& text);
+    static void ReplaceTitle(QWidget& dialog, const QString& text);
+
+    // The text is refused with this message; the edit window stays open with it until given up.
+    void ExpectRefused(const char* field, const QString& text, const QString& message,
+                       const QString& title = "Quorvanta3.0");
+
+    // A double click on the picture opens the edit window, and so does Return on its button.
+    void ExpectEditedByMouseAndKeys();
+
+    // A right click on the picture opens the pop-up menu while the result is valid.
+    void ExpectOutputMenuWhileValid();
 };
 
 } // namespace quorvanta

@@ -258,7 +258,6 @@ void frmShowPar::EndProgress() {
 
 void frmShowPar::cbYXZPar_Click(i16 k, i16 parNo) {
     SwapAxis(k, parNo);
-    Refresh();
 }
 
 void frmShowPar::txtAxis_Change(AxisText which) {

@@ -18,7 +18,7 @@ constexpr f64 SmallestDot = 0.06; // inches; less is taken for a speck
 Qt::PenStyle StyleOf(i16 style) {
     constexpr Qt::PenStyle styles[] = {Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine,
                                        Qt::DashDotDotLine};
-    return styles[std::clamp<std::size_t>(static_cast<std::size_t>(style), 0, 4)];
+    return styles[static_cast<std::size_t>(style) % std::size(styles)];
 }
 
 } // namespace
