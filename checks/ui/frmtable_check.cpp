@@ -492,6 +492,21 @@ TEST_F(TableWindowCheck, StaysStaleWhileAnotherWasInFront) {
     EXPECT_EQ(FixedBox(Level).text(), "0.01");
 }
 
+TEST_F(TableWindowCheck, HasTheFocusWhenItIsClickedBehindAnother) {
+    OpenRunWindow(NewTable);
+    PressOk();
+    QWidget& behind = *hands::Control(*Area().subWindowList()[0]->widget(), "PicTable");
+    const QPoint corner = behind.rect().bottomLeft() + QPoint(3, -3); // seen beside the other
+    QTest::mouseClick(&behind, Qt::LeftButton, {}, corner);
+    hands::Settle();
+    EXPECT_EQ(AnalysisNo, 1);
+    EXPECT_EQ(QApplication::focusWidget(), &behind);
+    Area().setActiveSubWindow(Area().subWindowList()[1]); // as the Window menu does
+    hands::Settle();
+    EXPECT_EQ(AnalysisNo, 2);
+    EXPECT_EQ(QApplication::focusWidget(), &Picture());
+}
+
 TEST_F(TableWindowCheck, BeginsEmptyWhenItIsOpenedAgain) {
     Messages.Answers = {QMessageBox::No};
     CloseChild();

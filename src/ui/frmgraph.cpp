@@ -47,6 +47,7 @@ void frmGraph::Refresh() {
     lblHint_->setText(RunHint());
     lblHint_->setVisible(!hasResult);
     picture_->setVisible(hasResult);
+    setFocusProxy(hasResult ? picture_ : nullptr); // what is not seen can't have the focus
     cmdEditGraph_->setVisible(hasResult);
     if (!hasResult)
         return;

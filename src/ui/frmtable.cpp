@@ -44,6 +44,7 @@ void frmTable::Refresh() {
     lblHint_->setText(RunHint());
     lblHint_->setVisible(!hasResult);
     picture_->setVisible(hasResult);
+    setFocusProxy(hasResult ? picture_ : nullptr); // what is not seen can't have the focus
     cmdEditTable_->setVisible(hasResult);
     if (!hasResult)
         return;
