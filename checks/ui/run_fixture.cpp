@@ -4,6 +4,7 @@
 #include "ui/qttext.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QTest>
@@ -120,6 +121,8 @@ void RunCheck::ExpectRefused(const char* field, const QString& text, const QStri
             hands::Click(dialog, "cmdOK");
             EXPECT_TRUE(dialog.isVisible());
             EXPECT_EQ(hands::TextOf(dialog, field), text);
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+            EXPECT_EQ(QApplication::focusWidget(), hands::Control(dialog, field));
         },
         "cmdCancel");
     EXPECT_EQ(Messages.Texts, QStringList{message});

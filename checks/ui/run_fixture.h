@@ -64,7 +64,8 @@ class RunCheck : public WindowCheck {
     static void Replace(QWidget& dialog, const char* field, const QString& text);
     static void ReplaceTitle(QWidget& dialog, const QString& text);
 
-    // The text is refused with this message; the edit window stays open with it until given up.
+    // The text is refused with this message; the edit window stays open with it, and with the
+    // focus there, until it is given up.
     void ExpectRefused(const char* field, const QString& text, const QString& message,
                        const QString& title = "Quorvanta3.0");
 
