@@ -430,6 +430,15 @@ TEST_F(Run, ARunThatBecomesLongShowsThePointsStillOpen) {
     platform.ClockStep = 0.4; // 0.4 s after the first point foretells 2 s; past 1 s after the third
     CalcRun();
     EXPECT_EQ(platform.ProgressTotal, 2);
+    EXPECT_EQ(platform.ProgressSteps, 2) << "only the points that were open count";
+}
+
+TEST_F(Run, ARunThatBecomesLongAtItsLastPointShowsNoProgress) {
+    Prepare("0.1", "0.5", "0.1");
+    platform.ClockStep = 0.21; // 1.05 s after the fifth and last point
+    CalcRun();
+    EXPECT_EQ(platform.ProgressTotal, 0);
+    EXPECT_EQ(Calculated, True);
 }
 
 TEST_F(Run, ACancelEndsTheRunWithoutAResult) {

@@ -176,6 +176,39 @@ TEST_F(ShowPar, AFailedRunLeavesTheTableAsDrawn) {
     EXPECT_EQ(Cancelled, False);
 }
 
+TEST_F(ShowPar, ARefusedRunTellsWhereToMendIt) {
+    SwapAxis(XRole, alpha);
+    const auto expectAxis = [](AxisText where) {
+        RunOrCancel();
+        EXPECT_EQ(LastRefusal().Axis, where);
+        EXPECT_EQ(LastRefusal().ParNo, -1);
+    };
+    TypedAxisText(AxisText::Xmin, "0.5");
+    expectAxis(AxisText::Xmin); // not below Xmax
+    TypedAxisText(AxisText::Xmin, "0");
+    expectAxis(AxisText::Xmin); // below what a level may be
+    TypedAxisText(AxisText::Xmin, "0.9");
+    TypedAxisText(AxisText::Xmax, "1.2");
+    expectAxis(AxisText::Xmax); // above what a level may be
+    TypedAxisText(AxisText::Xstep, "0");
+    expectAxis(AxisText::Xstep);
+    TypedAxisText(AxisText::Xstep, "0.001");
+    expectAxis(AxisText::Xstep); // too many steps
+    TypedAxisText(AxisText::Xmax, "0.91");
+    TypedAxisText(AxisText::ZValues, "");
+    expectAxis(AxisText::ZValues);
+    TypedAxisText(AxisText::ZValues, "0.5");
+    Type(sd, "-1");
+    RunOrCancel();
+    EXPECT_EQ(LastRefusal().Axis, std::nullopt);
+    EXPECT_EQ(LastRefusal().ParNo, PositionOf(sd));
+    Type(sd, "1");
+    RunOrCancel();
+    EXPECT_EQ(Calculated, True);
+    EXPECT_EQ(LastRefusal().Axis, std::nullopt);
+    EXPECT_EQ(LastRefusal().ParNo, -1);
+}
+
 TEST_F(ShowPar, CancelDuringARunLeavesTheFormerDrawing) {
     RunOrCancel();
     const auto drawnX = TableX;

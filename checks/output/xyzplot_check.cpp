@@ -351,6 +351,41 @@ TEST_F(Plot, TheLegendLiesWhereNoCurveRuns) {
     EXPECT_TRUE(lowerLeftOrUpperRight);
 }
 
+class CrowdedPlot : public Plot {
+  protected:
+    // A zigzag through the whole plot: no place in it is free.
+    void SetUp() override {
+        Plot::SetUp();
+        OutZLabel = "Level";
+        SetCurves({0, 1, 2, 3, 4, 5, 6, 7, 8, 9}, {{0, 40, 0, 40, 0, 40, 0, 40, 0, 40}});
+        OutXAxis(1) = "0";
+        OutXAxis(2) = "9";
+        OutYAxis(1) = "0";
+        OutYAxis(2) = "40";
+    }
+};
+
+TEST_F(CrowdedPlot, HasItsLegendBesideIt) {
+    Draw();
+    const f64 right = Frame(surface)[1].X;
+    // The sample, 0.45, and 3 times the padding of 0.06 go with the 3 characters of the entry,
+    // which is wider than the head; the padding twice around them; half of the last number, "9".
+    const f64 legend = 0.45 + 3 * 0.06 + 3 * C + 2 * 0.06;
+    EXPECT_NEAR(right, Width - 0.1 - legend - C / 2, 1e-9);
+    for (const char* text : {"Level", "0.1"}) {
+        ASSERT_NE(surface.Find(text), nullptr) << text;
+        EXPECT_GT(surface.Find(text)->At.X, right) << text;
+    }
+    ExpectAllTextsInside();
+}
+
+TEST_F(CrowdedPlot, KeepsALegendThatWouldTakeTooMuch) {
+    Draw(1.5, 3);
+    EXPECT_NEAR(Frame(surface)[1].X, 1.5 - 0.15, 1e-9);
+    ASSERT_NE(surface.Find("0.1"), nullptr);
+    EXPECT_LT(surface.Find("0.1")->At.X, 1.5 - 0.15);
+}
+
 TEST_F(Plot, ALegendOfManyCurvesStaysInside) {
     OutZLabel = "Level";
     std::vector<std::vector<f32>> curves;

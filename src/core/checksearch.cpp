@@ -16,6 +16,7 @@ namespace {
 constexpr i16 none = -1;
 i16 varyingX = none;
 i16 varyingZ = none;
+i16 refused = none;
 
 std::string LimitText(f64 limit) {
     return Format(limit, "#####0.######");
@@ -46,9 +47,18 @@ void ClearVaryingPars() {
     varyingZ = none;
 }
 
+i16 RefusedParNo() {
+    return refused;
+}
+
+void ForgetRefused() {
+    refused = none;
+}
+
 bool CheckRange(i16 i, f64 min, f64 max) {
     const std::string label = StripAmpersand(ParLabel(ParKind(i)));
     if (i != varyingX && i != varyingZ && !HasValue(ParText(ParKind(i)))) {
+        refused = i;
         ShowMessage(label + " Has No Value.");
         return false;
     }
@@ -70,6 +80,8 @@ bool CheckRange(i16 i, f64 min, f64 max) {
         ShowMessage(label + " Has To Be Less Than or Equal to " + LimitText(max) + ".");
         inRange = false;
     }
+    if (!inRange)
+        refused = i;
     return inRange;
 }
 

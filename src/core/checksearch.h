@@ -9,6 +9,11 @@ namespace quorvanta {
 // the parameter has no value. -99999 and 99999 stand for no limit.
 bool CheckRange(i16 i, f64 min, f64 max);
 
+// The parameter that the last message of CheckRange was about; -1 if there was none since
+// ForgetRefused.
+i16 RefusedParNo();
+void ForgetRefused();
+
 // A table or graph run takes these parameters' values from its axes, whatever their texts say.
 void SetVaryingPars(i16 xParNo, i16 zParNo);
 void ClearVaryingPars();

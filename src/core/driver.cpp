@@ -107,6 +107,8 @@ void HideFormerResult() {
 
 bool hintDue = false;
 
+RunRefusal refusal;
+
 // The points of a run along x.
 struct XAxis {
     f32 Min = 0;
@@ -122,27 +124,24 @@ std::optional<XAxis> ReadXAxis() {
     axis.Min = static_cast<f32>(ReadNumber(ParXminText(kind)));
     axis.Max = static_cast<f32>(ReadNumber(ParXmaxText(kind)));
     axis.Step = static_cast<f32>(ReadNumber(ParXstepText(kind)));
-    if (axis.Step > 0 && !(axis.Min < axis.Max)) {
-        ShowMessage("Xmin Must Be < Xmax If Xstep > 0.");
+    const auto refuse = [](AxisText where, const char* message) {
+        refusal.Axis = where;
+        ShowMessage(message);
         return std::nullopt;
-    }
-    if (axis.Step < 0 && !(axis.Min > axis.Max)) {
-        ShowMessage("Xmin Must Be > Xmax If Xstep < 0.");
-        return std::nullopt;
-    }
-    if (axis.Step == 0) {
-        ShowMessage("Xstep Must Be # 0.");
-        return std::nullopt;
-    }
+    };
+    if (axis.Step > 0 && !(axis.Min < axis.Max))
+        return refuse(AxisText::Xmin, "Xmin Must Be < Xmax If Xstep > 0.");
+    if (axis.Step < 0 && !(axis.Min > axis.Max))
+        return refuse(AxisText::Xmin, "Xmin Must Be > Xmax If Xstep < 0.");
+    if (axis.Step == 0)
+        return refuse(AxisText::Xstep, "Xstep Must Be # 0.");
     // 0.001: the quotient of 32-bit steps may fall just short of a whole number.
     const f32 n = static_cast<f32>(Int((static_cast<f64>(axis.Max) - static_cast<f64>(axis.Min)) /
                                            static_cast<f64>(axis.Step) +
                                        0.001) +
                                    1);
-    if (!(n <= static_cast<f32>(MaxSteps))) {
-        ShowMessage("Maximum Number of Steps Is 100.");
-        return std::nullopt;
-    }
+    if (!(n <= static_cast<f32>(MaxSteps)))
+        return refuse(AxisText::Xstep, "Maximum Number of Steps Is 100.");
     axis.Points = ToI16(static_cast<f64>(n));
     return axis;
 }
@@ -162,6 +161,7 @@ std::optional<std::vector<f32>> ReadZValues() {
         values.push_back(static_cast<f32>(ReadNumber(word)));
     }
     if (values.empty()) {
+        refusal.Axis = AxisText::ZValues;
         ShowMessage(StripAmpersand(ParLabel(kind)) + " Has No Value.");
         return std::nullopt;
     }
@@ -194,6 +194,28 @@ class VaryingScope {
     VaryingScope& operator=(const VaryingScope&) = delete;
 };
 
+// Checks every point before the first is calculated; false after the message of the first bad one.
+bool AllPointsGood(const XAxis& axis, const std::vector<f32>& zValues) {
+    ForgetRefused();
+    int badPoint = 0;
+    WalkGrid(axis, zValues, [&badPoint](int k, int, f64) {
+        if (SelCheckPar())
+            return true;
+        badPoint = k;
+        return false;
+    });
+    if (badPoint == 0)
+        return true;
+    const i16 parNo = RefusedParNo();
+    if (parNo == XParNo)
+        refusal.Axis = badPoint == 1 ? AxisText::Xmin : AxisText::Xmax;
+    else if (HasZPar() && parNo == ZParNo)
+        refusal.Axis = AxisText::ZValues;
+    else
+        refusal.ParNo = parNo;
+    return false;
+}
+
 // The progress display of one run, which goes away however the run ends.
 class RunProgress {
   public:
@@ -211,19 +233,21 @@ class RunProgress {
     // when the run has become one.
     void Step() {
         ++done_;
-        if (!shown_) {
+        if (shown_) {
+            ThePlatform().StepProgress();
+        } else {
             const f64 elapsed = ThePlatform().Timer() - start_;
             constexpr f64 longRun = 5;
             constexpr f64 patience = 1;
-            if (done_ == 1 && elapsed * points_ > longRun)
+            if (done_ == 1 && elapsed * points_ > longRun) {
                 Show(points_);
-            else if (elapsed > patience)
-                Show(points_ - done_);
+                ThePlatform().StepProgress();
+            } else if (elapsed > patience && done_ < points_) {
+                Show(points_ - done_); // of which none is done yet
+            }
         }
-        if (shown_) {
-            ThePlatform().StepProgress();
+        if (shown_)
             ThePlatform().DoEvents();
-        }
     }
 
   private:
@@ -384,7 +408,12 @@ void CalcUnknown() {
     UpdateMenus();
 }
 
+const RunRefusal& LastRefusal() {
+    return refusal;
+}
+
 void CalcRun() {
+    refusal = {};
     if (Calculated == True || NoOfPar < 1)
         return;
     ReadParValues();
@@ -399,12 +428,7 @@ void CalcRun() {
         return;
     }
     const VaryingScope varying;
-    bool allGood = true;
-    WalkGrid(*axis, *zValues, [&allGood](int, int, f64) {
-        allGood = SelCheckPar();
-        return allGood;
-    });
-    if (!allGood) {
+    if (!AllPointsGood(*axis, *zValues)) {
         Cancelled = True;
         return;
     }

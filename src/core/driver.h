@@ -4,6 +4,7 @@
 
 #include "core/types.h"
 
+#include <optional>
 #include <string>
 
 namespace quorvanta {
@@ -42,6 +43,18 @@ void CalcUnknown();
 // ParZValuesText. Cancelled is -1 afterwards if there is no result; the former one is then still
 // in place, since the window goes on showing it.
 void CalcRun();
+
+// The texts about the axes of a table or graph.
+enum class AxisText { Xmin, Xmax, Xstep, ZValues };
+
+// Where to mend what the last CalcRun was refused for: the text of an axis, or else the value of
+// a fixed parameter (-1: none). Empty after a run that began, and after a message that is about no
+// single text.
+struct RunRefusal {
+    std::optional<AxisText> Axis;
+    i16 ParNo = -1;
+};
+const RunRefusal& LastRefusal();
 
 // Tells that there is no solution. Every other time, for a one-sided test, with a hint at the
 // direction: the second press of the same button is not nagged. Returns -1.

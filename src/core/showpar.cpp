@@ -33,19 +33,17 @@ i16 PositionOf(i16 parNo) {
     return static_cast<i16>(std::ranges::find(order, parNo) - order.begin());
 }
 
-// Without a z parameter there are no z-values to show or to keep.
-std::string& StoredAxisText(AxisText which) {
+// Nothing for the z-values of an analysis without a z parameter: none are shown or kept.
+std::string* StoredAxisText(AxisText which) {
     switch (which) {
     case AxisText::Xmin:
-        return ParXminText(ParKind(XParNo));
+        return &ParXminText(ParKind(XParNo));
     case AxisText::Xmax:
-        return ParXmaxText(ParKind(XParNo));
+        return &ParXmaxText(ParKind(XParNo));
     case AxisText::Xstep:
-        return ParXstepText(ParKind(XParNo));
+        return &ParXstepText(ParKind(XParNo));
     default:
-        static std::string none;
-        none.clear();
-        return HasZPar() ? ParZValuesText(ParKind(ZParNo)) : none;
+        return HasZPar() ? &ParZValuesText(ParKind(ZParNo)) : nullptr;
     }
 }
 
@@ -96,14 +94,18 @@ i16 FixedPar(i16 box) {
     return box >= 0 && box <= MaxFixed && position <= NoOfPar ? ParBoxOrder(position) : i16{-1};
 }
 
-const std::string& AxisTextOf(AxisText which) {
-    return StoredAxisText(which);
+std::string AxisTextOf(AxisText which) {
+    const std::string* stored = StoredAxisText(which);
+    return stored != nullptr ? *stored : "";
 }
 
 std::string TypedAxisText(AxisText which, const std::string& text) {
     if (Calculating == True)
         return AxisTextOf(which);
-    return StoredAxisText(which) = CheckTyped(text);
+    std::string clean = CheckTyped(text);
+    if (std::string* stored = StoredAxisText(which))
+        *stored = clean;
+    return clean;
 }
 
 std::string ShowParHint() {

@@ -2,6 +2,7 @@
 // values of all others.
 #pragma once
 
+#include "core/driver.h"
 #include "core/types.h"
 
 #include <string>
@@ -28,9 +29,8 @@ void SwapAxis(i16 k, i16 parNo);
 // The fixed parameter of box txtParValue(box); -1 if there is none.
 i16 FixedPar(i16 box);
 
-// The texts about the axes.
-enum class AxisText { Xmin, Xmax, Xstep, ZValues };
-const std::string& AxisTextOf(AxisText which);
+// The text about an axis; the z-values are empty without a z parameter.
+std::string AxisTextOf(AxisText which);
 
 // Such a text has changed; returns what its box has to show. A run that is going is not disturbed.
 std::string TypedAxisText(AxisText which, const std::string& text);

@@ -16,12 +16,16 @@ namespace {
 
 constexpr std::size_t MaxTitleLines = 16;
 
-bool TellMissing() {
+std::string refused;
+
+bool TellMissing(const std::string& name) {
+    refused = name;
     ThePlatform().MsgBox("A Value Is Missing.", Buttons::Ok, Icon::Exclamation, "Can't Calculate.");
     return false;
 }
 
-bool Tell(const std::string& text) {
+bool Tell(const std::string& name, const std::string& text) {
+    refused = name;
     ShowMessage(text);
     return false;
 }
@@ -41,41 +45,44 @@ bool IsWholeWithin(const std::string& text, f64 low, f64 high) {
 
 bool CheckWhole(const std::string& name, const std::string& text, int low, int high) {
     if (IsBlank(text))
-        return TellMissing();
+        return TellMissing(name);
     if (IsWholeWithin(text, low, high))
         return true;
-    return Tell(name + " Has To Be a Whole Number from " + std::to_string(low) + " to " +
-                std::to_string(high) + ".");
+    return Tell(name, name + " Has To Be a Whole Number from " + std::to_string(low) + " to " +
+                          std::to_string(high) + ".");
 }
 
 bool CheckTitle(const std::vector<std::string>& lines) {
-    return lines.size() <= MaxTitleLines || Tell("The Title Has More Than 16 Lines.");
+    return lines.size() <= MaxTitleLines || Tell("Title", "The Title Has More Than 16 Lines.");
 }
 
 bool CheckType(const TypeSettings& type) {
-    if (IsBlank(type.FontName) || IsBlank(type.FontSize))
-        return TellMissing();
+    if (IsBlank(type.FontName))
+        return TellMissing("Font Name");
+    if (IsBlank(type.FontSize))
+        return TellMissing("Font Size");
     const auto size = TypedLimit(type.FontSize);
     if (size && *size >= 1 && *size <= 200)
         return true;
-    return Tell("Font Size Has To Be a Number from 1 to 200.");
+    return Tell("Font Size", "Font Size Has To Be a Number from 1 to 200.");
 }
 
 bool CheckAxis(const std::string& name, const FixedArray<std::string, 0, 3>& axis) {
     constexpr const char* parts[] = {"", "min", "max", "tick"};
     for (int i = 1; i <= 3; ++i) {
+        const std::string field = name + parts[i];
         if (IsBlank(axis(i)))
-            return TellMissing();
+            return TellMissing(field);
         if (!IsAuto(axis(i)) && !TypedLimit(axis(i)))
-            return Tell(name + parts[i] + " Has To Be a Number or Auto.");
+            return Tell(field, field + " Has To Be a Number or Auto.");
     }
     const auto min = TypedLimit(axis(1));
     const auto max = TypedLimit(axis(2));
     if (min && max && !(*min < *max))
-        return Tell(name + "min Must Be < " + name + "max.");
+        return Tell(name + "min", name + "min Must Be < " + name + "max.");
     const auto tick = TypedLimit(axis(3));
     if (tick && !(*tick > 0))
-        return Tell(name + "tick Has To Be Greater Than 0.");
+        return Tell(name + "tick", name + "tick Has To Be Greater Than 0.");
     return true;
 }
 
@@ -111,6 +118,10 @@ i16 WholeNumber(const std::string& text) {
 }
 
 } // namespace
+
+const std::string& RefusedSetting() {
+    return refused;
+}
 
 TableSettings CurrentTableSettings() {
     TableSettings settings;
@@ -165,7 +176,7 @@ TypeSettings CurrentSummarySettings() {
 
 bool ApplySummarySettings(const TypeSettings& settings) {
     if (IsBlank(settings.FontName))
-        return TellMissing();
+        return TellMissing("Font Name");
     if (!CheckWhole("Font Size", settings.FontSize, 1, 200))
         return false;
     SummaryFont = settings.FontName;

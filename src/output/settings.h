@@ -44,4 +44,7 @@ bool ApplySettings(const GraphSettings& settings);
 TypeSettings CurrentSummarySettings();
 bool ApplySummarySettings(const TypeSettings& settings);
 
+// The setting that the last of these messages was about, by the text of its label.
+const std::string& RefusedSetting();
+
 } // namespace quorvanta

@@ -96,7 +96,8 @@ class Layout {
           X(ScaleAxis(RangeOf(graph.X.Raw()),
                       MinInteger(static_cast<i16>(graph.X.Raw().size()), MaxXSteps), graph.XAxis)),
           Y(ScaleAxis(RangeOf(graph.Y.Raw()), YSteps, graph.YAxis)) {
-        const f64 textWidth = surface.ScaleWidth() - 2 * TextMargin;
+        Right = surface.ScaleWidth() - TextMargin;
+        const f64 textWidth = Right - TextMargin;
         for (const std::string& line : graph.Title)
             for (const std::string& part : BreakLines(surface, line, textWidth))
                 Title.push_back(part);
@@ -121,6 +122,12 @@ class Layout {
         return "";
     }
 
+    // Leaves the right of the surface to something else.
+    void MakeRoom(f64 width) {
+        Right = surface_.ScaleWidth() - TextMargin - width;
+        Plot.Right = Right - WidestNumber(X) / 2;
+    }
+
     Point At(f64 x, f64 y) const {
         return {Plot.Left + (x - X.Low) / (X.High - X.Low) * Plot.Width(),
                 Plot.Bottom - (y - Y.Low) / (Y.High - Y.Low) * Plot.Height()};
@@ -142,10 +149,18 @@ class Layout {
     AxisScale X;
     AxisScale Y;
     Rectangle Plot;
+    f64 Right; // of the texts of the x-axis
     Lines Title;
     Lines XLabel;
     Lines YLabel;
 };
+
+f64 Widest(const Surface& surface, const Lines& lines) {
+    f64 width = 0;
+    for (const std::string& line : lines)
+        width = MaxOf(width, surface.TextWidth(line));
+    return width;
+}
 
 void DrawCentred(Surface& surface, f64 x, f64 y, const std::string& text) {
     surface.Text({x - surface.TextWidth(text) / 2, y}, text);
@@ -153,12 +168,13 @@ void DrawCentred(Surface& surface, f64 x, f64 y, const std::string& text) {
 
 void DrawLabels(Surface& surface, const Layout& layout) {
     const f64 H = layout.H;
-    f64 y = H / 4;
+    // The half line of the margin that is left over stands evenly between title, label and numbers.
+    f64 y = 0.1 * H;
     for (const std::string& line : layout.Title) {
         DrawCentred(surface, surface.ScaleWidth() / 2, y, line);
         y += H;
     }
-    y = layout.Plot.Top - (static_cast<f64>(layout.YLabel.size()) + 0.3) * H;
+    y = layout.Plot.Top - (static_cast<f64>(layout.YLabel.size()) + 0.4) * H;
     for (const std::string& line : layout.YLabel) {
         surface.Text({TextMargin, y}, line);
         y += H;
@@ -167,7 +183,7 @@ void DrawLabels(Surface& surface, const Layout& layout) {
     for (const std::string& line : layout.XLabel) {
         const f64 half = surface.TextWidth(line) / 2;
         const f64 middle = (layout.Plot.Left + layout.Plot.Right) / 2;
-        const f64 rightmost = surface.ScaleWidth() - TextMargin - half;
+        const f64 rightmost = layout.Right - half;
         DrawCentred(surface, MaxOf(MinOf(middle, rightmost), TextMargin + half), y, line);
         y += H;
     }
@@ -192,16 +208,17 @@ void DrawAxes(Surface& surface, const Layout& layout) {
     surface.Polyline(frame);
 
     const auto xTicks = Ticks(layout.X);
-    f64 widest = 0;
+    Lines xNumbers;
     for (const f64 tick : xTicks)
-        widest = MaxOf(widest, surface.TextWidth(TickText(layout.X, tick)));
+        xNumbers.push_back(TickText(layout.X, tick));
+    const f64 widest = Widest(surface, xNumbers);
     const f64 xRoom = layout.X.Step / (layout.X.High - layout.X.Low) * plot.Width();
     const std::size_t xStride = NumberStride(xTicks.size(), xRoom, widest + surface.TextWidth("0"));
     for (std::size_t k = 0; k < xTicks.size(); ++k) {
         const f64 x = layout.At(xTicks[k], layout.Y.Low).X;
         surface.Line({x, plot.Bottom}, {x, plot.Bottom - TickLength});
         if (k % xStride == 0)
-            DrawCentred(surface, x, plot.Bottom + 0.4 * layout.H, TickText(layout.X, xTicks[k]));
+            DrawCentred(surface, x, plot.Bottom + 0.4 * layout.H, xNumbers[k]);
     }
 
     const auto yTicks = Ticks(layout.Y);
@@ -248,47 +265,77 @@ Pen PenOf(const Surface& surface, const Presentation& graph, int j) {
     return CurvePen(static_cast<i16>(j), graph.CurveWidth, surface.IsPrinter());
 }
 
-// The z-values with a sample of their curves, where it meets the fewest curves. In a plot too small
-// for all of it, its head is left out first, and then the last entries.
+// The z-values with a sample of their curves, as much as an area has room for: where that is not
+// all, the head is left out first, and then the last entries.
 class Legend {
   public:
-    Legend(Surface& surface, const Layout& layout, const Presentation& graph)
+    Legend(Surface& surface, const Layout& layout, const Presentation& graph, f64 areaWidth,
+           f64 areaHeight)
         : surface_(surface), graph_(graph), H(layout.H),
-          head_(BreakLines(surface, graph.ZLabel, layout.Plot.Width() - 2 * padding_)) {
+          head_(BreakLines(surface, graph.ZLabel, areaWidth - 2 * padding_)) {
         for (const f32 z : graph.Z.Raw())
             entries_.push_back(Str(z));
-        for (const std::string& entry : entries_)
-            entryWidth_ = MaxOf(entryWidth_, surface.TextWidth(entry));
-        entryWidth_ += SampleLength + 3 * padding_;
+        entryWidth_ = Widest(surface, entries_) + SampleLength + 3 * padding_;
 
-        const auto fitting = [](f64 room, f64 size) { return static_cast<int>(room / size); };
-        const int lines = fitting(layout.Plot.Height() - 2 * padding_, H);
-        const int columns = fitting(layout.Plot.Width() - 2 * padding_, entryWidth_);
-        const int count = std::max(1, static_cast<int>(entries_.size()));
+        const auto fitting = [](f64 room, f64 size) {
+            return std::max(0, static_cast<int>(room / size));
+        };
+        const int lines = fitting(areaHeight - 2 * padding_, H);
+        const int columns = fitting(areaWidth - 2 * padding_, entryWidth_);
+        const int count = static_cast<int>(entries_.size());
         const auto heads = [this] { return static_cast<int>(head_.size()); };
-        if (columns * (lines - heads()) < count)
+        if (columns * (lines - heads()) < count) {
             head_.clear();
-        rows_ = std::clamp(lines - heads(), 1, count);
-        entries_.resize(
-            std::min(entries_.size(), static_cast<std::size_t>(std::max(0, columns * rows_))));
+            isWhole_ = false;
+        }
+        rows_ = std::clamp(lines - heads(), 0, count);
+        entries_.resize(static_cast<std::size_t>(std::min(count, columns * rows_)));
 
-        for (const std::string& line : head_)
-            width_ = MaxOf(width_, surface.TextWidth(line));
-        const int columnsInUse = (static_cast<int>(entries_.size()) + rows_ - 1) / rows_;
-        width_ = MaxOf(width_, columnsInUse * entryWidth_) + 2 * padding_;
+        width_ = Widest(surface, head_);
+        if (!entries_.empty())
+            width_ =
+                MaxOf(width_, ((static_cast<int>(entries_.size()) - 1) / rows_ + 1) * entryWidth_);
+        width_ += 2 * padding_;
         height_ = (heads() + rows_) * H + 2 * padding_;
     }
 
-    void Draw(const Layout& layout, const std::vector<Segment>& segments) const {
-        const Point corner = Place(layout, segments);
-        f64 y = corner.Y + padding_;
+    bool IsWhole() const { return isWhole_; }
+    f64 Width() const { return width_; }
+
+    // The upper left corner.
+    void MoveTo(Point corner) { corner_ = corner; }
+
+    // Takes the free place in the plot, corners first, or else the one that meets the fewest pieces
+    // of curves; returns how many it meets.
+    std::ptrdiff_t MoveInto(const Rectangle& plot, const std::vector<Segment>& segments) {
+        const f64 left = plot.Left + TickLength;
+        const f64 right = MaxOf(left, plot.Right - TickLength - width_);
+        const f64 top = plot.Top + TickLength;
+        const f64 bottom = MaxOf(top, plot.Bottom - TickLength - height_);
+        const f64 middle = (left + right) / 2;
+        const f64 centre = (top + bottom) / 2;
+        const Point places[] = {{left, top},     {right, bottom}, {right, top},
+                                {left, bottom},  {middle, top},   {middle, bottom},
+                                {right, centre}, {left, centre},  {middle, centre}};
+        const auto met = [&](const Point& place) {
+            const Rectangle box{place.X, place.Y, place.X + width_, place.Y + height_};
+            return std::ranges::count_if(segments, [&box](const Segment& segment) {
+                return Clip(segment, box).has_value();
+            });
+        };
+        corner_ = *std::ranges::min_element(places, {}, met);
+        return met(corner_);
+    }
+
+    void Draw() const {
+        f64 y = corner_.Y + padding_;
         for (const std::string& line : head_) {
-            surface_.Text({corner.X + padding_, y}, line);
+            surface_.Text({corner_.X + padding_, y}, line);
             y += H;
         }
         for (std::size_t i = 0; i < entries_.size(); ++i) {
             const int index = static_cast<int>(i);
-            const f64 left = corner.X + padding_ + (index / rows_) * entryWidth_;
+            const f64 left = corner_.X + padding_ + (index / rows_) * entryWidth_;
             const f64 top = y + (index % rows_) * H;
             surface_.SetPen(PenOf(surface_, graph_, index + 1));
             surface_.Line({left, top + H / 2}, {left + SampleLength, top + H / 2});
@@ -297,25 +344,6 @@ class Legend {
     }
 
   private:
-    // The free place, corners first, or else the one that hides the fewest pieces of curves.
-    Point Place(const Layout& layout, const std::vector<Segment>& segments) const {
-        const f64 left = layout.Plot.Left + TickLength;
-        const f64 right = MaxOf(left, layout.Plot.Right - TickLength - width_);
-        const f64 top = layout.Plot.Top + TickLength;
-        const f64 bottom = MaxOf(top, layout.Plot.Bottom - TickLength - height_);
-        const f64 middle = (left + right) / 2;
-        const f64 centre = (top + bottom) / 2;
-        const Point places[] = {{left, top},     {right, bottom}, {right, top},
-                                {left, bottom},  {middle, top},   {middle, bottom},
-                                {right, centre}, {left, centre},  {middle, centre}};
-        return *std::ranges::min_element(places, {}, [&](const Point& place) {
-            const Rectangle box{place.X, place.Y, place.X + width_, place.Y + height_};
-            return std::ranges::count_if(segments, [&box](const Segment& segment) {
-                return Clip(segment, box).has_value();
-            });
-        });
-    }
-
     static constexpr f64 padding_ = 0.06;
 
     Surface& surface_;
@@ -323,26 +351,51 @@ class Legend {
     f64 H;
     Lines head_;
     Lines entries_;
+    bool isWhole_ = true;
     f64 entryWidth_ = 0;
-    int rows_ = 1;
+    int rows_ = 0;
     f64 width_ = 0;
     f64 height_ = 0;
+    Point corner_;
 };
 
-void DrawCurves(Surface& surface, const Layout& layout, const Presentation& graph) {
+std::vector<Segment> SegmentsOf(const Layout& layout, const Presentation& graph) {
     std::vector<Segment> segments;
-    const int curves = graph.Y.HighBound2();
-    for (int j = 1; j <= curves; ++j) {
-        surface.SetPen(PenOf(surface, graph, j));
-        for (const auto& line : CurveLines(layout, graph, j)) {
-            surface.Polyline(line);
+    for (int j = 1; j <= graph.Y.HighBound2(); ++j)
+        for (const auto& line : CurveLines(layout, graph, j))
             for (std::size_t k = 1; k < line.size(); ++k)
                 segments.push_back({line[k - 1], line[k]});
-        }
+    return segments;
+}
+
+// The legend lies in the plot where no curve runs. Where all places are taken it stands beside the
+// plot, which becomes narrower for it, unless that would take too much. There it may go down beside
+// the texts of the x-axis, if they keep clear of it.
+std::optional<Legend> PlaceLegend(Surface& surface, Layout& layout, const Presentation& graph) {
+    if (graph.ZLabel.empty())
+        return std::nullopt;
+    const Rectangle& plot = layout.Plot;
+    Legend inside(surface, layout, graph, plot.Width(), plot.Height());
+    if (inside.MoveInto(plot, SegmentsOf(layout, graph)) == 0 && inside.IsWhole())
+        return inside;
+    constexpr f64 mostOfWidth = 0.4;
+    const f64 areaWidth = mostOfWidth * plot.Width();
+    const bool isClear = TextMargin + Widest(surface, layout.XLabel) <= plot.Right - areaWidth;
+    const f64 areaBottom = isClear ? surface.ScaleHeight() - TextMargin : plot.Bottom;
+    Legend beside(surface, layout, graph, areaWidth, areaBottom - plot.Top);
+    if (!beside.IsWhole())
+        return inside;
+    layout.MakeRoom(beside.Width());
+    beside.MoveTo({surface.ScaleWidth() - TextMargin - beside.Width(), plot.Top});
+    return beside;
+}
+
+void DrawCurves(Surface& surface, const Layout& layout, const Presentation& graph) {
+    for (int j = 1; j <= graph.Y.HighBound2(); ++j) {
+        surface.SetPen(PenOf(surface, graph, j));
+        for (const auto& line : CurveLines(layout, graph, j))
+            surface.Polyline(line);
     }
-    if (!graph.ZLabel.empty())
-        Legend(surface, layout, graph).Draw(layout, segments);
-    surface.SetPen({});
 }
 
 // The bytes of the characters that fit into width, one at least.
@@ -388,8 +441,10 @@ AxisScale ScaleAxis(ValueRange data, i16 n, const FixedArray<std::string, 0, 3>&
     AxisScale scale;
     scale.Low = typedLow.value_or(static_cast<f64>(newLow));
     scale.High = typedHigh.value_or(static_cast<f64>(newHigh));
-    if (!(scale.High > scale.Low)) // a typed limit that 32 bits can't tell from the other one
-        scale.Low = static_cast<f64>(newLow), scale.High = static_cast<f64>(newHigh);
+    if (!(scale.High > scale.Low)) { // a typed limit that 32 bits can't tell from the other one
+        scale.Low = static_cast<f64>(newLow);
+        scale.High = static_cast<f64>(newHigh);
+    }
     scale.Step = static_cast<f64>(step);
     scale.FirstTick = std::ceil(scale.Low / scale.Step - 1e-4) * scale.Step;
     constexpr f64 mostTicks = 200;
@@ -447,16 +502,20 @@ std::string PlotProblem(Surface& surface, const Presentation& graph) {
 }
 
 bool PlotGraph(Surface& surface, const Presentation& graph) {
-    const auto layout = LayOut(surface, graph);
+    auto layout = LayOut(surface, graph);
     if (!layout)
         return true;
     if (const std::string problem = layout->Problem(); !problem.empty()) {
         ShowMessage(problem);
         return false;
     }
+    const auto legend = PlaceLegend(surface, *layout, graph);
     DrawLabels(surface, *layout);
     DrawAxes(surface, *layout);
     DrawCurves(surface, *layout, graph);
+    if (legend)
+        legend->Draw();
+    surface.SetPen({});
     return true;
 }
 

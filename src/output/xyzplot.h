@@ -9,8 +9,9 @@
 
 namespace quorvanta {
 
-// Draws a result, a curve for each z-value. False after a message if the surface is too small for
-// a plot between its labels. Draws nothing while there is no result.
+// Draws a result, a curve for each z-value, and a legend in the plot where no curve runs or else
+// beside it. False after a message if the surface is too small for a plot between its labels. Draws
+// nothing while there is no result.
 bool PlotGraph(Surface& surface, const Presentation& graph);
 
 // Why there can be no plot on the surface: the text of that message; empty if there can be one.

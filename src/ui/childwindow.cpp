@@ -2,6 +2,8 @@
 
 #include "core/analysis.h"
 #include "core/analysis_state.h"
+#include "output/table_layout.h"
+#include "ui/qttext.h"
 
 #include <QCloseEvent>
 #include <QLayout>
@@ -59,6 +61,13 @@ QString ChildWindow::RunHint() {
     return tr("Choose the axes and the values at the side, then press OK.");
 }
 
+QString ChildWindow::ResultInWords() const {
+    QStringList lines;
+    for (const std::string& line : TableLines(LayOutTable(PresentationOf(AnalysisTag()))))
+        lines << ToQt(line);
+    return lines.join('\n');
+}
+
 void ChildWindow::Form_Activate() {
     // A window also comes to the front when a message before it closes. Its analysis is current
     // then and must stay as it is: taken back from its record, a stale result would look valid.
@@ -74,6 +83,11 @@ void ChildWindow::Unload() {
     mayUnload_ = true;
     if (parentWidget() != nullptr)
         parentWidget()->close();
+}
+
+bool ChildWindow::focusNextPrevChild(bool next) {
+    emit FocusStep(next);
+    return true;
 }
 
 void ChildWindow::closeEvent(QCloseEvent* event) {

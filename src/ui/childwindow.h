@@ -43,12 +43,20 @@ class ChildWindow : public QWidget {
     // The pop-up menu of a window with a result is asked for, at a place on the screen.
     void OutputMenuRequested(const QPoint& at);
 
+    // The Tab key (next) or its reverse was pressed.
+    void FocusStep(bool next);
+
   protected:
+    bool focusNextPrevChild(bool next) override;
+
     // Asks for that menu if the window shows a valid result.
     void RequestOutputMenu(const QPoint& at);
 
     // What to do next in the window of a table or graph that has no result yet.
     static QString RunHint();
+
+    // The table or graph as drawn, in lines of text, for those who have it read to them.
+    QString ResultInWords() const;
 
     void closeEvent(QCloseEvent* event) override;
 

@@ -1,7 +1,11 @@
 #include "ui/editbuttons.h"
 
+#include "output/settings.h"
+#include "ui/qttext.h"
+
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QLabel>
 #include <QPushButton>
 
 namespace quorvanta {
@@ -16,6 +20,13 @@ QWidget* MakeEditButtons(QDialog& dialog, std::function<void()> ok) {
     QObject::connect(cmdOK, &QPushButton::clicked, &dialog, std::move(ok));
     QObject::connect(cmdCancel, &QPushButton::clicked, &dialog, &QDialog::reject);
     return buttons;
+}
+
+void FocusRefused(const QDialog& dialog) {
+    const QString name = ToQt(RefusedSetting()) + ':';
+    for (const QLabel* label : dialog.findChildren<QLabel*>())
+        if (label->buddy() != nullptr && QString(label->text()).remove('&') == name)
+            label->buddy()->setFocus();
 }
 
 } // namespace quorvanta

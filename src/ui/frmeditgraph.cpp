@@ -81,6 +81,8 @@ void frmEditGraph::cmdOK_Click() {
     settings.CurveWidth = FromQt(txtCurveWidth_->text());
     if (ApplySettings(settings))
         accept();
+    else
+        FocusRefused(*this);
 }
 
 } // namespace quorvanta

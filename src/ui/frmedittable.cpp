@@ -38,6 +38,8 @@ void frmEditTable::cmdOK_Click() {
     if (ApplySettings(TableSettings{txtTitle_->Lines(), FromQt(txtColumns_->text()),
                                     FromQt(txtDecimals_->text()), type_->Settings()}))
         accept();
+    else
+        FocusRefused(*this);
 }
 
 } // namespace quorvanta

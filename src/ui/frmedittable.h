@@ -3,6 +3,8 @@
 
 #include <QDialog>
 
+#include <memory>
+
 class QLineEdit;
 
 namespace quorvanta {

@@ -4,14 +4,12 @@
 #include "core/catalogue.h"
 #include "core/platform.h"
 #include "output/presentation.h"
-#include "output/statement.h"
 #include "ui/frmeditgraph.h"
 #include "ui/graphpicture.h"
 #include "ui/qttext.h"
 
 #include <QLabel>
 #include <QPushButton>
-#include <QTimer>
 #include <QVBoxLayout>
 
 namespace quorvanta {
@@ -29,7 +27,7 @@ frmGraph::frmGraph(i16 windowNo, i16 analysisNo)
     // Told from the event loop, when the window has the size that it gets.
     connect(picture_, &GraphPicture::RoomLost, this, &frmGraph::TellProblem, Qt::QueuedConnection);
     cmdEditGraph_->setObjectName("cmdEditGraph");
-    cmdEditGraph_->setAutoDefault(false);
+    cmdEditGraph_->setAutoDefault(true);
     connect(cmdEditGraph_, &QPushButton::clicked, this, &frmGraph::cmdEditGraph_Click);
 
     auto* column = new QVBoxLayout(this);
@@ -49,13 +47,14 @@ void frmGraph::Refresh() {
     lblHint_->setText(RunHint());
     lblHint_->setVisible(!hasResult);
     picture_->setVisible(hasResult);
+    setFocusProxy(hasResult ? picture_ : nullptr); // what is not seen can't have the focus
     cmdEditGraph_->setVisible(hasResult);
     if (!hasResult)
         return;
     if (!hadResult)
         FitToContent();
     picture_->Redraw();
-    picture_->setAccessibleDescription(ToQt(SumStatement()));
+    picture_->setAccessibleDescription(ResultInWords());
 }
 
 void frmGraph::TellProblem() {

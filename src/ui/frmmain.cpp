@@ -328,6 +328,7 @@ ChildWindow* frmMain::MakeChild(i16 windowKind, i16 windowNo, i16 analysisNo) {
 void frmMain::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo, const QString& caption) {
     ChildWindow* child = MakeChild(windowKind, windowNo, analysisNo);
     connect(child, &ChildWindow::OutputMenuRequested, this, &frmMain::PopUpOutputMenu);
+    connect(child, &ChildWindow::FocusStep, this, &frmMain::StepFocus);
     child->setWindowTitle(caption);
     QMdiSubWindow* frame = area_->addSubWindow(child);
     frame->setAttribute(Qt::WA_DeleteOnClose);
@@ -443,9 +444,9 @@ void frmMain::StepRun() {
 }
 
 void frmMain::EndRun() {
-    frmShowPar_->EndProgress();
     menuBar()->setEnabled(true);
     area_->setEnabled(true);
+    frmShowPar_->EndProgress();
 }
 
 QSizeF frmMain::PictureInches() const {
@@ -483,6 +484,44 @@ void frmMain::keyPressEvent(QKeyEvent* event) {
     // From a table or graph, the letters of the parameters beside it that no menu has.
     if (!frmShowPar_->isVisible() || !FocusByMnemonic(*frmShowPar_, *event))
         QMainWindow::keyPressEvent(event);
+}
+
+namespace {
+
+// The controls under a window that the Tab key stops at, in its order.
+QList<QWidget*> TabStops(const QWidget& window) {
+    QList<QWidget*> stops;
+    for (QWidget* control = window.nextInFocusChain(); control != &window;
+         control = control->nextInFocusChain()) {
+        if (window.isAncestorOf(control) && (control->focusPolicy() & Qt::TabFocus) != 0 &&
+            control->focusProxy() == nullptr && control->isVisible() && control->isEnabled())
+            stops << control;
+    }
+    return stops;
+}
+
+} // namespace
+
+// The Tab key goes round the child window in front and the parameters beside it. Qt itself would
+// not leave a child window, and would step back from any control of a dock window into one.
+void frmMain::StepFocus(bool next) {
+    QList<QWidget*> stops;
+    if (const ChildWindow* child = CurrentChild())
+        stops << TabStops(*child);
+    stops << TabStops(*frmShowPar_);
+    if (stops.isEmpty())
+        return;
+    const qsizetype at = stops.indexOf(focusWidget());
+    const qsizetype last = stops.size() - 1;
+    if (next)
+        stops[at == last ? 0 : at + 1]->setFocus(Qt::TabFocusReason);
+    else
+        stops[at <= 0 ? last : at - 1]->setFocus(Qt::BacktabFocusReason);
+}
+
+bool frmMain::focusNextPrevChild(bool next) {
+    StepFocus(next);
+    return true;
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

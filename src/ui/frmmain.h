@@ -68,9 +68,10 @@ class frmMain : public QMainWindow {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
     // The help key of every window of the program.
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -86,6 +87,7 @@ class frmMain : public QMainWindow {
     std::vector<ChildWindow*> Children() const;
     QPoint CascadePlace(const QSize& size) const;
     void ShowHint();
+    void StepFocus(bool next);
     ChildWindow* MakeChild(i16 windowKind, i16 windowNo, i16 analysisNo);
     void BringToFront(ChildWindow& child);
     QPoint PlaceBeside(const QSize& size) const;

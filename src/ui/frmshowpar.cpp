@@ -8,26 +8,47 @@
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QLayout>
+#include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QSignalBlocker>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 
 #include <algorithm>
 
 namespace quorvanta {
 
+namespace {
+
+// A list that no one changes unawares: the wheel scrolls the inputs, and a letter with Alt is that
+// of a label, where QComboBox would take the entry that begins with it.
+class AxisList : public QComboBox {
+  public:
+    using QComboBox::QComboBox;
+
+  protected:
+    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->modifiers() == Qt::AltModifier && !event->text().isEmpty())
+            event->ignore();
+        else
+            QComboBox::keyPressEvent(event);
+    }
+};
+
+} // namespace
+
+// Made in the order of the eye, which the Tab key follows.
 frmShowPar::frmShowPar(QWidget* parent)
-    : QDockWidget(tr("Parameters"), parent), scroll_(new QScrollArea(this)),
-      lblGetCalc_(new QLabel(this)), lblProgress_(new QLabel("Percent Calculated:", this)),
-      pgrProgress_(new QProgressBar(this)), cmdOK_(new QPushButton("OK", this)) {
+    : QDockWidget(tr("Parameters"), parent), scroll_(new QScrollArea(this)) {
     setObjectName("frmShowPar");
     setFeatures(QDockWidget::DockWidgetMovable);
     setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
@@ -37,14 +58,23 @@ frmShowPar::frmShowPar(QWidget* parent)
     scroll_->setWidgetResizable(true);
     scroll_->setFrameShape(QFrame::NoFrame);
     scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll_->setFocusPolicy(Qt::NoFocus);
+    connect(qApp, &QApplication::focusChanged, scroll_, [this](QWidget*, QWidget* focused) {
+        if (focused != nullptr && inputs_->isAncestorOf(focused))
+            scroll_->ensureWidgetVisible(focused);
+    });
 
+    lblGetCalc_ = new QLabel(this);
     lblGetCalc_->setObjectName("lblGetCalc");
     lblGetCalc_->setWordWrap(true);
+    lblProgress_ = new QLabel("Percent Calculated:", this);
     lblProgress_->setObjectName("lblProgress");
+    pgrProgress_ = new QProgressBar(this);
     pgrProgress_->setObjectName("pgrProgress");
     pgrProgress_->setAccessibleName(lblProgress_->text());
+    cmdOK_ = new QPushButton(this);
     cmdOK_->setObjectName("cmdOK");
-    cmdOK_->setAutoDefault(false);
+    cmdOK_->setAutoDefault(true); // Enter presses it when it has the focus
     connect(cmdOK_, &QPushButton::clicked, this, &frmShowPar::cmdOK_Click);
 
     auto* content = new QWidget(this);
@@ -91,7 +121,7 @@ QWidget* frmShowPar::MakeInputs() {
 }
 
 void frmShowPar::MakeRole(QVBoxLayout& column, i16 k, const QString& label) {
-    auto* list = new QComboBox(this);
+    auto* list = new AxisList(this);
     list->setObjectName(ControlName("cbYXZPar", k));
     list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     connect(list, &QComboBox::activated, this,
@@ -181,10 +211,14 @@ void frmShowPar::Refresh() {
         label.setVisible(parNo >= 0);
         box.setVisible(parNo >= 0);
     }
+    ShowHint();
+    FitToInputs();
+}
+
+void frmShowPar::ShowHint() {
     const std::string hint = ShowParHint();
     lblGetCalc_->setText(ToQt(hint));
     lblGetCalc_->setVisible(!hint.empty());
-    FitToInputs();
 }
 
 // As wide as the inputs, so that no label is cut, and as high, so that the button stands right
@@ -203,6 +237,7 @@ void frmShowPar::StartProgress(i32 total) {
     lblProgress_->show();
     pgrProgress_->show();
     cmdOK_->setText("Cancel");
+    focusBeforeRun_ = window()->focusWidget();
     cmdOK_->setFocus();
     inputs_->setEnabled(false);
 }
@@ -216,11 +251,13 @@ void frmShowPar::EndProgress() {
     pgrProgress_->hide();
     cmdOK_->setText("OK");
     inputs_->setEnabled(true);
+    if (focusBeforeRun_ != nullptr && window()->focusWidget() == cmdOK_)
+        focusBeforeRun_->setFocus();
+    focusBeforeRun_ = nullptr;
 }
 
 void frmShowPar::cbYXZPar_Click(i16 k, i16 parNo) {
     SwapAxis(k, parNo);
-    Refresh();
 }
 
 void frmShowPar::txtAxis_Change(AxisText which) {
@@ -231,9 +268,7 @@ void frmShowPar::txtAxis_Change(AxisText which) {
 void frmShowPar::txtParValue_Change(i16 i) {
     ValueBox& box = *txtParValue_[static_cast<std::size_t>(i)];
     box.Accept(ToQt(TypedParText(FixedPar(i), FromQt(box.text()))));
-    const std::string hint = ShowParHint();
-    lblGetCalc_->setText(ToQt(hint));
-    lblGetCalc_->setVisible(!hint.empty());
+    ShowHint();
     box.SetBlue(IsBluePar(FixedPar(i)));
 }
 
@@ -248,6 +283,21 @@ void frmShowPar::txtParValue_DblClick(i16 i) {
 
 void frmShowPar::cmdOK_Click() {
     RunOrCancel();
+    if (ValueBox* box = RefusedBox()) {
+        box->setFocus();
+        box->selectAll();
+    }
+}
+
+// The box whose text kept the run from beginning; nullptr if none did.
+ValueBox* frmShowPar::RefusedBox() {
+    const RunRefusal& refusal = LastRefusal();
+    if (refusal.Axis)
+        return &Box(*refusal.Axis);
+    for (i16 i = 0; FixedPar(i) >= 0; ++i)
+        if (FixedPar(i) == refusal.ParNo)
+            return txtParValue_[static_cast<std::size_t>(i)];
+    return nullptr;
 }
 
 bool frmShowPar::event(QEvent* event) {

@@ -6,8 +6,10 @@
 #include "core/types.h"
 
 #include <QDockWidget>
+#include <QPointer>
 
 #include <array>
+#include <functional>
 
 class QComboBox;
 class QGridLayout;
@@ -55,7 +57,9 @@ class frmShowPar : public QDockWidget {
     QWidget* MakeAxisBox(AxisText which, const QString& labelName, const QString& label,
                          const QString& boxName);
     void MakeFixedRow(QGridLayout& grid, i16 i);
+    void ShowHint();
     void FitToInputs();
+    ValueBox* RefusedBox();
     void ConnectBox(ValueBox& box, const std::function<void()>& change);
     ValueBox& Box(AxisText which) { return *txtAxis_[static_cast<std::size_t>(which)]; }
 
@@ -69,6 +73,7 @@ class frmShowPar : public QDockWidget {
     QLabel* lblProgress_;
     QProgressBar* pgrProgress_;
     QPushButton* cmdOK_;
+    QPointer<QWidget> focusBeforeRun_;
     i32 done_ = 0;
 };
 

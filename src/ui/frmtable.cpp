@@ -14,8 +14,7 @@
 namespace quorvanta {
 
 frmTable::frmTable(i16 windowNo, i16 analysisNo)
-    : ChildWindow(TableWindow, windowNo, analysisNo), lblHint_(new QLabel(this)),
-      cmdEditTable_(new QPushButton("Edit Table", this)) {
+    : ChildWindow(TableWindow, windowNo, analysisNo), lblHint_(new QLabel(this)) {
     setObjectName(ControlName("frmTable", windowNo));
     lblHint_->setObjectName("lblHint");
     lblHint_->setWordWrap(true);
@@ -27,8 +26,9 @@ frmTable::frmTable(i16 windowNo, i16 analysisNo)
     picture_->Picture().setAccessibleName(tr("Table"));
     connect(picture_, &ScrolledPicture::MenuRequested, this, &frmTable::RequestOutputMenu);
     connect(picture_, &ScrolledPicture::DblClick, this, &frmTable::cmdEditTable_Click);
+    cmdEditTable_ = new QPushButton("Edit Table", this);
     cmdEditTable_->setObjectName("cmdEditTable");
-    cmdEditTable_->setAutoDefault(false);
+    cmdEditTable_->setAutoDefault(true);
     connect(cmdEditTable_, &QPushButton::clicked, this, &frmTable::cmdEditTable_Click);
 
     auto* column = new QVBoxLayout(this);
@@ -39,19 +39,17 @@ frmTable::frmTable(i16 windowNo, i16 analysisNo)
 }
 
 void frmTable::Refresh() {
-    const Presentation table = PresentationOf(AnalysisTag());
+    const bool hasResult = PresentationOf(AnalysisTag()).HasResult();
     const bool hadResult = !picture_->isHidden();
     lblHint_->setText(RunHint());
-    lblHint_->setVisible(!table.HasResult());
-    picture_->setVisible(table.HasResult());
-    cmdEditTable_->setVisible(table.HasResult());
-    if (!table.HasResult())
+    lblHint_->setVisible(!hasResult);
+    picture_->setVisible(hasResult);
+    setFocusProxy(hasResult ? picture_ : nullptr); // what is not seen can't have the focus
+    cmdEditTable_->setVisible(hasResult);
+    if (!hasResult)
         return;
     picture_->Redraw();
-    QStringList lines;
-    for (const std::string& line : TableLines(LayOutTable(table)))
-        lines << ToQt(line);
-    picture_->Picture().setAccessibleDescription(lines.join('\n'));
+    picture_->Picture().setAccessibleDescription(ResultInWords());
     if (!hadResult)
         FitToContent();
 }

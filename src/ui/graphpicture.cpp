@@ -66,8 +66,14 @@ void GraphPicture::paintEvent(QPaintEvent* /*event*/) {
     paper.Ground = palette().color(QPalette::Base);
     painter.fillRect(rect(), paper.Ground);
     PaintSurface surface(painter, paper);
-    if (hasRoom_)
-        PlotGraph(surface, PresentationOf(analysisNo_));
+    // A message can't open in the midst of painting, so the picture itself says what is wrong.
+    const Presentation graph = PresentationOf(analysisNo_);
+    if (const std::string problem = PlotProblem(surface, graph); problem.empty()) {
+        PlotGraph(surface, graph);
+    } else {
+        painter.setPen(paper.Ink);
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, ToQt(problem));
+    }
     if (hasFocus()) {
         painter.setRenderHint(QPainter::Antialiasing, false);
         painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));

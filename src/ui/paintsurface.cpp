@@ -13,11 +13,12 @@ namespace quorvanta {
 namespace {
 
 constexpr f64 HalfPointsPerInch = 144;
+constexpr f64 SmallestDot = 0.06; // inches; less is taken for a speck
 
 Qt::PenStyle StyleOf(i16 style) {
     constexpr Qt::PenStyle styles[] = {Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine,
                                        Qt::DashDotDotLine};
-    return styles[std::clamp<std::size_t>(static_cast<std::size_t>(style), 0, 4)];
+    return styles[static_cast<std::size_t>(style) % std::size(styles)];
 }
 
 } // namespace
@@ -54,7 +55,10 @@ void PaintSurface::SetPen(const Pen& pen) {
 }
 
 void PaintSurface::Polyline(std::span<const Point> points) {
-    const f64 width = pen_.Width * perInch_ / HalfPointsPerInch;
+    const bool isDot = std::ranges::all_of(points, [&](const Point& p) { return p == points[0]; });
+    f64 width = pen_.Width * perInch_ / HalfPointsPerInch;
+    if (isDot)
+        width = std::max(2 * width, SmallestDot * perInch_);
     const bool isHairline = !paper_.IsPrinter && width < 1;
     QPen pen(TableColor(pen_.Colour, paper_.Ink, paper_.Ground), std::max(width, 1.0),
              StyleOf(pen_.Style));
@@ -63,7 +67,6 @@ void PaintSurface::Polyline(std::span<const Point> points) {
     QPolygonF line;
     for (const Point& point : points)
         line << ToDevice(point);
-    const bool isDot = std::ranges::all_of(points, [&](const Point& p) { return p == points[0]; });
     if (isDot) {
         pen.setStyle(Qt::SolidLine);
         pen.setCapStyle(Qt::RoundCap);

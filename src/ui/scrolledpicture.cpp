@@ -65,7 +65,7 @@ void ScrolledPicture::Redraw() {
 }
 
 QSize ScrolledPicture::sizeHint() const {
-    return picture_->size() + QSize(HorizontalMargin, HorizontalMargin);
+    return picture_->size();
 }
 
 QSize ScrolledPicture::minimumSizeHint() const {
@@ -78,15 +78,10 @@ QSize ScrolledPicture::minimumSizeHint() const {
 void ScrolledPicture::Arrange() {
     const int thickness = VScroll1_->sizeHint().width();
     const QSize picture = picture_->size();
-    QSize area = size();
-    bool hasVertical = false;
-    bool hasHorizontal = false;
-    for (int pass = 0; pass < 2; ++pass) {
-        area = size() - QSize(hasVertical ? thickness : 0, hasHorizontal ? thickness : 0);
-        hasVertical = picture.height() > area.height();
-        hasHorizontal = picture.width() > area.width();
-    }
-    area = size() - QSize(hasVertical ? thickness : 0, hasHorizontal ? thickness : 0);
+    bool hasVertical = picture.height() > height();
+    const bool hasHorizontal = picture.width() > width() - (hasVertical ? thickness : 0);
+    hasVertical = picture.height() > height() - (hasHorizontal ? thickness : 0);
+    const QSize area = size() - QSize(hasVertical ? thickness : 0, hasHorizontal ? thickness : 0);
     area_->setGeometry(0, 0, area.width(), area.height());
     HScroll1_->setVisible(hasHorizontal);
     HScroll1_->setGeometry(0, area.height(), area.width(), thickness);

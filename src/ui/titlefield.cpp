@@ -28,9 +28,10 @@ std::vector<std::string> TitleField::Lines() const {
 QSize TitleField::sizeHint() const {
     constexpr int columns = 44;
     constexpr int rows = 3;
+    const int scrollBar = fontMetrics().height(); // of a long line
     const int frame = 2 * (frameWidth() + static_cast<int>(document()->documentMargin()));
     return {columns * fontMetrics().averageCharWidth() + frame,
-            rows * fontMetrics().lineSpacing() + frame + fontMetrics().height()};
+            rows * fontMetrics().lineSpacing() + frame + scrollBar};
 }
 
 } // namespace quorvanta
