@@ -58,14 +58,14 @@ QSize ScrolledPicture::PictureSize() const {
 }
 
 void ScrolledPicture::Redraw() {
-    picture_->resize(PictureSize());
+    drawn_ = PictureSize();
     Arrange();
     picture_->update();
     updateGeometry();
 }
 
 QSize ScrolledPicture::sizeHint() const {
-    return picture_->size();
+    return drawn_;
 }
 
 QSize ScrolledPicture::minimumSizeHint() const {
@@ -77,23 +77,25 @@ QSize ScrolledPicture::minimumSizeHint() const {
 // A bar takes its room from the picture, which may then need the other bar too.
 void ScrolledPicture::Arrange() {
     const int thickness = VScroll1_->sizeHint().width();
-    const QSize picture = picture_->size();
-    bool hasVertical = picture.height() > height();
-    const bool hasHorizontal = picture.width() > width() - (hasVertical ? thickness : 0);
-    hasVertical = picture.height() > height() - (hasHorizontal ? thickness : 0);
+    bool hasVertical = drawn_.height() > height();
+    const bool hasHorizontal = drawn_.width() > width() - (hasVertical ? thickness : 0);
+    hasVertical = drawn_.height() > height() - (hasHorizontal ? thickness : 0);
     const QSize area = size() - QSize(hasVertical ? thickness : 0, hasHorizontal ? thickness : 0);
     area_->setGeometry(0, 0, area.width(), area.height());
+    picture_->resize(drawn_.expandedTo(area));
     HScroll1_->setVisible(hasHorizontal);
     HScroll1_->setGeometry(0, area.height(), area.width(), thickness);
     VScroll1_->setVisible(hasVertical);
     VScroll1_->setGeometry(area.width(), 0, thickness, area.height());
-    SetBar(*HScroll1_, picture.width(), area.width(), HorizontalMargin);
-    SetBar(*VScroll1_, picture.height(), area.height(), 0);
+    SetBar(*HScroll1_, drawn_.width(), area.width(), HorizontalMargin);
+    SetBar(*VScroll1_, drawn_.height(), area.height(), 0);
     Scroll();
 }
 
 void ScrolledPicture::Scroll() {
     picture_->move(-HScroll1_->value(), -VScroll1_->value());
+    if (picture_->hasFocus())
+        picture_->update(); // the frame of the focus stays in its place
 }
 
 void ScrolledPicture::PaintPicture() {
@@ -107,7 +109,7 @@ void ScrolledPicture::PaintPicture() {
     if (picture_->hasFocus()) {
         painter.setRenderHint(QPainter::Antialiasing, false);
         painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
-        painter.drawRect(picture_->rect().adjusted(0, 0, -1, -1));
+        painter.drawRect(area_->rect().translated(-picture_->pos()).adjusted(0, 0, -1, -1));
     }
 }
 

@@ -47,8 +47,9 @@ class ScrolledPicture : public QWidget {
     bool ScrollByKey(int key);
 
     Drawer draw_;
+    QSize drawn_; // what the drawing takes up
     QWidget* area_;
-    QWidget* picture_;
+    QWidget* picture_; // the drawing, and at least all of the area
     QScrollBar* HScroll1_;
     QScrollBar* VScroll1_;
 };
