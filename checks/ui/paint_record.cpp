@@ -21,6 +21,7 @@ class RecordingEngine : public QPaintEngine {
     bool end() override { return true; }
     Type type() const override { return User; }
     void updateState(const QPaintEngineState& /*state*/) override {}
+    void drawPath(const QPainterPath& /*path*/) override {}
     void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/,
                     const QRectF& /*from*/) override {}
 
@@ -70,8 +71,12 @@ class RecordingDevice : public QPaintDevice {
         case PdmDpiY:
         case PdmPhysicalDpiY:
             return widget_.logicalDpiY();
-        default:
-            return QPaintDevice::metric(which);
+        case PdmDevicePixelRatio:
+            return 1;
+        case PdmDevicePixelRatioScaled:
+            return static_cast<int>(devicePixelRatioFScale());
+        default: // colours and millimetres, which nothing here is measured in
+            return 0;
         }
     }
 
