@@ -142,11 +142,13 @@ TEST_F(Outputs, SavesAGraphAsABitmap) {
     EXPECT_EQ(platform.FormsAsked, std::vector<OutputAction>{OutputAction::Save});
 }
 
-TEST_F(Outputs, AnOutputThatCantBeWrittenIsTold) {
+TEST_F(Outputs, AnOutputThatCantBeWrittenEndsLikeACancel) {
     OpenWithResult(TableWindow);
     platform.FileNames.push_back(folder.Path("no/t.rtf"));
     FileCommand(FileSaveOutput);
-    EXPECT_EQ(platform.Texts(),
+    EXPECT_TRUE(platform.Messages.empty());
+    EXPECT_EQ(Cancelled, False);
+    EXPECT_EQ(platform.Statuses,
               std::vector<std::string>{"The Output Can't Be Saved. The File " +
                                        folder.Path("no/t.rtf") + " Can't Be Written."});
 }

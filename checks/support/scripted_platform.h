@@ -36,6 +36,7 @@ class ScriptedPlatform : public Platform {
     std::string BitmapBytes = "BM";    // what Bitmap answers
     std::vector<std::string> Children; // captions of the windows opened
     std::set<FloatingWindow> Shown;
+    std::vector<std::string> Statuses; // lines of the status line
     int Beeps = 0;
     int Refreshes = 0;
     int Yields = 0;
@@ -65,6 +66,7 @@ class ScriptedPlatform : public Platform {
         return answer;
     }
     void Beep() override { ++Beeps; }
+    void ShowStatus(const std::string& text) override { Statuses.push_back(text); }
     void DoEvents() override {
         ++Yields;
         if (OnDoEvents)

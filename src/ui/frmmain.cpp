@@ -33,6 +33,7 @@
 #include <QMimeData>
 #include <QScreen>
 #include <QStatusBar>
+#include <QTimer>
 #include <QUrl>
 
 #include <algorithm>
@@ -121,6 +122,9 @@ void frmMain::MakeMenus() {
         menu->menuAction()->setObjectName(EntryName(item));
         FillMenu(*menu, item.Children);
     }
+    // Their keys work in the window of the statement too, which has no menu.
+    for (const i16 index : outputEntries)
+        frmSummary_->addAction(mnuFile_.at(index));
     mnuOutput_ = new QMenu(this);
     mnuOutput_->setObjectName(EntryName(OutputMenu()));
     FillMenu(*mnuOutput_, OutputMenu().Children);
@@ -187,21 +191,29 @@ void frmMain::MakeWindowMenu() {
     mnuWindow_ = menuBar()->addMenu(tr("&Window"));
     mnuWindow_->setObjectName("mnuWindowHead");
     connect(mnuWindow_, &QMenu::aboutToShow, this, &frmMain::FillWindowMenu);
+    MakeWindowAction(tr("&Cascade"), &QMdiArea::cascadeSubWindows);
+    MakeWindowAction(tr("&Tile"), &QMdiArea::tileSubWindows);
+    MakeWindowAction(tr("Ne&xt"), &QMdiArea::activateNextSubWindow);
+    // The area itself knows the key of the desktop, which is another one on most.
+    MakeWindowAction(tr("C&lose"), &QMdiArea::closeActiveSubWindow)
+        ->setShortcut(Qt::CTRL | Qt::Key_F4);
+    mnuWindow_->addSeparator();
+}
+
+QAction* frmMain::MakeWindowAction(const QString& caption, void (QMdiArea::*slot)()) {
+    QAction* action = mnuWindow_->addAction(caption, area_, slot);
+    windowActions_.push_back(action);
+    return action;
 }
 
 void frmMain::FillWindowMenu() {
-    mnuWindow_->clear();
-    const bool any = !area_->subWindowList().isEmpty();
-    const auto add = [this, any](const QString& text, auto&& slot) {
-        mnuWindow_->addAction(text, area_, slot)->setEnabled(any);
-    };
-    add(tr("&Cascade"), &QMdiArea::cascadeSubWindows);
-    add(tr("&Tile"), &QMdiArea::tileSubWindows);
-    add(tr("Ne&xt"), &QMdiArea::activateNextSubWindow);
-    add(tr("C&lose"), &QMdiArea::closeActiveSubWindow);
-    mnuWindow_->addSeparator();
+    for (QAction* action : mnuWindow_->actions()) {
+        if (action->isCheckable())
+            delete action;
+    }
     for (QMdiSubWindow* frame : area_->subWindowList()) {
-        QAction* action = mnuWindow_->addAction(frame->windowTitle());
+        // A file's name may hold the mark of an access key.
+        QAction* action = mnuWindow_->addAction(frame->windowTitle().replace("&", "&&"));
         action->setCheckable(true);
         action->setChecked(frame == area_->activeSubWindow());
         connect(action, &QAction::triggered, frame,
@@ -267,9 +279,16 @@ void frmMain::PopUpOutputMenu(const QPoint& at) {
 void frmMain::RefreshMenus() {
     for (const auto& [index, action] : mnuGetInfo_)
         action->setEnabled(GetInfoEnabled(index));
-    mnuFile_.at(FileSaveAnalysis)->setEnabled(AnalysisNo > 0);
+    mnuFile_.at(FileSaveAnalysis)->setEnabled(HasAnalysisToSave());
     for (const i16 index : outputEntries)
         mnuFile_.at(index)->setEnabled(HasOutput());
+    for (QAction* action : windowActions_)
+        action->setEnabled(AnalysisNo > 0);
+    // What a change has made stale must not be printed beside the new values.
+    if (!GetInfoEnabled(3)) {
+        frmSummary_->hide();
+        frmOutput_->hide();
+    }
     ShowHint();
 }
 
@@ -366,6 +385,8 @@ void frmMain::RefreshChild() {
     }
     if (frmShowPar_->isVisible())
         frmShowPar_->Refresh();
+    if (frmOutput_->isVisible() && GetInfoEnabled(3))
+        frmOutput_->Refresh();
     ShowHint();
 }
 
@@ -421,8 +442,11 @@ void frmMain::ShowFloating(FloatingWindow window) {
         frmShowPar_->setFocus();
         return;
     }
-    if (window == FloatingWindow::Summary)
+    if (window == FloatingWindow::Summary) {
+        // One of the two at a time: commands and messages speak of the window in front.
+        frmOutput_->hide();
         frmSummary_->Refresh();
+    }
     if (window == FloatingWindow::Output)
         frmOutput_->Refresh();
     floating->adjustSize();
@@ -465,19 +489,42 @@ QStringList AnalysisFiles(const QMimeData& data) {
     return paths;
 }
 
+// A drop reaches the window even behind a modal one.
+bool MayOpenFiles() {
+    return Calculating == False && QApplication::activeModalWidget() == nullptr;
+}
+
+// As a copy, whatever is proposed: the source of a move would delete its file.
+void AcceptCopy(QDropEvent& event) {
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+}
+
 } // namespace
 
+void frmMain::OpenFiles(const QStringList& paths) {
+    for (const QString& path : paths) {
+        if (!MayOpenFiles())
+            return;
+        dialogs_.Remember(path);
+        ReadAnalysisFile(FromQt(path));
+    }
+}
+
 void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-    if (Calculating == False && !AnalysisFiles(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+    if (MayOpenFiles() && !AnalysisFiles(*event->mimeData()).isEmpty())
+        AcceptCopy(*event);
 }
 
 void frmMain::dropEvent(QDropEvent* event) {
-    if (Calculating != False)
+    const QStringList paths = AnalysisFiles(*event->mimeData());
+    if (!MayOpenFiles() || paths.isEmpty())
         return;
-    event->acceptProposedAction();
-    for (const QString& path : AnalysisFiles(*event->mimeData()))
-        ReadAnalysisFile(FromQt(path));
+    AcceptCopy(*event);
+    activateWindow();
+    // The program that the files come from waits for the end of the drop, and a table may take its
+    // time or ask a question.
+    QTimer::singleShot(0, this, [this, paths] { OpenFiles(paths); });
 }
 
 void frmMain::keyPressEvent(QKeyEvent* event) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "core/platform.h"
-#include "ui/filedialogs.h"
 
 #include <QElapsedTimer>
 #include <QString>
@@ -21,6 +20,7 @@ class QtPlatform : public Platform {
     Answer MsgBox(const std::string& text, Buttons buttons, Icon icon,
                   const std::string& title) override;
     void Beep() override;
+    void ShowStatus(const std::string& text) override;
     void DoEvents() override;
     f64 Timer() override;
     void ShowProgress(i32 total) override;
@@ -49,7 +49,6 @@ class QtPlatform : public Platform {
     QWidget* Front() const;
 
     frmMain& window_;
-    FileDialogs fileDialogs_;
     QElapsedTimer clock_;
     qint64 lastPump_ = 0; // of clock_, nanoseconds
 };
