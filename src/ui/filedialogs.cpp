@@ -41,35 +41,34 @@ std::optional<std::string> FileDialogs::AskOpenName(QWidget* parent, const FileD
     QFileDialog window(parent);
     window.setAcceptMode(QFileDialog::AcceptOpen);
     window.setFileMode(QFileDialog::ExistingFile);
-    const auto path = Ask(window, dialog);
+    Prepare(window, dialog);
+    const auto path = Ask(window);
     return path ? std::optional(FromQt(*path)) : std::nullopt;
 }
 
-std::optional<std::string> FileDialogs::AskSaveName(QWidget* parent, FileDialog dialog) {
-    while (true) {
-        QFileDialog window(parent);
-        window.setAcceptMode(QFileDialog::AcceptSave);
-        window.setFileMode(QFileDialog::AnyFile);
-        // The dialogs of some desktops ask about the name as typed, before it has its extension.
-        window.setOption(QFileDialog::DontConfirmOverwrite);
-        const auto typed = Ask(window, dialog);
-        if (!typed)
-            return std::nullopt;
+std::optional<std::string> FileDialogs::AskSaveName(QWidget* parent, const FileDialog& dialog) {
+    QFileDialog window(parent);
+    window.setAcceptMode(QFileDialog::AcceptSave);
+    window.setFileMode(QFileDialog::AnyFile);
+    // The dialogs of some desktops ask about the name as typed, before it has its extension.
+    window.setOption(QFileDialog::DontConfirmOverwrite);
+    Prepare(window, dialog);
+    while (const auto typed = Ask(window)) {
         const QString path = WithExtension(*typed, ToQt(dialog.DefaultExtension));
         const Answer answer = QFileInfo(path).isFile() ? AskToReplace(path) : Answer::Yes;
         if (answer == Answer::Yes)
             return FromQt(path);
         if (answer == Answer::Cancel)
-            return std::nullopt;
-        dialog.FileName = FromQt(QFileInfo(path).fileName());
+            break;
     }
+    return std::nullopt;
 }
 
 void FileDialogs::Remember(const QString& path) {
     folder_ = QFileInfo(path).absolutePath();
 }
 
-std::optional<QString> FileDialogs::Ask(QFileDialog& window, const FileDialog& dialog) {
+void FileDialogs::Prepare(QFileDialog& window, const FileDialog& dialog) {
     if (folder_.isEmpty())
         folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     window.setObjectName("frmCmdialog");
@@ -81,6 +80,9 @@ std::optional<QString> FileDialogs::Ask(QFileDialog& window, const FileDialog& d
     window.setDirectory(QDir(folder_).exists() ? folder_ : QDir::homePath());
     if (!dialog.FileName.empty())
         window.selectFile(ToQt(dialog.FileName));
+}
+
+std::optional<QString> FileDialogs::Ask(QFileDialog& window) {
     if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty())
         return std::nullopt;
     const QString path = window.selectedFiles().front();

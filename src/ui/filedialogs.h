@@ -19,13 +19,14 @@ class FileDialogs {
     // file is the one to start with, as long as the program runs.
     std::optional<std::string> AskOpenName(QWidget* parent, const FileDialog& dialog);
     // Asks before a file is overwritten.
-    std::optional<std::string> AskSaveName(QWidget* parent, FileDialog dialog);
+    std::optional<std::string> AskSaveName(QWidget* parent, const FileDialog& dialog);
 
     // The user has used this file in another way: the next dialog starts with its folder.
     void Remember(const QString& path);
 
   private:
-    std::optional<QString> Ask(QFileDialog& window, const FileDialog& dialog);
+    void Prepare(QFileDialog& window, const FileDialog& dialog);
+    std::optional<QString> Ask(QFileDialog& window);
 
     QString folder_;
 };

@@ -194,9 +194,12 @@ void frmMain::MakeWindowMenu() {
     MakeWindowAction(tr("&Cascade"), &QMdiArea::cascadeSubWindows);
     MakeWindowAction(tr("&Tile"), &QMdiArea::tileSubWindows);
     MakeWindowAction(tr("Ne&xt"), &QMdiArea::activateNextSubWindow);
-    // The area itself knows the key of the desktop, which is another one on most.
-    MakeWindowAction(tr("C&lose"), &QMdiArea::closeActiveSubWindow)
-        ->setShortcut(Qt::CTRL | Qt::Key_F4);
+    // The key of child windows, and that of the desktop, which may be the same.
+    QList<QKeySequence> keys = QKeySequence::keyBindings(QKeySequence::Close);
+    const QKeySequence childKey(Qt::CTRL | Qt::Key_F4);
+    if (!keys.contains(childKey))
+        keys.prepend(childKey);
+    MakeWindowAction(tr("C&lose"), &QMdiArea::closeActiveSubWindow)->setShortcuts(keys);
     mnuWindow_->addSeparator();
 }
 
@@ -351,6 +354,9 @@ void frmMain::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo, const QStr
     child->setWindowTitle(caption);
     QMdiSubWindow* frame = area_->addSubWindow(child);
     frame->setAttribute(Qt::WA_DeleteOnClose);
+    // The menu of windows has the keys; a key that two have does nothing.
+    for (QAction* action : frame->systemMenu()->actions())
+        action->setShortcuts(QList<QKeySequence>());
     child->FitToContent();
     frame->move(CascadePlace(frame->size()));
     frame->show();
@@ -455,6 +461,19 @@ void frmMain::ShowFloating(FloatingWindow window) {
     floating->raise();
     floating->activateWindow();
     ShowHint();
+}
+
+void frmMain::HideFloating(FloatingWindow window) {
+    QWidget* floating = Floating(window);
+    if (floating == nullptr || !floating->isVisible())
+        return;
+    // The focus goes to the child in front; left to itself it would go to any other, and bring it
+    // to the front.
+    const QMdiSubWindow* front = area_->activeSubWindow();
+    if (front != nullptr && floating->isAncestorOf(focusWidget()))
+        front->widget()->setFocus();
+    floating->hide();
+    activateWindow();
 }
 
 void frmMain::StartRun(i32 total) {

@@ -47,6 +47,7 @@ class frmMain : public QMainWindow {
     // The free-standing windows that exist; nothing for one that does not.
     QWidget* Floating(FloatingWindow window) const;
     void ShowFloating(FloatingWindow window);
+    void HideFloating(FloatingWindow window);
 
     frmProgress& Progress() { return *frmProgress_; }
     FileDialogs& Dialogs() { return dialogs_; }

@@ -19,7 +19,7 @@ frmSummary::frmSummary(QWidget* parent) : QDialog(parent), txtSummary_(new QText
     setWindowTitle("Summary");
     txtSummary_->setObjectName("txtSummary");
     txtSummary_->setAccessibleName("Summary");
-    txtSummary_->setReadOnly(true);
+    txtSummary_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     txtSummary_->setTabChangesFocus(true);
     txtSummary_->installEventFilter(this);
     auto* cmdEdit = new QPushButton("&Edit", this);
@@ -57,13 +57,12 @@ void frmSummary::cmdEdit_Click() {
         Refresh();
 }
 
-// The key that copies a selection copies the whole statement, as the File menu does, when nothing
-// is selected.
+// The key of the File menu copies the whole statement; while some of it is selected it belongs to
+// the selection.
 bool frmSummary::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride &&
-        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy) &&
-        !txtSummary_->textCursor().hasSelection()) {
-        event->ignore();
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        event->setAccepted(txtSummary_->textCursor().hasSelection());
         return true;
     }
     return QDialog::eventFilter(watched, event);

@@ -183,11 +183,7 @@ void QtPlatform::Show(FloatingWindow window) {
 }
 
 void QtPlatform::Hide(FloatingWindow window) {
-    QWidget* floating = window_.Floating(window);
-    if (floating == nullptr || !floating->isVisible())
-        return;
-    floating->hide();
-    window_.activateWindow();
+    window_.HideFloating(window);
 }
 
 bool QtPlatform::IsShown(FloatingWindow window) {
