@@ -159,7 +159,7 @@ TEST_F(Outputs, PrintingATextShowsItFirst) {
     EXPECT_TRUE(platform.Shown.count(FloatingWindow::Output));
     EXPECT_TRUE(platform.Printed.empty());
     OutputResult(OutputAction::Print);
-    ASSERT_EQ(platform.Printed.size(), 1U);
+    ASSERT_EQ(platform.PrintedForms, std::vector<OutputForm>{OutputForm::Text});
     RecordingSurface page(7, 10);
     page.Pages = true;
     platform.Printed[0](page);
@@ -173,8 +173,8 @@ TEST_F(Outputs, PrintingAGraph) {
     OpenWithResult(GraphWindow);
     platform.OutputForms = {OutputForm::Picture, OutputForm::Text};
     FileCommand(FilePrintOutput);
-    ASSERT_EQ(platform.Printed.size(), 1U);
-    RecordingSurface page(7, 10);
+    ASSERT_EQ(platform.PrintedForms, std::vector<OutputForm>{OutputForm::Picture});
+    RecordingSurface page(10, 7);
     page.Printer = true;
     platform.Printed[0](page);
     EXPECT_GT(page.Lines.size(), 5U);

@@ -32,6 +32,7 @@ class ScriptedPlatform : public Platform {
     std::string PlainClipboard;
     std::string RtfClipboard;
     std::vector<Drawing> Printed;
+    std::vector<OutputForm> PrintedForms;
     std::vector<Drawing> CopiedPictures;
     std::string BitmapBytes = "BM";    // what Bitmap answers
     std::vector<std::string> Children; // captions of the windows opened
@@ -109,7 +110,10 @@ class ScriptedPlatform : public Platform {
         RtfClipboard = rtf;
     }
     void CopyPicture(const Drawing& drawing) override { CopiedPictures.push_back(drawing); }
-    void Print(const Drawing& drawing) override { Printed.push_back(drawing); }
+    void Print(OutputForm form, const Drawing& drawing) override {
+        PrintedForms.push_back(form);
+        Printed.push_back(drawing);
+    }
     std::string Bitmap(const Drawing& /*drawing*/) override { return BitmapBytes; }
     void OpenChild(i16 /*windowKind*/, i16 /*windowNo*/, i16 /*analysisNo*/,
                    const std::string& caption) override {

@@ -500,18 +500,21 @@ TEST_F(GraphOutput, IsSavedAsAText) {
 class Printing : public OutputWindow {
   protected:
     // The pages that the preview shows before it is closed by Esc.
-    static int PagesOf(const QString& title, const std::function<void()>& print) {
+    int PagesOf(const QString& title, const std::function<void()>& print) {
         int pages = 0;
         hands::WhenModal("printPreview", [&](QWidget& preview) {
             EXPECT_EQ(preview.windowTitle(), title);
             auto* shown = preview.findChild<QPrintPreviewWidget*>();
             EXPECT_TRUE(QTest::qWaitFor([shown] { return shown->pageCount() > 0; }));
             pages = shown->pageCount();
+            orientation_ = shown->orientation();
             QTest::keyClick(&preview, Qt::Key_Escape);
         });
         print();
         return pages;
     }
+
+    QPageLayout::Orientation orientation_ = QPageLayout::Portrait;
 };
 
 TEST_F(Printing, ShowsThePagesOfATextFirst) {
@@ -540,6 +543,7 @@ TEST_F(Printing, BreaksALongTableIntoPages) {
     const int pages = PagesOf("Table 1", [this] { hands::Click(Output(), "cmdPrintOutput"); });
     EXPECT_GE(pages, 3);
     EXPECT_LE(pages, 4);
+    EXPECT_EQ(orientation_, QPageLayout::Portrait);
 }
 
 TEST_F(Printing, PrintsAGraphAsAPicture) {
@@ -547,6 +551,7 @@ TEST_F(Printing, PrintsAGraphAsAPicture) {
     const Everything before = Now();
     hands::WhenModal("frmGraphOrText", [](QWidget& question) { hands::Click(question, "cmdOK"); });
     EXPECT_EQ(PagesOf("Graph 1", [this] { Trigger("mnuFile(9)"); }), 1);
+    EXPECT_EQ(orientation_, QPageLayout::Landscape);
     EXPECT_TRUE(Now() == before);
 }
 

@@ -78,10 +78,11 @@ class Platform {
     // Asks whether a graph goes out as a picture or as a text; nothing when the user cancels.
     virtual std::optional<OutputForm> AskOutputForm(OutputAction action) = 0;
 
-    // Outputs. A text goes to the clipboard as plain text and as RTF; printing shows a preview.
+    // Outputs. A text goes to the clipboard as plain text and as RTF. Printing shows a preview; a
+    // picture starts on a page that is wider than high.
     virtual void CopyText(const std::string& plain, const std::string& rtf) = 0;
     virtual void CopyPicture(const Drawing& drawing) = 0;
-    virtual void Print(const Drawing& drawing) = 0;
+    virtual void Print(OutputForm form, const Drawing& drawing) = 0;
     // The drawing as the bytes of a bitmap file.
     virtual std::string Bitmap(const Drawing& drawing) = 0;
 

@@ -149,8 +149,8 @@ void QtPlatform::CopyPicture(const Drawing& drawing) {
     QApplication::clipboard()->setImage(PictureOf(drawing, window_.PictureInches()));
 }
 
-void QtPlatform::Print(const Drawing& drawing) {
-    PrintWithPreview(Front(), ToQt(AnalysisFileName), drawing);
+void QtPlatform::Print(OutputForm form, const Drawing& drawing) {
+    PrintWithPreview(Front(), ToQt(AnalysisFileName), form, drawing);
 }
 
 std::string QtPlatform::Bitmap(const Drawing& drawing) {

@@ -32,7 +32,7 @@ class QtPlatform : public Platform {
     std::optional<OutputForm> AskOutputForm(OutputAction action) override;
     void CopyText(const std::string& plain, const std::string& rtf) override;
     void CopyPicture(const Drawing& drawing) override;
-    void Print(const Drawing& drawing) override;
+    void Print(OutputForm form, const Drawing& drawing) override;
     std::string Bitmap(const Drawing& drawing) override;
     void OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,
                    const std::string& caption) override;
