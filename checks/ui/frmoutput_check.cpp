@@ -102,22 +102,11 @@ TEST_F(OutputWindow, ClosesByItsButtonAndByEsc) {
 }
 
 TEST_F(OutputWindow, ClosesWhenItsResultIsStale) {
+    ExpectClosesWhenStale("frmOutput", "mnuFile(9)");
+}
+
+TEST_F(OutputWindow, ClosesWhenANewWindowOpens) {
     OpenTTest();
-    ShowOutput();
-    Type(PlaceOf("&Standard Deviation"), "2");
-    EXPECT_FALSE(IsOpen("frmOutput"));
-
-    Press(PlaceOf("&Power"));
-    ShowOutput();
-    Press(PlaceOf("Sample Size &1"));
-    EXPECT_FALSE(IsOpen("frmOutput"));
-
-    OpenRun(TableWindow);
-    ShowOutput();
-    QWidget& parameters = *Window().Floating(FloatingWindow::Parameters);
-    hands::TypeInto(parameters, "txtXminValue", "0.1");
-    EXPECT_FALSE(IsOpen("frmOutput"));
-    hands::Click(parameters, "cmdOK");
     ShowOutput();
     Trigger("mnuFile(0)");
     EXPECT_FALSE(IsOpen("frmOutput")) << "a new window has no result";

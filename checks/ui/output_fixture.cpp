@@ -38,6 +38,24 @@ bool OutputCheck::IsOpen(const QString& name) const {
     return false;
 }
 
+void OutputCheck::ExpectClosesWhenStale(const QString& window, const QString& entry) {
+    OpenTTest();
+    Trigger(entry);
+    EXPECT_TRUE(IsOpen(window));
+    Type(PlaceOf("&Standard Deviation"), "2");
+    EXPECT_FALSE(IsOpen(window));
+    Press(PlaceOf("&Power"));
+    Trigger(entry);
+    EXPECT_TRUE(IsOpen(window));
+    Press(PlaceOf("Sample Size &1"));
+    EXPECT_FALSE(IsOpen(window));
+    OpenRun(TableWindow);
+    Trigger(entry);
+    EXPECT_TRUE(IsOpen(window));
+    hands::TypeInto(*Window().Floating(FloatingWindow::Parameters), "txtXminValue", "0.1");
+    EXPECT_FALSE(IsOpen(window));
+}
+
 void OutputCheck::PressCtrlKey(QWidget& window, Qt::Key key) {
     window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));

@@ -18,6 +18,10 @@ class OutputCheck : public WindowCheck {
     QWidget& Top(const QString& name);
     bool IsOpen(const QString& name) const;
 
+    // The window that this entry opens goes away by whatever makes its result stale: a typed value,
+    // a new result, an axis of a table.
+    void ExpectClosesWhenStale(const QString& window, const QString& entry);
+
     // Types the access key of one of the window's controls.
     static void PressAltKey(QWidget& window, Qt::Key key);
 
