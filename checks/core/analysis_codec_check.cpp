@@ -268,5 +268,75 @@ TEST(AnalysisCodec, CountsTheBytesOfTheFile) {
     EXPECT_EQ(DecodeAnalysis(*EncodeAnalysis(record)), record);
 }
 
+// --- Texts beyond the code page ---------------------------------------------------------------
+
+// The bytes of the record whose first text is "? ? 5 %" and whose title is "?", with what stands
+// after its last field.
+std::string WithTail(const std::string& tail) {
+    AnalysisRecord record;
+    record.AnalysisFileName = "? ? 5 %";
+    record.OutTitle(0) = "?";
+    constexpr std::size_t fields = 4350 + 500 + 8;
+    return EncodeAnalysis(record)->substr(0, fields) + tail;
+}
+
+// Field 0 is the first of the 250 texts; the titles begin with number 21 after four names, four
+// texts of the axes and thirteen values.
+std::string HandMadeTail() {
+    Bytes tail;
+    tail.I16(2);
+    tail.I16(0).Text("α ≤ 5 %");
+    tail.I16(21).Text("試");
+    return "UTF8" + tail.All();
+}
+
+TEST(AnalysisCodec, TextsBeyondTheCodePageStandAfterTheFieldsToo) {
+    AnalysisRecord record;
+    record.AnalysisFileName = "α ≤ 5 %";
+    record.OutTitle(0) = "試";
+    const std::string expected = WithTail(HandMadeTail());
+    const std::string file = EncodeAnalysis(record).value();
+    EXPECT_EQ(file.substr(0, expected.size()), expected);
+    EXPECT_EQ(file.size(), 6350U);
+    EXPECT_EQ(DecodeAnalysis(file), record);
+    // 8 bytes in the fields; the mark, a count, and twice the number, the length and the bytes.
+    EXPECT_EQ(TextBytes(record), 8U + 4 + 2 + (4 + 10) + (4 + 3));
+}
+
+TEST(AnalysisCodec, TextsBeyondTheCodePageTakeTheirShareOfTheRoom) {
+    AnalysisRecord record;
+    record.OutTitle(0) = std::string(1500 - 1 - 6 - 4 - 2, 't') + "α";
+    EXPECT_EQ(TextBytes(record), 1500U - 13 + 1 + 6 + 4 + (1500 - 13) + 2);
+    EXPECT_FALSE(EncodeAnalysis(record).has_value());
+    record.OutTitle(0) = std::string(700, 't') + "α";
+    ASSERT_TRUE(EncodeAnalysis(record).has_value());
+    EXPECT_EQ(DecodeAnalysis(*EncodeAnalysis(record)), record);
+}
+
+// Anything else that stands there has no meaning, be it nearly the same.
+TEST(AnalysisCodec, WhatOtherProgramsLeaveAfterTheFieldsChangesNothing) {
+    const auto plain = DecodeAnalysis(WithTail(""));
+    ASSERT_TRUE(plain.has_value());
+    const std::string tail = HandMadeTail();
+    for (std::size_t size = 0; size < tail.size(); ++size)
+        EXPECT_EQ(DecodeAnalysis(WithTail(tail.substr(0, size))), plain) << size;
+    EXPECT_EQ(DecodeAnalysis(WithTail("utf8" + tail.substr(4))), plain);
+    const auto one = [](int number, const std::string& text) {
+        return WithTail("UTF8" + Bytes().I16(1).I16(number).Text(text).All());
+    };
+    EXPECT_EQ(DecodeAnalysis(one(0, "α ≤ 6 %")), plain) << "of another text";
+    EXPECT_EQ(DecodeAnalysis(one(1, "α ≤ 5 %")), plain) << "of another field";
+    EXPECT_EQ(DecodeAnalysis(one(250, "α ≤ 5 %")), plain);
+    EXPECT_EQ(DecodeAnalysis(one(-1, "α ≤ 5 %")), plain);
+    EXPECT_EQ(DecodeAnalysis(one(21, "\xFF")), plain) << "no text";
+}
+
+TEST(AnalysisCodec, BytesThatAreNoTextAreWrittenAsQuestionMarksOnly) {
+    AnalysisRecord record;
+    record.OutTitle(0) = "a\xFFz";
+    EXPECT_EQ(TextBytes(record), 3U);
+    EXPECT_EQ(DecodeAnalysis(*EncodeAnalysis(record))->OutTitle(0), "a?z");
+}
+
 } // namespace
 } // namespace quorvanta

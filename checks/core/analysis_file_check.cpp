@@ -3,9 +3,11 @@
 #include "core/save_file.h"
 #include "core/showpar.h"
 #include "support/analysis_fixture.h"
+#include "support/refusals.h"
 #include "support/temporary_folder.h"
 
 #include <cmath>
+#include <filesystem>
 #include <functional>
 #include <limits>
 #include <sys/stat.h>
@@ -171,21 +173,56 @@ TEST_F(Files, AnAnalysisWithTooMuchTextIsNotSavedAndTheUserIsTold) {
     EXPECT_EQ(LoadFile(path, fileBytes), full);
 }
 
-TEST_F(Files, AFailedSaveLeavesTheOldFileAndTheUserIsTold) {
+// A failed save ends as a Cancel does, without a message; the status line says why.
+TEST_F(Files, AFailedSaveLeavesEverythingAsItWas) {
     OpenInWindow(CalculationWindow, unpaired);
-    const std::string path = SaveTo("missing/a.dim");
-    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"The Analysis Can't Be Saved. The File " +
-                                                         path + " Can't Be Written."});
-    EXPECT_EQ(AnalysisState(1).Changed, True);
-    EXPECT_EQ(AnalysisFileName, "Calculation 1");
+    const std::string path = SaveTo("a.dim");
+    const auto saved = LoadFile(path, fileBytes);
+    const std::filesystem::path place(folder.Path(""));
+    Type(alpha, "0.01");
+    const auto expectFailed = [&](const std::string& name) {
+        SCOPED_TRACE(name);
+        platform.Statuses.clear();
+        SaveTo(name);
+        EXPECT_EQ(platform.Statuses,
+                  std::vector<std::string>{"The Analysis Can't Be Saved. The File " +
+                                           folder.Path(name) + " Can't Be Written."});
+        EXPECT_TRUE(platform.Messages.empty());
+        EXPECT_EQ(AnalysisState(1).Changed, True);
+        EXPECT_EQ(Analysis(1).AnalysisFileName, "a.dim");
+        EXPECT_EQ(Cancelled, False);
+    };
+    expectFailed("missing/a.dim");
+    {
+        const FileSizeLimit fullDisk(1000);
+        expectFailed("a.dim");
+        expectFailed("new.dim");
+    }
+    std::filesystem::permissions(path, std::filesystem::perms::all);
+    std::filesystem::permissions(place, static_cast<std::filesystem::perms>(0555));
+    {
+        const OrdinaryUser readOnlyFolder;
+        expectFailed("a.dim");
+        expectFailed("new.dim");
+    }
+    std::filesystem::permissions(place, std::filesystem::perms::all);
+    EXPECT_EQ(LoadFile(path, fileBytes), saved);
+    EXPECT_EQ(folder.Names(), std::vector<std::string>{"a.dim"});
+    std::filesystem::remove_all(place); // the folder has vanished
+    expectFailed("a.dim");
 }
 
-TEST_F(Files, AFailedOutputIsTold) {
+TEST_F(Files, AFailedOutputLeavesTheOldFile) {
     EXPECT_FALSE(WriteTextFile(folder.Path("missing/a.rtf"), "x"));
-    EXPECT_EQ(platform.Texts(),
+    EXPECT_EQ(platform.Statuses,
               std::vector<std::string>{"The Output Can't Be Saved. The File " +
                                        folder.Path("missing/a.rtf") + " Can't Be Written."});
+    EXPECT_TRUE(platform.Messages.empty());
     EXPECT_TRUE(WriteTextFile(folder.Path("a.rtf"), "{\\rtf0 x}"));
+    {
+        const FileSizeLimit fullDisk(10);
+        EXPECT_FALSE(WriteTextFile(folder.Path("a.rtf"), std::string(1000, 'y')));
+    }
     EXPECT_EQ(LoadFile(folder.Path("a.rtf"), fileBytes), "{\\rtf0 x}");
 }
 
@@ -250,12 +287,28 @@ TEST_F(Files, ACalculationComesBackFieldByField) {
     EXPECT_EQ(OutTitle.HighBound(), 2);
 }
 
-TEST_F(Files, WhatTheCodePageLacksComesBackAsAQuestionMark) {
+TEST_F(Files, WhatTheCodePageLacksComesBackToo) {
     OpenInWindow(CalculationWindow, unpaired);
     OutTitle(0) = "α ≤ 5 %";
+    OutFontName = "明朝";
     const std::string path = SaveTo("a.dim");
     Open(path);
-    EXPECT_EQ(OutTitle(0), "? ? 5 %");
+    EXPECT_EQ(OutTitle(0), "α ≤ 5 %");
+    EXPECT_EQ(OutFontName, "明朝");
+}
+
+TEST_F(Files, NameProposedIsTheCaptionUpToDim) {
+    OpenInWindow(CalculationWindow, unpaired);
+    const auto proposed = [this](const std::string& caption) {
+        AnalysisFileName = caption;
+        AskFileName("dim");
+        return platform.FileDialogs.back().FileName;
+    };
+    EXPECT_EQ(proposed("Calculation 1"), "Calculation1");
+    EXPECT_EQ(proposed("My plan.dim"), "Myplan");
+    EXPECT_EQ(proposed("Phase 2.5.DIM"), "Phase2.5");
+    EXPECT_EQ(proposed("Phase 2.5"), "Phase2.5");
+    EXPECT_EQ(proposed(".dim"), ".dim");
 }
 
 // The value's text is in the file: nothing is calculated, as the altered text shows.
@@ -370,6 +423,21 @@ TEST_F(Files, AGraphThatWasNeverDrawnOpensWithItsTitles) {
     EXPECT_EQ(OutXAxis(1), "Auto");
 }
 
+// Texts that the user has emptied stay so: the limits tell that the graph was drawn.
+TEST_F(Files, EmptiedTitlesStayEmpty) {
+    OpenRun(GraphWindow);
+    OutTitle(0).clear();
+    OutXAxis(0).clear();
+    OutYAxis(0).clear();
+    OutZLabel.clear();
+    Open(SaveTo("a.dim"));
+    EXPECT_EQ(Calculated, True);
+    EXPECT_EQ(OutTitle(0), "");
+    EXPECT_EQ(OutXAxis(0), "");
+    EXPECT_EQ(OutYAxis(0), "");
+    EXPECT_EQ(OutZLabel, "");
+}
+
 TEST_F(Files, ATableWhoseRunFailsOpensWithoutAResult) {
     OpenRun(TableWindow);
     AnalysisRecord record = RecordIn(SaveTo("a.dim"));
@@ -482,6 +550,15 @@ class BadFiles : public Files {
     AnalysisRecord before;
 };
 
+TEST_F(BadFiles, NothingOpensDuringARun) {
+    const std::string path = WriteRecord(good);
+    Calculating = True;
+    EXPECT_FALSE(ReadAnalysisFile(path));
+    Calculating = False;
+    EXPECT_EQ(Analysis(1), before);
+    EXPECT_EQ(Analysis.HighBound(), 1);
+}
+
 TEST_F(BadFiles, AFileOfZerosOpensNothing) {
     folder.Write("zeros.dim", std::string(fileBytes, '\0'));
     ExpectRefused(folder.Path("zeros.dim"), "zeros");
@@ -496,6 +573,16 @@ TEST_F(BadFiles, WhatIsNoFileOpensNothing) {
     ExpectRefused(folder.Path("text.dim"), "text");
     folder.Write("ones.dim", std::string(100000, '\xFF'));
     ExpectRefused(folder.Path("ones.dim"), "ones");
+    std::filesystem::create_directory(folder.Path("folder.dim"));
+    ExpectRefused(folder.Path("folder.dim"), "a folder with the name of a file");
+    ASSERT_EQ(::mkfifo(folder.Path("pipe.dim").c_str(), 0666), 0);
+    ExpectRefused(folder.Path("pipe.dim"), "a pipe that nobody writes");
+    ExpectRefused("/dev/zero", "a device");
+    folder.Write("secret.dim", EncodeAnalysis(good).value());
+    std::filesystem::permissions(folder.Path("secret.dim"), std::filesystem::perms::none);
+    std::filesystem::permissions(folder.Path(""), std::filesystem::perms::all);
+    const OrdinaryUser user;
+    ExpectRefused(folder.Path("secret.dim"), "unreadable");
 }
 
 TEST_F(BadFiles, TheGoodOneOpens) {

@@ -43,6 +43,15 @@ TEST(CodePage, EveryByteComesBack) {
     EXPECT_EQ(utf8.substr(0x80, 3), "€");
 }
 
+TEST(CodePage, CharactersAreTakenOneByOne) {
+    std::string_view text = "a\u00DF\u20AC\U0001F600\x80z";
+    for (const auto& expected :
+         {std::optional(U'a'), std::optional(U'\u00DF'), std::optional(U'\u20AC'),
+          std::optional(U'\U0001F600'), std::optional<char32_t>(), std::optional(U'z')})
+        EXPECT_EQ(TakeCharacter(text), expected);
+    EXPECT_TRUE(text.empty());
+}
+
 TEST(CodePage, LengthOfCharacters) {
     const std::string text = "aß€😀";
     EXPECT_EQ(CharacterLength(text, 0), 1U);

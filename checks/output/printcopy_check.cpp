@@ -142,11 +142,13 @@ TEST_F(Outputs, SavesAGraphAsABitmap) {
     EXPECT_EQ(platform.FormsAsked, std::vector<OutputAction>{OutputAction::Save});
 }
 
-TEST_F(Outputs, AnOutputThatCantBeWrittenIsTold) {
+TEST_F(Outputs, AnOutputThatCantBeWrittenEndsLikeACancel) {
     OpenWithResult(TableWindow);
     platform.FileNames.push_back(folder.Path("no/t.rtf"));
     FileCommand(FileSaveOutput);
-    EXPECT_EQ(platform.Texts(),
+    EXPECT_TRUE(platform.Messages.empty());
+    EXPECT_EQ(Cancelled, False);
+    EXPECT_EQ(platform.Statuses,
               std::vector<std::string>{"The Output Can't Be Saved. The File " +
                                        folder.Path("no/t.rtf") + " Can't Be Written."});
 }
@@ -157,7 +159,7 @@ TEST_F(Outputs, PrintingATextShowsItFirst) {
     EXPECT_TRUE(platform.Shown.count(FloatingWindow::Output));
     EXPECT_TRUE(platform.Printed.empty());
     OutputResult(OutputAction::Print);
-    ASSERT_EQ(platform.Printed.size(), 1U);
+    ASSERT_EQ(platform.PrintedForms, std::vector<OutputForm>{OutputForm::Text});
     RecordingSurface page(7, 10);
     page.Pages = true;
     platform.Printed[0](page);
@@ -171,8 +173,8 @@ TEST_F(Outputs, PrintingAGraph) {
     OpenWithResult(GraphWindow);
     platform.OutputForms = {OutputForm::Picture, OutputForm::Text};
     FileCommand(FilePrintOutput);
-    ASSERT_EQ(platform.Printed.size(), 1U);
-    RecordingSurface page(7, 10);
+    ASSERT_EQ(platform.PrintedForms, std::vector<OutputForm>{OutputForm::Picture});
+    RecordingSurface page(10, 7);
     page.Printer = true;
     platform.Printed[0](page);
     EXPECT_GT(page.Lines.size(), 5U);

@@ -32,10 +32,12 @@ class ScriptedPlatform : public Platform {
     std::string PlainClipboard;
     std::string RtfClipboard;
     std::vector<Drawing> Printed;
+    std::vector<OutputForm> PrintedForms;
     std::vector<Drawing> CopiedPictures;
     std::string BitmapBytes = "BM";    // what Bitmap answers
     std::vector<std::string> Children; // captions of the windows opened
     std::set<FloatingWindow> Shown;
+    std::vector<std::string> Statuses; // lines of the status line
     int Beeps = 0;
     int Refreshes = 0;
     int Yields = 0;
@@ -65,6 +67,7 @@ class ScriptedPlatform : public Platform {
         return answer;
     }
     void Beep() override { ++Beeps; }
+    void ShowStatus(const std::string& text) override { Statuses.push_back(text); }
     void DoEvents() override {
         ++Yields;
         if (OnDoEvents)
@@ -107,7 +110,10 @@ class ScriptedPlatform : public Platform {
         RtfClipboard = rtf;
     }
     void CopyPicture(const Drawing& drawing) override { CopiedPictures.push_back(drawing); }
-    void Print(const Drawing& drawing) override { Printed.push_back(drawing); }
+    void Print(OutputForm form, const Drawing& drawing) override {
+        PrintedForms.push_back(form);
+        Printed.push_back(drawing);
+    }
     std::string Bitmap(const Drawing& /*drawing*/) override { return BitmapBytes; }
     void OpenChild(i16 /*windowKind*/, i16 /*windowNo*/, i16 /*analysisNo*/,
                    const std::string& caption) override {

@@ -13,8 +13,9 @@ namespace quorvanta::checks {
 
 class TemporaryFolder {
   public:
-    TemporaryFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "checkXXXXXX").string();
+    explicit TemporaryFolder(
+        const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+        std::string pattern = (parent / "checkXXXXXX").string();
         if (::mkdtemp(pattern.data()) == nullptr)
             throw std::runtime_error("no temporary folder");
         path_ = pattern;

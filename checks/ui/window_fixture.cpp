@@ -30,13 +30,15 @@ void MessageReader::Look() {
 }
 
 void MessageReader::Answer(QFileDialog& dialog) {
+    auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
+    ASSERT_NE(name, nullptr);
     FileQuestions << dialog.windowTitle();
+    FileProposals << name->text();
+    FileFolders << dialog.directory().absolutePath();
     if (FileNames.empty()) {
         QTest::keyClick(&dialog, Qt::Key_Escape);
         return;
     }
-    auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
-    ASSERT_NE(name, nullptr);
     name->setText(FileNames.front());
     FileNames.pop_front();
     QTest::keyClick(name, Qt::Key_Return);

@@ -30,6 +30,8 @@ class MessageReader {
     QStringList Titles;
     std::deque<QMessageBox::StandardButton> Answers; // in order; after the last: No where offered
     QStringList FileQuestions;                       // titles of the file dialogs
+    QStringList FileProposals;                       // the names that they start with
+    QStringList FileFolders;                         // the folders that they start in
     std::deque<QString> FileNames; // their answers in order; after the last: given up
     QMessageBox::Icon LastIcon = QMessageBox::NoIcon;
     QMessageBox::StandardButtons LastButtons;

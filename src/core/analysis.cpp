@@ -22,6 +22,21 @@ namespace {
 
 constexpr i16 outputTitles = 16;
 
+// True while the program itself goes from one analysis to another. A window that comes to the front
+// on the way, because another one has vanished that had the focus, does not change the analysis.
+bool isMoving = false;
+
+class Move {
+  public:
+    Move() : was_(isMoving) { isMoving = true; }
+    ~Move() { isMoving = was_; }
+    Move(const Move&) = delete;
+    Move& operator=(const Move&) = delete;
+
+  private:
+    bool was_;
+};
+
 void ResetRecords() {
     Analysis.ReDim(0, 0);
     AnalysisState.ReDim(0, 0);
@@ -280,6 +295,7 @@ i16 CurrentWindowKind() {
 }
 
 void NewWindow(i16 windowKind) {
+    const Move move;
     StoreAnalysis();
     Calculated = False;
     const i16 windowNo = ++FormCount(windowKind);
@@ -410,6 +426,7 @@ void LoadAnalysis() {
 }
 
 void SwitchAnalysis(i16 n) {
+    const Move move;
     AnalysisNo = n;
     ChoosingOptions = false;
     ThePlatform().Hide(FloatingWindow::Options);
@@ -431,7 +448,8 @@ void SwitchAnalysis(i16 n) {
 }
 
 void ChildActivated(i16 analysisNo) {
-    if (Calculating == True || analysisNo == AnalysisNo || AnalysisState(analysisNo).Closed == True)
+    if (isMoving || Calculating == True || analysisNo == AnalysisNo ||
+        AnalysisState(analysisNo).Closed == True)
         return;
     StoreAnalysis();
     SwitchAnalysis(analysisNo);
@@ -458,6 +476,7 @@ bool QueryCloseChild(i16 analysisNo, i16 closeMode) {
 }
 
 void ChildClosed(i16 analysisNo) {
+    const Move move;
     AnalysisState(analysisNo).Closed = True;
     AnalysisState(analysisNo).Changed = False;
     if (CloseMode != CloseWithMain) {

@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cmath>
 #include <filesystem>
 #include <optional>
@@ -25,8 +26,6 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 FirstNewWindow = 0;
-constexpr i16 LastNewWindow = 3;
 constexpr const char* AnalysisExtension = "dim";
 
 // --- What a file may say ----------------------------------------------------------------------
@@ -182,6 +181,16 @@ std::string FileName(const std::string& path) {
     return std::filesystem::path(path).filename().string();
 }
 
+// A caption without ".dim"; any other point is part of the name ("Phase 2.5").
+std::string WithoutExtension(const std::string& caption) {
+    const std::string extension = std::string(".") + AnalysisExtension;
+    const bool isFile =
+        caption.size() > extension.size() &&
+        std::equal(extension.rbegin(), extension.rend(), caption.rbegin(),
+                   [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); });
+    return isFile ? caption.substr(0, caption.size() - extension.size()) : caption;
+}
+
 // The analysis goes by the name of its file.
 void NameAnalysis(const std::string& path) {
     AnalysisFileName = FileName(path);
@@ -192,11 +201,10 @@ void NameAnalysis(const std::string& path) {
 // --- Commands ---------------------------------------------------------------------------------
 
 void OpenNewWindow(i16 windowKind) {
-    if (!HasWindowKind(windowKind)) {
+    if (HasWindowKind(windowKind))
+        NewWindow(windowKind);
+    else
         ShowNotAvailable("The Window Kind " + std::string(WindowKindCaption(windowKind)));
-        return;
-    }
-    NewWindow(windowKind);
 }
 
 void OpenAnalysis() {
@@ -210,8 +218,7 @@ void OpenAnalysis() {
 }
 
 void SaveAnalysis() {
-    // A window without a test has nothing that could be opened again.
-    if (AnalysisNo == 0 || Analysis(AnalysisNo).NoOfPar < 1)
+    if (!HasAnalysisToSave())
         return;
     const std::string path = AskFileName(AnalysisExtension);
     if (!path.empty())
@@ -230,9 +237,13 @@ void FileCommand(i16 index) {
     if (Calculating == True)
         return;
     StoreAnalysis();
-    if (IsWithin(index, FirstNewWindow, LastNewWindow))
-        return OpenNewWindow(index);
     switch (index) {
+    case CalculationWindow:
+    case TableWindow:
+    case GraphWindow:
+    case SimulationWindow:
+        OpenNewWindow(index);
+        break;
     case FileOpenAnalysis:
         OpenAnalysis();
         break;
@@ -257,7 +268,13 @@ void FileCommand(i16 index) {
     Cancelled = False;
 }
 
+bool HasAnalysisToSave() {
+    return AnalysisNo > 0 && Analysis(AnalysisNo).NoOfPar >= 1;
+}
+
 bool ReadAnalysisFile(const std::string& path) {
+    if (Calculating == True)
+        return false;
     auto record = UsableRecord(path);
     if (!record)
         return false;
@@ -274,10 +291,9 @@ bool ReadAnalysisFile(const std::string& path) {
         ParText(ParKind(UnknownParNo)) = "-";
     }
     NameAnalysis(path);
-    if (IsTableOrGraph()) {
-        TakeTitlesFromFile();
+    TakeTitlesFromFile();
+    if (IsTableOrGraph())
         EnsureRun();
-    }
     MarkChanged();
     StoreAnalysis();
     UpdateMenus();
@@ -297,7 +313,8 @@ bool WriteAnalysisFile(const std::string& path) {
         return false;
     }
     if (!SaveFile(path, *bytes)) {
-        ShowMessage("The Analysis Can't Be Saved. The File " + path + " Can't Be Written.");
+        ThePlatform().ShowStatus("The Analysis Can't Be Saved. The File " + path +
+                                 " Can't Be Written.");
         return false;
     }
     AnalysisState(AnalysisNo).Changed = False;
@@ -308,7 +325,7 @@ bool WriteAnalysisFile(const std::string& path) {
 bool WriteTextFile(const std::string& path, const std::string& text) {
     if (SaveFile(path, text))
         return true;
-    ShowMessage("The Output Can't Be Saved. The File " + path + " Can't Be Written.");
+    ThePlatform().ShowStatus("The Output Can't Be Saved. The File " + path + " Can't Be Written.");
     return false;
 }
 
@@ -324,7 +341,7 @@ std::string AskFileName(const std::string& extension) {
     } else {
         dialog.Filter = "Text Files (*.rtf)|*.rtf";
     }
-    dialog.FileName = std::filesystem::path(AnalysisFileName).stem().string();
+    dialog.FileName = WithoutExtension(AnalysisFileName);
     std::erase(dialog.FileName, ' ');
     return ThePlatform().AskSaveName(dialog).value_or("");
 }

@@ -18,17 +18,23 @@ inline constexpr i16 FileExit = 13;
 // Carries out an entry of the File menu. Nothing happens during a run.
 void FileCommand(i16 index);
 
+// True if the window in front has an analysis: one without a test has nothing to save.
+bool HasAnalysisToSave();
+
 // Opens the file in a window of its own and calculates a table or graph anew; the analysis counts
-// as changed from the start. False, and nothing has changed, if the file can't be read or is no
-// analysis that this program can have written: lengths, counts, indices and numbers are looked at
-// before one of them is used, since any bytes at all may come in.
+// as changed from the start. False, and nothing has changed, during a run, and if the file can't
+// be read or is no analysis that this program can have written: lengths, counts, indices and
+// numbers are looked at before one of them is used, since any bytes at all may come in.
 bool ReadAnalysisFile(const std::string& path);
 
 // Saves the current analysis, which then has the name of the file and counts as unchanged. False
-// after a message if it can't be saved; a file that exists is then as it was.
+// if it can't be saved; a file that exists is then as it was. Texts that are too long for a file
+// are told in a message; a file that can't be written ends the command without one, as a Cancel
+// does, and is told in the status line.
 bool WriteAnalysisFile(const std::string& path);
 
-// Writes an output to a file in place of what it held. False after a message if that fails.
+// Writes the bytes of an output, a text or a picture, to a file in place of what it held. False,
+// told in the status line, if that fails; a file that exists is then as it was.
 bool WriteTextFile(const std::string& path, const std::string& text);
 
 // Asks for the name of a file to save to: "dim", "rtf" or "bmp". Empty when the user gives up.

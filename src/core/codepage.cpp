@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 #include <cstdint>
-#include <optional>
 
 namespace quorvanta {
 
@@ -78,9 +76,8 @@ std::string ToWindows1252(std::string_view utf8) {
     std::string bytes;
     bytes.reserve(utf8.size());
     while (!utf8.empty()) {
-        const auto character = FirstCharacter(utf8);
-        bytes.push_back(character ? ToByte(character->Number).value_or('?') : '?');
-        utf8.remove_prefix(character ? character->Length : 1);
+        const auto character = TakeCharacter(utf8);
+        bytes.push_back(character ? ToByte(*character).value_or('?') : '?');
     }
     return bytes;
 }
@@ -93,6 +90,12 @@ std::string FromWindows1252(std::string_view bytes) {
         AppendUtf8(utf8, IsOwn(byte) ? OwnCharacters[byte - FirstOwn] : byte);
     }
     return utf8;
+}
+
+std::optional<char32_t> TakeCharacter(std::string_view& utf8) {
+    const auto character = FirstCharacter(utf8);
+    utf8.remove_prefix(character ? character->Length : 1);
+    return character ? std::optional(character->Number) : std::nullopt;
 }
 
 std::size_t CharacterLength(std::string_view utf8, std::size_t i) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,10 @@ std::string ToWindows1252(std::string_view utf8);
 // 0x9D) stand for the control characters of the same number, so that no byte is lost on the way
 // to UTF-8 and back.
 std::string FromWindows1252(std::string_view bytes);
+
+// Takes the character off the front of a text that is not empty; one byte, and nothing is
+// returned, if no valid UTF-8 character stands there.
+std::optional<char32_t> TakeCharacter(std::string_view& utf8);
 
 // The bytes of the UTF-8 character that begins at i.
 std::size_t CharacterLength(std::string_view utf8, std::size_t i);

@@ -101,8 +101,9 @@ void EraseAll(std::string& text, const std::string& part) {
 
 // What these windows tell of the former result is no longer true.
 void HideFormerResult() {
-    ThePlatform().Hide(FloatingWindow::Summary);
-    ThePlatform().Hide(FloatingWindow::DistrGraph);
+    for (const auto window :
+         {FloatingWindow::Summary, FloatingWindow::DistrGraph, FloatingWindow::Output})
+        ThePlatform().Hide(window);
 }
 
 bool hintDue = false;

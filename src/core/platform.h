@@ -34,7 +34,7 @@ struct FileDialog {
     std::string Filter;           // pairs of a name and a mask: "All Files (*.*)|*.*|..."
     i16 FilterIndex = 1;          // the pair in use, from 1
     std::string FileName;         // the name proposed
-    std::string DefaultExtension; // added to a name without one
+    std::string DefaultExtension; // added to a name to save to that does not end with it
 };
 
 enum class OutputAction { Print, Copy, Save };
@@ -51,6 +51,9 @@ class Platform {
     virtual Answer MsgBox(const std::string& text, Buttons buttons, Icon icon,
                           const std::string& title) = 0;
     virtual void Beep() = 0;
+
+    // A line at the foot of the main window, which waits for no answer.
+    virtual void ShowStatus(const std::string& text) = 0;
 
     // Lets waiting events through. Called once per step of a long run, perhaps half a million
     // times a second: an implementation returns at once when it has pumped a moment ago.
@@ -75,10 +78,11 @@ class Platform {
     // Asks whether a graph goes out as a picture or as a text; nothing when the user cancels.
     virtual std::optional<OutputForm> AskOutputForm(OutputAction action) = 0;
 
-    // Outputs. A text goes to the clipboard as plain text and as RTF; printing shows a preview.
+    // Outputs. A text goes to the clipboard as plain text and as RTF. Printing shows a preview; a
+    // picture starts on a page that is wider than high.
     virtual void CopyText(const std::string& plain, const std::string& rtf) = 0;
     virtual void CopyPicture(const Drawing& drawing) = 0;
-    virtual void Print(const Drawing& drawing) = 0;
+    virtual void Print(OutputForm form, const Drawing& drawing) = 0;
     // The drawing as the bytes of a bitmap file.
     virtual std::string Bitmap(const Drawing& drawing) = 0;
 

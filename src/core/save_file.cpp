@@ -1,6 +1,9 @@
 #include "core/save_file.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
@@ -68,40 +71,73 @@ bool KeepPermissions(const fs::path& target, const File& file) {
            ::fchmod(file.Descriptor(), status.st_mode & permissions) == 0;
 }
 
-bool WriteWhole(const fs::path& temporary, const fs::path& target, std::string_view bytes) {
-    constexpr mode_t fromUmask = 0666;
-    const File file(temporary, O_WRONLY | O_CREAT | O_EXCL, fromUmask);
-    return file.IsOpen() && KeepPermissions(target, file) && file.Write(bytes) && file.Sync();
-}
+constexpr std::string_view TemporaryPrefix = ".quorvanta-";
+constexpr std::string_view TemporarySuffix = ".tmp";
 
-// A name in the folder of the target that no file has. One that a killed process left behind is
-// not taken up again: another process may be writing it.
-fs::path TemporaryName(const fs::path& target) {
-    const std::string stem = ".quorvanta-" + std::to_string(::getpid()) + "-";
+// A name in the folder that no file has. One that a killed process left behind is not taken up
+// again: another process may be writing it.
+fs::path TemporaryName(const fs::path& folder) {
+    const std::string stem = std::string(TemporaryPrefix) + std::to_string(::getpid()) + "-";
     for (int i = 0;; ++i) {
-        fs::path name = target.parent_path() / (stem + std::to_string(i));
+        fs::path name = folder / (stem + std::to_string(i) + std::string(TemporarySuffix));
         std::error_code error;
         if (!fs::exists(fs::symlink_status(name, error)))
             return name;
     }
 }
 
+bool IsTemporaryName(std::string_view name) {
+    if (!name.starts_with(TemporaryPrefix) || !name.ends_with(TemporarySuffix) ||
+        name.size() <= TemporaryPrefix.size() + TemporarySuffix.size())
+        return false;
+    name.remove_prefix(TemporaryPrefix.size());
+    name.remove_suffix(TemporarySuffix.size());
+    return std::ranges::all_of(name,
+                               [](unsigned char c) { return c == '-' || std::isdigit(c) != 0; });
+}
+
+// Removes what killed processes have left behind; what can't be removed stays.
+void RemoveLeftovers(const fs::path& folder) {
+    constexpr std::chrono::hours longEnough(1);
+    const auto now = fs::file_time_type::clock::now();
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+        if (!IsTemporaryName(entry->path().filename().string()))
+            continue;
+        std::error_code unknown;
+        const auto written = entry->last_write_time(unknown);
+        if (!unknown && now - written > longEnough)
+            fs::remove(entry->path(), unknown);
+    }
+}
+
+// Writes the bytes to the temporary file and renames it over the target.
+bool Replace(const fs::path& target, const fs::path& temporary, std::string_view bytes) {
+    constexpr mode_t fromUmask = 0666;
+    const File file(temporary, O_WRONLY | O_CREAT | O_EXCL, fromUmask);
+    if (!file.IsOpen())
+        return false;
+    if (KeepPermissions(target, file) && file.Write(bytes) && file.Sync() &&
+        ::rename(temporary.c_str(), target.c_str()) == 0)
+        return true;
+    ::unlink(temporary.c_str());
+    return false;
+}
+
 } // namespace
 
 bool SaveFile(const std::string& path, std::string_view bytes) {
     const fs::path target = Target(path);
-    if (!MayReplace(target))
+    const fs::path folder = target.parent_path();
+    if (!MayReplace(target) || !Replace(target, TemporaryName(folder), bytes))
         return false;
-    const fs::path temporary = TemporaryName(target);
-    if (!WriteWhole(temporary, target, bytes) || ::rename(temporary.c_str(), target.c_str()) != 0) {
-        ::unlink(temporary.c_str());
-        return false;
-    }
     // The new name survives a power failure once its folder is on the disk; where a file system
     // can't do that, the file is whole all the same.
-    const File folder(target.parent_path(), O_RDONLY | O_DIRECTORY);
-    if (folder.IsOpen())
-        (void)folder.Sync();
+    const File directory(folder, O_RDONLY | O_DIRECTORY);
+    if (directory.IsOpen())
+        (void)directory.Sync();
+    RemoveLeftovers(folder);
     return true;
 }
 

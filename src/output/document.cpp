@@ -1,10 +1,13 @@
 #include "output/document.h"
 
+#include "core/analysis.h"
 #include "core/analysis_state.h"
+#include "core/catalogue.h"
 #include "core/driver.h"
 #include "core/general.h"
 #include "core/showpar.h"
 #include "output/statement.h"
+#include "output/titles.h"
 #include "output/xyzplot.h"
 
 #include <sstream>
@@ -16,13 +19,21 @@ namespace {
 
 TableLayout ParameterTable() {
     TableLayout table;
-    table.Title = {ParListName};
+    table.Title = CurrentTitle();
     table.StartsWithWords = true;
     table.Type = PresentationOf(AnalysisNo).Type;
     table.Blocks.resize(1);
     for (i16 i = 0; i <= NoOfPar; ++i)
         table.Blocks[0].Rows.push_back({StripAmpersand(ParLabel(ParKind(i))), ParText(ParKind(i))});
     return table;
+}
+
+// The text of a graph has the columns of an unedited table: its own setting is the curve width.
+TableLayout ResultTable() {
+    Presentation result = PresentationOf(AnalysisNo);
+    if (CurrentWindowKind() == GraphWindow)
+        result.CurveWidth = UsualCurveWidth;
+    return LayOutTable(result);
 }
 
 std::vector<std::string> SplitLines(const std::string& text) {
@@ -71,8 +82,7 @@ OutputDocument StatementDocument() {
 }
 
 OutputDocument ResultDocument() {
-    return {IsTableOrGraph() ? LayOutTable(PresentationOf(AnalysisNo)) : ParameterTable(),
-            SumStatement()};
+    return {IsTableOrGraph() ? ResultTable() : ParameterTable(), SumStatement()};
 }
 
 std::string PlainText(const OutputDocument& document) {

@@ -24,7 +24,7 @@ void DrawGraph(Surface& surface) {
 bool GiveOutPicture(OutputAction action) {
     switch (action) {
     case OutputAction::Print:
-        ThePlatform().Print(DrawGraph);
+        ThePlatform().Print(OutputForm::Picture, DrawGraph);
         return true;
     case OutputAction::Copy:
         ThePlatform().CopyPicture(DrawGraph);
@@ -39,7 +39,8 @@ bool GiveOutPicture(OutputAction action) {
 bool GiveOutText(OutputAction action, const OutputDocument& document) {
     switch (action) {
     case OutputAction::Print:
-        ThePlatform().Print([document](Surface& surface) { DrawDocument(surface, document); });
+        ThePlatform().Print(OutputForm::Text,
+                            [document](Surface& surface) { DrawDocument(surface, document); });
         return true;
     case OutputAction::Copy:
         ThePlatform().CopyText(PlainText(document), RtfOf(document));

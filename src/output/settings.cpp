@@ -2,10 +2,11 @@
 
 #include "core/analysis.h"
 #include "core/analysis_state.h"
+#include "core/catalogue.h"
 #include "core/platform.h"
-#include "core/showpar.h"
 #include "output/scale.h"
 #include "output/statement.h"
+#include "output/titles.h"
 
 #include <cmath>
 #include <optional>
@@ -86,16 +87,6 @@ bool CheckAxis(const std::string& name, const FixedArray<std::string, 0, 3>& axi
     return true;
 }
 
-std::vector<std::string> TitleLines() {
-    const auto titles = OutTitle.Raw();
-    return {titles.begin(), titles.end()};
-}
-
-void TakeTitle(const std::vector<std::string>& lines) {
-    OutTitle.ReDim(0, lines.empty() ? 0 : static_cast<int>(lines.size()) - 1);
-    std::copy(lines.begin(), lines.end(), OutTitle.Raw().begin());
-}
-
 TypeSettings CurrentType() {
     return {OutFontName, OutFontSize, OutFontBold == 1};
 }
@@ -125,7 +116,7 @@ const std::string& RefusedSetting() {
 
 TableSettings CurrentTableSettings() {
     TableSettings settings;
-    settings.Title = TitleLines();
+    settings.Title = CurrentTitle();
     settings.Columns = std::to_string(OutCurveWidth);
     settings.Decimals = OutDecimals < 0 ? AutoLimit : std::to_string(OutDecimals);
     settings.Type = CurrentType();
@@ -133,15 +124,17 @@ TableSettings CurrentTableSettings() {
 }
 
 GraphSettings CurrentGraphSettings() {
-    return {TitleLines(), OutXAxis,      OutYAxis,
-            OutZLabel,    CurrentType(), std::to_string(OutCurveWidth)};
+    return {CurrentTitle(), OutXAxis,      OutYAxis,
+            OutZLabel,      CurrentType(), std::to_string(OutCurveWidth)};
 }
 
 bool ApplySettings(const TableSettings& settings) {
     constexpr int mostColumns = 100;
     constexpr int mostDecimals = 8;
+    // In a graph the place of the columns holds the curve width.
+    const bool hasColumns = CurrentWindowKind() == TableWindow;
     if (!CheckTitle(settings.Title) ||
-        !CheckWhole("No Of Columns", settings.Columns, 1, mostColumns))
+        (hasColumns && !CheckWhole("No Of Columns", settings.Columns, 1, mostColumns)))
         return false;
     if (!IsAuto(settings.Decimals) &&
         !CheckWhole("No Of Decimals", settings.Decimals, 0, mostDecimals))
@@ -149,7 +142,8 @@ bool ApplySettings(const TableSettings& settings) {
     if (!CheckType(settings.Type))
         return false;
     TakeTitle(settings.Title);
-    OutCurveWidth = WholeNumber(settings.Columns);
+    if (hasColumns)
+        OutCurveWidth = WholeNumber(settings.Columns);
     OutDecimals = IsAuto(settings.Decimals) ? AutoDecimals : WholeNumber(settings.Decimals);
     TakeType(settings.Type);
     return ShowEdited();

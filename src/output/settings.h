@@ -17,8 +17,8 @@ struct TypeSettings {
 
 struct TableSettings {
     std::vector<std::string> Title; // lines
-    std::string Columns;
-    std::string Decimals; // "Auto" or a number
+    std::string Columns;            // of a block; of no meaning but for a table
+    std::string Decimals;           // "Auto" or a number
     TypeSettings Type;
 };
 

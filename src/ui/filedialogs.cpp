@@ -1,5 +1,6 @@
 #include "ui/filedialogs.h"
 
+#include "core/analysis_state.h"
 #include "ui/qttext.h"
 
 #include <QDir>
@@ -21,40 +22,72 @@ QStringList FiltersOf(const std::string& filter) {
     return filters;
 }
 
+// The name with the extension, whatever other points it has: "Phase 2.5" becomes "Phase 2.5.dim",
+// which the filter finds again.
+QString WithExtension(const QString& path, const QString& extension) {
+    const QString ending = "." + extension;
+    return path.endsWith(ending, Qt::CaseInsensitive) ? path : path + ending;
+}
+
+Answer AskToReplace(const QString& path) {
+    return ThePlatform().MsgBox(FromQt(QFileInfo(path).fileName()) + " Already Exists." + CrLf +
+                                    CrLf + "Replace It?",
+                                Buttons::YesNoCancel, Icon::Exclamation, "");
+}
+
 } // namespace
 
 std::optional<std::string> FileDialogs::AskOpenName(QWidget* parent, const FileDialog& dialog) {
     QFileDialog window(parent);
     window.setAcceptMode(QFileDialog::AcceptOpen);
     window.setFileMode(QFileDialog::ExistingFile);
-    return Ask(window, dialog);
+    Prepare(window, dialog);
+    const auto path = Ask(window);
+    return path ? std::optional(FromQt(*path)) : std::nullopt;
 }
 
 std::optional<std::string> FileDialogs::AskSaveName(QWidget* parent, const FileDialog& dialog) {
     QFileDialog window(parent);
     window.setAcceptMode(QFileDialog::AcceptSave);
     window.setFileMode(QFileDialog::AnyFile);
-    return Ask(window, dialog);
+    // The dialogs of some desktops ask about the name as typed, before it has its extension.
+    window.setOption(QFileDialog::DontConfirmOverwrite);
+    Prepare(window, dialog);
+    while (const auto typed = Ask(window)) {
+        const QString path = WithExtension(*typed, ToQt(dialog.DefaultExtension));
+        const Answer answer = QFileInfo(path).isFile() ? AskToReplace(path) : Answer::Yes;
+        if (answer == Answer::Yes)
+            return FromQt(path);
+        if (answer == Answer::Cancel)
+            break;
+    }
+    return std::nullopt;
 }
 
-std::optional<std::string> FileDialogs::Ask(QFileDialog& window, const FileDialog& dialog) {
-    if (folder_.empty())
-        folder_ = FromQt(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+void FileDialogs::Remember(const QString& path) {
+    folder_ = QFileInfo(path).absolutePath();
+}
+
+void FileDialogs::Prepare(QFileDialog& window, const FileDialog& dialog) {
+    if (folder_.isEmpty())
+        folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     window.setObjectName("frmCmdialog");
     window.setOption(QFileDialog::HideNameFilterDetails);
     window.setWindowTitle(ToQt(dialog.Title));
     const QStringList filters = FiltersOf(dialog.Filter);
     window.setNameFilters(filters);
     window.selectNameFilter(filters.value(dialog.FilterIndex - 1));
-    window.setDefaultSuffix(ToQt(dialog.DefaultExtension));
-    window.setDirectory(QDir(ToQt(folder_)).exists() ? ToQt(folder_) : QDir::homePath());
+    window.setDirectory(QDir(folder_).exists() ? folder_ : QDir::homePath());
     if (!dialog.FileName.empty())
         window.selectFile(ToQt(dialog.FileName));
+}
+
+std::optional<QString> FileDialogs::Ask(QFileDialog& window) {
     if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty())
         return std::nullopt;
     const QString path = window.selectedFiles().front();
-    folder_ = FromQt(QFileInfo(path).absolutePath());
-    return FromQt(path);
+    Remember(path);
+    return path;
 }
 
 } // namespace quorvanta

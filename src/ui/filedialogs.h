@@ -3,11 +3,12 @@
 
 #include "core/platform.h"
 
+#include <QString>
+
 #include <optional>
 #include <string>
 
 class QFileDialog;
-class QString;
 class QWidget;
 
 namespace quorvanta {
@@ -17,12 +18,17 @@ class FileDialogs {
     // Ask for a name as the dialog says; nothing when the user gives up. The folder of the last
     // file is the one to start with, as long as the program runs.
     std::optional<std::string> AskOpenName(QWidget* parent, const FileDialog& dialog);
+    // Asks before a file is overwritten.
     std::optional<std::string> AskSaveName(QWidget* parent, const FileDialog& dialog);
 
-  private:
-    std::optional<std::string> Ask(QFileDialog& window, const FileDialog& dialog);
+    // The user has used this file in another way: the next dialog starts with its folder.
+    void Remember(const QString& path);
 
-    std::string folder_;
+  private:
+    void Prepare(QFileDialog& window, const FileDialog& dialog);
+    std::optional<QString> Ask(QFileDialog& window);
+
+    QString folder_;
 };
 
 } // namespace quorvanta

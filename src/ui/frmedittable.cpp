@@ -11,7 +11,8 @@
 
 namespace quorvanta {
 
-frmEditTable::frmEditTable(QWidget* parent, const QString& caption, bool hasColumns)
+frmEditTable::frmEditTable(QWidget* parent, const QString& caption, bool hasColumns,
+                           bool hasDecimals)
     : QDialog(parent), txtTitle_(new TitleField(CurrentTableSettings().Title, this)),
       txtColumns_(new QLineEdit(this)), txtDecimals_(new QLineEdit(this)) {
     setObjectName("frmEditTable");
@@ -27,7 +28,7 @@ frmEditTable::frmEditTable(QWidget* parent, const QString& caption, bool hasColu
     form->addRow("&No Of Columns:", txtColumns_);
     form->addRow("No Of &Decimals:", txtDecimals_);
     form->setRowVisible(txtColumns_, hasColumns);
-    form->setRowVisible(txtDecimals_, hasColumns);
+    form->setRowVisible(txtDecimals_, hasDecimals);
     type_ = std::make_unique<TypeFields>(*form, settings.Type, "Font &Bold:", this);
     form->addRow(MakeEditButtons(*this, [this] { cmdOK_Click(); }));
 }

@@ -16,8 +16,9 @@ class frmEditTable : public QDialog {
     Q_OBJECT
 
   public:
-    // An output without columns has no use for their number and decimals.
-    frmEditTable(QWidget* parent, const QString& caption, bool hasColumns);
+    // Outputs that are no tables have no use for the number of columns, and those without columns
+    // none for their decimals.
+    frmEditTable(QWidget* parent, const QString& caption, bool hasColumns, bool hasDecimals = true);
     ~frmEditTable() override;
 
     void cmdOK_Click();

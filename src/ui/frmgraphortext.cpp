@@ -33,7 +33,7 @@ QString CaptionOf(OutputAction action) {
 frmGraphOrText::frmGraphOrText(QWidget* parent, OutputAction action) : QDialog(parent) {
     setObjectName("frmGraphOrText");
     setWindowTitle(CaptionOf(action));
-    const QString texts[] = {" as &Picture (Bitmap format)", " as &Text (RTF format)"};
+    const QString texts[] = {" as Picture (Bitmap format)", " as Text (RTF format)"};
     auto* column = new QVBoxLayout(this);
     for (std::size_t i = 0; i < optForm_.size(); ++i) {
         optForm_[i] = new QRadioButton(ActionName(action) + texts[i], this);

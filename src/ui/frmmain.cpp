@@ -33,6 +33,7 @@
 #include <QMimeData>
 #include <QScreen>
 #include <QStatusBar>
+#include <QTimer>
 #include <QUrl>
 
 #include <algorithm>
@@ -121,6 +122,9 @@ void frmMain::MakeMenus() {
         menu->menuAction()->setObjectName(EntryName(item));
         FillMenu(*menu, item.Children);
     }
+    // Their keys work in the window of the statement too, which has no menu.
+    for (const i16 index : outputEntries)
+        frmSummary_->addAction(mnuFile_.at(index));
     mnuOutput_ = new QMenu(this);
     mnuOutput_->setObjectName(EntryName(OutputMenu()));
     FillMenu(*mnuOutput_, OutputMenu().Children);
@@ -187,21 +191,32 @@ void frmMain::MakeWindowMenu() {
     mnuWindow_ = menuBar()->addMenu(tr("&Window"));
     mnuWindow_->setObjectName("mnuWindowHead");
     connect(mnuWindow_, &QMenu::aboutToShow, this, &frmMain::FillWindowMenu);
+    MakeWindowAction(tr("&Cascade"), &QMdiArea::cascadeSubWindows);
+    MakeWindowAction(tr("&Tile"), &QMdiArea::tileSubWindows);
+    MakeWindowAction(tr("Ne&xt"), &QMdiArea::activateNextSubWindow);
+    // The key of child windows, and that of the desktop, which may be the same.
+    QList<QKeySequence> keys = QKeySequence::keyBindings(QKeySequence::Close);
+    const QKeySequence childKey(Qt::CTRL | Qt::Key_F4);
+    if (!keys.contains(childKey))
+        keys.prepend(childKey);
+    MakeWindowAction(tr("C&lose"), &QMdiArea::closeActiveSubWindow)->setShortcuts(keys);
+    mnuWindow_->addSeparator();
+}
+
+QAction* frmMain::MakeWindowAction(const QString& caption, void (QMdiArea::*slot)()) {
+    QAction* action = mnuWindow_->addAction(caption, area_, slot);
+    windowActions_.push_back(action);
+    return action;
 }
 
 void frmMain::FillWindowMenu() {
-    mnuWindow_->clear();
-    const bool any = !area_->subWindowList().isEmpty();
-    const auto add = [this, any](const QString& text, auto&& slot) {
-        mnuWindow_->addAction(text, area_, slot)->setEnabled(any);
-    };
-    add(tr("&Cascade"), &QMdiArea::cascadeSubWindows);
-    add(tr("&Tile"), &QMdiArea::tileSubWindows);
-    add(tr("Ne&xt"), &QMdiArea::activateNextSubWindow);
-    add(tr("C&lose"), &QMdiArea::closeActiveSubWindow);
-    mnuWindow_->addSeparator();
+    for (QAction* action : mnuWindow_->actions()) {
+        if (action->isCheckable())
+            delete action;
+    }
     for (QMdiSubWindow* frame : area_->subWindowList()) {
-        QAction* action = mnuWindow_->addAction(frame->windowTitle());
+        // A file's name may hold the mark of an access key.
+        QAction* action = mnuWindow_->addAction(frame->windowTitle().replace("&", "&&"));
         action->setCheckable(true);
         action->setChecked(frame == area_->activeSubWindow());
         connect(action, &QAction::triggered, frame,
@@ -267,9 +282,16 @@ void frmMain::PopUpOutputMenu(const QPoint& at) {
 void frmMain::RefreshMenus() {
     for (const auto& [index, action] : mnuGetInfo_)
         action->setEnabled(GetInfoEnabled(index));
-    mnuFile_.at(FileSaveAnalysis)->setEnabled(AnalysisNo > 0);
+    mnuFile_.at(FileSaveAnalysis)->setEnabled(HasAnalysisToSave());
     for (const i16 index : outputEntries)
         mnuFile_.at(index)->setEnabled(HasOutput());
+    for (QAction* action : windowActions_)
+        action->setEnabled(AnalysisNo > 0);
+    // What a change has made stale must not be printed beside the new values.
+    if (!GetInfoEnabled(3)) {
+        frmSummary_->hide();
+        frmOutput_->hide();
+    }
     ShowHint();
 }
 
@@ -332,6 +354,9 @@ void frmMain::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo, const QStr
     child->setWindowTitle(caption);
     QMdiSubWindow* frame = area_->addSubWindow(child);
     frame->setAttribute(Qt::WA_DeleteOnClose);
+    // The menu of windows has the keys; a key that two have does nothing.
+    for (QAction* action : frame->systemMenu()->actions())
+        action->setShortcuts(QList<QKeySequence>());
     child->FitToContent();
     frame->move(CascadePlace(frame->size()));
     frame->show();
@@ -366,6 +391,8 @@ void frmMain::RefreshChild() {
     }
     if (frmShowPar_->isVisible())
         frmShowPar_->Refresh();
+    if (frmOutput_->isVisible() && GetInfoEnabled(3))
+        frmOutput_->Refresh();
     ShowHint();
 }
 
@@ -421,8 +448,11 @@ void frmMain::ShowFloating(FloatingWindow window) {
         frmShowPar_->setFocus();
         return;
     }
-    if (window == FloatingWindow::Summary)
+    if (window == FloatingWindow::Summary) {
+        // One of the two at a time: commands and messages speak of the window in front.
+        frmOutput_->hide();
         frmSummary_->Refresh();
+    }
     if (window == FloatingWindow::Output)
         frmOutput_->Refresh();
     floating->adjustSize();
@@ -431,6 +461,19 @@ void frmMain::ShowFloating(FloatingWindow window) {
     floating->raise();
     floating->activateWindow();
     ShowHint();
+}
+
+void frmMain::HideFloating(FloatingWindow window) {
+    QWidget* floating = Floating(window);
+    if (floating == nullptr || !floating->isVisible())
+        return;
+    // The focus goes to the child in front; left to itself it would go to any other, and bring it
+    // to the front.
+    const QMdiSubWindow* front = area_->activeSubWindow();
+    if (front != nullptr && floating->isAncestorOf(focusWidget()))
+        front->widget()->setFocus();
+    floating->hide();
+    activateWindow();
 }
 
 void frmMain::StartRun(i32 total) {
@@ -465,19 +508,42 @@ QStringList AnalysisFiles(const QMimeData& data) {
     return paths;
 }
 
+// A drop reaches the window even behind a modal one.
+bool MayOpenFiles() {
+    return Calculating == False && QApplication::activeModalWidget() == nullptr;
+}
+
+// As a copy, whatever is proposed: the source of a move would delete its file.
+void AcceptCopy(QDropEvent& event) {
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+}
+
 } // namespace
 
+void frmMain::OpenFiles(const QStringList& paths) {
+    for (const QString& path : paths) {
+        if (!MayOpenFiles())
+            return;
+        dialogs_.Remember(path);
+        ReadAnalysisFile(FromQt(path));
+    }
+}
+
 void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-    if (Calculating == False && !AnalysisFiles(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+    if (MayOpenFiles() && !AnalysisFiles(*event->mimeData()).isEmpty())
+        AcceptCopy(*event);
 }
 
 void frmMain::dropEvent(QDropEvent* event) {
-    if (Calculating != False)
+    const QStringList paths = AnalysisFiles(*event->mimeData());
+    if (!MayOpenFiles() || paths.isEmpty())
         return;
-    event->acceptProposedAction();
-    for (const QString& path : AnalysisFiles(*event->mimeData()))
-        ReadAnalysisFile(FromQt(path));
+    AcceptCopy(*event);
+    activateWindow();
+    // The program that the files come from waits for the end of the drop, and a table may take its
+    // time or ask a question.
+    QTimer::singleShot(0, this, [this, paths] { OpenFiles(paths); });
 }
 
 void frmMain::keyPressEvent(QKeyEvent* event) {

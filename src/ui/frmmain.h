@@ -4,6 +4,7 @@
 #include "core/catalogue.h"
 #include "core/platform.h"
 #include "core/types.h"
+#include "ui/filedialogs.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -46,8 +47,10 @@ class frmMain : public QMainWindow {
     // The free-standing windows that exist; nothing for one that does not.
     QWidget* Floating(FloatingWindow window) const;
     void ShowFloating(FloatingWindow window);
+    void HideFloating(FloatingWindow window);
 
     frmProgress& Progress() { return *frmProgress_; }
+    FileDialogs& Dialogs() { return dialogs_; }
 
     // A table or graph run shows how far it has come in frmShowPar. Until it ends nothing else in
     // this window takes part.
@@ -62,6 +65,10 @@ class frmMain : public QMainWindow {
     void mnuGetInfo_Click(i16 index);
     void mnuHelp_Click(i16 index);
     void mnuOutputOption_Click(i16 index);
+
+    // Opens each analysis file in a window of its own, as the user has dropped or named them. None
+    // while a question waits for its answer or a run is under way.
+    void OpenFiles(const QStringList& paths);
 
     // Opens the pop-up menu of a window with a result, at a place on the screen.
     void PopUpOutputMenu(const QPoint& at);
@@ -82,6 +89,7 @@ class frmMain : public QMainWindow {
     QAction* MakeAction(const MenuItem& item);
     void Choose(const MenuItem& item);
     void MakeWindowMenu();
+    QAction* MakeWindowAction(const QString& caption, void (QMdiArea::*slot)());
     void FillWindowMenu();
     void ChildToFront(QMdiSubWindow* frame);
     std::vector<ChildWindow*> Children() const;
@@ -98,6 +106,8 @@ class frmMain : public QMainWindow {
     QMenu* mnuWindow_ = nullptr;
     std::map<i16, QAction*> mnuFile_;
     std::map<i16, QAction*> mnuGetInfo_;
+    std::vector<QAction*> windowActions_; // of the menu of windows, before the list of them
+    FileDialogs dialogs_;
     frmShowSmp* frmShowSmp_;
     frmShowPar* frmShowPar_;
     frmSummary* frmSummary_;

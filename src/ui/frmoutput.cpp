@@ -1,8 +1,8 @@
 #include "ui/frmoutput.h"
 
-#include "core/analysis_state.h"
+#include "core/analysis.h"
+#include "core/catalogue.h"
 #include "core/showpar.h"
-#include "output/document.h"
 #include "output/printcopy.h"
 #include "ui/frmedittable.h"
 #include "ui/qttext.h"
@@ -10,6 +10,7 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace quorvanta {
@@ -17,7 +18,7 @@ namespace quorvanta {
 frmOutput::frmOutput(QWidget* parent) : QDialog(parent) {
     setObjectName("frmOutput");
     setWindowTitle("Output");
-    const auto draw = [](Surface& surface) { return DrawDocument(surface, ResultDocument()); };
+    const auto draw = [this](Surface& surface) { return DrawDocument(surface, document_); };
     picture_ = new ScrolledPicture("PicOutput", draw, this);
     picture_->Picture().setAccessibleName("Output");
 
@@ -35,6 +36,9 @@ frmOutput::frmOutput(QWidget* parent) : QDialog(parent) {
     add("cmdSave", "&Save", &frmOutput::cmdSave_Click);
     add("cmdEditOutput", "&Edit Output", &frmOutput::cmdEditOutput_Click);
     add("cmdCancel", "&Cancel", &frmOutput::cmdCancel_Click);
+    new QShortcut(QKeySequence::Print, this, this, &frmOutput::cmdPrintOutput_Click);
+    new QShortcut(QKeySequence::Copy, this, this, &frmOutput::cmdCopyOutput_Click);
+    new QShortcut(QKeySequence::Save, this, this, &frmOutput::cmdSave_Click);
 
     auto* column = new QVBoxLayout(this);
     column->addWidget(picture_, 1);
@@ -42,8 +46,9 @@ frmOutput::frmOutput(QWidget* parent) : QDialog(parent) {
 }
 
 void frmOutput::Refresh() {
+    document_ = ResultDocument();
     picture_->Redraw();
-    picture_->Picture().setAccessibleDescription(ToQt(PlainText(ResultDocument())));
+    picture_->Picture().setAccessibleDescription(ToQt(PlainText(document_)));
 }
 
 void frmOutput::cmdPrintOutput_Click() {
@@ -59,8 +64,7 @@ void frmOutput::cmdSave_Click() {
 }
 
 void frmOutput::cmdEditOutput_Click() {
-    if (frmEditTable(this, "Edit Output", IsTableOrGraph()).exec() == Accepted)
-        Refresh();
+    frmEditTable(this, "Edit Output", CurrentWindowKind() == TableWindow, IsTableOrGraph()).exec();
 }
 
 void frmOutput::cmdCancel_Click() {

@@ -1,7 +1,7 @@
 // frmOutput: the result of the current analysis with its statement, as it is printed.
 #pragma once
 
-#include "core/platform.h"
+#include "output/document.h"
 
 #include <QDialog>
 
@@ -15,7 +15,7 @@ class frmOutput : public QDialog {
   public:
     explicit frmOutput(QWidget* parent);
 
-    // Takes the result from the state.
+    // Takes the result from the state: what it shows stays as it is until the next one.
     void Refresh();
 
     void cmdPrintOutput_Click();
@@ -25,6 +25,7 @@ class frmOutput : public QDialog {
     void cmdCancel_Click();
 
   private:
+    OutputDocument document_;
     ScrolledPicture* picture_;
 };
 

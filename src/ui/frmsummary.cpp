@@ -7,11 +7,10 @@
 #include "ui/typefields.h"
 
 #include <QFormLayout>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QTextEdit>
 #include <QVBoxLayout>
-
-#include <memory>
 
 namespace quorvanta {
 
@@ -20,8 +19,9 @@ frmSummary::frmSummary(QWidget* parent) : QDialog(parent), txtSummary_(new QText
     setWindowTitle("Summary");
     txtSummary_->setObjectName("txtSummary");
     txtSummary_->setAccessibleName("Summary");
-    txtSummary_->setReadOnly(true);
+    txtSummary_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     txtSummary_->setTabChangesFocus(true);
+    txtSummary_->installEventFilter(this);
     auto* cmdEdit = new QPushButton("&Edit", this);
     cmdEdit->setObjectName("cmdEdit");
     cmdEdit->setAutoDefault(false);
@@ -57,15 +57,30 @@ void frmSummary::cmdEdit_Click() {
         Refresh();
 }
 
+// The key of the File menu copies the whole statement; while some of it is selected it belongs to
+// the selection.
+bool frmSummary::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        event->setAccepted(txtSummary_->textCursor().hasSelection());
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
 frmEditSummary::frmEditSummary(QWidget* parent) : QDialog(parent) {
     setObjectName("frmEditSummary");
     setWindowTitle("Edit Summary");
     auto* form = new QFormLayout(this);
-    auto type = std::make_shared<TypeFields>(*form, CurrentSummarySettings(), "Font &Bold", this);
-    form->addRow(MakeEditButtons(*this, [this, type] {
-        if (ApplySummarySettings(type->Settings()))
-            accept();
-    }));
+    type_ = std::make_unique<TypeFields>(*form, CurrentSummarySettings(), "Font &Bold", this);
+    form->addRow(MakeEditButtons(*this, [this] { cmdOK_Click(); }));
+}
+
+frmEditSummary::~frmEditSummary() = default;
+
+void frmEditSummary::cmdOK_Click() {
+    if (ApplySummarySettings(type_->Settings()))
+        accept();
 }
 
 } // namespace quorvanta

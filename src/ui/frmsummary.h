@@ -3,9 +3,13 @@
 
 #include <QDialog>
 
+#include <memory>
+
 class QTextEdit;
 
 namespace quorvanta {
+
+class TypeFields;
 
 class frmSummary : public QDialog {
     Q_OBJECT
@@ -20,6 +24,9 @@ class frmSummary : public QDialog {
 
     QSize sizeHint() const override;
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     QTextEdit* txtSummary_;
 };
@@ -30,6 +37,12 @@ class frmEditSummary : public QDialog {
 
   public:
     explicit frmEditSummary(QWidget* parent);
+    ~frmEditSummary() override;
+
+    void cmdOK_Click();
+
+  private:
+    std::unique_ptr<TypeFields> type_;
 };
 
 } // namespace quorvanta

@@ -2,10 +2,20 @@
 #include "ui/frmsplash.h"
 #include "ui/program.h"
 
+#include <QTimer>
+
+#include <csignal>
+
 int main(int argc, char** argv) {
+    // A file that would grow beyond what the user may write is a failed save, not the end.
+    std::signal(SIGXFSZ, SIG_IGN);
     quorvanta::Application application(argc, argv);
     quorvanta::Program program;
     quorvanta::frmSplash().exec();
     program.Window().show();
+    // Files that the desktop opens with the program.
+    const QStringList files = quorvanta::Application::arguments().mid(1);
+    QTimer::singleShot(0, &program.Window(),
+                       [&program, &files] { program.Window().OpenFiles(files); });
     return quorvanta::Application::exec();
 }

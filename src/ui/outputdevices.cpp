@@ -60,12 +60,15 @@ void PrintOn(QPrinter& printer, const Drawing& drawing) {
     drawing(surface);
 }
 
-void PrintWithPreview(QWidget* parent, const QString& title, const Drawing& drawing) {
+void PrintWithPreview(QWidget* parent, const QString& title, OutputForm form,
+                      const Drawing& drawing) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(title);
     printer.setPageMargins(
         QMarginsF(MarginMillimetres, MarginMillimetres, MarginMillimetres, MarginMillimetres),
         QPageLayout::Millimeter);
+    if (form == OutputForm::Picture)
+        printer.setPageOrientation(QPageLayout::Landscape);
     QPrintPreviewDialog preview(&printer, parent);
     preview.setObjectName("printPreview");
     preview.setWindowTitle(title);

@@ -26,6 +26,7 @@ QByteArray BitmapOf(const Drawing& drawing, QSizeF inches);
 void PrintOn(QPrinter& printer, const Drawing& drawing);
 
 // Shows the pages before they are printed; from there the user chooses a printer, or gives up.
-void PrintWithPreview(QWidget* parent, const QString& title, const Drawing& drawing);
+void PrintWithPreview(QWidget* parent, const QString& title, OutputForm form,
+                      const Drawing& drawing);
 
 } // namespace quorvanta

@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMessageBox>
+#include <QStatusBar>
 
 namespace quorvanta {
 
@@ -92,6 +93,11 @@ void QtPlatform::Beep() {
     QApplication::beep();
 }
 
+void QtPlatform::ShowStatus(const std::string& text) {
+    constexpr int milliseconds = 20'000;
+    window_.statusBar()->showMessage(ToQt(text), milliseconds);
+}
+
 void QtPlatform::DoEvents() {
     constexpr qint64 nanosecondsBetweenPumps = 1'000'000;
     if (clock_.nsecsElapsed() - lastPump_ < nanosecondsBetweenPumps)
@@ -124,11 +130,11 @@ void QtPlatform::HideProgress() {
 }
 
 std::optional<std::string> QtPlatform::AskOpenName(const FileDialog& dialog) {
-    return fileDialogs_.AskOpenName(Front(), dialog);
+    return window_.Dialogs().AskOpenName(Front(), dialog);
 }
 
 std::optional<std::string> QtPlatform::AskSaveName(const FileDialog& dialog) {
-    return fileDialogs_.AskSaveName(Front(), dialog);
+    return window_.Dialogs().AskSaveName(Front(), dialog);
 }
 
 std::optional<OutputForm> QtPlatform::AskOutputForm(OutputAction action) {
@@ -143,8 +149,8 @@ void QtPlatform::CopyPicture(const Drawing& drawing) {
     QApplication::clipboard()->setImage(PictureOf(drawing, window_.PictureInches()));
 }
 
-void QtPlatform::Print(const Drawing& drawing) {
-    PrintWithPreview(Front(), ToQt(AnalysisFileName), drawing);
+void QtPlatform::Print(OutputForm form, const Drawing& drawing) {
+    PrintWithPreview(Front(), ToQt(AnalysisFileName), form, drawing);
 }
 
 std::string QtPlatform::Bitmap(const Drawing& drawing) {
@@ -177,11 +183,7 @@ void QtPlatform::Show(FloatingWindow window) {
 }
 
 void QtPlatform::Hide(FloatingWindow window) {
-    QWidget* floating = window_.Floating(window);
-    if (floating == nullptr || !floating->isVisible())
-        return;
-    floating->hide();
-    window_.activateWindow();
+    window_.HideFloating(window);
 }
 
 bool QtPlatform::IsShown(FloatingWindow window) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "core/platform.h"
-#include "ui/filedialogs.h"
 
 #include <QElapsedTimer>
 #include <QString>
@@ -21,6 +20,7 @@ class QtPlatform : public Platform {
     Answer MsgBox(const std::string& text, Buttons buttons, Icon icon,
                   const std::string& title) override;
     void Beep() override;
+    void ShowStatus(const std::string& text) override;
     void DoEvents() override;
     f64 Timer() override;
     void ShowProgress(i32 total) override;
@@ -32,7 +32,7 @@ class QtPlatform : public Platform {
     std::optional<OutputForm> AskOutputForm(OutputAction action) override;
     void CopyText(const std::string& plain, const std::string& rtf) override;
     void CopyPicture(const Drawing& drawing) override;
-    void Print(const Drawing& drawing) override;
+    void Print(OutputForm form, const Drawing& drawing) override;
     std::string Bitmap(const Drawing& drawing) override;
     void OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,
                    const std::string& caption) override;
@@ -49,7 +49,6 @@ class QtPlatform : public Platform {
     QWidget* Front() const;
 
     frmMain& window_;
-    FileDialogs fileDialogs_;
     QElapsedTimer clock_;
     qint64 lastPump_ = 0; // of clock_, nanoseconds
 };

@@ -1,8 +1,10 @@
 #include "ui/valuebox.h"
 
 #include <QApplication>
+#include <QDragEnterEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPalette>
 #include <QSignalBlocker>
 
@@ -170,6 +172,14 @@ void ValueBox::changeEvent(QEvent* event) {
     QLineEdit::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && !recolouring_)
         Recolour();
+}
+
+void ValueBox::dragEnterEvent(QDragEnterEvent* event) {
+    // A file is for the main window to open; its path is no number.
+    if (event->mimeData()->hasUrls())
+        event->ignore();
+    else
+        QLineEdit::dragEnterEvent(event);
 }
 
 void ValueBox::Recolour() {

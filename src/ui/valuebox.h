@@ -51,6 +51,7 @@ class ValueBox : public QLineEdit {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
 
   private:
     void Recolour();
