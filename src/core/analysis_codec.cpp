@@ -6,10 +6,7 @@
 #include <array>
 #include <bit>
 #include <cstdint>
-#include <map>
 #include <type_traits>
-#include <utility>
-#include <vector>
 
 namespace quorvanta {
 
@@ -29,16 +26,7 @@ Bytes LittleEndian(Bytes bytes) {
     return bytes;
 }
 
-constexpr std::string_view UnicodeMark = "UTF8";
-
-bool IsUtf8(std::string_view text) {
-    while (!text.empty())
-        if (!TakeCharacter(text))
-            return false;
-    return true;
-}
-
-// Appends each field that it is handed, and keeps the texts that the code page can't hold.
+// Appends each field that it is handed.
 class Writer {
   public:
     template <Number T>
@@ -49,40 +37,17 @@ class Writer {
 
     void operator()(const std::string& text) {
         const std::string encoded = ToWindows1252(text);
-        if (FromWindows1252(encoded) != text && IsUtf8(text))
-            unicode_.emplace_back(texts_, text);
-        ++texts_;
         textBytes_ += encoded.size();
-        Append(encoded);
-    }
-
-    // To be called once, after the last field.
-    void AppendUnicode() {
-        if (unicode_.empty())
-            return;
-        const std::size_t end = bytes_.size();
-        bytes_ += UnicodeMark;
-        (*this)(static_cast<std::uint16_t>(unicode_.size()));
-        for (const auto& [number, text] : unicode_) {
-            (*this)(number);
-            Append(text);
-        }
-        textBytes_ += bytes_.size() - end;
+        (*this)(static_cast<std::uint16_t>(encoded.size()));
+        bytes_ += encoded;
     }
 
     std::size_t TextBytes() const { return textBytes_; }
     const std::string& Bytes() const { return bytes_; }
 
   private:
-    void Append(const std::string& bytes) {
-        (*this)(static_cast<std::uint16_t>(bytes.size()));
-        bytes_ += bytes;
-    }
-
     std::string bytes_;
     std::size_t textBytes_ = 0;
-    std::uint16_t texts_ = 0;
-    std::vector<std::pair<std::uint16_t, std::string>> unicode_;
 };
 
 // Fills each field that it is handed, until the bytes run out.
@@ -97,22 +62,10 @@ class Reader {
         number = std::bit_cast<T>(LittleEndian(bytes));
     }
 
-    void operator()(std::string& text) { text = FromWindows1252(TakeText()); }
-
-    // The texts that stand after the last field in UTF-8, by their numbers; none if what stands
-    // there is anything else.
-    std::map<std::uint16_t, std::string> Unicode() {
-        std::map<std::uint16_t, std::string> texts;
-        if (Take(UnicodeMark.size()) != UnicodeMark)
-            return texts;
-        std::uint16_t count = 0;
-        (*this)(count);
-        for (; count > 0 && !failed_; --count) {
-            std::uint16_t number = 0;
-            (*this)(number);
-            texts[number] = TakeText();
-        }
-        return failed_ ? std::map<std::uint16_t, std::string>() : texts;
+    void operator()(std::string& text) {
+        std::uint16_t length = 0;
+        (*this)(length);
+        text = FromWindows1252(Take(length));
     }
 
     bool HasFailed() const { return failed_; }
@@ -128,35 +81,8 @@ class Reader {
         return taken;
     }
 
-    std::string_view TakeText() {
-        std::uint16_t length = 0;
-        (*this)(length);
-        return Take(length);
-    }
-
     std::string_view rest_;
     bool failed_ = false;
-};
-
-// Puts each text in place of the field of its number, if that field holds the same text as far as
-// the code page can: what another program has left after the last field changes nothing.
-class UnicodePutter {
-  public:
-    explicit UnicodePutter(std::map<std::uint16_t, std::string> texts) : texts_(std::move(texts)) {}
-
-    template <Number T>
-    void operator()(const T& /*number*/) const {}
-
-    void operator()(std::string& text) {
-        const auto found = texts_.find(number_++);
-        if (found != texts_.end() && IsUtf8(found->second) &&
-            ToWindows1252(found->second) == ToWindows1252(text))
-            text = found->second;
-    }
-
-  private:
-    std::map<std::uint16_t, std::string> texts_;
-    std::uint16_t number_ = 0;
 };
 
 // Hands every field to the archive, in the order of the file: the one place that knows the order.
@@ -199,21 +125,17 @@ void WalkFields(Record& record, Archive& archive) {
     all(record.DistrGraphStyle, record.HasDistrGraph, record.GridTestNo);
 }
 
-Writer Written(const AnalysisRecord& record) {
-    Writer writer;
-    WalkFields(record, writer);
-    writer.AppendUnicode();
-    return writer;
-}
-
 } // namespace
 
 std::size_t TextBytes(const AnalysisRecord& record) {
-    return Written(record).TextBytes();
+    Writer writer;
+    WalkFields(record, writer);
+    return writer.TextBytes();
 }
 
 std::optional<std::string> EncodeAnalysis(const AnalysisRecord& record) {
-    const Writer writer = Written(record);
+    Writer writer;
+    WalkFields(record, writer);
     if (writer.TextBytes() > MaxTextBytes)
         return std::nullopt;
     std::string file = writer.Bytes();
@@ -227,8 +149,6 @@ std::optional<AnalysisRecord> DecodeAnalysis(std::string_view file) {
     WalkFields(record, reader);
     if (reader.HasFailed())
         return std::nullopt;
-    UnicodePutter putter(reader.Unicode());
-    WalkFields(record, putter);
     return record;
 }
 
