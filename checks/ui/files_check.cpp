@@ -67,18 +67,18 @@ class FileWindows : public OutputCheck {
     void EditGraph() {
         hands::WhenModal("frmEditGraph", [](QWidget& edit) {
             hands::Control<QPlainTextEdit>(edit, "txtTitle")
-                ->setPlainText("Größe – “Überlegenheit”\nα ≤ 5 %, 試験 😀\n{\\rtf} &c.");
+                ->setPlainText("Größe – “Überlegenheit”\n5 ‰, ¾ × µ €\n{\\rtf} &c.");
             hands::TypeInto(edit, "txtXmin", "-0.4");
             hands::TypeInto(edit, "txtXmax", "0,5");
             hands::TypeInto(edit, "txtXtick", "0.1");
-            hands::Control<QLineEdit>(edit, "txtXLabel")->setText("Differenz δ");
+            hands::Control<QLineEdit>(edit, "txtXLabel")->setText("Differenz µ");
             hands::TypeInto(edit, "txtYmin", "0");
             hands::TypeInto(edit, "txtYmax", "1.2");
             hands::Control<QLineEdit>(edit, "txtYLabel")->setText("Güte & Schärfe");
-            hands::Control<QLineEdit>(edit, "txtZLabel")->setText("H₁");
+            hands::Control<QLineEdit>(edit, "txtZLabel")->setText("H¹");
             hands::TypeInto(edit, "txtFontSize", "11");
             hands::Click(edit, "chkFontBold");
-            hands::Control<QFontComboBox>(edit, "cbFontName")->setEditText("明朝 of no machine");
+            hands::Control<QFontComboBox>(edit, "cbFontName")->setEditText("Ärger of no machine");
             hands::TypeInto(edit, "txtCurveWidth", "2");
             hands::Click(edit, "cmdOK");
         });
@@ -87,12 +87,12 @@ class FileWindows : public OutputCheck {
     void EditTable() {
         hands::WhenModal("frmEditTable", [](QWidget& edit) {
             hands::Control<QPlainTextEdit>(edit, "txtTitle")
-                ->setPlainText(QString("Größe, “α ≤ 5 %” ").repeated(20) + "\n\n試験 😀");
+                ->setPlainText(QString("Größe, “5 ‰” ").repeated(20) + "\n\n¾ × µ €");
             hands::TypeInto(edit, "txtColumns", "2");
             hands::TypeInto(edit, "txtDecimals", "6");
             hands::TypeInto(edit, "txtFontSize", "12.5");
             hands::Click(edit, "chkFontBold");
-            hands::Control<QFontComboBox>(edit, "cbFontName")->setEditText("明朝 of no machine");
+            hands::Control<QFontComboBox>(edit, "cbFontName")->setEditText("Ärger of no machine");
             hands::Click(edit, "cmdOK");
         });
         hands::Click(Child(), "cmdEditTable");
@@ -142,7 +142,7 @@ TEST_F(FileWindows, AGraphComesBackAndIsDrawnAlike) {
     const QImage before = Picture("PicGraph");
     const auto [saved, opened] = SaveCloseOpen("graph.dim");
     EXPECT_EQ(opened, saved);
-    EXPECT_EQ(OutTitle(1), "α ≤ 5 %, 試験 😀");
+    EXPECT_EQ(OutTitle(1), "5 ‰, ¾ × µ €");
     EXPECT_EQ(Calculated, True);
     EXPECT_TRUE(Parameters().isVisible());
     EXPECT_EQ(Picture("PicGraph"), before);
