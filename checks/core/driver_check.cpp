@@ -457,6 +457,38 @@ TEST_F(Run, ACancelEndsTheRunWithoutAResult) {
     EXPECT_TRUE(platform.Messages.empty());
 }
 
+// Layout and painting raise the flags now and then.
+TEST_F(Run, AFaultOfTheEventsLetThroughIsNoneOfItsOwn) {
+    Prepare("0.1", "0.5", "0.1");
+    platform.ClockStep = 10;
+    platform.OnDoEvents = [] {
+        volatile f64 zero = 0;
+        volatile f64 none = zero / zero;
+        (void)none;
+        EXPECT_TRUE(HasFloatFault());
+    };
+    CalcRun();
+    EXPECT_EQ(Calculated, True);
+}
+
+TEST(FloatFaults, ArePutBackAsTheyWere) {
+    volatile f64 zero = 0;
+    volatile f64 value = 1;
+    ClearFloatFaults();
+    {
+        const FloatFaultsApart apart;
+        value = value / zero;
+    }
+    EXPECT_FALSE(HasFloatFault());
+    value = 1 / zero;
+    {
+        const FloatFaultsApart apart;
+        ClearFloatFaults();
+    }
+    EXPECT_TRUE(HasFloatFault());
+    ClearFloatFaults();
+}
+
 TEST_F(Run, AFaultTakesTheProgressAway) {
     Prepare("0.1", "0.5", "0.1");
     Type(h0Difference, std::string(60, '9'));

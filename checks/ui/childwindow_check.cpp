@@ -2,6 +2,7 @@
 #include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "ui/childwindow.h"
+#include "ui/frmcalc.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
 #include "ui/window_fixture.h"
@@ -20,6 +21,16 @@ namespace {
 class ChildWindows : public WindowCheck {
   protected:
     QList<QMdiSubWindow*> Frames() { return Area().subWindowList(); }
+
+    QWidget& Parameters() { return *Window().Floating(FloatingWindow::Parameters); }
+
+    // A Table window with the unpaired t-test, not yet calculated.
+    void OpenTable() {
+        Trigger("mnuFile(1)");
+        Trigger("mnuStudent(0)");
+        AcceptOptions();
+        ASSERT_TRUE(Parameters().isVisible());
+    }
 
     // Every analysis as if just saved.
     static void MarkAllSaved() {
@@ -79,7 +90,85 @@ TEST_F(ChildWindows, ShareTheTextsOfAKind) {
     EXPECT_EQ(Value(PlaceOf("&Standard Deviation")), "0.77");
 }
 
+TEST_F(ChildWindows, OpenAsTheirOwnWhileAnotherProgramIsInFront) {
+    OpenTable();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    Trigger("mnuFile(2)");
+    EXPECT_EQ(AnalysisNo, 2);
+    EXPECT_EQ(Frames()[1]->widget()->property("tag").toString(), "2");
+    EXPECT_EQ(Area().currentSubWindow(), Frames()[1]);
+    EXPECT_EQ(Analysis(1).TestName, "Student's t-test, Unpaired");
+}
+
 // --- Changing between windows -----------------------------------------------------------------
+
+TEST_F(ChildWindows, StayCurrentWhenTheParameterWindowGoes) {
+    OpenTTest();
+    OpenTable();
+    Trigger("mnuFile(0)");
+    Area().setActiveSubWindow(Frames()[1]);
+    ASSERT_EQ(AnalysisNo, 2);
+    hands::Click(Parameters(), "txtParValue(0)");
+    Trigger("mnuStudent(1)");
+    EXPECT_EQ(AnalysisNo, 2);
+    EXPECT_FALSE(Parameters().isVisible());
+    AcceptOptions();
+    EXPECT_EQ(Analysis(2).TestName, "Student's t-test, Paired");
+    EXPECT_EQ(Analysis(1).TestName, "Student's t-test, Unpaired");
+    EXPECT_EQ(Analysis(3).TestName, "");
+}
+
+TEST_F(ChildWindows, ShowTheirAnalysisAgainWhenTheyGoBehindWithOptionsOpen) {
+    OpenTTest();
+    OpenTTest();
+    const auto isShown = [this](const char* control) {
+        return !hands::Control(*Frames()[1]->widget(), control)->isHidden();
+    };
+    Trigger("mnuStudent(1)");
+    ASSERT_FALSE(isShown("txtParValue(1)"));
+    Area().setActiveSubWindow(Frames()[0]);
+    EXPECT_FALSE(Options().isVisible());
+    EXPECT_TRUE(isShown("txtParValue(1)"));
+    EXPECT_FALSE(isShown("lblHint"));
+
+    Area().setActiveSubWindow(Frames()[1]);
+    Trigger("mnuStudent(1)");
+    Trigger("mnuFile(0)");
+    EXPECT_TRUE(isShown("txtParValue(1)"));
+}
+
+TEST_F(ChildWindows, AreCurrentWhenTheyAreUsedWhereTheyAre) {
+    OpenTTest();
+    auto* behind = qobject_cast<frmCalc*>(Frames()[0]->widget());
+    OpenTable();
+    behind->cmdParLabel_Click(5);
+    EXPECT_EQ(AnalysisNo, 1);
+    EXPECT_EQ(UnknownParNo, 5);
+    EXPECT_EQ(Area().currentSubWindow(), Frames()[0]);
+    EXPECT_EQ(AnalysisState(2).Calculated, False);
+
+    Area().setActiveSubWindow(Frames()[1]);
+    ASSERT_EQ(AnalysisNo, 2);
+    // As a text dragged there does it.
+    hands::Control<ValueBox>(*behind, "txtParValue(4)")->setText("0.77");
+    EXPECT_EQ(AnalysisNo, 1);
+    EXPECT_EQ(Value(4), "0.77");
+    EXPECT_EQ(ParText(ParKind(4)), "0.77");
+}
+
+TEST_F(ChildWindows, TakeTheSummaryAwayWithTheResultThatItIsOf) {
+    for (const char* entry : {"mnuStudent(1)", "mnuFile(0)"}) {
+        OpenTTest();
+        Trigger("mnuGetInfo(3)");
+        QWidget& summary = *Window().Floating(FloatingWindow::Summary);
+        ASSERT_TRUE(summary.isVisible());
+        Trigger(entry);
+        EXPECT_FALSE(summary.isVisible()) << entry;
+    }
+}
 
 TEST_F(ChildWindows, KeepTheirOwnAnalysis) {
     OpenTTest();
@@ -302,6 +391,16 @@ TEST_F(ChildWindows, LeaveTheFrontWindowCurrentWhenOneBehindCloses) {
     hands::Settle();
     EXPECT_EQ(AnalysisNo, 2);
     EXPECT_EQ(Area().activeSubWindow()->windowTitle(), "Calculation 2");
+}
+
+TEST_F(ChildWindows, KeepTheParameterWindowOfTheFrontWhenOneBehindCloses) {
+    OpenTTest();
+    OpenTable();
+    MarkAllSaved();
+    Frames()[0]->close();
+    hands::Settle();
+    EXPECT_EQ(AnalysisNo, 2);
+    EXPECT_TRUE(Parameters().isVisible());
 }
 
 TEST_F(ChildWindows, StartAgainWithOneAfterTheLastHasClosed) {

@@ -7,6 +7,7 @@
 #include "ui/frmsplash.h"
 #include "ui/window_fixture.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QProgressBar>
@@ -167,6 +168,17 @@ TEST_F(PlatformOnQt, EndsTheRunThatFailed) {
     Press(5);
     EXPECT_EQ(UnknownParNo, 5);
     EXPECT_EQ(Calculated, True);
+}
+
+TEST_F(PlatformOnQt, OffersNoResultAfterAFault) {
+    OpenTTest();
+    auto* summary = Window().findChild<QAction*>("mnuGetInfo(3)");
+    ASSERT_TRUE(summary->isEnabled());
+    InAnEvent([] {
+        Calculated = False;
+        throw RunTimeError(Fault::Overflow);
+    });
+    EXPECT_FALSE(summary->isEnabled());
 }
 
 // --- Start ------------------------------------------------------------------------------------

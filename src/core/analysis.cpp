@@ -22,21 +22,6 @@ namespace {
 
 constexpr i16 outputTitles = 16;
 
-// True while the program itself goes from one analysis to another. A window that comes to the front
-// on the way, because another one has vanished that had the focus, does not change the analysis.
-bool isMoving = false;
-
-class Move {
-  public:
-    Move() : was_(isMoving) { isMoving = true; }
-    ~Move() { isMoving = was_; }
-    Move(const Move&) = delete;
-    Move& operator=(const Move&) = delete;
-
-  private:
-    bool was_;
-};
-
 void ResetRecords() {
     Analysis.ReDim(0, 0);
     AnalysisState.ReDim(0, 0);
@@ -63,11 +48,20 @@ bool IsListed(i16 parNo) {
     return parNo >= 0 && parNo <= NoOfPar;
 }
 
-void HideOutputs() {
-    for (const auto window :
-         {FloatingWindow::Summary, FloatingWindow::DistrGraph, FloatingWindow::Output})
-        ThePlatform().Hide(window);
-}
+// While this lives the current analysis changes, and windows that come to the front do so because
+// of it: taken for the user's doing, one of them would write the state into the wrong record.
+class Switching {
+  public:
+    Switching() { ++going_; }
+    ~Switching() { --going_; }
+    Switching(const Switching&) = delete;
+    Switching& operator=(const Switching&) = delete;
+
+    static bool IsGoing() { return going_ > 0; }
+
+  private:
+    static inline int going_ = 0;
+};
 
 // The part of a grid store that fits the record.
 template <class Cell, class Store>
@@ -294,9 +288,49 @@ i16 CurrentWindowKind() {
     return AnalysisNo > 0 ? Analysis(AnalysisNo).WindowKind : i16{-1};
 }
 
-void NewWindow(i16 windowKind) {
-    const Move move;
+namespace {
+
+// The record becomes the state, and its window shows it wherever it stands.
+void MakeCurrent(i16 n) {
+    AnalysisNo = n;
+    ChoosingOptions = false;
+    ThePlatform().Hide(FloatingWindow::Options);
+    const i16 windowKind = Analysis(n).WindowKind;
+    const i16 windowNo = Analysis(n).WindowNo;
+    CurrentWindowNo(windowKind) = windowNo;
+    ThePlatform().Hide(FloatingWindow::Parameters);
+    if (Analysis(n).IsGroupSeq == False || windowKind != CalculationWindow)
+        for (const auto window :
+             {FloatingWindow::InterimParameters, FloatingWindow::SequentialMonitor})
+            ThePlatform().Hide(window);
+    if (Analysis(n).TestName.empty() && Analysis(n).DistrName.empty()) {
+        AnalysisFileName = Analysis(n).AnalysisFileName;
+        ClearAnalysis();
+    } else {
+        LoadAnalysis();
+    }
+}
+
+// The current analysis goes behind another: options that are being chosen are given up, so that its
+// window shows what its record holds.
+void LeaveAnalysis() {
+    if (ChoosingOptions)
+        MakeCurrent(AnalysisNo);
     StoreAnalysis();
+    HideOutputs();
+}
+
+} // namespace
+
+void HideOutputs() {
+    for (const auto window :
+         {FloatingWindow::Summary, FloatingWindow::DistrGraph, FloatingWindow::Output})
+        ThePlatform().Hide(window);
+}
+
+void NewWindow(i16 windowKind) {
+    const Switching switching;
+    LeaveAnalysis();
     Calculated = False;
     const i16 windowNo = ++FormCount(windowKind);
     CurrentWindowNo(windowKind) = windowNo;
@@ -426,35 +460,18 @@ void LoadAnalysis() {
 }
 
 void SwitchAnalysis(i16 n) {
-    const Move move;
-    AnalysisNo = n;
-    ChoosingOptions = false;
-    ThePlatform().Hide(FloatingWindow::Options);
-    const i16 windowKind = Analysis(n).WindowKind;
-    const i16 windowNo = Analysis(n).WindowNo;
-    CurrentWindowNo(windowKind) = windowNo;
-    ThePlatform().Hide(FloatingWindow::Parameters);
-    if (Analysis(n).IsGroupSeq == False || windowKind != CalculationWindow)
-        for (const auto window :
-             {FloatingWindow::InterimParameters, FloatingWindow::SequentialMonitor})
-            ThePlatform().Hide(window);
-    if (Analysis(n).TestName.empty() && Analysis(n).DistrName.empty()) {
-        AnalysisFileName = Analysis(n).AnalysisFileName;
-        ClearAnalysis();
-    } else {
-        LoadAnalysis();
-    }
-    ThePlatform().RaiseChild(windowKind, windowNo);
+    const Switching switching;
+    MakeCurrent(n);
+    ThePlatform().RaiseChild(Analysis(n).WindowKind, Analysis(n).WindowNo);
 }
 
 void ChildActivated(i16 analysisNo) {
-    if (isMoving || Calculating == True || analysisNo == AnalysisNo ||
+    if (Switching::IsGoing() || Calculating == True || analysisNo == AnalysisNo ||
         AnalysisState(analysisNo).Closed == True)
         return;
-    StoreAnalysis();
+    LeaveAnalysis();
     SwitchAnalysis(analysisNo);
     UpdateMenus();
-    HideOutputs();
 }
 
 bool QueryCloseChild(i16 analysisNo, i16 closeMode) {
@@ -476,10 +493,11 @@ bool QueryCloseChild(i16 analysisNo, i16 closeMode) {
 }
 
 void ChildClosed(i16 analysisNo) {
-    const Move move;
+    const Switching switching;
     AnalysisState(analysisNo).Closed = True;
     AnalysisState(analysisNo).Changed = False;
-    if (CloseMode != CloseWithMain) {
+    // What belongs to the window in front stays when one behind it closes.
+    if (CloseMode != CloseWithMain && analysisNo == AnalysisNo) {
         HideOutputs();
         for (const auto window : {FloatingWindow::Parameters, FloatingWindow::InterimParameters,
                                   FloatingWindow::SequentialMonitor})

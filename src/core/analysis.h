@@ -177,6 +177,10 @@ void FixParNos();
 // True if the current list has a parameter for z-values.
 bool HasZPar();
 
+// Hides the windows that show the result in words or as a document: they speak of an analysis, or
+// of values, that the window in front has no more.
+void HideOutputs();
+
 // The current analysis differs from its file.
 void MarkChanged();
 

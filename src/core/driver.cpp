@@ -233,6 +233,7 @@ class RunProgress {
     // One more point is done. The display appears when the first point foretells a long run, or
     // when the run has become one.
     void Step() {
+        const FloatFaultsApart apart;
         ++done_;
         if (shown_) {
             ThePlatform().StepProgress();
@@ -310,8 +311,10 @@ void StartDriver() {
 
 f64 TryValue(f64 x) {
     // A run that shows its progress is cancelled between two evaluations, however long they take.
-    if (Calculating == True)
+    if (Calculating == True) {
+        const FloatFaultsApart apart;
         ThePlatform().DoEvents();
+    }
     ParValue(UnknownParNo) = x;
     const f64 residual = SelRootFunction();
     ThrowIfFloatFault();

@@ -20,6 +20,10 @@ constexpr unsigned overflow = _MM_EXCEPT_OVERFLOW;
 unsigned Flags() {
     return _mm_getcsr() & (invalid | divisionByZero | overflow);
 }
+
+void RaiseFlags(unsigned flags) {
+    _mm_setcsr(_mm_getcsr() | flags);
+}
 #else
 constexpr unsigned invalid = FE_INVALID;
 constexpr unsigned divisionByZero = FE_DIVBYZERO;
@@ -27,6 +31,10 @@ constexpr unsigned overflow = FE_OVERFLOW;
 
 unsigned Flags() {
     return static_cast<unsigned>(std::fetestexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW));
+}
+
+void RaiseFlags(unsigned flags) {
+    std::feraiseexcept(static_cast<int>(flags));
 }
 #endif
 
@@ -52,6 +60,13 @@ void ClearFloatFaults() {
 #else
     std::feclearexcept(FE_ALL_EXCEPT);
 #endif
+}
+
+FloatFaultsApart::FloatFaultsApart() : flags_(Flags()) {}
+
+FloatFaultsApart::~FloatFaultsApart() {
+    ClearFloatFaults();
+    RaiseFlags(flags_);
 }
 
 bool HasFloatFault() {

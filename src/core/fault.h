@@ -29,6 +29,19 @@ void ClearFloatFaults();
 // since the last ClearFloatFaults.
 void ThrowIfFloatFault();
 
+// What happens while this lives leaves the flags as they were. Events that are let through in the
+// middle of a calculation lay out and paint windows, which raises flags that are none of its own.
+class FloatFaultsApart {
+  public:
+    FloatFaultsApart();
+    ~FloatFaultsApart();
+    FloatFaultsApart(const FloatFaultsApart&) = delete;
+    FloatFaultsApart& operator=(const FloatFaultsApart&) = delete;
+
+  private:
+    unsigned flags_;
+};
+
 // True if such a fault has happened; the flags stay.
 bool HasFloatFault();
 

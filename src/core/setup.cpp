@@ -92,6 +92,7 @@ void HideFloatingWindows() {
          {FloatingWindow::Parameters, FloatingWindow::InterimParameters,
           FloatingWindow::SequentialMonitor, FloatingWindow::Grid, FloatingWindow::Options})
         ThePlatform().Hide(window);
+    HideOutputs();
 }
 
 void LayOutOptions() {

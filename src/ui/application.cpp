@@ -4,6 +4,7 @@
 #include "core/analysis_state.h"
 #include "core/fault.h"
 #include "core/platform.h"
+#include "core/setup.h"
 
 #include <QIcon>
 
@@ -47,6 +48,7 @@ void Application::TellRunTimeError(const char* name) {
     ClearFloatFaults();
     if (AnalysisNo > 0)
         platform.RefreshChild();
+    UpdateMenus();
     platform.MsgBox(std::string("Run-time error: ") + name, Buttons::Ok, Icon::Critical, "");
 }
 

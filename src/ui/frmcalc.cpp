@@ -157,6 +157,7 @@ void frmCalc::ShowMarks() {
 void frmCalc::cmdParLabel_Click(i16 i) {
     if (Calculating != False)
         return;
+    Form_Activate();
     SolveFor(i);
     Refresh();
 }
@@ -167,7 +168,10 @@ void frmCalc::txtParValue_Change(i16 i) {
         box.Write(ToQt(ParText(ParKind(i))));
         return;
     }
-    box.Accept(ToQt(TypedParText(i, FromQt(box.text()))));
+    // A text that is dropped into a window behind brings it to the front.
+    const std::string typed = FromQt(box.text());
+    Form_Activate();
+    box.Accept(ToQt(TypedParText(i, typed)));
     lblHead1_->setText(ToQt(ParListName));
     ShowMarks();
 }
@@ -179,13 +183,14 @@ void frmCalc::txtParValue_GotFocus(i16 i) {
 }
 
 void frmCalc::txtParValue_DblClick(i16 i) {
-    if (Calculating == False)
-        GetFromTable(i);
+    if (Calculating != False)
+        return;
+    Form_Activate();
+    GetFromTable(i);
 }
 
 void frmCalc::txtParValue_KeyDown(i16 i) {
-    if (Calculating == False)
-        GetFromTable(i);
+    txtParValue_DblClick(i);
 }
 
 void frmCalc::cmdParLabel_MouseUp(const QPoint& at) {

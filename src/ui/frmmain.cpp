@@ -367,8 +367,9 @@ void frmMain::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo, const QStr
 // the active one.
 void frmMain::BringToFront(ChildWindow& child) {
     area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(child.parentWidget()));
-    if (!child.isAncestorOf(focusWidget()))
-        child.setFocus();
+    // The content of a minimized child is hidden and takes no focus; its frame does.
+    if (!child.parentWidget()->isAncestorOf(focusWidget()))
+        (child.isVisible() ? &child : child.parentWidget())->setFocus();
 }
 
 // Where the next child window opens: at the place told, wrapped round so that all of it is seen.
@@ -467,13 +468,22 @@ void frmMain::HideFloating(FloatingWindow window) {
     QWidget* floating = Floating(window);
     if (floating == nullptr || !floating->isVisible())
         return;
-    // The focus goes to the child in front; left to itself it would go to any other, and bring it
-    // to the front.
-    const QMdiSubWindow* front = area_->activeSubWindow();
-    if (front != nullptr && floating->isAncestorOf(focusWidget()))
-        front->widget()->setFocus();
+    const KeepFront front(*this);
     floating->hide();
     activateWindow();
+}
+
+KeepFront::KeepFront(frmMain& window) : window_(window), quiet_(window.area_) {}
+
+KeepFront::~KeepFront() {
+    ChildWindow* child = window_.CurrentChild();
+    if (child == nullptr)
+        return;
+    const QWidget* frame = child->parentWidget();
+    const QWidget* focus = window_.focusWidget();
+    const bool isFocusBehind = window_.area_->isAncestorOf(focus) && !frame->isAncestorOf(focus);
+    if (window_.area_->currentSubWindow() != frame || isFocusBehind)
+        window_.BringToFront(*child);
 }
 
 void frmMain::StartRun(i32 total) {
@@ -487,6 +497,8 @@ void frmMain::StepRun() {
 }
 
 void frmMain::EndRun() {
+    // An area that is disabled lets go of its window when the main window loses the activation.
+    const KeepFront front(*this);
     menuBar()->setEnabled(true);
     area_->setEnabled(true);
     frmShowPar_->EndProgress();

@@ -8,6 +8,7 @@
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QSignalBlocker>
 
 #include <map>
 #include <span>
@@ -84,6 +85,7 @@ class frmMain : public QMainWindow {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    friend class KeepFront;
     void MakeMenus();
     void FillMenu(QMenu& menu, std::span<const MenuItem> items);
     QAction* MakeAction(const MenuItem& item);
@@ -113,6 +115,21 @@ class frmMain : public QMainWindow {
     frmSummary* frmSummary_;
     frmOutput* frmOutput_;
     frmProgress* frmProgress_;
+};
+
+// Messages and floating windows take the activation with them when they come, and when they go the
+// focus passes to what is next in turn: often a child window behind, which then comes to the front.
+// As long as this lives, that makes no other analysis current; then the current one is in front.
+class KeepFront {
+  public:
+    explicit KeepFront(frmMain& window);
+    ~KeepFront();
+    KeepFront(const KeepFront&) = delete;
+    KeepFront& operator=(const KeepFront&) = delete;
+
+  private:
+    frmMain& window_;
+    QSignalBlocker quiet_;
 };
 
 } // namespace quorvanta

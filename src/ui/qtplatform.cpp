@@ -74,6 +74,7 @@ QWidget* QtPlatform::Front() const {
 
 Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
                           const std::string& title) {
+    const KeepFront front(window_);
     QWidget* parent = Front();
     QMessageBox box(parent);
     box.setObjectName("msgBox");
@@ -130,14 +131,17 @@ void QtPlatform::HideProgress() {
 }
 
 std::optional<std::string> QtPlatform::AskOpenName(const FileDialog& dialog) {
+    const KeepFront front(window_);
     return window_.Dialogs().AskOpenName(Front(), dialog);
 }
 
 std::optional<std::string> QtPlatform::AskSaveName(const FileDialog& dialog) {
+    const KeepFront front(window_);
     return window_.Dialogs().AskSaveName(Front(), dialog);
 }
 
 std::optional<OutputForm> QtPlatform::AskOutputForm(OutputAction action) {
+    const KeepFront front(window_);
     return frmGraphOrText(Front(), action).Ask();
 }
 
@@ -150,6 +154,7 @@ void QtPlatform::CopyPicture(const Drawing& drawing) {
 }
 
 void QtPlatform::Print(OutputForm form, const Drawing& drawing) {
+    const KeepFront front(window_);
     PrintWithPreview(Front(), ToQt(AnalysisFileName), form, drawing);
 }
 
