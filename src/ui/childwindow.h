@@ -30,8 +30,8 @@ class ChildWindow : public QWidget {
     // Moves and shrinks the window into the area of the child windows.
     void KeepInside();
 
-    // The window came to the front, or is used where it is: the focus, and with it a click or a key,
-    // may be in a window behind.
+    // The window came to the front, or is used where it is: the focus, and with it a click or a
+    // key, may be in a window behind.
     void Form_Activate();
 
     // May the window close? Asks about unsaved changes.
