@@ -12,6 +12,8 @@
 #include <QMimeData>
 #include <QTest>
 
+#include <algorithm>
+
 namespace quorvanta {
 
 void OutputCheck::OpenRun(i16 windowKind) {
@@ -67,8 +69,12 @@ void OutputCheck::PressAltKey(QWidget& window, Qt::Key key) {
     window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     QTest::keyClick(&window, key, Qt::AltModifier);
-    constexpr int pressed = 150; // milliseconds for which a button shows that it is
-    QTest::qWait(pressed);
+    // A button shows for a moment that it is pressed, and acts then.
+    EXPECT_TRUE(QTest::qWaitFor([&window] {
+        return std::ranges::none_of(window.findChildren<QAbstractButton*>(),
+                                    [](const QAbstractButton* each) { return each->isDown(); });
+    }));
+    hands::Settle();
 }
 
 QStringList OutputCheck::Captions(const QWidget& window) {
