@@ -5,6 +5,7 @@
 #include "ui/application.h"
 #include "ui/childwindow.h"
 #include "ui/frmsplash.h"
+#include "ui/valuebox.h"
 #include "ui/window_fixture.h"
 
 #include <QAction>
@@ -168,6 +169,24 @@ TEST_F(PlatformOnQt, EndsTheRunThatFailed) {
     Press(5);
     EXPECT_EQ(UnknownParNo, 5);
     EXPECT_EQ(Calculated, True);
+}
+
+// A graph stays while its values change, and is drawn again when one of them was too much.
+TEST_F(PlatformOnQt, SurvivesAValueThatNoNumberHolds) {
+    Trigger("mnuFile(2)");
+    Trigger("mnuStudent(0)");
+    AcceptOptions();
+    const QWidget& parameters = *Window().Floating(FloatingWindow::Parameters);
+    hands::Click(parameters, "cmdOK");
+    ASSERT_EQ(Calculated, True);
+    const auto* graph = hands::Control(Child(), "PicGraph");
+    const QString statement = graph->accessibleDescription();
+    ASSERT_FALSE(statement.isEmpty());
+    hands::Control<ValueBox>(parameters, "txtParValue(0)")->setText(QString(400, '9'));
+    hands::Click(parameters, "cmdOK");
+    EXPECT_EQ(Messages.Texts, QStringList{"Run-time error: Overflow"});
+    EXPECT_EQ(graph->accessibleDescription(), statement);
+    EXPECT_TRUE(graph->isVisible());
 }
 
 TEST_F(PlatformOnQt, OffersNoResultAfterAFault) {

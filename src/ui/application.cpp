@@ -46,9 +46,13 @@ void Application::TellRunTimeError(const char* name) {
     Calculating = False;
     Cancelled = False;
     ClearFloatFaults();
-    if (AnalysisNo > 0)
-        platform.RefreshChild();
-    UpdateMenus();
+    try {
+        if (AnalysisNo > 0)
+            platform.RefreshChild();
+        UpdateMenus();
+    } catch (const RunTimeError&) {
+        // What can't be calculated with may not be shown either: the error is told once.
+    }
     platform.MsgBox(std::string("Run-time error: ") + name, Buttons::Ok, Icon::Critical, "");
 }
 
