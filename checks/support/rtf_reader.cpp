@@ -20,9 +20,9 @@ bool IsLetter(char c) {
     return c >= 'a' && c <= 'z';
 }
 
-// Follows the RTF specification: a control word is letters, an optional number, and one blank that
-// belongs to it; a control symbol is one character that is no letter. Fails on a byte that is not
-// ASCII and on a brace left open.
+// As the Rich Text Format has it (version 1.9, 2008): a control word is letters, an optional
+// number, and one blank that belongs to it; a control symbol is one character that is no letter.
+// Fails on a byte that is not ASCII and on a brace left open.
 std::vector<Token> Tokens(const std::string& rtf) {
     std::vector<Token> tokens;
     int depth = 0;

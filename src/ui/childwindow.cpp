@@ -2,8 +2,6 @@
 
 #include "core/analysis.h"
 #include "core/analysis_state.h"
-#include "output/table_layout.h"
-#include "ui/qttext.h"
 
 #include <QCloseEvent>
 #include <QLayout>
@@ -51,21 +49,6 @@ void ChildWindow::KeepInside() {
 void ChildWindow::RequestOutputMenu(const QPoint& at) {
     if (AnalysisTag() == AnalysisNo && Calculating == False && Calculated != False)
         emit OutputMenuRequested(at);
-}
-
-QString ChildWindow::RunHint() {
-    if (TestName.empty() && DistrName.empty())
-        return tr("Choose a test or a distribution from the menus.");
-    if (NoOfPar < 1)
-        return tr("Choose the options, then press OK.");
-    return tr("Choose the axes and the values at the side, then press OK.");
-}
-
-QString ChildWindow::ResultInWords() const {
-    QStringList lines;
-    for (const std::string& line : TableLines(LayOutTable(PresentationOf(AnalysisTag()))))
-        lines << ToQt(line);
-    return lines.join('\n');
 }
 
 void ChildWindow::Form_Activate() {

@@ -53,12 +53,6 @@ class ChildWindow : public QWidget {
     // Asks for that menu if the window shows a valid result.
     void RequestOutputMenu(const QPoint& at);
 
-    // What to do next in the window of a table or graph that has no result yet.
-    static QString RunHint();
-
-    // The table or graph as drawn, in lines of text, for those who have it read to them.
-    QString ResultInWords() const;
-
     void closeEvent(QCloseEvent* event) override;
 
   private:

@@ -2,22 +2,17 @@
 #pragma once
 
 #include "core/types.h"
-#include "ui/childwindow.h"
-
-class QLabel;
-class QPushButton;
+#include "ui/runwindow.h"
 
 namespace quorvanta {
 
 class GraphPicture;
 
-class frmGraph : public ChildWindow {
+class frmGraph : public RunWindow {
     Q_OBJECT
 
   public:
     frmGraph(i16 windowNo, i16 analysisNo);
-
-    void Refresh() override;
 
     // The size of the picture as it stands on the screen, inches.
     QSizeF PictureInches() const;
@@ -25,11 +20,10 @@ class frmGraph : public ChildWindow {
     void cmdEditGraph_Click();
 
   private:
+    void Redraw(const QString& words) override;
     void TellProblem();
 
-    QLabel* lblHint_;
     GraphPicture* picture_;
-    QPushButton* cmdEditGraph_;
 };
 
 } // namespace quorvanta

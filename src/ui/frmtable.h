@@ -2,29 +2,24 @@
 #pragma once
 
 #include "core/types.h"
-#include "ui/childwindow.h"
-
-class QLabel;
-class QPushButton;
+#include "ui/runwindow.h"
 
 namespace quorvanta {
 
 class ScrolledPicture;
 
-class frmTable : public ChildWindow {
+class frmTable : public RunWindow {
     Q_OBJECT
 
   public:
     frmTable(i16 windowNo, i16 analysisNo);
 
-    void Refresh() override;
-
     void cmdEditTable_Click();
 
   private:
-    QLabel* lblHint_;
+    void Redraw(const QString& words) override;
+
     ScrolledPicture* picture_;
-    QPushButton* cmdEditTable_;
 };
 
 } // namespace quorvanta
