@@ -362,6 +362,8 @@ void Monkey::Fail(const std::string& what) {
 void Monkey::Note(const QString& what) {
     hasDone_ = true;
     watchdog_.Add(FromQt(what));
+    if (isTold_)
+        std::cerr << steps_ << ' ' << qPrintable(what) << '\n';
     signature_ = signature_ * 31 + std::hash<std::string>()(FromQt(what));
 }
 
@@ -931,17 +933,20 @@ void Monkey::ActOnPopup(QWidget& popup) {
             return Press(popup, Qt::Key_Escape);
         QAction& entry = *OneOf(entries);
         Note("\"" + entry.text() + "\"");
-        return ClickAt(popup, menu->actionGeometry(&entry).center(), Qt::LeftButton);
+        if (entry.menu() == nullptr)
+            return ClickAt(popup, menu->actionGeometry(&entry).center(), Qt::LeftButton);
+        // With the mouse a menu in a menu opens after a while, which is not the same each time.
+        menu->setActiveAction(&entry);
+        return Press(popup, Qt::Key_Right);
     }
     if (auto* view = popup.findChild<QAbstractItemView*>(); view != nullptr && view->isVisible()) {
         const int rows = view->model()->rowCount(view->rootIndex());
         if (rows > 0) {
             const int row = static_cast<int>(Below(static_cast<std::size_t>(rows)));
-            const QRect place = view->visualRect(view->model()->index(row, 0, view->rootIndex()));
-            if (view->viewport()->rect().contains(place.center())) {
-                Note(QString("row %1").arg(row));
-                return ClickAt(*view->viewport(), place.center(), Qt::LeftButton);
-            }
+            // Nor does an open list take clicks from its first moment on.
+            Note(QString("row %1").arg(row));
+            view->setCurrentIndex(view->model()->index(row, 0, view->rootIndex()));
+            return Press(popup, Qt::Key_Return);
         }
     }
     Press(popup, Qt::Key_Escape);

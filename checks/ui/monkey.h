@@ -162,10 +162,11 @@ class Monkey : public QObject {
     int depth_ = 0;        // turns that have not come back: each waits for a dialog or a run
     int steps_ = 0;
     int wanted_ = 0;
-    int pumps_ = 0;          // of the present run
-    i16 runsIn_ = 0;         // its analysis
-    bool isPatient_ = false; // lets it go on
-    bool hasDone_ = false;   // the present step
+    int pumps_ = 0;                                                           // of the present run
+    i16 runsIn_ = 0;                                                          // its analysis
+    bool isPatient_ = false;                                                  // lets it go on
+    const bool isTold_ = qEnvironmentVariableIsSet("QUORVANTA_MONKEY_TRAIL"); // each step
+    bool hasDone_ = false;                                                    // the present step
     std::size_t signature_ = 0;
     std::string failure_;
 };

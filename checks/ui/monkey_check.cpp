@@ -3,6 +3,7 @@
 //
 // QUORVANTA_MONKEY_SEED and QUORVANTA_MONKEY_STEPS set the seed and the length of the walk: the
 // seed stands in the message of a walk that failed, and leads to the same steps again.
+// With QUORVANTA_MONKEY_TRAIL set, every step is told as it is taken.
 // With the sanitizers (preset asan-ui) the test monkey_walk takes 20,000 steps.
 #include "ui/monkey.h"
 
