@@ -16,7 +16,6 @@ namespace quorvanta::checks {
 namespace {
 
 constexpr i16 unpaired = 0;
-constexpr i16 paired = 1;
 constexpr i16 alpha = 0;
 constexpr i16 power = 1;
 constexpr i16 sd = 2;

@@ -11,7 +11,6 @@ constexpr i16 alpha = 0;
 constexpr i16 power = 1;
 constexpr i16 sd = 2;
 constexpr i16 size1 = 4;
-constexpr i16 h0Difference = 61;
 constexpr i16 h1Difference = 62;
 
 class ShowPar : public AnalysisFixture {

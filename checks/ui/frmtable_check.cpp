@@ -313,7 +313,7 @@ TEST_F(ScrolledTable, ComesBackWhenTheWindowGrows) {
 
 TEST_F(TableWindowCheck, EditsItsSettingsUnderTheirLabels) {
     Edit(
-        [this](QWidget& dialog) {
+        [](QWidget& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "Edit Table");
             const struct {
                 const char* Label;
