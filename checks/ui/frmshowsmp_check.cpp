@@ -114,6 +114,18 @@ TEST_F(OptionWindow, HandsEveryChoiceToTheState) {
     EXPECT_EQ(IntParValue(IntParList(1)), 1);
 }
 
+// A letter and the Return key may follow each other faster than a button looks pressed.
+TEST_F(OptionWindow, TakesAChoiceByItsLetterAtOnce) {
+    Choose("optTails(0)");
+    ASSERT_EQ(LeftTail, False);
+    QTest::keyClick(&Options(), Qt::Key_R, Qt::AltModifier);
+    EXPECT_EQ(LeftTail, True);
+    EXPECT_TRUE(Option("chkLeftTail").hasFocus());
+    QTest::keyClick(&Options(), Qt::Key_Return);
+    EXPECT_FALSE(Options().isVisible());
+    EXPECT_EQ(LeftTail, True);
+}
+
 TEST_F(OptionWindow, KeepsChecksThatExcludeEachOtherApart) {
     Choose("chkCheck(0)"); // degrees of freedom
     EXPECT_TRUE(Option("chkCheck(0)").isChecked());

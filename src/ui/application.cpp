@@ -6,7 +6,9 @@
 #include "core/platform.h"
 #include "core/setup.h"
 
+#include <QAbstractButton>
 #include <QIcon>
+#include <QShortcutEvent>
 
 #include <new>
 
@@ -29,9 +31,26 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setWindowIcon(icon);
 }
 
+namespace {
+
+// A button that its letter presses looks pressed for a tenth of a second before Qt clicks it. By
+// then its window may have been accepted without the choice, which would come late and change the
+// analysis that is current.
+bool ClickAtOnce(QObject* receiver, const QEvent& event) {
+    auto* button = qobject_cast<QAbstractButton*>(receiver);
+    if (button == nullptr || event.type() != QEvent::Shortcut ||
+        static_cast<const QShortcutEvent&>(event).isAmbiguous())
+        return false;
+    button->setFocus(Qt::ShortcutFocusReason);
+    button->click();
+    return true;
+}
+
+} // namespace
+
 bool Application::notify(QObject* receiver, QEvent* event) {
     try {
-        return QApplication::notify(receiver, event);
+        return ClickAtOnce(receiver, *event) || QApplication::notify(receiver, event);
     } catch (const RunTimeError& error) {
         TellRunTimeError(error.what());
     } catch (const std::bad_alloc&) {
