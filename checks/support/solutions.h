@@ -1,0 +1,29 @@
+// The solutions of every analysis with every choice of its options, from fixed values, down to the
+// last bit: what tells whether a build, or a change that should change nothing, solves alike.
+#pragma once
+
+#include "support/properties.h"
+
+#include <string>
+#include <vector>
+
+namespace quorvanta::checks {
+
+// Every analysis of the menus that has an engine: tests, and parameters of distributions by
+// procedure. A window must be open.
+std::vector<AnalysisChoice> ServedAnalyses();
+
+// A choice and its solutions from several sets of values. A cell holds, for each parameter as the
+// unknown, 32 bits mixed of the 64 of the solution; "-" where there is none.
+struct SolutionRow {
+    std::string Choice; // analysis, samples, tails, direction, check boxes, options
+    std::vector<std::string> Cells;
+};
+
+// What the cells start from: the catalogue's values, then the sets of plan_values.tsv.
+std::vector<std::string> SolutionColumns();
+
+// The solutions of one analysis, over all its choices and all sets of values.
+std::vector<SolutionRow> Solutions(const AnalysisChoice& analysis);
+
+} // namespace quorvanta::checks
