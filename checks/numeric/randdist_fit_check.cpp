@@ -1,9 +1,10 @@
-// A million draws of every generator against the distribution that it stands for.
+// Draws of every generator, a million in all, against the distribution that it stands for.
 #include "core/analysis_state.h"
 #include "core/fault.h"
 #include "numeric/randdist.h"
 #include "numeric/rnd.h"
 #include "support/fit.h"
+#include "support/statistics.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -24,7 +25,7 @@ using checks::Moments;
 using checks::MomentsOf;
 using checks::NormalCdf;
 
-constexpr int million = 1000000;
+const int draws = checks::DrawsOf(1000000);
 constexpr f64 pi = std::numbers::pi;
 
 class RandDistFit : public ::testing::Test {
@@ -32,7 +33,7 @@ class RandDistFit : public ::testing::Test {
     void SetUp() override {
         Rnd(-20240501.0);
         Randomize(20240501.0);
-        RandSample.ReDim(0, million);
+        RandSample.ReDim(0, draws);
         ClearFloatFaults();
     }
     void TearDown() override { EXPECT_FALSE(HasFloatFault()); }
@@ -161,7 +162,7 @@ TEST_F(RandDistFit, BivNormal) {
     for (const f32 rho : {-0.9F, 0.0F, 0.5F}) {
         SCOPED_TRACE(rho);
         const f64 r = rho;
-        RandSample2.ReDim(0, million);
+        RandSample2.ReDim(0, draws);
         RandBivNormal(rho);
         const auto second = std::span<const f32>(RandSample2.Raw()).subspan(1);
         ExpectMoments(Draws(), {0.0, 1.0, 0.0});
@@ -170,13 +171,13 @@ TEST_F(RandDistFit, BivNormal) {
         ExpectContinuousFit(second, NormalCdf);
         f64 product = 0;
         std::vector<f32> form;
-        for (int i = 1; i <= million; ++i) {
+        for (int i = 1; i <= draws; ++i) {
             const f64 x = RandSample(i);
             const f64 y = RandSample2(i);
             product += x * y;
             form.push_back(static_cast<f32>((x * x - 2.0 * r * x * y + y * y) / (1.0 - r * r)));
         }
-        ExpectNearZero((product / million - r) / std::sqrt((1.0 + r * r) / million));
+        ExpectNearZero((product / draws - r) / std::sqrt((1.0 + r * r) / draws));
         ExpectContinuousFit(form, [](f64 q) { return -std::expm1(-0.5 * q); });
     }
 }
@@ -257,8 +258,8 @@ TEST_F(RandDistFit, PiecewiseExp) {
         sum += x;
         squares += static_cast<f64>(x) * x;
     }
-    const f64 variance = squares / million - mean * mean;
-    ExpectNearZero((sum / million - mean) / std::sqrt(variance / million));
+    const f64 variance = squares / draws - mean * mean;
+    ExpectNearZero((sum / draws - mean) / std::sqrt(variance / draws));
 }
 
 f64 LogChoose(f64 n, f64 k) {
@@ -324,20 +325,20 @@ TEST_F(RandDistFit, Poisson) {
     }
 }
 
-// A million trials over five categories, as one sample of categories.
+// Trials over five categories, as one sample of categories.
 TEST_F(RandDistFit, Multinomial) {
     const CountProbabilities proportions{0.1, 0.4, 0.05, 0.25, 0.2};
     Array1<f32> P(1, 5);
     for (int i = 1; i <= 5; ++i)
         P(i) = static_cast<f32>(proportions[static_cast<std::size_t>(i - 1)]);
     RandSample.ReDim(0, 5);
-    for (int k = 0; k < 100; ++k)
+    for (int k = 0; k < draws / 10000; ++k)
         RandMultinomial(10000, P);
     std::vector<f32> categories;
     for (int i = 1; i <= 5; ++i)
         categories.insert(categories.end(), static_cast<std::size_t>(RandSample(i)),
                           static_cast<f32>(i - 1));
-    ASSERT_EQ(categories.size(), static_cast<std::size_t>(million));
+    ASSERT_EQ(categories.size(), static_cast<std::size_t>(draws));
     ExpectCountFit(categories, proportions);
     ExpectMoments(categories, MomentsOf(proportions));
 }

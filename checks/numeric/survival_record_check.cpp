@@ -5,6 +5,7 @@
 #include "numeric/randdist.h"
 #include "numeric/rnd.h"
 #include "support/fit.h"
+#include "support/statistics.h"
 
 #include <algorithm>
 #include <cmath>
@@ -158,8 +159,8 @@ TEST(SurvivalRecord, ASingleIntervalLosesNobody) {
 
 constexpr i16 groupSize = 16000;
 constexpr i16 studySize = 2 * groupSize;
-constexpr int studies = 63;
-constexpr int subjects = groupSize * studies; // of each group: a million
+const int studies = checks::DrawsOf(63);
+const int subjects = groupSize * studies; // of each group: a million in the whole
 
 // What many studies hold of one group, and what is seen of it at a study time.
 struct GroupTally {
