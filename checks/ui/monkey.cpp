@@ -5,7 +5,6 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
-#include "core/driver.h"
 #include "core/general.h"
 #include "core/showpar.h"
 #include "tour/hands.h"

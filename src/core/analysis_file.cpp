@@ -5,18 +5,19 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
-#include "core/driver.h"
-#include "core/general.h"
+#include "core/menus.h"
 #include "core/platform.h"
+#include "core/program_name.h"
+#include "core/records.h"
 #include "core/save_file.h"
-#include "core/setup.h"
 #include "core/showpar.h"
+#include "core/values.h"
 #include "output/printcopy.h"
+#include "output/saving.h"
 #include "output/titles.h"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cmath>
 #include <filesystem>
 #include <optional>
@@ -25,8 +26,6 @@
 namespace quorvanta {
 
 namespace {
-
-constexpr const char* AnalysisExtension = "dim";
 
 // --- What a file may say ----------------------------------------------------------------------
 
@@ -181,16 +180,6 @@ std::string FileName(const std::string& path) {
     return std::filesystem::path(path).filename().string();
 }
 
-// A caption without ".dim"; any other point is part of the name ("Phase 2.5").
-std::string WithoutExtension(const std::string& caption) {
-    const std::string extension = std::string(".") + AnalysisExtension;
-    const bool isFile =
-        caption.size() > extension.size() &&
-        std::equal(extension.rbegin(), extension.rend(), caption.rbegin(),
-                   [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); });
-    return isFile ? caption.substr(0, caption.size() - extension.size()) : caption;
-}
-
 // The analysis goes by the name of its file.
 void NameAnalysis(const std::string& path) {
     AnalysisFileName = FileName(path);
@@ -322,28 +311,22 @@ bool WriteAnalysisFile(const std::string& path) {
     return true;
 }
 
-bool WriteTextFile(const std::string& path, const std::string& text) {
-    if (SaveFile(path, text))
+bool QueryCloseChild(i16 analysisNo, i16 closeMode) {
+    CloseMode = closeMode;
+    if (Calculating == True)
+        return false;
+    if (AnalysisState(analysisNo).Changed == False)
         return true;
-    ThePlatform().ShowStatus("The Output Can't Be Saved. The File " + path + " Can't Be Written.");
-    return false;
-}
-
-std::string AskFileName(const std::string& extension) {
-    FileDialog dialog;
-    dialog.Title = "Save " + WindowKindName();
-    dialog.DefaultExtension = extension;
-    if (extension == AnalysisExtension) {
-        dialog.Title = "Save " + ChildKindName();
-        dialog.Filter = std::string(ProgramName) + " Files (*.dim)|*.dim";
-    } else if (extension == "bmp") {
-        dialog.Filter = "Graph Files (*.bmp)|*.bmp";
-    } else {
-        dialog.Filter = "Text Files (*.rtf)|*.rtf";
-    }
-    dialog.FileName = WithoutExtension(AnalysisFileName);
-    std::erase(dialog.FileName, ' ');
-    return ThePlatform().AskSaveName(dialog).value_or("");
+    ChildActivated(analysisNo);
+    const Answer answer =
+        ThePlatform().MsgBox(Analysis(analysisNo).AnalysisFileName + " Has Been Changed." + CrLf +
+                                 CrLf + "Save Analysis?",
+                             Buttons::YesNoCancel, Icon::Exclamation, "");
+    if (answer != Answer::Yes)
+        return answer == Answer::No;
+    FileCommand(FileSaveAnalysis);
+    // A save that was given up, or failed, leaves the analysis unsaved and so the window open.
+    return AnalysisState(analysisNo).Changed == False;
 }
 
 } // namespace quorvanta

@@ -6,16 +6,17 @@
 #include "core/catalogue.h"
 #include "core/dispatch.h"
 #include "core/driver.h"
-#include "core/general.h"
-#include "core/options.h"
+#include "core/floating_windows.h"
+#include "core/menus.h"
+#include "core/option_choice.h"
 #include "core/platform.h"
+#include "core/records.h"
 #include "core/showpar.h"
+#include "core/values.h"
 
 namespace quorvanta {
 
 namespace {
-
-constexpr i16 twoSidedIntervalCheck = 36;
 
 // The numbers that select a module, given back when the choice comes to nothing.
 class Selection {
@@ -61,16 +62,6 @@ bool EnsureWindow(bool offerSimulation) {
     return AnalysisNo != 0;
 }
 
-bool IsIntervalAnalysis() {
-    return IsTest == False && ProcedureNo == ProcedureInterval;
-}
-
-// A confidence interval starts two-sided, a test that is stated through one starts one-sided; what
-// the user makes of it afterwards stays.
-void StartTwoSidedInterval() {
-    CheckValue(twoSidedIntervalCheck) = IsIntervalAnalysis() ? 1 : 0;
-}
-
 void ShowOptions() {
     ChoosingOptions = true;
     StartTwoSidedInterval();
@@ -95,52 +86,7 @@ void HideFloatingWindows() {
     HideOutputs();
 }
 
-void LayOutOptions() {
-    ClearOptions();
-    SelSetupTest();
-    // Only a test rejects.
-    LeftTailOffered = NoOfTails != TwoSided && (IsTest == True || ProcedureNo == ProcedureTest);
-    SelSetLabels();
-}
-
-void OptionsChanged() {
-    Calculated = False;
-    LayOutOptions();
-    ThePlatform().RefreshOptions();
-    UpdateMenus();
-}
-
-std::string TailsInWords() {
-    if (IsIntervalAnalysis())
-        return CheckValue(twoSidedIntervalCheck) == 1 ? "two-sided" : "one-sided";
-    switch (NoOfTails) {
-    case OneSided:
-        return "one-sided";
-    case TwoSided:
-        return "two-sided";
-    default:
-        return "two one-sided (equivalence)";
-    }
-}
-
-bool HasDistributionGraph() {
-    const bool hasOnlyGraph = HasDistrGraph == True && HasGridData == False;
-    const bool hasNeither = HasDistrGraph == False && HasGridData == False;
-    const bool isLeftOut =
-        (!IsDiscreteTest() || hasNeither) && !hasOnlyGraph && !HasSurvivalGraph();
-    return IsGroupSeq == False && !isLeftOut;
-}
-
 } // namespace
-
-bool HasWindowKind(i16 windowKind) {
-    return windowKind == CalculationWindow || windowKind == TableWindow ||
-           windowKind == GraphWindow;
-}
-
-void ShowNotAvailable(const std::string& what) {
-    ShowMessage(what + " Is Not Available in This Version.");
-}
 
 void NewTest(i16 menuNo) {
     const Selection former;
@@ -180,62 +126,6 @@ void NewDistribution(i16 distrNo) {
     ShowOptions();
 }
 
-void NewSetup() {
-    if (TestNo != GridTestNo && IsMultComp == False) {
-        ResetGrids();
-        HasGridData = False;
-    }
-    if (IsTest == False && ParListNo >= static_cast<i16>(DistrParList(DistrNo).size()))
-        ParListNo = 0;
-    LayOutOptions();
-}
-
-void ChooseSamples(i16 noOfSamples) {
-    NoOfSamples = noOfSamples;
-    OptionsChanged();
-}
-
-void ChooseTails(i16 noOfTails) {
-    NoOfTails = noOfTails;
-    OptionsChanged();
-}
-
-void ChooseLeftTail(bool left) {
-    LeftTail = ToFlag(left);
-    OptionsChanged();
-}
-
-void ChooseProcedure(i16 procedureNo) {
-    if (procedureNo != ProcedureNo) {
-        ProcedureNo = procedureNo;
-        StartTwoSidedInterval();
-    }
-    OptionsChanged();
-}
-
-void ChooseParList(i16 parListNo) {
-    ParListNo = parListNo;
-    OptionsChanged();
-}
-
-void ChooseCheck(i16 position, bool ticked) {
-    const i16 kind = CheckList(position);
-    CheckValue(kind) = ticked ? 1 : 0;
-    if (ticked)
-        ClearExcludedChecks(kind);
-    OptionsChanged();
-}
-
-void ChooseIntPar(i16 position, i16 option) {
-    IntParValue(IntParList(position)) = option;
-    OptionsChanged();
-}
-
-void ChooseInterim(i16 noOfInterim) {
-    NoOfInterim = noOfInterim;
-    OptionsChanged();
-}
-
 void AcceptOptions() {
     ChoosingOptions = false;
     SelSetParList();
@@ -263,34 +153,6 @@ void CancelOptions() {
     if (AnalysisNo != 0)
         SwitchAnalysis(AnalysisNo);
     UpdateMenus();
-}
-
-void UpdateMenus() {
-    GetInfoEnabled.Fill(false);
-    if (AnalysisNo != 0) {
-        for (int i = 0; i <= 2; ++i)
-            GetInfoEnabled(i) = true;
-        const bool hasResult =
-            Calculated == True && NoOfPar >= 1 &&
-            (CurrentWindowKind() != CalculationWindow || HasValue(ParText(ParKind(UnknownParNo))));
-        GetInfoEnabled(3) = hasResult;
-        GetInfoEnabled(4) = hasResult && HasDistributionGraph();
-    }
-    ThePlatform().RefreshMenus();
-}
-
-std::string Headline() {
-    std::string text;
-    if (IsTest == True) {
-        text = TestName;
-    } else {
-        constexpr const char* procedures[] = {"Test of ", "Point Estimate of ",
-                                              "Conf. Interval for "};
-        text = procedures[ProcedureNo];
-        text += DistrParList(DistrNo)[static_cast<std::size_t>(ParListNo)];
-        text += " " + DistrName;
-    }
-    return text + ", " + TailsInWords() + ".";
 }
 
 } // namespace quorvanta

@@ -5,6 +5,8 @@
 #include "core/analysis_state.h"
 #include "core/fault.h"
 #include "core/general.h"
+#include "core/help_numbers.h"
+#include "core/menus.h"
 #include "core/setup.h"
 #include "core/showpar.h"
 #include "output/printcopy.h"
