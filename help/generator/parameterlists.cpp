@@ -170,10 +170,11 @@ std::string InWords(const Way& way) {
 } // namespace
 
 bool IsServed(const HelpSubject& analysis) {
-    IsTest = analysis.IsTest;
-    TestNo = analysis.TestNo;
-    DistrNo = analysis.DistrNo;
-    return SelHasModule();
+    return HasEquation({.IsTest = analysis.IsTest,
+                        .TestNo = analysis.TestNo,
+                        .DistrNo = analysis.DistrNo,
+                        .ProcedureNo = ProcedureTest,
+                        .ParListNo = 0});
 }
 
 std::vector<HelpSubject> ParameterSubjects(const HelpSubject& analysis) {

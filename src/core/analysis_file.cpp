@@ -2,6 +2,7 @@
 
 #include "core/analysis.h"
 #include "core/analysis_codec.h"
+#include "core/analysis_key.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
@@ -17,11 +18,9 @@
 #include "output/titles.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <filesystem>
 #include <optional>
-#include <utility>
 
 namespace quorvanta {
 
@@ -103,30 +102,6 @@ bool HasUsableSimulation(const AnalysisRecord& record) {
            AllFinite(record.SimDistrPar2) && IsWithin(record.DistrGraphStyle, 0, 3);
 }
 
-// The state's numbers that choose a module are those of the record as long as this lives.
-class SelectedBy {
-  public:
-    explicit SelectedBy(const AnalysisRecord& record)
-        : chosen_{record.IsTest,      record.TestNo,     record.DistrNo,
-                  record.NoOfSamples, record.NoOfTails,  record.ParListNo,
-                  record.ProcedureNo, record.IsGroupSeq, record.IsMultComp} {
-        Exchange();
-    }
-    ~SelectedBy() { Exchange(); }
-    SelectedBy(const SelectedBy&) = delete;
-    SelectedBy& operator=(const SelectedBy&) = delete;
-
-  private:
-    void Exchange() {
-        i16* const globals[] = {&IsTest,    &TestNo,      &DistrNo,    &NoOfSamples, &NoOfTails,
-                                &ParListNo, &ProcedureNo, &IsGroupSeq, &IsMultComp};
-        for (std::size_t i = 0; i < chosen_.size(); ++i)
-            std::swap(*globals[i], chosen_[i]);
-    }
-
-    std::array<i16, 9> chosen_;
-};
-
 // The name says what was analysed: without it no test was ever chosen.
 bool HasAnalysis(const AnalysisRecord& record) {
     if (record.IsTest == True) {
@@ -138,8 +113,9 @@ bool HasAnalysis(const AnalysisRecord& record) {
             !IsWithin(record.ParListNo, 0, static_cast<int>(parameters.size()) - 1))
             return false;
     }
-    const SelectedBy selected(record);
-    return SelHasModule();
+    const AnalysisKey key{record.IsTest, record.TestNo, record.DistrNo, record.ProcedureNo,
+                          record.ParListNo};
+    return IsServed(key);
 }
 
 bool IsUsable(const AnalysisRecord& record) {

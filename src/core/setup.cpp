@@ -2,6 +2,7 @@
 
 #include "core/analysis.h"
 #include "core/analysis_file.h"
+#include "core/analysis_key.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
@@ -14,41 +15,18 @@
 #include "core/showpar.h"
 #include "core/values.h"
 
+#include <string>
+
 namespace quorvanta {
 
 namespace {
 
-// The numbers that select a module, given back when the choice comes to nothing.
-class Selection {
-  public:
-    void Restore() const {
-        IsTest = isTest_;
-        TestNo = testNo_;
-        DistrNo = distrNo_;
-        IsGroupSeq = isGroupSeq_;
-        IsMultComp = isMultComp_;
-    }
-
-  private:
-    i16 isTest_ = IsTest;
-    i16 testNo_ = TestNo;
-    i16 distrNo_ = DistrNo;
-    i16 isGroupSeq_ = IsGroupSeq;
-    i16 isMultComp_ = IsMultComp;
-};
-
-void SelectTest(i16 menuNo) {
-    IsGroupSeq = False;
-    IsMultComp = False;
-    IsTest = True;
-    TestNo = MenuToTestNo(menuNo);
-}
-
-void SelectDistribution(i16 distrNo) {
-    IsGroupSeq = False;
-    IsMultComp = False;
-    IsTest = False;
-    DistrNo = distrNo;
+void Select(const AnalysisKey& key) {
+    IsTest = key.IsTest;
+    TestNo = key.TestNo;
+    DistrNo = key.DistrNo;
+    ProcedureNo = key.ProcedureNo;
+    ParListNo = key.ParListNo;
 }
 
 // Opens a window if none is open; false if the user gave up.
@@ -86,44 +64,47 @@ void HideFloatingWindows() {
     HideOutputs();
 }
 
-} // namespace
-
-void NewTest(i16 menuNo) {
-    const Selection former;
-    SelectTest(menuNo);
-    const bool isServed = SelHasModule();
-    former.Restore();
-    if (!isServed) {
-        ShowNotAvailable(TestMenuName(menuNo));
+// The road from an entry of the menus, whose name goes where it belongs, to the options. Nothing of
+// the state changes before it is known that they will be shown.
+template <class Name>
+void NewAnalysis(const AnalysisKey& key, const std::string& caption, bool offerSimulation,
+                 Name name) {
+    if (!IsServed(key)) {
+        ShowNotAvailable(caption);
         return;
     }
     StoreAnalysis(); // what CancelOptions brings back
     HideFloatingWindows();
-    if (!EnsureWindow(HasSimWindow(menuNo)))
+    if (!EnsureWindow(offerSimulation))
         return;
-    SelectTest(menuNo);
-    TestName = TestMenuName(menuNo);
+    Select(key);
+    IsGroupSeq = False;
+    IsMultComp = False;
+    TestName.clear();
     DistrName.clear();
+    name();
     ShowOptions();
 }
 
+} // namespace
+
+void NewTest(i16 menuNo) {
+    AnalysisKey key = CurrentKey();
+    key.IsTest = True;
+    key.TestNo = TestNoOfMenu(menuNo);
+    const std::string caption = TestMenuName(menuNo);
+    NewAnalysis(key, caption, HasSimWindow(menuNo), [menuNo, &caption] {
+        TestNo = MenuToTestNo(menuNo);
+        TestName = caption;
+    });
+}
+
 void NewDistribution(i16 distrNo) {
-    const Selection former;
-    SelectDistribution(distrNo);
-    const bool isServed = SelHasModule();
-    former.Restore();
-    if (!isServed) {
-        ShowNotAvailable(DistrMenuName(distrNo));
-        return;
-    }
-    StoreAnalysis(); // what CancelOptions brings back
-    HideFloatingWindows();
-    if (!EnsureWindow(true))
-        return;
-    SelectDistribution(distrNo);
-    DistrName = DistrMenuName(distrNo);
-    TestName.clear();
-    ShowOptions();
+    AnalysisKey key = CurrentKey();
+    key.IsTest = False;
+    key.DistrNo = distrNo;
+    const std::string caption = DistrMenuName(distrNo);
+    NewAnalysis(key, caption, true, [&caption] { DistrName = caption; });
 }
 
 void AcceptOptions() {
