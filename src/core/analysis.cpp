@@ -212,15 +212,12 @@ namespace {
 void MakeCurrent(i16 n) {
     AnalysisNo = n;
     ChoosingOptions = false;
-    ThePlatform().Hide(FloatingWindow::Options);
     const i16 windowKind = Analysis(n).WindowKind;
     const i16 windowNo = Analysis(n).WindowNo;
     CurrentWindowNo(windowKind) = windowNo;
-    ThePlatform().Hide(FloatingWindow::Parameters);
+    HideWindows(Occasion::Switched);
     if (Analysis(n).IsGroupSeq == False || windowKind != CalculationWindow)
-        for (const auto window :
-             {FloatingWindow::InterimParameters, FloatingWindow::SequentialMonitor})
-            ThePlatform().Hide(window);
+        HideWindows(Occasion::NotASequence);
     if (Analysis(n).TestName.empty() && Analysis(n).DistrName.empty()) {
         AnalysisFileName = Analysis(n).AnalysisFileName;
         ClearAnalysis();
@@ -235,7 +232,7 @@ void LeaveAnalysis() {
     if (ChoosingOptions)
         MakeCurrent(AnalysisNo);
     StoreAnalysis();
-    HideOutputs();
+    HideWindows(Occasion::ResultGone);
 }
 
 } // namespace
@@ -271,13 +268,9 @@ void ClearAnalysis() {
     HasGridData = False;
     ClearResult();
     ClearOutput();
-    for (const auto window :
-         {FloatingWindow::Parameters, FloatingWindow::Options, FloatingWindow::Grid})
-        ThePlatform().Hide(window);
+    HideWindows(Occasion::Emptied);
     if (IsGroupSeq == False)
-        for (const auto window :
-             {FloatingWindow::InterimParameters, FloatingWindow::SequentialMonitor})
-            ThePlatform().Hide(window);
+        HideWindows(Occasion::NotASequence);
     ThePlatform().RefreshChild();
 }
 
@@ -328,17 +321,12 @@ void ChildClosed(i16 analysisNo) {
     AnalysisState(analysisNo).Closed = True;
     AnalysisState(analysisNo).Changed = False;
     // What belongs to the window in front stays when one behind it closes.
-    if (CloseMode != CloseWithMain && analysisNo == AnalysisNo) {
-        HideOutputs();
-        for (const auto window : {FloatingWindow::Parameters, FloatingWindow::InterimParameters,
-                                  FloatingWindow::SequentialMonitor})
-            ThePlatform().Hide(window);
-    }
+    if (CloseMode != CloseWithMain && analysisNo == AnalysisNo)
+        HideWindows(Occasion::Closed);
     if (!AnyOpenAnalysis()) {
         ResetRecords();
         ChoosingOptions = false;
-        ThePlatform().Hide(FloatingWindow::Options);
-        ThePlatform().Hide(FloatingWindow::Grid);
+        HideWindows(Occasion::NoneOpen);
     } else if (analysisNo == AnalysisNo) {
         NextOpenAnalysis();
     }

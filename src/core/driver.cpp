@@ -51,7 +51,7 @@ void CalcUnknown() {
     }
     Calculated = True;
     StoreAnalysis();
-    HideOutputs();
+    HideWindows(Occasion::ResultGone);
     ThePlatform().RefreshChild();
     UpdateMenus();
 }

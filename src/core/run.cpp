@@ -266,7 +266,7 @@ void CalcRun() {
         return;
     }
     values.BecomeResult();
-    HideOutputs();
+    HideWindows(Occasion::ResultGone);
     UpdateMenus();
 }
 

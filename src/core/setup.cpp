@@ -56,14 +56,6 @@ void ShowOptions() {
     ThePlatform().Show(FloatingWindow::Options);
 }
 
-void HideFloatingWindows() {
-    for (const auto window :
-         {FloatingWindow::Parameters, FloatingWindow::InterimParameters,
-          FloatingWindow::SequentialMonitor, FloatingWindow::Grid, FloatingWindow::Options})
-        ThePlatform().Hide(window);
-    HideOutputs();
-}
-
 // The road from an entry of the menus, whose name goes where it belongs, to the options. Nothing of
 // the state changes before it is known that they will be shown.
 template <class Name>
@@ -74,7 +66,7 @@ void NewAnalysis(const AnalysisKey& key, const std::string& caption, bool offerS
         return;
     }
     StoreAnalysis(); // what CancelOptions brings back
-    HideFloatingWindows();
+    HideWindows(Occasion::NewChoice);
     if (!EnsureWindow(offerSimulation))
         return;
     Select(key);

@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/floating_windows.h"
 #include "core/platform.h"
 #include "core/program_name.h"
 #include "core/records.h"
@@ -40,10 +41,9 @@ std::string ChildKindName() {
 }
 
 std::string WindowKindName() {
-    if (ThePlatform().IsShown(FloatingWindow::Summary))
-        return "Summary";
-    if (ThePlatform().IsShown(FloatingWindow::DistrGraph))
-        return "Distribution Graph";
+    for (const FloatingRow& row : FloatingWindows())
+        if (!row.Name.empty() && ThePlatform().IsShown(row.Window))
+            return std::string(row.Name);
     return ChildKindName();
 }
 
