@@ -6,8 +6,10 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/checksearch.h"
-#include "core/driver.h"
+#include "core/option_choice.h"
 #include "core/options.h"
+#include "core/run.h"
+#include "core/search.h"
 #include "core/setup.h"
 #include "output/format.h"
 

@@ -5,8 +5,6 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
-#include "core/setup.h"
-#include "output/format.h"
 #include "support/scripted_platform.h"
 #include "support/validation.h"
 

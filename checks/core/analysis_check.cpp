@@ -1,6 +1,10 @@
 #include "core/analysis.h"
 #include "core/analysis_file.h"
+#include "core/driver.h"
+#include "core/option_choice.h"
 #include "core/options.h"
+#include "core/records.h"
+#include "core/setup.h"
 #include "support/analysis_fixture.h"
 
 namespace quorvanta::checks {

@@ -1,4 +1,5 @@
 #include "core/analysis_codec.h"
+#include "core/records.h"
 
 #include <bit>
 #include <gtest/gtest.h>

@@ -2,7 +2,14 @@
 #include "core/dispatch.h"
 #include "core/driver.h"
 #include "core/fault.h"
+#include "core/grids.h"
+#include "core/option_choice.h"
+#include "core/records.h"
 #include "core/root.h"
+#include "core/run.h"
+#include "core/setup.h"
+#include "core/typed_text.h"
+#include "core/values.h"
 #include "support/analysis_fixture.h"
 
 #include <algorithm>

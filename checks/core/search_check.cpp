@@ -2,6 +2,7 @@
 // give the same bits whatever the compiler and its options.
 #include "core/dispatch.h"
 #include "core/root.h"
+#include "core/search.h"
 #include "support/analysis_fixture.h"
 #include "support/tsv.h"
 

@@ -1,4 +1,9 @@
+#include "core/analysis.h"
+#include "core/analysis_file.h"
+#include "core/menus.h"
+#include "core/option_choice.h"
 #include "core/options.h"
+#include "core/records.h"
 #include "core/setup.h"
 #include "support/analysis_fixture.h"
 

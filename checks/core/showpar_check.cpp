@@ -1,4 +1,7 @@
+#include "core/records.h"
+#include "core/run.h"
 #include "core/showpar.h"
+#include "core/typed_text.h"
 #include "support/analysis_fixture.h"
 
 #include <set>

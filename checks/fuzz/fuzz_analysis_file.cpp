@@ -5,6 +5,7 @@
 #include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/fault.h"
+#include "core/records.h"
 #include "support/scripted_platform.h"
 
 #include <cstdint>

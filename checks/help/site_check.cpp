@@ -2,6 +2,7 @@
 // what the program does.
 #include "core/dispatch.h"
 #include "core/help_numbers.h"
+#include "core/option_choice.h"
 #include "generator/example.h"
 #include "generator/markdown.h"
 #include "generator/parameterlists.h"

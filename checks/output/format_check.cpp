@@ -2,6 +2,7 @@
 #include "core/catalogue.h"
 #include "core/fault.h"
 #include "core/general.h"
+#include "core/number_text.h"
 #include "output/format.h"
 
 #include <cmath>

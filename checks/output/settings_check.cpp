@@ -1,3 +1,4 @@
+#include "core/records.h"
 #include "core/showpar.h"
 #include "output/settings.h"
 #include "output/statement.h"

@@ -1,7 +1,13 @@
 // Whole statements. Each is set up as a user would, or, where its test has no module yet, by the
 // parameter list that the test will have; the result is either checked against a value of other
 // origin before it is expected in the text, or it is that value, entered by the check.
+#include "core/analysis.h"
+#include "core/number_text.h"
+#include "core/option_choice.h"
 #include "core/options.h"
+#include "core/run.h"
+#include "core/setup.h"
+#include "core/values.h"
 #include "output/format.h"
 #include "output/statement.h"
 #include "support/analysis_fixture.h"

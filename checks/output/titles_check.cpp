@@ -1,3 +1,4 @@
+#include "core/run.h"
 #include "core/showpar.h"
 #include "output/titles.h"
 #include "support/analysis_fixture.h"

@@ -1,11 +1,11 @@
 // Saves a picture of every window: quorvanta_screenshots folder light|dark dots-per-inch.
 // The same program gives the same files, as far as the fonts of the machine are the same: nothing
 // blinks, and no picture is taken before the windows have come to rest.
-#include "core/analysis.h"
 #include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/platform.h"
+#include "core/records.h"
 #include "core/showpar.h"
 #include "tour/hands.h"
 #include "ui/application.h"

@@ -7,7 +7,14 @@
 #include "core/catalogue.h"
 #include "core/driver.h"
 #include "core/general.h"
+#include "core/menus.h"
+#include "core/option_choice.h"
+#include "core/records.h"
+#include "core/run.h"
+#include "core/search.h"
 #include "core/setup.h"
+#include "core/typed_text.h"
+#include "core/values.h"
 #include "support/scripted_platform.h"
 
 #include <gtest/gtest.h>

@@ -4,6 +4,7 @@
 #include "core/driver.h"
 #include "core/help_numbers.h"
 #include "core/setup.h"
+#include "core/typed_text.h"
 #include "generator/topic.h"
 #include "output/format.h"
 

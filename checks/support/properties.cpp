@@ -6,8 +6,11 @@
 #include "core/driver.h"
 #include "core/fault.h"
 #include "core/general.h"
+#include "core/option_choice.h"
 #include "core/root.h"
+#include "core/search.h"
 #include "core/setup.h"
+#include "core/values.h"
 
 #include <algorithm>
 #include <cmath>

@@ -6,6 +6,7 @@
 #include "core/fault.h"
 #include "core/general.h"
 #include "core/setup.h"
+#include "core/values.h"
 #include "support/tsv.h"
 
 #include <bit>

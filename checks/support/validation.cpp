@@ -3,7 +3,10 @@
 #include "core/analysis_state.h"
 #include "core/driver.h"
 #include "core/general.h"
+#include "core/option_choice.h"
 #include "core/setup.h"
+#include "core/typed_text.h"
+#include "core/values.h"
 
 #include <fstream>
 #include <sstream>

@@ -1,7 +1,9 @@
 // Tests of variances and of exponential parameters, and the precision of estimates: parameter
 // lists, edge cases, limits of the search, messages, published examples.
 #include "core/dispatch.h"
+#include "core/option_choice.h"
 #include "core/options.h"
+#include "core/values.h"
 #include "numeric/probdist.h"
 #include "support/analysis_fixture.h"
 #include "support/tsv.h"

@@ -1,5 +1,6 @@
 // The tests of means: powers, edge cases, and the p-values of their simulated statistics.
 #include "core/dispatch.h"
+#include "core/option_choice.h"
 #include "core/options.h"
 #include "support/analysis_fixture.h"
 #include "tests/powereq.h"

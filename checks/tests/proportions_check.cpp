@@ -2,6 +2,9 @@
 //
 // Powers of other origin come from sums over all outcomes in rational arithmetic and from scipy's
 // normal distribution, as checks/reference/proportions.py forms them.
+#include "core/option_choice.h"
+#include "core/search.h"
+#include "core/values.h"
 #include "support/analysis_fixture.h"
 #include "support/properties.h"
 #include "tests/exactsums.h"

@@ -1,6 +1,8 @@
 // Child windows: opening, changing between them, closing, and the end of the program.
 #include "core/analysis.h"
 #include "core/analysis_state.h"
+#include "core/records.h"
+#include "core/setup.h"
 #include "ui/childwindow.h"
 #include "ui/frmcalc.h"
 #include "ui/qttext.h"

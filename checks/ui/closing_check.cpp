@@ -1,7 +1,7 @@
 // Unsaved changes: every way to close a window, and the end of the program.
-#include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/records.h"
 #include "support/refusals.h"
 #include "ui/childwindow.h"
 #include "ui/output_fixture.h"

@@ -1,10 +1,11 @@
 // Analysis files through the windows: saving, opening by menu, by key, by drop and by name, and
 // what the user sees when a file can't be used.
-#include "core/analysis.h"
 #include "core/analysis_codec.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
-#include "core/driver.h"
+#include "core/records.h"
+#include "core/setup.h"
+#include "core/values.h"
 #include "support/refusals.h"
 #include "ui/childwindow.h"
 #include "ui/output_fixture.h"

@@ -1,8 +1,9 @@
 // The Calculation window: its handlers, colours, focus and keys.
-#include "core/analysis.h"
 #include "core/analysis_state.h"
-#include "core/driver.h"
 #include "core/general.h"
+#include "core/records.h"
+#include "core/setup.h"
+#include "core/values.h"
 #include "ui/childwindow.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"

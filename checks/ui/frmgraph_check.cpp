@@ -1,5 +1,5 @@
 // The Graph window: the places of its lines and texts, its settings, and its looks in many cases.
-#include "core/analysis.h"
+#include "core/records.h"
 #include "ui/paint_record.h"
 #include "ui/qttext.h"
 #include "ui/run_fixture.h"

@@ -2,6 +2,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
+#include "core/menus.h"
 #include "core/setup.h"
 #include "ui/childwindow.h"
 #include "ui/qttext.h"

@@ -1,6 +1,7 @@
 // The question for the kind of a new window.
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/records.h"
 #include "ui/frmnewwindow.h"
 #include "ui/qttext.h"
 #include "ui/window_fixture.h"

@@ -1,8 +1,9 @@
 // Outputs: the Output window, the choice between picture and text, and what then lies on the
 // clipboard, in files and on paper.
-#include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/records.h"
+#include "core/setup.h"
 #include "output/statement.h"
 #include "output/surface.h"
 #include "support/rtf_reader.h"

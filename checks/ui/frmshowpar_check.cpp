@@ -1,7 +1,6 @@
 // frmShowPar beside a table: its lists and boxes, its keys, its messages, runs and their end.
-#include "core/analysis.h"
-#include "core/driver.h"
 #include "core/general.h"
+#include "core/records.h"
 #include "ui/qttext.h"
 #include "ui/run_fixture.h"
 #include "ui/valuebox.h"

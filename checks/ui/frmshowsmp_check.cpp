@@ -1,6 +1,6 @@
 // The option window.
-#include "core/analysis.h"
 #include "core/analysis_state.h"
+#include "core/records.h"
 #include "core/setup.h"
 #include "ui/childwindow.h"
 #include "ui/qttext.h"

@@ -1,5 +1,6 @@
 // The Table window: its numbers, blocks, scroll bars and settings, drawn and by keys and mouse.
-#include "core/analysis.h"
+#include "core/records.h"
+#include "core/setup.h"
 #include "ui/paint_record.h"
 #include "ui/qttext.h"
 #include "ui/run_fixture.h"

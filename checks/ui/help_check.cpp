@@ -1,5 +1,6 @@
 // The help viewer: pages by number, contents, index, search, history, finding, printing, keys and
 // colours.
+#include "core/help_numbers.h"
 #include "core/types.h"
 #include "tour/hands.h"
 #include "ui/frmhelp.h"

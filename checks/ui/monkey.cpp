@@ -5,7 +5,6 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
-#include "core/driver.h"
 #include "core/general.h"
 #include "core/showpar.h"
 #include "tour/hands.h"
@@ -94,10 +93,11 @@ QStringList ServedEntries(MenuAction action) {
     CollectEntries(MainMenu(), action, entries);
     QStringList names;
     for (const MenuItem* entry : entries) {
-        IsTest = ToFlag(action == MenuAction::Test);
-        TestNo = entry->TestNo;
-        DistrNo = entry->MenuNo;
-        if (SelHasModule())
+        AnalysisKey key;
+        key.IsTest = ToFlag(action == MenuAction::Test);
+        key.TestNo = entry->TestNo;
+        key.DistrNo = entry->MenuNo;
+        if (HasEquation(key))
             names << EntryName(*entry);
     }
     return names;

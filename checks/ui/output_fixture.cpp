@@ -1,8 +1,9 @@
 #include "ui/output_fixture.h"
 
-#include "core/analysis.h"
 #include "core/analysis_state.h"
+#include "core/records.h"
 #include "core/save_file.h"
+#include "core/setup.h"
 #include "ui/qttext.h"
 
 #include <QAbstractButton>

@@ -1,7 +1,7 @@
 // Windows with results, and the windows that give them out.
 #pragma once
 
-#include "core/analysis.h"
+#include "core/records.h"
 #include "support/temporary_folder.h"
 #include "ui/window_fixture.h"
 

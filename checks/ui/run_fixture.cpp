@@ -1,6 +1,7 @@
 #include "ui/run_fixture.h"
 
 #include "core/catalogue.h"
+#include "core/setup.h"
 #include "ui/qttext.h"
 
 #include <QAbstractItemView>

@@ -1,7 +1,7 @@
 // The road of one request, from the empty main window to the number.
 #include "core/analysis_state.h"
-#include "core/driver.h"
 #include "core/general.h"
+#include "core/search.h"
 #include "tour/tour.h"
 #include "ui/program.h"
 #include "ui/qttext.h"

@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
+#include "core/option_choice.h"
 #include "core/setup.h"
 
 #include <sstream>

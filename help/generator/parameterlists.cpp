@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/dispatch.h"
 #include "core/general.h"
+#include "core/option_choice.h"
 #include "core/setup.h"
 
 #include <algorithm>
@@ -169,10 +170,11 @@ std::string InWords(const Way& way) {
 } // namespace
 
 bool IsServed(const HelpSubject& analysis) {
-    IsTest = analysis.IsTest;
-    TestNo = analysis.TestNo;
-    DistrNo = analysis.DistrNo;
-    return SelHasModule();
+    return HasEquation({.IsTest = analysis.IsTest,
+                        .TestNo = analysis.TestNo,
+                        .DistrNo = analysis.DistrNo,
+                        .ProcedureNo = ProcedureTest,
+                        .ParListNo = 0});
 }
 
 std::vector<HelpSubject> ParameterSubjects(const HelpSubject& analysis) {

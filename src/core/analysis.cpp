@@ -1,26 +1,22 @@
 #include "core/analysis.h"
 
-#include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
-#include "core/driver.h"
-#include "core/options.h"
+#include "core/floating_windows.h"
+#include "core/menus.h"
+#include "core/option_choice.h"
 #include "core/platform.h"
-#include "core/setup.h"
+#include "core/records.h"
+#include "core/search.h"
 #include "core/showpar.h"
+#include "core/values.h"
 
 #include <algorithm>
 
 namespace quorvanta {
 
-Array1<AnalysisRecord> Analysis;
-Array1<AnalysisStatus> AnalysisState;
-FixedArray<i16, 0, 3> FormCount;
-
 namespace {
-
-constexpr i16 outputTitles = 16;
 
 void ResetRecords() {
     Analysis.ReDim(0, 0);
@@ -44,10 +40,6 @@ i16& CurrentWindowNo(i16 windowKind) {
     }
 }
 
-bool IsListed(i16 parNo) {
-    return parNo >= 0 && parNo <= NoOfPar;
-}
-
 // While this lives the current analysis changes, and windows that come to the front do so because
 // of it: taken for the user's doing, one of them would write the state into the wrong record.
 class Switching {
@@ -63,34 +55,12 @@ class Switching {
     static inline int going_ = 0;
 };
 
-// The part of a grid store that fits the record.
-template <class Cell, class Store>
-void StoreGrid(const Array2<Cell>& grid, Store& stored, int rows, int columns) {
-    stored.Fill(Cell());
-    for (int i = 0; i <= std::min(grid.HighBound1(), rows); ++i)
-        for (int j = 0; j <= std::min(grid.HighBound2(), columns); ++j)
-            stored(i, j) = grid(i, j);
-}
-
 template <class Cell, class Store>
 void LoadGrid(Array2<Cell>& grid, const Store& stored, int rows, int columns) {
     grid.ReDim(0, rows, 0, columns);
     for (int i = 0; i <= rows; ++i)
         for (int j = 0; j <= columns; ++j)
             grid(i, j) = stored(i, j);
-}
-
-void StoreGrids(AnalysisRecord& record) {
-    StoreGrid(GridData1, record.GridData1, 10, 10);
-    StoreGrid(GridData2, record.GridData2, 10, 1);
-    StoreGrid(GridData3, record.GridData3, 10, 10);
-    StoreGrid(GridData4, record.GridData4, 10, 10);
-    StoreGrid(GridData5, record.GridData5, 10, 10);
-    StoreGrid(GridData6, record.GridData6, 10, 10);
-    StoreGrid(GridData7, record.GridData7, 10, 10);
-    StoreGrid(GridData8, record.GridData8, 10, 10);
-    StoreGrid(GridData9, record.GridData9, 10, 10);
-    StoreGrid(GridData10, record.GridData10, 10, 11);
 }
 
 // Brings back the store of one grid with the bounds of the grid.
@@ -124,37 +94,8 @@ void LoadGridStore(const AnalysisRecord& record, int grid) {
     }
 }
 
-void StoreTexts(AnalysisRecord& record) {
-    record.XKind = ParKind(XParNo);
-    record.XminText = ParXminText(record.XKind);
-    record.XmaxText = ParXmaxText(record.XKind);
-    record.XstepText = ParXstepText(record.XKind);
-    record.ZKind = HasZPar() ? ParKind(ZParNo) : i16{0};
-    record.ZValuesText = ParZValuesText(record.ZKind);
-    record.NoOfPar = NoOfPar;
-    record.ParKind = ParKind;
-    record.ParText.Fill({});
-    for (i16 i = 0; i <= NoOfPar; ++i)
-        record.ParText(i) = ParText(ParKind(i));
-}
-
-void StoreOutput(AnalysisRecord& record) {
-    record.NoOfTitles = static_cast<i16>(std::min<int>(OutTitle.HighBound() + 1, outputTitles));
-    record.OutTitle.Fill({});
-    for (i16 i = 0; i < record.NoOfTitles; ++i)
-        record.OutTitle(i) = OutTitle(i);
-    record.OutXAxis = OutXAxis;
-    record.OutYAxis = OutYAxis;
-    record.OutZLabel = OutZLabel;
-    record.OutFontName = OutFontName;
-    record.OutFontSize = OutFontSize;
-    record.OutFontBold = OutFontBold;
-    record.OutCurveWidth = OutCurveWidth;
-    record.OutDecimals = OutDecimals;
-}
-
 void LoadOutput(const AnalysisRecord& record) {
-    const i16 lines = std::clamp<i16>(record.NoOfTitles, 1, outputTitles);
+    const i16 lines = std::clamp<i16>(record.NoOfTitles, 1, OutputTitles);
     OutTitle.ReDim(0, lines - 1);
     for (i16 i = 0; i < lines; ++i)
         OutTitle(i) = record.OutTitle(i);
@@ -166,25 +107,6 @@ void LoadOutput(const AnalysisRecord& record) {
     OutFontBold = record.OutFontBold;
     OutCurveWidth = record.OutCurveWidth;
     OutDecimals = record.OutDecimals;
-}
-
-void StoreSimulation(AnalysisRecord& record) {
-    record.InterimSize1Text = InterimSize1Text;
-    record.InterimSize2Text = InterimSize2Text;
-    record.RejectH0Text = RejectH0Text;
-    record.AcceptH0Text = AcceptH0Text;
-    record.MaxNoOfSimText = MaxNoOfSimText;
-    record.SeedText = SeedText;
-    record.SignEstimateText = SignEstimateText;
-    record.PowerEstimateText = PowerEstimateText;
-    record.PrAcceptEstimateText = PrAcceptEstimateText;
-    record.SampleSizeEstimateText = SampleSizeEstimateText;
-    record.SimDistrNo = SimDistrNo;
-    record.SimDistrOption = SimDistrOption;
-    record.SimDistrPar1 = SimDistrPar1;
-    record.SimDistrPar2 = SimDistrPar2;
-    record.DistrGraphStyle = DistrGraphStyle;
-    record.HasDistrGraph = HasDistrGraph;
 }
 
 void LoadSimulation(const AnalysisRecord& record) {
@@ -277,15 +199,11 @@ void Main() {
     SetAllParKinds();
     SetAllIntPar();
     SetAllChecks();
-    StartDriver();
+    StartSearch();
 }
 
 std::string ChildCaption(i16 windowKind, i16 windowNo) {
     return std::string(WindowKindCaption(windowKind)) + " " + std::to_string(windowNo);
-}
-
-i16 CurrentWindowKind() {
-    return AnalysisNo > 0 ? Analysis(AnalysisNo).WindowKind : i16{-1};
 }
 
 namespace {
@@ -294,15 +212,12 @@ namespace {
 void MakeCurrent(i16 n) {
     AnalysisNo = n;
     ChoosingOptions = false;
-    ThePlatform().Hide(FloatingWindow::Options);
     const i16 windowKind = Analysis(n).WindowKind;
     const i16 windowNo = Analysis(n).WindowNo;
     CurrentWindowNo(windowKind) = windowNo;
-    ThePlatform().Hide(FloatingWindow::Parameters);
+    HideWindows(Occasion::Switched);
     if (Analysis(n).IsGroupSeq == False || windowKind != CalculationWindow)
-        for (const auto window :
-             {FloatingWindow::InterimParameters, FloatingWindow::SequentialMonitor})
-            ThePlatform().Hide(window);
+        HideWindows(Occasion::NotASequence);
     if (Analysis(n).TestName.empty() && Analysis(n).DistrName.empty()) {
         AnalysisFileName = Analysis(n).AnalysisFileName;
         ClearAnalysis();
@@ -317,16 +232,10 @@ void LeaveAnalysis() {
     if (ChoosingOptions)
         MakeCurrent(AnalysisNo);
     StoreAnalysis();
-    HideOutputs();
+    HideWindows(Occasion::ResultGone);
 }
 
 } // namespace
-
-void HideOutputs() {
-    for (const auto window :
-         {FloatingWindow::Summary, FloatingWindow::DistrGraph, FloatingWindow::Output})
-        ThePlatform().Hide(window);
-}
 
 void NewWindow(i16 windowKind) {
     const Switching switching;
@@ -359,77 +268,10 @@ void ClearAnalysis() {
     HasGridData = False;
     ClearResult();
     ClearOutput();
-    for (const auto window :
-         {FloatingWindow::Parameters, FloatingWindow::Options, FloatingWindow::Grid})
-        ThePlatform().Hide(window);
+    HideWindows(Occasion::Emptied);
     if (IsGroupSeq == False)
-        for (const auto window :
-             {FloatingWindow::InterimParameters, FloatingWindow::SequentialMonitor})
-            ThePlatform().Hide(window);
+        HideWindows(Occasion::NotASequence);
     ThePlatform().RefreshChild();
-}
-
-void ClearResult() {
-    TableX = {};
-    TableY = {};
-    ZValues = {};
-    TableYMin = GraphYMin = static_cast<f32>(NoValue);
-    TableYMax = GraphYMax = -static_cast<f32>(NoValue);
-}
-
-void StoreAnalysis() {
-    if (AnalysisNo == 0 || ChoosingOptions)
-        return;
-    AnalysisRecord& record = Analysis(AnalysisNo);
-    record.AnalysisFileName = AnalysisFileName;
-    record.IsTest = IsTest;
-    record.TestNo = TestNo;
-    record.TestName = TestName;
-    record.DistrNo = DistrNo;
-    record.DistrName = DistrName;
-    record.ParListName = ParListName;
-    record.NoOfSamples = NoOfSamples;
-    record.NoOfTails = NoOfTails;
-    record.LeftTail = LeftTail;
-    record.ParListNo = ParListNo;
-    record.ProcedureNo = ProcedureNo;
-    record.NoOfInterim = NoOfInterim;
-    record.NoOfIntPar = NoOfIntPar;
-    record.IntParList.Fill(0);
-    for (i16 i = 0; i < NoOfIntPar; ++i)
-        record.IntParList(i) = IntParList(i);
-    record.IntParValue = IntParValue;
-    record.NoOfCheck = NoOfCheck;
-    record.CheckList = CheckList;
-    record.CheckValue = CheckValue;
-    record.UnknownParNo = UnknownParNo;
-    record.XParNo = XParNo;
-    record.ZParNo = ZParNo;
-    StoreTexts(record);
-    StoreOutput(record);
-    record.HasGridData = HasGridData;
-    record.NoOfGrids = NoOfGrids;
-    record.GridRows = GridRows;
-    record.GridCols = GridCols;
-    record.GridTitle = GridTitle;
-    record.GridHead = GridHead;
-    record.GridFlag = GridFlag;
-    record.GridKind = GridKind;
-    record.GridName = GridName;
-    StoreGrids(record);
-    StoreSimulation(record);
-    record.IsGroupSeq = IsGroupSeq;
-    record.IsMultComp = IsMultComp;
-    record.GridTestNo = GridTestNo;
-
-    AnalysisStatus& status = AnalysisState(AnalysisNo);
-    status.Calculated = Calculated;
-    status.TableX = TableX;
-    status.TableY = TableY;
-    status.ZValues = ZValues;
-    status.TableYKind = TableYKind;
-    status.TableYMin = TableYMin;
-    status.TableYMax = TableYMax;
 }
 
 void LoadAnalysis() {
@@ -474,40 +316,17 @@ void ChildActivated(i16 analysisNo) {
     UpdateMenus();
 }
 
-bool QueryCloseChild(i16 analysisNo, i16 closeMode) {
-    CloseMode = closeMode;
-    if (Calculating == True)
-        return false;
-    if (AnalysisState(analysisNo).Changed == False)
-        return true;
-    ChildActivated(analysisNo);
-    const Answer answer =
-        ThePlatform().MsgBox(Analysis(analysisNo).AnalysisFileName + " Has Been Changed." + CrLf +
-                                 CrLf + "Save Analysis?",
-                             Buttons::YesNoCancel, Icon::Exclamation, "");
-    if (answer != Answer::Yes)
-        return answer == Answer::No;
-    FileCommand(FileSaveAnalysis);
-    // A save that was given up, or failed, leaves the analysis unsaved and so the window open.
-    return AnalysisState(analysisNo).Changed == False;
-}
-
 void ChildClosed(i16 analysisNo) {
     const Switching switching;
     AnalysisState(analysisNo).Closed = True;
     AnalysisState(analysisNo).Changed = False;
     // What belongs to the window in front stays when one behind it closes.
-    if (CloseMode != CloseWithMain && analysisNo == AnalysisNo) {
-        HideOutputs();
-        for (const auto window : {FloatingWindow::Parameters, FloatingWindow::InterimParameters,
-                                  FloatingWindow::SequentialMonitor})
-            ThePlatform().Hide(window);
-    }
+    if (CloseMode != CloseWithMain && analysisNo == AnalysisNo)
+        HideWindows(Occasion::Closed);
     if (!AnyOpenAnalysis()) {
         ResetRecords();
         ChoosingOptions = false;
-        ThePlatform().Hide(FloatingWindow::Options);
-        ThePlatform().Hide(FloatingWindow::Grid);
+        HideWindows(Occasion::NoneOpen);
     } else if (analysisNo == AnalysisNo) {
         NextOpenAnalysis();
     }
@@ -525,29 +344,6 @@ bool AnyOpenAnalysis() {
         if (AnalysisState(n).Closed == False)
             return true;
     return false;
-}
-
-void FixParNos() {
-    const auto fix = [](i16& parNo, i16 a, i16 b) {
-        const auto taken = [a, b](i16 i) { return i == a || i == b; };
-        while (parNo >= 0 && (parNo > NoOfPar || taken(parNo)))
-            --parNo;
-        if (parNo < 0)
-            for (parNo = 0; taken(parNo);)
-                ++parNo;
-    };
-    fix(UnknownParNo, XParNo, ZParNo);
-    fix(XParNo, UnknownParNo, ZParNo);
-    fix(ZParNo, UnknownParNo, XParNo);
-}
-
-bool HasZPar() {
-    return IsListed(ZParNo);
-}
-
-void MarkChanged() {
-    if (AnalysisNo > 0)
-        AnalysisState(AnalysisNo).Changed = True;
 }
 
 } // namespace quorvanta

@@ -3,7 +3,7 @@
 // page Windows-1252. There is no magic number, no version and no checksum.
 #pragma once
 
-#include "core/analysis.h"
+#include "core/records.h"
 
 #include <cstddef>
 #include <optional>

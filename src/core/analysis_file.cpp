@@ -2,31 +2,29 @@
 
 #include "core/analysis.h"
 #include "core/analysis_codec.h"
+#include "core/analysis_key.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
-#include "core/driver.h"
-#include "core/general.h"
+#include "core/menus.h"
 #include "core/platform.h"
+#include "core/program_name.h"
+#include "core/records.h"
 #include "core/save_file.h"
-#include "core/setup.h"
 #include "core/showpar.h"
+#include "core/values.h"
 #include "output/printcopy.h"
+#include "output/saving.h"
 #include "output/titles.h"
 
 #include <algorithm>
-#include <array>
-#include <cctype>
 #include <cmath>
 #include <filesystem>
 #include <optional>
-#include <utility>
 
 namespace quorvanta {
 
 namespace {
-
-constexpr const char* AnalysisExtension = "dim";
 
 // --- What a file may say ----------------------------------------------------------------------
 
@@ -104,30 +102,6 @@ bool HasUsableSimulation(const AnalysisRecord& record) {
            AllFinite(record.SimDistrPar2) && IsWithin(record.DistrGraphStyle, 0, 3);
 }
 
-// The state's numbers that choose a module are those of the record as long as this lives.
-class SelectedBy {
-  public:
-    explicit SelectedBy(const AnalysisRecord& record)
-        : chosen_{record.IsTest,      record.TestNo,     record.DistrNo,
-                  record.NoOfSamples, record.NoOfTails,  record.ParListNo,
-                  record.ProcedureNo, record.IsGroupSeq, record.IsMultComp} {
-        Exchange();
-    }
-    ~SelectedBy() { Exchange(); }
-    SelectedBy(const SelectedBy&) = delete;
-    SelectedBy& operator=(const SelectedBy&) = delete;
-
-  private:
-    void Exchange() {
-        i16* const globals[] = {&IsTest,    &TestNo,      &DistrNo,    &NoOfSamples, &NoOfTails,
-                                &ParListNo, &ProcedureNo, &IsGroupSeq, &IsMultComp};
-        for (std::size_t i = 0; i < chosen_.size(); ++i)
-            std::swap(*globals[i], chosen_[i]);
-    }
-
-    std::array<i16, 9> chosen_;
-};
-
 // The name says what was analysed: without it no test was ever chosen.
 bool HasAnalysis(const AnalysisRecord& record) {
     if (record.IsTest == True) {
@@ -139,8 +113,9 @@ bool HasAnalysis(const AnalysisRecord& record) {
             !IsWithin(record.ParListNo, 0, static_cast<int>(parameters.size()) - 1))
             return false;
     }
-    const SelectedBy selected(record);
-    return SelHasModule();
+    const AnalysisKey key{record.IsTest, record.TestNo, record.DistrNo, record.ProcedureNo,
+                          record.ParListNo};
+    return IsServed(key);
 }
 
 bool IsUsable(const AnalysisRecord& record) {
@@ -179,16 +154,6 @@ bool IsListOf(const AnalysisRecord& record) {
 
 std::string FileName(const std::string& path) {
     return std::filesystem::path(path).filename().string();
-}
-
-// A caption without ".dim"; any other point is part of the name ("Phase 2.5").
-std::string WithoutExtension(const std::string& caption) {
-    const std::string extension = std::string(".") + AnalysisExtension;
-    const bool isFile =
-        caption.size() > extension.size() &&
-        std::equal(extension.rbegin(), extension.rend(), caption.rbegin(),
-                   [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); });
-    return isFile ? caption.substr(0, caption.size() - extension.size()) : caption;
 }
 
 // The analysis goes by the name of its file.
@@ -322,28 +287,22 @@ bool WriteAnalysisFile(const std::string& path) {
     return true;
 }
 
-bool WriteTextFile(const std::string& path, const std::string& text) {
-    if (SaveFile(path, text))
+bool QueryCloseChild(i16 analysisNo, i16 closeMode) {
+    CloseMode = closeMode;
+    if (Calculating == True)
+        return false;
+    if (AnalysisState(analysisNo).Changed == False)
         return true;
-    ThePlatform().ShowStatus("The Output Can't Be Saved. The File " + path + " Can't Be Written.");
-    return false;
-}
-
-std::string AskFileName(const std::string& extension) {
-    FileDialog dialog;
-    dialog.Title = "Save " + WindowKindName();
-    dialog.DefaultExtension = extension;
-    if (extension == AnalysisExtension) {
-        dialog.Title = "Save " + ChildKindName();
-        dialog.Filter = std::string(ProgramName) + " Files (*.dim)|*.dim";
-    } else if (extension == "bmp") {
-        dialog.Filter = "Graph Files (*.bmp)|*.bmp";
-    } else {
-        dialog.Filter = "Text Files (*.rtf)|*.rtf";
-    }
-    dialog.FileName = WithoutExtension(AnalysisFileName);
-    std::erase(dialog.FileName, ' ');
-    return ThePlatform().AskSaveName(dialog).value_or("");
+    ChildActivated(analysisNo);
+    const Answer answer =
+        ThePlatform().MsgBox(Analysis(analysisNo).AnalysisFileName + " Has Been Changed." + CrLf +
+                                 CrLf + "Save Analysis?",
+                             Buttons::YesNoCancel, Icon::Exclamation, "");
+    if (answer != Answer::Yes)
+        return answer == Answer::No;
+    FileCommand(FileSaveAnalysis);
+    // A save that was given up, or failed, leaves the analysis unsaved and so the window open.
+    return AnalysisState(analysisNo).Changed == False;
 }
 
 } // namespace quorvanta

@@ -33,11 +33,7 @@ bool ReadAnalysisFile(const std::string& path);
 // does, and is told in the status line.
 bool WriteAnalysisFile(const std::string& path);
 
-// Writes the bytes of an output, a text or a picture, to a file in place of what it held. False,
-// told in the status line, if that fails; a file that exists is then as it was.
-bool WriteTextFile(const std::string& path, const std::string& text);
-
-// Asks for the name of a file to save to: "dim", "rtf" or "bmp". Empty when the user gives up.
-std::string AskFileName(const std::string& extension);
+// May the window of that record close? Refused during a run; asks about unsaved changes.
+bool QueryCloseChild(i16 analysisNo, i16 closeMode);
 
 } // namespace quorvanta

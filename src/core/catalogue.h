@@ -36,9 +36,6 @@ inline constexpr i16 SimulationWindow = 3;
 // kind.
 std::string_view WindowKindCaption(i16 windowKind);
 
-// Kind of the current analysis' window; -1 when none is open.
-i16 CurrentWindowKind();
-
 // --- Menus ------------------------------------------------------------------------------------
 
 // What an entry of a menu does when it is chosen.
@@ -103,7 +100,7 @@ std::string_view TestCode();
 
 // True if the test of a menu number exists only as a simulation; false at once for a simulation
 // window, where there is nothing to warn of.
-bool IsSimOnly(i16 menuNo, i16 windowKind = CurrentWindowKind());
+bool IsSimOnly(i16 menuNo, i16 windowKind);
 
 // False for the menu numbers that can't be opened in a Monte Carlo Simulation window.
 bool HasSimWindow(i16 menuNo);

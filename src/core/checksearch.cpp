@@ -1,9 +1,9 @@
 #include "core/checksearch.h"
 
 #include "core/analysis_state.h"
-#include "core/driver.h"
 #include "core/general.h"
 #include "core/platform.h"
+#include "core/values.h"
 #include "output/format.h"
 
 #include <string>

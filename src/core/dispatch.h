@@ -1,12 +1,17 @@
-// The module SELLIST: the only place that knows which module serves which analysis.
+// The operations of the test modules, each handed to the module of the current analysis.
 #pragma once
 
+#include "core/analysis_key.h"
 #include "core/types.h"
 
 namespace quorvanta {
 
-// True if a module serves the current analysis.
-bool SelHasModule();
+// What this version can do with an analysis: solve it by an equation, try it out by a simulation.
+bool HasEquation(const AnalysisKey& key);
+bool HasSimulation(const AnalysisKey& key);
+
+// One of the two: the analysis can be opened.
+bool IsServed(const AnalysisKey& key);
 
 // One dispatcher for each operation of a test module. An operation that the module leaves out
 // does nothing and answers 0 (true for the check, which then has nothing to object to).

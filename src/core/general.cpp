@@ -1,7 +1,7 @@
 #include "core/general.h"
 
 #include "core/fault.h"
-#include "output/format.h"
+#include "core/number_text.h"
 
 #include <algorithm>
 #include <cmath>

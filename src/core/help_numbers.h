@@ -9,6 +9,9 @@
 
 namespace quorvanta {
 
+// The number of the contents.
+inline constexpr i32 HelpContents = 0;
+
 enum class HelpTopic {
     None,        // nothing has this number
     Menu,        // a menu

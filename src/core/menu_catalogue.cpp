@@ -1,6 +1,6 @@
 // The menu tree, and what each of its entries stands for.
 #include "core/analysis_state.h"
-#include "core/catalogue.h"
+#include "core/catalogue.h" // IWYU pragma: associated
 #include "core/general.h"
 
 #include <algorithm>

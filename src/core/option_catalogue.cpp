@@ -1,7 +1,7 @@
 // The choices that a test may offer: check boxes, and quantities that can be entered in several
 // forms.
 #include "core/analysis_state.h"
-#include "core/catalogue.h"
+#include "core/catalogue.h" // IWYU pragma: associated
 
 namespace quorvanta {
 

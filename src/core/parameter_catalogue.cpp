@@ -1,6 +1,7 @@
 // What each kind of parameter is called, starts with, and may be.
 #include "core/analysis_state.h"
-#include "core/catalogue.h"
+#include "core/catalogue.h" // IWYU pragma: associated
+#include "core/number_text.h"
 #include "output/format.h"
 
 namespace quorvanta {

@@ -43,9 +43,10 @@ enum class OutputForm { Picture, Text };
 // Draws an output on any surface that it is handed, as often as it is asked to.
 using Drawing = std::function<void(Surface&)>;
 
-class Platform {
+// Messages, the clock, and how far a long run has come.
+class Messages {
   public:
-    virtual ~Platform() = default;
+    virtual ~Messages() = default;
 
     // Shows a message and waits for the answer. An empty title is the program's name.
     virtual Answer MsgBox(const std::string& text, Buttons buttons, Icon icon,
@@ -66,9 +67,44 @@ class Platform {
     virtual void ShowProgress(i32 total) = 0;
     virtual void StepProgress() = 0;
     virtual void HideProgress() = 0;
+};
+
+// The windows, which take what they show from the state.
+class Windows {
+  public:
+    virtual ~Windows() = default;
 
     // Asks for the kind of a new window; nothing when the user cancels.
     virtual std::optional<i16> AskWindowKind(bool offerSimulation) = 0;
+
+    // Child windows, addressed by kind and number. A child shows the current analysis only.
+    virtual void OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,
+                           const std::string& caption) = 0;
+    virtual void RaiseChild(i16 windowKind, i16 windowNo) = 0;
+
+    // The current child window, and the parameter window beside it, take labels, texts, colours
+    // and the result from the state.
+    virtual void RefreshChild() = 0;
+
+    // The option window takes what the test offers, and what is chosen, from the state.
+    virtual void RefreshOptions() = 0;
+
+    // The floating windows by name; what each of them is and when it goes: core/floating_windows.h.
+    virtual void Show(FloatingWindow window) = 0;
+    virtual void Hide(FloatingWindow window) = 0;
+    virtual bool IsShown(FloatingWindow window) = 0;
+
+    // The entries of "Current Analysis" take their state from GetInfoEnabled.
+    virtual void RefreshMenus() = 0;
+
+    // Ends the program: closes the main window, with the questions of its children.
+    virtual void CloseMain() = 0;
+};
+
+// Files, clipboard and printer.
+class OutputDevices {
+  public:
+    virtual ~OutputDevices() = default;
 
     // Asks for a file that exists, and for a name to save to (which asks before it overwrites);
     // nothing when the user cancels. Both remember their folder for the run.
@@ -85,29 +121,10 @@ class Platform {
     virtual void Print(OutputForm form, const Drawing& drawing) = 0;
     // The drawing as the bytes of a bitmap file.
     virtual std::string Bitmap(const Drawing& drawing) = 0;
-
-    // Child windows, addressed by kind and number. A child shows the current analysis only.
-    virtual void OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,
-                           const std::string& caption) = 0;
-    virtual void RaiseChild(i16 windowKind, i16 windowNo) = 0;
-
-    // The current child window, and the parameter window beside it, take labels, texts, colours
-    // and the result from the state.
-    virtual void RefreshChild() = 0;
-
-    // The option window takes what the test offers, and what is chosen, from the state.
-    virtual void RefreshOptions() = 0;
-
-    virtual void Show(FloatingWindow window) = 0;
-    virtual void Hide(FloatingWindow window) = 0;
-    virtual bool IsShown(FloatingWindow window) = 0;
-
-    // The entries of "Current Analysis" take their state from GetInfoEnabled.
-    virtual void RefreshMenus() = 0;
-
-    // Ends the program: closes the main window, with the questions of its children.
-    virtual void CloseMain() = 0;
 };
+
+// All of it in one.
+class Platform : public Messages, public Windows, public OutputDevices {};
 
 // The platform in use; there is always exactly one after SetPlatform.
 Platform& ThePlatform();

@@ -2,52 +2,31 @@
 
 #include "core/analysis.h"
 #include "core/analysis_file.h"
+#include "core/analysis_key.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
 #include "core/driver.h"
-#include "core/general.h"
-#include "core/options.h"
+#include "core/floating_windows.h"
+#include "core/menus.h"
+#include "core/option_choice.h"
 #include "core/platform.h"
+#include "core/records.h"
 #include "core/showpar.h"
+#include "core/values.h"
+
+#include <string>
 
 namespace quorvanta {
 
 namespace {
 
-constexpr i16 twoSidedIntervalCheck = 36;
-
-// The numbers that select a module, given back when the choice comes to nothing.
-class Selection {
-  public:
-    void Restore() const {
-        IsTest = isTest_;
-        TestNo = testNo_;
-        DistrNo = distrNo_;
-        IsGroupSeq = isGroupSeq_;
-        IsMultComp = isMultComp_;
-    }
-
-  private:
-    i16 isTest_ = IsTest;
-    i16 testNo_ = TestNo;
-    i16 distrNo_ = DistrNo;
-    i16 isGroupSeq_ = IsGroupSeq;
-    i16 isMultComp_ = IsMultComp;
-};
-
-void SelectTest(i16 menuNo) {
-    IsGroupSeq = False;
-    IsMultComp = False;
-    IsTest = True;
-    TestNo = MenuToTestNo(menuNo);
-}
-
-void SelectDistribution(i16 distrNo) {
-    IsGroupSeq = False;
-    IsMultComp = False;
-    IsTest = False;
-    DistrNo = distrNo;
+void Select(const AnalysisKey& key) {
+    IsTest = key.IsTest;
+    TestNo = key.TestNo;
+    DistrNo = key.DistrNo;
+    ProcedureNo = key.ProcedureNo;
+    ParListNo = key.ParListNo;
 }
 
 // Opens a window if none is open; false if the user gave up.
@@ -59,16 +38,6 @@ bool EnsureWindow(bool offerSimulation) {
         return false;
     FileCommand(*windowKind);
     return AnalysisNo != 0;
-}
-
-bool IsIntervalAnalysis() {
-    return IsTest == False && ProcedureNo == ProcedureInterval;
-}
-
-// A confidence interval starts two-sided, a test that is stated through one starts one-sided; what
-// the user makes of it afterwards stays.
-void StartTwoSidedInterval() {
-    CheckValue(twoSidedIntervalCheck) = IsIntervalAnalysis() ? 1 : 0;
 }
 
 void ShowOptions() {
@@ -87,153 +56,47 @@ void ShowOptions() {
     ThePlatform().Show(FloatingWindow::Options);
 }
 
-void HideFloatingWindows() {
-    for (const auto window :
-         {FloatingWindow::Parameters, FloatingWindow::InterimParameters,
-          FloatingWindow::SequentialMonitor, FloatingWindow::Grid, FloatingWindow::Options})
-        ThePlatform().Hide(window);
-    HideOutputs();
-}
-
-void LayOutOptions() {
-    ClearOptions();
-    SelSetupTest();
-    // Only a test rejects.
-    LeftTailOffered = NoOfTails != TwoSided && (IsTest == True || ProcedureNo == ProcedureTest);
-    SelSetLabels();
-}
-
-void OptionsChanged() {
-    Calculated = False;
-    LayOutOptions();
-    ThePlatform().RefreshOptions();
-    UpdateMenus();
-}
-
-std::string TailsInWords() {
-    if (IsIntervalAnalysis())
-        return CheckValue(twoSidedIntervalCheck) == 1 ? "two-sided" : "one-sided";
-    switch (NoOfTails) {
-    case OneSided:
-        return "one-sided";
-    case TwoSided:
-        return "two-sided";
-    default:
-        return "two one-sided (equivalence)";
+// The road from an entry of the menus, whose name goes where it belongs, to the options. Nothing of
+// the state changes before it is known that they will be shown.
+template <class Name>
+void NewAnalysis(const AnalysisKey& key, const std::string& caption, bool offerSimulation,
+                 Name name) {
+    if (!IsServed(key)) {
+        ShowNotAvailable(caption);
+        return;
     }
-}
-
-bool HasDistributionGraph() {
-    const bool hasOnlyGraph = HasDistrGraph == True && HasGridData == False;
-    const bool hasNeither = HasDistrGraph == False && HasGridData == False;
-    const bool isLeftOut =
-        (!IsDiscreteTest() || hasNeither) && !hasOnlyGraph && !HasSurvivalGraph();
-    return IsGroupSeq == False && !isLeftOut;
+    StoreAnalysis(); // what CancelOptions brings back
+    HideWindows(Occasion::NewChoice);
+    if (!EnsureWindow(offerSimulation))
+        return;
+    Select(key);
+    IsGroupSeq = False;
+    IsMultComp = False;
+    TestName.clear();
+    DistrName.clear();
+    name();
+    ShowOptions();
 }
 
 } // namespace
 
-bool HasWindowKind(i16 windowKind) {
-    return windowKind == CalculationWindow || windowKind == TableWindow ||
-           windowKind == GraphWindow;
-}
-
-void ShowNotAvailable(const std::string& what) {
-    ShowMessage(what + " Is Not Available in This Version.");
-}
-
 void NewTest(i16 menuNo) {
-    const Selection former;
-    SelectTest(menuNo);
-    const bool isServed = SelHasModule();
-    former.Restore();
-    if (!isServed) {
-        ShowNotAvailable(TestMenuName(menuNo));
-        return;
-    }
-    StoreAnalysis(); // what CancelOptions brings back
-    HideFloatingWindows();
-    if (!EnsureWindow(HasSimWindow(menuNo)))
-        return;
-    SelectTest(menuNo);
-    TestName = TestMenuName(menuNo);
-    DistrName.clear();
-    ShowOptions();
+    AnalysisKey key = CurrentKey();
+    key.IsTest = True;
+    key.TestNo = TestNoOfMenu(menuNo);
+    const std::string caption = TestMenuName(menuNo);
+    NewAnalysis(key, caption, HasSimWindow(menuNo), [menuNo, &caption] {
+        TestNo = MenuToTestNo(menuNo);
+        TestName = caption;
+    });
 }
 
 void NewDistribution(i16 distrNo) {
-    const Selection former;
-    SelectDistribution(distrNo);
-    const bool isServed = SelHasModule();
-    former.Restore();
-    if (!isServed) {
-        ShowNotAvailable(DistrMenuName(distrNo));
-        return;
-    }
-    StoreAnalysis(); // what CancelOptions brings back
-    HideFloatingWindows();
-    if (!EnsureWindow(true))
-        return;
-    SelectDistribution(distrNo);
-    DistrName = DistrMenuName(distrNo);
-    TestName.clear();
-    ShowOptions();
-}
-
-void NewSetup() {
-    if (TestNo != GridTestNo && IsMultComp == False) {
-        ResetGrids();
-        HasGridData = False;
-    }
-    if (IsTest == False && ParListNo >= static_cast<i16>(DistrParList(DistrNo).size()))
-        ParListNo = 0;
-    LayOutOptions();
-}
-
-void ChooseSamples(i16 noOfSamples) {
-    NoOfSamples = noOfSamples;
-    OptionsChanged();
-}
-
-void ChooseTails(i16 noOfTails) {
-    NoOfTails = noOfTails;
-    OptionsChanged();
-}
-
-void ChooseLeftTail(bool left) {
-    LeftTail = ToFlag(left);
-    OptionsChanged();
-}
-
-void ChooseProcedure(i16 procedureNo) {
-    if (procedureNo != ProcedureNo) {
-        ProcedureNo = procedureNo;
-        StartTwoSidedInterval();
-    }
-    OptionsChanged();
-}
-
-void ChooseParList(i16 parListNo) {
-    ParListNo = parListNo;
-    OptionsChanged();
-}
-
-void ChooseCheck(i16 position, bool ticked) {
-    const i16 kind = CheckList(position);
-    CheckValue(kind) = ticked ? 1 : 0;
-    if (ticked)
-        ClearExcludedChecks(kind);
-    OptionsChanged();
-}
-
-void ChooseIntPar(i16 position, i16 option) {
-    IntParValue(IntParList(position)) = option;
-    OptionsChanged();
-}
-
-void ChooseInterim(i16 noOfInterim) {
-    NoOfInterim = noOfInterim;
-    OptionsChanged();
+    AnalysisKey key = CurrentKey();
+    key.IsTest = False;
+    key.DistrNo = distrNo;
+    const std::string caption = DistrMenuName(distrNo);
+    NewAnalysis(key, caption, true, [&caption] { DistrName = caption; });
 }
 
 void AcceptOptions() {
@@ -263,34 +126,6 @@ void CancelOptions() {
     if (AnalysisNo != 0)
         SwitchAnalysis(AnalysisNo);
     UpdateMenus();
-}
-
-void UpdateMenus() {
-    GetInfoEnabled.Fill(false);
-    if (AnalysisNo != 0) {
-        for (int i = 0; i <= 2; ++i)
-            GetInfoEnabled(i) = true;
-        const bool hasResult =
-            Calculated == True && NoOfPar >= 1 &&
-            (CurrentWindowKind() != CalculationWindow || HasValue(ParText(ParKind(UnknownParNo))));
-        GetInfoEnabled(3) = hasResult;
-        GetInfoEnabled(4) = hasResult && HasDistributionGraph();
-    }
-    ThePlatform().RefreshMenus();
-}
-
-std::string Headline() {
-    std::string text;
-    if (IsTest == True) {
-        text = TestName;
-    } else {
-        constexpr const char* procedures[] = {"Test of ", "Point Estimate of ",
-                                              "Conf. Interval for "};
-        text = procedures[ProcedureNo];
-        text += DistrParList(DistrNo)[static_cast<std::size_t>(ParListNo)];
-        text += " " + DistrName;
-    }
-    return text + ", " + TailsInWords() + ".";
 }
 
 } // namespace quorvanta

@@ -1,12 +1,14 @@
 #include "core/showpar.h"
 
-#include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
-#include "core/driver.h"
 #include "core/general.h"
+#include "core/grids.h"
+#include "core/menus.h"
 #include "core/platform.h"
-#include "core/setup.h"
+#include "core/records.h"
+#include "core/run.h"
+#include "core/typed_text.h"
 #include "output/titles.h"
 
 #include <algorithm>

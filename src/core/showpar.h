@@ -2,7 +2,7 @@
 // values of all others.
 #pragma once
 
-#include "core/driver.h"
+#include "core/run.h"
 #include "core/types.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 // What holds for which tests and distributions.
 #include "core/analysis_state.h"
-#include "core/catalogue.h"
+#include "core/catalogue.h" // IWYU pragma: associated
 #include "core/fault.h"
 
 #include <algorithm>

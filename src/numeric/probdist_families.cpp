@@ -2,7 +2,7 @@
 #include "core/general.h"
 #include "numeric/gamma0.h"
 #include "numeric/integra1.h"
-#include "numeric/probdist.h"
+#include "numeric/probdist.h" // IWYU pragma: associated
 #include "numeric/rounding.h"
 
 #include <cmath>

@@ -1,10 +1,9 @@
 #include "output/document.h"
 
-#include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
-#include "core/driver.h"
 #include "core/general.h"
+#include "core/records.h"
 #include "core/showpar.h"
 #include "output/statement.h"
 #include "output/titles.h"

@@ -9,12 +9,6 @@
 
 namespace quorvanta {
 
-// The number at the start of a text, after blanks; reading stops at the first character that is
-// not part of a number. 0 for a text that does not begin with a number. Only "." is a decimal
-// point; an exponent ("1E-5", "1d3") is read. A number too large for 64 bits is a RunTimeError
-// (Overflow), one too small is 0.
-f64 Val(std::string_view text);
-
 // The shortest decimal text of x: at most 7 significant digits for a 32-bit float and 15 for a
 // 64-bit one. Below 0.0001, and from 1E+07 or 1E+15 up, with an exponent of at least two digits
 // ("1E-05", "1.5E+20"); no leading blank; a fraction has its zero ("0.5"); negative zero is "0".

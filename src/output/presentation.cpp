@@ -1,8 +1,8 @@
 #include "output/presentation.h"
 
-#include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "core/general.h"
+#include "core/records.h"
 #include "output/scale.h"
 
 #include <cmath>

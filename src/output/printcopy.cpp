@@ -1,20 +1,17 @@
 #include "output/printcopy.h"
 
-#include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
-#include "core/driver.h"
+#include "core/records.h"
 #include "core/showpar.h"
+#include "core/values.h"
 #include "output/document.h"
+#include "output/saving.h"
 #include "output/xyzplot.h"
 
 namespace quorvanta {
 
 namespace {
-
-bool IsSummaryInFront() {
-    return ThePlatform().IsShown(FloatingWindow::Summary);
-}
 
 void DrawGraph(Surface& surface) {
     PlotGraph(surface, PresentationOf(AnalysisNo));
@@ -55,7 +52,7 @@ bool GiveOutText(OutputAction action, const OutputDocument& document) {
 bool GiveOut(OutputAction action) {
     if (!HasOutput())
         return false;
-    if (IsSummaryInFront())
+    if (ThePlatform().IsShown(FloatingWindow::Summary))
         return GiveOutText(action, StatementDocument());
     if (IsTableOrGraph() && !EnsureRun())
         return false;
@@ -74,27 +71,6 @@ bool GiveOut(OutputAction action) {
 }
 
 } // namespace
-
-std::string ChildKindName() {
-    switch (CurrentWindowKind()) {
-    case TableWindow:
-        return "Table";
-    case GraphWindow:
-        return "Graph";
-    case SimulationWindow:
-        return "Monte Carlo";
-    default:
-        return "Calculation";
-    }
-}
-
-std::string WindowKindName() {
-    if (IsSummaryInFront())
-        return "Summary";
-    if (ThePlatform().IsShown(FloatingWindow::DistrGraph))
-        return "Distribution Graph";
-    return ChildKindName();
-}
 
 bool HasOutput() {
     if (AnalysisNo == 0 || NoOfPar < 1)

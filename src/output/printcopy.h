@@ -7,13 +7,6 @@
 
 namespace quorvanta {
 
-// What the window in front is called in messages: "Summary", "Distribution Graph", "Calculation",
-// "Table", "Graph" or "Monte Carlo". A free-standing window lies in front of the child windows.
-std::string WindowKindName();
-
-// The same name for the child window alone.
-std::string ChildKindName();
-
 // True if the window in front has something to give out. A table or graph that a change has made
 // stale is calculated anew for it.
 bool HasOutput();

@@ -1,5 +1,5 @@
 #include "core/codepage.h"
-#include "output/statement.h"
+#include "output/statement.h" // IWYU pragma: associated
 
 #include <cstdint>
 #include <string>

@@ -1,9 +1,9 @@
 #include "output/settings.h"
 
-#include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/platform.h"
+#include "core/records.h"
 #include "output/scale.h"
 #include "output/statement.h"
 #include "output/titles.h"

@@ -1,11 +1,10 @@
 #include "output/statement.h"
 
-#include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
-#include "core/driver.h"
 #include "core/general.h"
-#include "output/format.h"
+#include "core/records.h"
+#include "core/values.h"
 #include "output/statement_clauses.h"
 #include "output/statement_words.h"
 

@@ -1,11 +1,12 @@
 #include "output/statement_clauses.h"
 
-#include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/checksearch.h"
-#include "core/driver.h"
 #include "core/general.h"
+#include "core/number_text.h"
+#include "core/records.h"
+#include "core/values.h"
 #include "output/format.h"
 #include "output/statement_words.h"
 

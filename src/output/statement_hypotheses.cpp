@@ -1,6 +1,6 @@
 #include "core/analysis_state.h"
 #include "core/general.h"
-#include "output/statement_clauses.h"
+#include "output/statement_clauses.h" // IWYU pragma: associated
 #include "output/statement_words.h"
 
 #include <optional>

@@ -1,9 +1,9 @@
 #include "output/titles.h"
 
-#include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
+#include "core/records.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "output/statement.h"
+#include "output/statement.h" // IWYU pragma: associated
 #include "output/statement_words.h"
 
 #include <algorithm>

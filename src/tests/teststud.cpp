@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/options.h"
+#include "core/records.h"
 #include "numeric/probdist.h"
 #include "tests/powereq.h"
 #include "tests/testnor.h"

@@ -1,10 +1,10 @@
 #include "ui/application.h"
 
-#include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "core/fault.h"
+#include "core/menus.h"
 #include "core/platform.h"
-#include "core/setup.h"
+#include "core/program_name.h"
 
 #include <QAbstractButton>
 #include <QIcon>

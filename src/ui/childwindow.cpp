@@ -1,6 +1,7 @@
 #include "ui/childwindow.h"
 
 #include "core/analysis.h"
+#include "core/analysis_file.h"
 #include "core/analysis_state.h"
 
 #include <QCloseEvent>

@@ -1,6 +1,6 @@
 #include "ui/frmabout.h"
 
-#include "core/analysis.h"
+#include "core/program_name.h"
 #include "ui/qttext.h"
 
 #include <QApplication>

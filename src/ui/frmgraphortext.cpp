@@ -1,6 +1,6 @@
 #include "ui/frmgraphortext.h"
 
-#include "output/printcopy.h"
+#include "output/saving.h"
 #include "ui/qttext.h"
 
 #include <QDialogButtonBox>

@@ -1,8 +1,8 @@
 #include "ui/frmhelp.h"
 
-#include "core/analysis.h"
+#include "core/help_numbers.h"
+#include "core/program_name.h"
 #include "ui/helppage.h"
-#include "ui/helpviewer.h"
 
 #include <QAction>
 #include <QHeaderView>

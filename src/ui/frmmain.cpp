@@ -4,18 +4,18 @@
 #include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/fault.h"
+#include "core/floating_windows.h"
 #include "core/general.h"
+#include "core/help_numbers.h"
+#include "core/menus.h"
 #include "core/setup.h"
 #include "core/showpar.h"
 #include "output/printcopy.h"
 #include "ui/frmabout.h"
 #include "ui/frmcalc.h"
 #include "ui/frmgraph.h"
-#include "ui/frmoutput.h"
 #include "ui/frmprogress.h"
 #include "ui/frmshowpar.h"
-#include "ui/frmshowsmp.h"
-#include "ui/frmsummary.h"
 #include "ui/frmtable.h"
 #include "ui/helpviewer.h"
 #include "ui/mdiarea.h"
@@ -81,9 +81,8 @@ QString EntryName(const MenuItem& item) {
 } // namespace
 
 frmMain::frmMain()
-    : area_(new MdiArea(this)), hint_(new QLabel(this)), frmShowSmp_(new frmShowSmp(this)),
-      frmShowPar_(new frmShowPar(this)), frmSummary_(new frmSummary(this)),
-      frmOutput_(new frmOutput(this)), frmProgress_(new frmProgress(this)) {
+    : area_(new MdiArea(this)), hint_(new QLabel(this)), floating_(*this),
+      frmShowPar_(&floating_.Parameters()), frmProgress_(new frmProgress(this)) {
     setObjectName("frmMain");
     setWindowTitle(ProgramTitle());
     area_->setObjectName("mdiArea");
@@ -124,7 +123,7 @@ void frmMain::MakeMenus() {
     }
     // Their keys work in the window of the statement too, which has no menu.
     for (const i16 index : outputEntries)
-        frmSummary_->addAction(mnuFile_.at(index));
+        Floating(FloatingWindow::Summary)->addAction(mnuFile_.at(index));
     mnuOutput_ = new QMenu(this);
     mnuOutput_->setObjectName(EntryName(OutputMenu()));
     FillMenu(*mnuOutput_, OutputMenu().Children);
@@ -288,17 +287,15 @@ void frmMain::RefreshMenus() {
     for (QAction* action : windowActions_)
         action->setEnabled(AnalysisNo > 0);
     // What a change has made stale must not be printed beside the new values.
-    if (!GetInfoEnabled(3)) {
-        frmSummary_->hide();
-        frmOutput_->hide();
-    }
+    if (!GetInfoEnabled(3))
+        floating_.HideResults();
     ShowHint();
 }
 
 void frmMain::ShowHint() {
     if (AnalysisNo == 0)
         hint_->setText(tr("Choose a test or a distribution from the menus to begin."));
-    else if (frmShowSmp_->isVisible())
+    else if (floating_.IsShown(FloatingWindow::Options))
         hint_->setText(tr("Choose the options of the analysis, then press OK. Esc gives them up."));
     else if (NoOfPar == 0)
         hint_->setText(tr("Choose a test or a distribution from the menus for this window."));
@@ -390,10 +387,7 @@ void frmMain::RefreshChild() {
         child->setWindowTitle(ToQt(AnalysisFileName));
         child->Refresh();
     }
-    if (frmShowPar_->isVisible())
-        frmShowPar_->Refresh();
-    if (frmOutput_->isVisible() && GetInfoEnabled(3))
-        frmOutput_->Refresh();
+    floating_.RefreshFollowers(GetInfoEnabled(3));
     ShowHint();
 }
 
@@ -405,22 +399,11 @@ void frmMain::ChildToFront(QMdiSubWindow* frame) {
 }
 
 QWidget* frmMain::Floating(FloatingWindow window) const {
-    switch (window) {
-    case FloatingWindow::Options:
-        return frmShowSmp_;
-    case FloatingWindow::Parameters:
-        return frmShowPar_;
-    case FloatingWindow::Summary:
-        return frmSummary_;
-    case FloatingWindow::Output:
-        return frmOutput_;
-    default:
-        return nullptr;
-    }
+    return floating_.Widget(window);
 }
 
 void frmMain::RefreshOptions() {
-    frmShowSmp_->Refresh();
+    floating_.Refresh(FloatingWindow::Options);
 }
 
 // Beside the current window, so that both are seen, as far as the screen has room.
@@ -439,29 +422,27 @@ void frmMain::ShowFloating(FloatingWindow window) {
     QWidget* floating = Floating(window);
     if (floating == nullptr)
         return;
-    if (window == FloatingWindow::Parameters) {
-        // It takes its room from the area of the child windows and covers none of them.
-        frmShowPar_->Refresh();
-        frmShowPar_->show();
-        layout()->activate();
-        if (ChildWindow* child = CurrentChild())
-            child->KeepInside();
-        frmShowPar_->setFocus();
-        return;
-    }
-    if (window == FloatingWindow::Summary) {
-        // One of the two at a time: commands and messages speak of the window in front.
-        frmOutput_->hide();
-        frmSummary_->Refresh();
-    }
-    if (window == FloatingWindow::Output)
-        frmOutput_->Refresh();
+    floating_.Refresh(window);
+    if (qobject_cast<QDockWidget*>(floating) != nullptr)
+        return ShowBeside(*floating);
+    // One result at a time: commands and messages speak of the window in front.
+    if (ShowsResult(window))
+        floating_.HideResults(window);
     floating->adjustSize();
     floating->move(PlaceBeside(floating->frameSize()));
     floating->show();
     floating->raise();
     floating->activateWindow();
     ShowHint();
+}
+
+// A docked window takes its room from the area of the child windows and covers none of them.
+void frmMain::ShowBeside(QWidget& docked) {
+    docked.show();
+    layout()->activate();
+    if (ChildWindow* child = CurrentChild())
+        child->KeepInside();
+    docked.setFocus();
 }
 
 void frmMain::HideFloating(FloatingWindow window) {

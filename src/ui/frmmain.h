@@ -5,6 +5,7 @@
 #include "core/platform.h"
 #include "core/types.h"
 #include "ui/filedialogs.h"
+#include "ui/floatingforms.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -22,11 +23,8 @@ class QMenu;
 namespace quorvanta {
 
 class ChildWindow;
-class frmOutput;
 class frmProgress;
 class frmShowPar;
-class frmShowSmp;
-class frmSummary;
 
 class frmMain : public QMainWindow {
     Q_OBJECT
@@ -100,6 +98,7 @@ class frmMain : public QMainWindow {
     void StepFocus(bool next);
     ChildWindow* MakeChild(i16 windowKind, i16 windowNo, i16 analysisNo);
     void BringToFront(ChildWindow& child);
+    void ShowBeside(QWidget& docked);
     QPoint PlaceBeside(const QSize& size) const;
 
     QMdiArea* area_;
@@ -110,10 +109,8 @@ class frmMain : public QMainWindow {
     std::map<i16, QAction*> mnuGetInfo_;
     std::vector<QAction*> windowActions_; // of the menu of windows, before the list of them
     FileDialogs dialogs_;
-    frmShowSmp* frmShowSmp_;
+    FloatingForms floating_;
     frmShowPar* frmShowPar_;
-    frmSummary* frmSummary_;
-    frmOutput* frmOutput_;
     frmProgress* frmProgress_;
 };
 

@@ -1,6 +1,5 @@
 #include "ui/frmnewwindow.h"
 
-#include "core/analysis.h"
 #include "core/catalogue.h"
 #include "ui/qttext.h"
 #include "ui/wrappedradiobutton.h"

@@ -1,7 +1,7 @@
 #include "ui/frmoutput.h"
 
-#include "core/analysis.h"
 #include "core/catalogue.h"
+#include "core/records.h"
 #include "core/showpar.h"
 #include "output/printcopy.h"
 #include "ui/frmedittable.h"

@@ -1,6 +1,5 @@
 #include "ui/frmprogress.h"
 
-#include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "ui/qttext.h"
 

@@ -1,9 +1,11 @@
 #include "ui/frmshowpar.h"
 
-#include "core/analysis.h"
 #include "core/analysis_state.h"
-#include "core/driver.h"
 #include "core/general.h"
+#include "core/grids.h"
+#include "core/records.h"
+#include "core/run.h"
+#include "core/typed_text.h"
 #include "ui/mnemoniclabel.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"

@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/option_choice.h"
 #include "core/setup.h"
 #include "ui/qttext.h"
 

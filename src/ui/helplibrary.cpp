@@ -1,8 +1,8 @@
 #include "ui/helplibrary.h"
 
-#include "core/analysis.h"
 #include "core/general.h"
 #include "core/help_numbers.h"
+#include "core/program_name.h"
 #include "ui/qttext.h"
 
 #include <QCoreApplication>

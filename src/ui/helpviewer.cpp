@@ -2,7 +2,8 @@
 
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
-#include "core/setup.h"
+#include "core/help_numbers.h"
+#include "core/records.h"
 #include "ui/frmhelp.h"
 #include "ui/helplibrary.h"
 

@@ -7,9 +7,6 @@ class QWidget;
 
 namespace quorvanta {
 
-// The number of the contents.
-inline constexpr i32 HelpContents = 0;
-
 // Opens the help on the topic of that number.
 void OpenHelp(i32 number);
 

@@ -1,7 +1,5 @@
 #include "ui/mdiarea.h"
 
-#include "core/analysis.h"
-
 #include <QApplication>
 #include <QMdiSubWindow>
 #include <QPaintEvent>

@@ -1,7 +1,7 @@
 #include "ui/program.h"
 
 #include "core/analysis.h"
-#include "core/setup.h"
+#include "core/menus.h"
 
 namespace quorvanta {
 

@@ -1,6 +1,5 @@
 #include "ui/qtplatform.h"
 
-#include "core/analysis.h"
 #include "core/analysis_state.h"
 #include "core/showpar.h"
 #include "ui/frmgraphortext.h"

@@ -1,7 +1,7 @@
 // Between the engine's texts and Qt's.
 #pragma once
 
-#include "core/analysis.h"
+#include "core/program_name.h"
 
 #include <QString>
 

@@ -1,0 +1,124 @@
+// The module SELLIST: the one chain from the numbers of an analysis to the module that serves it. A
+// new test has its line here, and nothing else in the program names it.
+#pragma once
+
+#include "core/analysis_key.h"
+#include "core/analysis_state.h"
+#include "tests/parbin.h"
+#include "tests/parexp.h"
+#include "tests/parfinite.h"
+#include "tests/parhyper.h"
+#include "tests/parnor2.h"
+#include "tests/parnorm.h"
+#include "tests/parpoisson.h"
+#include "tests/testbin.h"
+#include "tests/testbioeq.h"
+#include "tests/testchi2.h"
+#include "tests/testequiv.h"
+#include "tests/testexploc.h"
+#include "tests/testexpscale.h"
+#include "tests/testfisher.h"
+#include "tests/testhyper.h"
+#include "tests/testlnorm.h"
+#include "tests/testmcn.h"
+#include "tests/testpairbin.h"
+#include "tests/tests2.h"
+#include "tests/teststud.h"
+
+namespace quorvanta {
+
+// Serves the analyses that no module exists for.
+struct NoModule {};
+
+// The module of a test of a parameter, or of its estimate or interval.
+template <class Test, class Estimation, class Operation>
+auto WithEither(const AnalysisKey& key, Operation operation) {
+    return key.ProcedureNo == ProcedureTest ? operation.template operator()<Test>()
+                                            : operation.template operator()<Estimation>();
+}
+
+// The selection chain of the parameters of distributions.
+template <class Operation>
+auto WithParameterModule(const AnalysisKey& key, Operation operation) {
+    switch (key.DistrNo) {
+    case DistrNormal:
+        switch (key.ParListNo) {
+        case 0:
+            return WithEither<TESTNOR, PARNORM>(key, operation);
+        case 1:
+            return WithEither<TESTSTUD, PARNORM>(key, operation);
+        default:
+            return WithEither<TESTS2, PARNORM>(key, operation);
+        }
+    case DistrLognormal:
+        return key.ParListNo == 0 ? WithEither<TESTLNORM, PARLNORM>(key, operation)
+                                  : WithEither<TESTLSTU, PARLNORM>(key, operation);
+    case DistrExponential:
+        return key.ParListNo == 0 ? WithEither<TESTEXPLOC, PAREXP>(key, operation)
+                                  : WithEither<TESTEXPSCALE, PAREXP>(key, operation);
+    case DistrBinomial:
+        return WithEither<TESTBIN, PARBIN>(key, operation);
+    case DistrHypergeometric:
+        return WithEither<TESTHYPER, PARHYPER>(key, operation);
+    case DistrPoisson:
+        return operation.template operator()<ParPoisson>();
+    case DistrFinitePopulation:
+        return key.ParListNo == 0 ? operation.template operator()<PARFINNOR>()
+                                  : operation.template operator()<PARFINITE>();
+    case DistrBivariateNormal:
+        switch (key.ParListNo) {
+        case 0:
+            return operation.template operator()<PARNOR2MEAN>();
+        case 1:
+            return operation.template operator()<PARNOR2SD>();
+        case 2:
+            return operation.template operator()<PARNOR2CORREL>();
+        default:
+            return operation.template operator()<PARNOR2REGRESS>();
+        }
+    default:
+        return operation.template operator()<NoModule>();
+    }
+}
+
+// The one selection chain: hands the operation the module that serves the analysis.
+template <class Operation>
+auto WithModule(const AnalysisKey& key, Operation operation) {
+    if (key.IsTest == False)
+        return WithParameterModule(key, operation);
+    switch (key.TestNo) {
+    case 0:
+    case 1:
+    case 125:
+        return operation.template operator()<TESTSTUD>();
+    case 19:
+        return operation.template operator()<TESTFISHER>();
+    case 20:
+    case 117:
+        return operation.template operator()<TESTMCN>();
+    case 21:
+        return operation.template operator()<TESTCHI2>();
+    case 74:
+    case 81:
+        return operation.template operator()<TESTEQUIV<TESTSTUD>>();
+    case 75:
+    case 82:
+        return operation.template operator()<TESTEQUIV<TESTLNORM>>();
+    case 76:
+    case 83:
+        return operation.template operator()<TESTEQUIV<TESTBIN>>();
+    case 78:
+        return operation.template operator()<TESTBIOEQ>();
+    case 79:
+        return operation.template operator()<TESTEQUIV<TESTBIOEQ>>();
+    case 120:
+        return operation.template operator()<TESTPAIRBIN>();
+    case 121:
+    case 122:
+        return operation.template operator()<TESTEQUIV<TESTPAIRBIN>>();
+    default:
+        return operation.template operator()<NoModule>();
+    }
+}
+
+} // namespace quorvanta

@@ -1,0 +1,91 @@
+#include "core/option_choice.h"
+
+#include "core/analysis_state.h"
+#include "core/catalogue.h"
+#include "core/dispatch.h"
+#include "core/menus.h"
+#include "core/options.h"
+#include "core/platform.h"
+
+namespace quorvanta {
+
+namespace {
+
+void LayOutOptions() {
+    ClearOptions();
+    SelSetupTest();
+    // Only a test rejects.
+    LeftTailOffered = NoOfTails != TwoSided && (IsTest == True || ProcedureNo == ProcedureTest);
+    SelSetLabels();
+}
+
+void OptionsChanged() {
+    Calculated = False;
+    LayOutOptions();
+    ThePlatform().RefreshOptions();
+    UpdateMenus();
+}
+
+} // namespace
+
+void StartTwoSidedInterval() {
+    CheckValue(TwoSidedIntervalCheck) = IsIntervalAnalysis() ? 1 : 0;
+}
+
+void NewSetup() {
+    if (TestNo != GridTestNo && IsMultComp == False) {
+        ResetGrids();
+        HasGridData = False;
+    }
+    if (IsTest == False && ParListNo >= static_cast<i16>(DistrParList(DistrNo).size()))
+        ParListNo = 0;
+    LayOutOptions();
+}
+
+void ChooseSamples(i16 noOfSamples) {
+    NoOfSamples = noOfSamples;
+    OptionsChanged();
+}
+
+void ChooseTails(i16 noOfTails) {
+    NoOfTails = noOfTails;
+    OptionsChanged();
+}
+
+void ChooseLeftTail(bool left) {
+    LeftTail = ToFlag(left);
+    OptionsChanged();
+}
+
+void ChooseProcedure(i16 procedureNo) {
+    if (procedureNo != ProcedureNo) {
+        ProcedureNo = procedureNo;
+        StartTwoSidedInterval();
+    }
+    OptionsChanged();
+}
+
+void ChooseParList(i16 parListNo) {
+    ParListNo = parListNo;
+    OptionsChanged();
+}
+
+void ChooseCheck(i16 position, bool ticked) {
+    const i16 kind = CheckList(position);
+    CheckValue(kind) = ticked ? 1 : 0;
+    if (ticked)
+        ClearExcludedChecks(kind);
+    OptionsChanged();
+}
+
+void ChooseIntPar(i16 position, i16 option) {
+    IntParValue(IntParList(position)) = option;
+    OptionsChanged();
+}
+
+void ChooseInterim(i16 noOfInterim) {
+    NoOfInterim = noOfInterim;
+    OptionsChanged();
+}
+
+} // namespace quorvanta

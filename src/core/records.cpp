@@ -1,0 +1,177 @@
+#include "core/records.h"
+
+#include "core/analysis_state.h"
+
+#include <algorithm>
+
+namespace quorvanta {
+
+namespace {
+
+// The part of a grid store that fits the record.
+template <class Cell, class Store>
+void StoreGrid(const Array2<Cell>& grid, Store& stored, int rows, int columns) {
+    stored.Fill(Cell());
+    for (int i = 0; i <= std::min(grid.HighBound1(), rows); ++i)
+        for (int j = 0; j <= std::min(grid.HighBound2(), columns); ++j)
+            stored(i, j) = grid(i, j);
+}
+
+void StoreGrids(AnalysisRecord& record) {
+    StoreGrid(GridData1, record.GridData1, 10, 10);
+    StoreGrid(GridData2, record.GridData2, 10, 1);
+    StoreGrid(GridData3, record.GridData3, 10, 10);
+    StoreGrid(GridData4, record.GridData4, 10, 10);
+    StoreGrid(GridData5, record.GridData5, 10, 10);
+    StoreGrid(GridData6, record.GridData6, 10, 10);
+    StoreGrid(GridData7, record.GridData7, 10, 10);
+    StoreGrid(GridData8, record.GridData8, 10, 10);
+    StoreGrid(GridData9, record.GridData9, 10, 10);
+    StoreGrid(GridData10, record.GridData10, 10, 11);
+}
+
+void StoreTexts(AnalysisRecord& record) {
+    record.XKind = ParKind(XParNo);
+    record.XminText = ParXminText(record.XKind);
+    record.XmaxText = ParXmaxText(record.XKind);
+    record.XstepText = ParXstepText(record.XKind);
+    record.ZKind = HasZPar() ? ParKind(ZParNo) : i16{0};
+    record.ZValuesText = ParZValuesText(record.ZKind);
+    record.NoOfPar = NoOfPar;
+    record.ParKind = ParKind;
+    record.ParText.Fill({});
+    for (i16 i = 0; i <= NoOfPar; ++i)
+        record.ParText(i) = ParText(ParKind(i));
+}
+
+void StoreOutput(AnalysisRecord& record) {
+    record.NoOfTitles = static_cast<i16>(std::min<int>(OutTitle.HighBound() + 1, OutputTitles));
+    record.OutTitle.Fill({});
+    for (i16 i = 0; i < record.NoOfTitles; ++i)
+        record.OutTitle(i) = OutTitle(i);
+    record.OutXAxis = OutXAxis;
+    record.OutYAxis = OutYAxis;
+    record.OutZLabel = OutZLabel;
+    record.OutFontName = OutFontName;
+    record.OutFontSize = OutFontSize;
+    record.OutFontBold = OutFontBold;
+    record.OutCurveWidth = OutCurveWidth;
+    record.OutDecimals = OutDecimals;
+}
+
+void StoreSimulation(AnalysisRecord& record) {
+    record.InterimSize1Text = InterimSize1Text;
+    record.InterimSize2Text = InterimSize2Text;
+    record.RejectH0Text = RejectH0Text;
+    record.AcceptH0Text = AcceptH0Text;
+    record.MaxNoOfSimText = MaxNoOfSimText;
+    record.SeedText = SeedText;
+    record.SignEstimateText = SignEstimateText;
+    record.PowerEstimateText = PowerEstimateText;
+    record.PrAcceptEstimateText = PrAcceptEstimateText;
+    record.SampleSizeEstimateText = SampleSizeEstimateText;
+    record.SimDistrNo = SimDistrNo;
+    record.SimDistrOption = SimDistrOption;
+    record.SimDistrPar1 = SimDistrPar1;
+    record.SimDistrPar2 = SimDistrPar2;
+    record.DistrGraphStyle = DistrGraphStyle;
+    record.HasDistrGraph = HasDistrGraph;
+}
+
+} // namespace
+
+Array1<AnalysisRecord> Analysis;
+Array1<AnalysisStatus> AnalysisState;
+FixedArray<i16, 0, 3> FormCount;
+
+i16 CurrentWindowKind() {
+    return AnalysisNo > 0 ? Analysis(AnalysisNo).WindowKind : i16{-1};
+}
+
+void StoreAnalysis() {
+    if (AnalysisNo == 0 || ChoosingOptions)
+        return;
+    AnalysisRecord& record = Analysis(AnalysisNo);
+    record.AnalysisFileName = AnalysisFileName;
+    record.IsTest = IsTest;
+    record.TestNo = TestNo;
+    record.TestName = TestName;
+    record.DistrNo = DistrNo;
+    record.DistrName = DistrName;
+    record.ParListName = ParListName;
+    record.NoOfSamples = NoOfSamples;
+    record.NoOfTails = NoOfTails;
+    record.LeftTail = LeftTail;
+    record.ParListNo = ParListNo;
+    record.ProcedureNo = ProcedureNo;
+    record.NoOfInterim = NoOfInterim;
+    record.NoOfIntPar = NoOfIntPar;
+    record.IntParList.Fill(0);
+    for (i16 i = 0; i < NoOfIntPar; ++i)
+        record.IntParList(i) = IntParList(i);
+    record.IntParValue = IntParValue;
+    record.NoOfCheck = NoOfCheck;
+    record.CheckList = CheckList;
+    record.CheckValue = CheckValue;
+    record.UnknownParNo = UnknownParNo;
+    record.XParNo = XParNo;
+    record.ZParNo = ZParNo;
+    StoreTexts(record);
+    StoreOutput(record);
+    record.HasGridData = HasGridData;
+    record.NoOfGrids = NoOfGrids;
+    record.GridRows = GridRows;
+    record.GridCols = GridCols;
+    record.GridTitle = GridTitle;
+    record.GridHead = GridHead;
+    record.GridFlag = GridFlag;
+    record.GridKind = GridKind;
+    record.GridName = GridName;
+    StoreGrids(record);
+    StoreSimulation(record);
+    record.IsGroupSeq = IsGroupSeq;
+    record.IsMultComp = IsMultComp;
+    record.GridTestNo = GridTestNo;
+
+    AnalysisStatus& status = AnalysisState(AnalysisNo);
+    status.Calculated = Calculated;
+    status.TableX = TableX;
+    status.TableY = TableY;
+    status.ZValues = ZValues;
+    status.TableYKind = TableYKind;
+    status.TableYMin = TableYMin;
+    status.TableYMax = TableYMax;
+}
+
+void ClearResult() {
+    TableX = {};
+    TableY = {};
+    ZValues = {};
+    TableYMin = GraphYMin = static_cast<f32>(NoValue);
+    TableYMax = GraphYMax = -static_cast<f32>(NoValue);
+}
+
+void FixParNos() {
+    const auto fix = [](i16& parNo, i16 a, i16 b) {
+        const auto taken = [a, b](i16 i) { return i == a || i == b; };
+        while (parNo >= 0 && (parNo > NoOfPar || taken(parNo)))
+            --parNo;
+        if (parNo < 0)
+            for (parNo = 0; taken(parNo);)
+                ++parNo;
+    };
+    fix(UnknownParNo, XParNo, ZParNo);
+    fix(XParNo, UnknownParNo, ZParNo);
+    fix(ZParNo, UnknownParNo, XParNo);
+}
+
+bool HasZPar() {
+    return ZParNo >= 0 && ZParNo <= NoOfPar;
+}
+
+void MarkChanged() {
+    if (AnalysisNo > 0)
+        AnalysisState(AnalysisNo).Changed = True;
+}
+
+} // namespace quorvanta
