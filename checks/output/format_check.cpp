@@ -332,6 +332,19 @@ TEST(FormatPar, CountsAreRoundedUp) {
     EXPECT_EQ(FormatPar(sizeDifference, -0.3), "0");
 }
 
+// The power falls as a population grows: with the next whole one it would be short of what is
+// asked.
+TEST(FormatPar, PopulationsAreRoundedDown) {
+    for (const i16 population : std::vector<i16>{31, 196, 197, 198}) {
+        EXPECT_EQ(FormatPar(population, 91.9), "91");
+        EXPECT_EQ(FormatPar(population, 92), "92");
+        EXPECT_EQ(FormatPar(population, 91.999991), "92");
+        EXPECT_EQ(FormatPar(population, 91.99998), "91");
+    }
+    constexpr i16 difference = 198;
+    EXPECT_EQ(FormatPar(difference, -3.4), "-4");
+}
+
 TEST(FormatPar, OtherValuesAreShownByTheirSize) {
     constexpr i16 power = 1;
     EXPECT_EQ(FormatPar(power, 0.8), "0.8");

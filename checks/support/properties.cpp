@@ -112,6 +112,14 @@ bool Solves(i16 parNo, ScriptedPlatform& platform) {
     return HasValue(ParText(ParKind(parNo)));
 }
 
+// The position of a kind in the parameter list; -1 if it has none.
+i16 PositionOf(i16 kind) {
+    for (i16 i = 0; i <= NoOfPar; ++i)
+        if (ParKind(i) == kind)
+            return i;
+    return -1;
+}
+
 // The limits of the search for the unknown; nothing is left where the check of values objects.
 bool LimitsOf(i16 parNo, f64& lower, f64& upper) {
     UnknownParNo = parNo;
@@ -270,15 +278,38 @@ void ExpectSafeInsideLimits(const AnalysisChoice& choice, const Values& values) 
     }
 }
 
+void ExpectSmallSizesFound(i16 sizeKind, const AnalysisChoice& choice, const Values& values) {
+    Start(choice, values);
+    const i16 size = PositionOf(sizeKind);
+    f64 lower = 0;
+    f64 upper = 0;
+    if (size < 0 || !LimitsOf(size, lower, upper))
+        return;
+    constexpr f64 least = 3.9;
+    constexpr f64 most = 24;
+    constexpr f64 step = 0.37;
+    for (f64 n = least; n < most; n += step) {
+        ParValue(size) = n;
+        UnknownParNo = powerParNo;
+        const f64 result = SolveUnknown();
+        if (result == NoValue)
+            continue;
+        ParValue(powerParNo) = result;
+        UnknownParNo = size;
+        // Where the least size has as much, there is none to find.
+        if (TryValue(lower) * TryValue(upper) > 0)
+            continue;
+        EXPECT_NE(SolveUnknown(), NoValue) << Unknown(choice, size) << " of " << n;
+    }
+}
+
 void ExpectMonotoneIn(i16 sizeKind, const AnalysisChoice& choice, const Values& values, f64 slack,
                       f64 from) {
     Start(choice, values);
-    i16 size = 0;
-    while (size <= NoOfPar && ParKind(size) != sizeKind)
-        ++size;
+    const i16 size = PositionOf(sizeKind);
     f64 lower = 0;
     f64 upper = 0;
-    if (size > NoOfPar || !LimitsOf(size, lower, upper))
+    if (size < 0 || !LimitsOf(size, lower, upper))
         return;
     lower = MaxOf(lower, from);
     std::vector<f64> sizes;

@@ -52,6 +52,10 @@ int ExpectRoundTrip(const AnalysisChoice& choice, const Values& values);
 // each parameter as the unknown.
 void ExpectSafeInsideLimits(const AnalysisChoice& choice, const Values& values);
 
+// From every size of a handful to two dozen, whole or broken: the power, error or width that it has
+// is asked for, and a size is found.
+void ExpectSmallSizesFound(i16 sizeKind, const AnalysisChoice& choice, const Values& values);
+
 // While this size grows, from its least value or the one given, the power never falls by more than
 // the slack. Nothing is asked where H1 lies on the wrong side of H0: there the power goes to 0.
 void ExpectMonotoneIn(i16 sizeKind, const AnalysisChoice& choice, const Values& values, f64 slack,

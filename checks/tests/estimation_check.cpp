@@ -394,6 +394,32 @@ TEST_F(Estimation, ASecondSampleIsAtMostItsPopulation) {
                   "Sample Size 2 / Sample Size 1 Has To Be Less Than or Equal to 1.8."});
 }
 
+// While one population is the unknown the other one is as small as it is.
+TEST_F(Estimation, ASampleIsAtMostItsPopulationWhicheverIsTheUnknown) {
+    const std::map<i16, std::string> values{{18, "0.1"},  {103, "0.3"}, {104, "0.4"}, {196, "50"},
+                                            {197, "200"}, {4, "60"},    {37, "60"}};
+    const auto says = [&](i16 unknown, std::map<i16, std::string> changed,
+                          const std::string& message) {
+        Open(DistrHypergeometric, 0, ProcedureEstimate, TwoSamples);
+        Pick(12, 0);
+        Pick(25, 0);
+        Pick(2, 0);
+        AcceptOptions();
+        platform.Messages.clear();
+        changed.insert(values.begin(), values.end());
+        EXPECT_EQ(SolveWith(changed, unknown), NoValue);
+        EXPECT_EQ(platform.Texts(), std::vector<std::string>{message});
+    };
+    const std::string first = "Sample Size 1 Has To Be Less Than or Equal to 50.";
+    const std::string second = "Sample Size 2 Has To Be Less Than or Equal to 50.";
+    says(18, {}, first);
+    says(197, {}, first);
+    says(37, {}, first);
+    says(18, {{196, "200"}, {197, "50"}}, second);
+    says(196, {{196, "200"}, {197, "50"}}, second);
+    says(4, {{196, "200"}, {197, "50"}}, second);
+}
+
 TEST_F(Estimation, ANegativeH1DeviationIsRefused) {
     Open(DistrNormal, 3, ProcedureTest, OneSample, OneSided);
     Pick(3, 1);

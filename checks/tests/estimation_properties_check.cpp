@@ -266,6 +266,12 @@ TEST_P(EstimationProperties, MoreSubjectsNeverMeanLess) {
             ExpectMonotoneIn(kind, choice, PlanOf(choice), change, dozen);
 }
 
+TEST_P(EstimationProperties, SmallSizesAreFound) {
+    for (const AnalysisChoice& choice : AllChoices(GetParam()))
+        for (const i16 kind : std::initializer_list<i16>{85, 14, 4, 163, 164, 170, 171})
+            ExpectSmallSizesFound(kind, choice, PlanOf(choice));
+}
+
 INSTANTIATE_TEST_SUITE_P(Parameters, EstimationProperties, ::testing::ValuesIn(Analyses()),
                          [](const auto& info) { return NameOf(info.param); });
 

@@ -207,6 +207,26 @@ TEST_F(ProportionTests, FormsOfOneTestExcludeEachOther) {
     excludes(menuNonInferiority, 1, 2);
 }
 
+TEST_F(ProportionTests, AnExactFormIsNeitherCorrectedNorTransformed) {
+    const auto excludes = [this](i16 first, i16 second) {
+        Tick(first);
+        Tick(second);
+        EXPECT_EQ(CheckValue(first), 0) << first << " and " << second;
+        EXPECT_EQ(CheckValue(second), 1) << first << " and " << second;
+        Tick(second, false);
+    };
+    OpenDistribution(DistrBinomial, 0, ProcedureTest);
+    ChooseSamples(OneSample);
+    for (const i16 form : std::initializer_list<i16>{1, 2}) {
+        excludes(form, 7);
+        excludes(7, form);
+    }
+    OpenDistribution(DistrHypergeometric, 0, ProcedureTest);
+    ChooseSamples(OneSample);
+    excludes(1, 7);
+    excludes(7, 1);
+}
+
 // --- Switches between forms --------------------------------------------------------------------
 
 TEST_F(ProportionTests, ExactBinomialUpTo1000AndNormalAboveWithoutAMessage) {
@@ -549,6 +569,31 @@ TEST_F(ProportionTests, MessagesOfTheProportions) {
          "Sample Size 2 Has To Be Less Than or Equal to 60.");
 }
 
+// While one population is the unknown the other one is as small as it is.
+TEST_F(ProportionTests, ASampleIsAtMostItsPopulationWhicheverIsTheUnknown) {
+    const AnalysisChoice choice =
+        With(Distribution(DistrHypergeometric, 2, 2), {}, {{12, 0}, {25, 0}, {2, 0}});
+    const auto says = [&](i16 unknown, const char* population1, const char* population2,
+                          const std::string& message) {
+        EXPECT_EQ(SolutionOf(choice,
+                             {{8, "0.3"},
+                              {69, "0.5"},
+                              {196, population1},
+                              {197, population2},
+                              {4, "60"},
+                              {37, "60"}},
+                             unknown),
+                  NoValue);
+        EXPECT_EQ(platform.Texts(), std::vector<std::string>{message});
+    };
+    const std::string first = "Sample Size 1 Has To Be Less Than or Equal to 50.";
+    const std::string second = "Sample Size 2 Has To Be Less Than or Equal to 50.";
+    for (const i16 unknown : std::initializer_list<i16>{1, 197, 37})
+        says(unknown, "50", "200", first);
+    for (const i16 unknown : std::initializer_list<i16>{1, 196, 4})
+        says(unknown, "200", "50", second);
+}
+
 TEST_F(ProportionTests, MessagesOfThePairs) {
     const auto says = [&](const AnalysisChoice& choice, const Values& values,
                           const std::string& message) {
@@ -578,6 +623,10 @@ TEST_F(ProportionTests, MessagesOfThePairs) {
     says(With(Menu(menuPaired, 1, true), {}, {{12, 0}, {20, 2}}),
          {{8, "0.5"}, {69, "0.5"}, {336, "2"}},
          "H1: Proportion 2 Has To Be Less Than or Equal to 0.49999.");
+    // A tick that is left from a one-sided test has no part in a two-sided one.
+    says(With(Menu(menuPaired, 2, true), {}, {{12, 0}, {20, 2}}),
+         {{8, "0.5"}, {69, "0.5"}, {336, "2"}},
+         "H1: Proportion 2 Has To Be Greater Than or Equal to 0.50001.");
     // s = 0.3 at most for a difference of 0.1: a ratio of 2 at least, or 0.5 at most.
     says(ratio, {{8, "0.1"}, {69, "0.2"}, {336, "1.5"}},
          "H1: Proportion 10 / Proportion 01 Has To Be Greater Than or Equal to 2.");

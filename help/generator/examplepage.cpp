@@ -79,7 +79,9 @@ std::string StepHtml(const ExampleStep& step) {
         html += "<li>Type these values:\n" + TableHtml(step.Typed) + "</li>\n";
     html += "<li>Press the label <b>" + Escape(step.Pressed) + "</b> and read <b>" +
             Escape(step.Shown) + "</b> in its box. The exact value is " + Escape(step.Exact) +
-            (IsCountKind(kind) ? ", which is rounded up.</li>\n" : ".</li>\n");
+            (IsPopulationKind(kind) ? ", which is rounded down.</li>\n"
+             : IsCountKind(kind)    ? ", which is rounded up.</li>\n"
+                                    : ".</li>\n");
     return html;
 }
 

@@ -12,6 +12,7 @@ namespace {
 constexpr i16 exclusiveChecks[][2] = {
     {0, 5},                       // entered degrees of freedom, number of groups in an ANOVA
     {1, 2},                       // the arc-sine form has no continuity correction
+    {1, 7},   {2, 7},             // an exact form is neither corrected nor transformed
     {3, 12},                      // incidences, medians
     {24, 25},                     // approaches to McNemar's test
     {24, 26}, {25, 26}, {27, 30}, // the variance of paired proportions under H0

@@ -31,12 +31,12 @@ std::string CellPicture(const Presentation& result) {
            std::string(static_cast<std::size_t>(decimals), '0') + " ";
 }
 
-// The text of a y-value. A count without decimals is rounded up: 23.4 subjects are 24.
+// The text of a y-value. A count without decimals is a whole one: 23.4 subjects are 24.
 std::string CellText(f32 y, i16 kind, const std::string& picture) {
     const f64 value = static_cast<f64>(y);
     const bool isWhole = picture.find('.') == std::string::npos;
     if (isWhole && IsCountKind(kind) && HasCellValue(y))
-        return FormatCell(Int(value - 1e-5) + 1, picture);
+        return FormatCell(WholeCount(kind, value), picture);
     return FormatCell(value, picture);
 }
 

@@ -34,7 +34,7 @@ bool FiniteSamples::Check() const {
     Range second = sizes_.SecondRange();
     if (!populations_.FirstIsUnknown())
         first.Max = f64{populations_.First()};
-    if (sizes_.HasSecond() && !populations_.HasUnknown())
+    if (sizes_.HasSecond() && !populations_.SecondDependsOnUnknown())
         second.Max = f64{populations_.Second()};
     return sizes_.Check(first, second);
 }

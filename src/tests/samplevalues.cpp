@@ -38,6 +38,10 @@ bool SampleValues::HasUnknown() const {
     return FirstIsUnknown() || (HasSecond() && UnknownParNo == second_);
 }
 
+bool SampleValues::SecondDependsOnUnknown() const {
+    return UnknownParNo == second_ || (form_ != AsValue && FirstIsUnknown());
+}
+
 Range SampleValues::FirstRange() const {
     return {ParMin(ParKind(first_)), ParMax(ParKind(first_))};
 }

@@ -40,6 +40,7 @@ class SampleValues {
     bool HasSecond() const { return second_ != 0; }
     bool FirstIsUnknown() const;
     bool HasUnknown() const;
+    bool SecondDependsOnUnknown() const;
 
     // The range of the kind of the first and of the second value as such.
     Range FirstRange() const;

@@ -13,14 +13,31 @@ namespace quorvanta {
 
 namespace {
 
-// Chi2Inv climbs in steps over a broken df up to 10, where a size could not be found, or one that
-// is too small: between whole df the quantile is interpolated, as FInv does it.
-f32 Chi2Quantile(f32 p, f32 df) {
-    const f32 part = FracPart(df);
-    if (df > 10 || part == 0)
-        return Chi2Inv(p, df);
+// Over a broken df the chi-square functions are no curves, and a search ends where they jump: up to
+// 21 the distribution function is one of F with 10000 df, in which the 32-bit logarithms of two
+// gamma functions leave steps of up to 0.005, and up to 10 the quantile climbs in steps, towards
+// that of F with more df than at 10 itself. Between whole df both are interpolated, as FInv does
+// it; the distribution function at the same multiple of the df.
+constexpr f32 steppedCdf = 21;
+constexpr f32 steppedQuantile = 11;
+
+template <class AtWholeDf>
+f32 BetweenWholeDf(f32 df, const AtWholeDf& atWhole) {
     const f32 whole = Single(Int(f64{df}));
-    return InterpLinear(Chi2Inv(p, whole), Chi2Inv(p, whole + 1), part);
+    return InterpLinear(atWhole(whole), atWhole(whole + 1), FracPart(df));
+}
+
+f32 Chi2Probability(f32 x, f32 df) {
+    if (df > steppedCdf || FracPart(df) == 0)
+        return Chi2Cdf(x, df);
+    return BetweenWholeDf(
+        df, [=](f32 whole) { return Chi2Cdf(Single(f64{x} * f64{whole} / f64{df}), whole); });
+}
+
+f32 Chi2Quantile(f32 p, f32 df) {
+    if (df > steppedQuantile || FracPart(df) == 0)
+        return Chi2Inv(p, df);
+    return BetweenWholeDf(df, [p](f32 whole) { return Chi2Inv(p, whole); });
 }
 
 } // namespace
@@ -28,7 +45,7 @@ f32 Chi2Quantile(f32 p, f32 df) {
 f64 ScaleStatistic::Cdf(f64 x) const {
     constexpr f64 largest = 1e30;
     const f32 value = Single(MinOf(x, largest));
-    return df2_ > 0 ? f64{FCdf(value, df1_, df2_)} : f64{Chi2Cdf(value, df1_)};
+    return df2_ > 0 ? f64{FCdf(value, df1_, df2_)} : f64{Chi2Probability(value, df1_)};
 }
 
 f64 ScaleStatistic::Quantile(f64 p) {

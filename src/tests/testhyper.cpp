@@ -85,16 +85,19 @@ f64 PopulationMax() {
     return ParMax(kindPopulation2[0]);
 }
 
-// A sample is at most the whole population.
+// A sample is at most the whole population. One that depends on the unknown is narrowed by the
+// search instead.
 bool CheckTwoPopulations() {
-    if (!CheckPair(population, static_cast<i16>(population + 1), PopulationMin(), PopulationMax(),
-                   populationMode))
+    const i16 second = static_cast<i16>(population + 1);
+    if (!CheckPair(population, second, PopulationMin(), PopulationMax(), populationMode))
         return false;
-    if (IsUnknown(population))
-        return CheckTwoSizes(size);
-    return (UnknownParNo == size ||
-            CheckRange(size, ParMin(ParKind(size)), ParValue(population))) &&
-           CheckTwoSizes(size, Second(population, populationMode));
+    const bool firstKnown = UnknownParNo != population;
+    const bool secondKnown = UnknownParNo != second && (firstKnown || populationMode == AsValue);
+    if (firstKnown && UnknownParNo != size &&
+        !CheckRange(size, ParMin(ParKind(size)), ParValue(population)))
+        return false;
+    return secondKnown ? CheckTwoSizes(size, Second(population, populationMode))
+                       : CheckTwoSizes(size);
 }
 
 bool CheckOnePopulation() {

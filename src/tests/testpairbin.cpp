@@ -170,10 +170,10 @@ bool CheckDifferent(f64 p1, f64 p2) {
     const i16 kind = ParKind(list.Second);
     if (thirdMode != asRatio || std::fabs(p2 - p1) >= leastSum)
         return true;
-    const f64 step = LeftTail == True ? -leastSum : leastSum;
+    const f64 step = SearchesLeft() ? -leastSum : leastSum;
     const f64 entry = ParValue(list.Second) + (list.Mode == AsRatio ? step / p1 : step);
-    return LeftTail == True ? CheckRange(list.Second, ParMin(kind), entry)
-                            : CheckRange(list.Second, entry, ParMax(kind));
+    return SearchesLeft() ? CheckRange(list.Second, ParMin(kind), entry)
+                          : CheckRange(list.Second, entry, ParMax(kind));
 }
 
 } // namespace
