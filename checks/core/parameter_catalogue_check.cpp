@@ -1,6 +1,7 @@
 // The catalogue of parameter kinds against a listing that was compiled apart from it.
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "support/number.h"
 #include "support/tsv.h"
 
 #include <cstdlib>
@@ -37,7 +38,7 @@ std::string Shortest(std::string text) {
 }
 
 f64 Number(const std::string& text) {
-    return std::strtod(text.c_str(), nullptr);
+    return text.empty() ? 0 : checks::ParseNumber(text);
 }
 
 TEST_F(ParameterCatalogue, EveryCellIsAsListed) {
