@@ -78,9 +78,8 @@ FixedArray<std::string, 0, 7> GridHead;
 FixedArray<i16, 0, 7> GridFlag;
 FixedArray<i16, 0, 7> GridKind;
 std::string GridName;
-Array2<f32> GridData1, GridData2, GridData3, GridData4, GridData5, GridData6, GridData7, GridData8,
-    GridData9;
-Array2<std::string> GridData10;
+FixedArray<Array2<f32>, 1, NumberStores> GridData;
+Array2<std::string> GridTexts;
 i16 GridTestNo;
 i16 SimDistrNo;
 f32 SimDistrShape;
@@ -228,17 +227,12 @@ void ResetAnalysisState() {
 }
 
 void ResetGrids() {
-    // Stores 3 and 7 hold factors, where "nothing entered yet" is 1.
-    const auto reset = [](Array2<f32>& store, f32 empty) {
-        store.ReDim(0, 1, 0, 1);
-        store(1, 1) = empty;
-    };
-    for (auto* store :
-         {&GridData1, &GridData2, &GridData4, &GridData5, &GridData6, &GridData8, &GridData9})
-        reset(*store, static_cast<f32>(NoValue));
-    for (auto* store : {&GridData3, &GridData7})
-        reset(*store, 1.0F);
-    GridData10.ReDim(0, 1, 0, 1);
+    for (i16 store = 1; store <= NumberStores; ++store) {
+        const bool holdsFactors = store == 3 || store == 7; // where "nothing entered yet" is 1
+        GridData(store).ReDim(0, 1, 0, 1);
+        GridData(store)(1, 1) = holdsFactors ? 1.0F : static_cast<f32>(NoValue);
+    }
+    GridTexts.ReDim(0, 1, 0, 1);
 }
 
 } // namespace quorvanta

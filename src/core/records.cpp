@@ -1,6 +1,7 @@
 #include "core/records.h"
 
 #include "core/analysis_state.h"
+#include "core/catalogue.h"
 
 #include <algorithm>
 
@@ -10,24 +11,17 @@ namespace {
 
 // The part of a grid store that fits the record.
 template <class Cell, class Store>
-void StoreGrid(const Array2<Cell>& grid, Store& stored, int rows, int columns) {
+void StoreGrid(const Array2<Cell>& grid, Store& stored, int columns) {
     stored.Fill(Cell());
-    for (int i = 0; i <= std::min(grid.HighBound1(), rows); ++i)
+    for (int i = 0; i <= std::min(grid.HighBound1(), GridStoreRows); ++i)
         for (int j = 0; j <= std::min(grid.HighBound2(), columns); ++j)
             stored(i, j) = grid(i, j);
 }
 
 void StoreGrids(AnalysisRecord& record) {
-    StoreGrid(GridData1, record.GridData1, 10, 10);
-    StoreGrid(GridData2, record.GridData2, 10, 1);
-    StoreGrid(GridData3, record.GridData3, 10, 10);
-    StoreGrid(GridData4, record.GridData4, 10, 10);
-    StoreGrid(GridData5, record.GridData5, 10, 10);
-    StoreGrid(GridData6, record.GridData6, 10, 10);
-    StoreGrid(GridData7, record.GridData7, 10, 10);
-    StoreGrid(GridData8, record.GridData8, 10, 10);
-    StoreGrid(GridData9, record.GridData9, 10, 10);
-    StoreGrid(GridData10, record.GridData10, 10, 11);
+    for (i16 store = 1; store <= NumberStores; ++store)
+        StoreGrid(GridData(store), record.GridData(store), GridStoreColumns(store));
+    StoreGrid(GridTexts, record.GridTexts, GridStoreColumns(TextStore));
 }
 
 void StoreTexts(AnalysisRecord& record) {
@@ -86,6 +80,10 @@ FixedArray<i16, 0, 3> FormCount;
 
 i16 CurrentWindowKind() {
     return AnalysisNo > 0 ? Analysis(AnalysisNo).WindowKind : i16{-1};
+}
+
+bool IsTableOrGraph() {
+    return CurrentWindowKind() == TableWindow || CurrentWindowKind() == GraphWindow;
 }
 
 void StoreAnalysis() {
