@@ -112,7 +112,9 @@ i16 WorkNo;
 i16 CascadeLeft, CascadeTop;
 FixedArray<bool, 0, 4> GetInfoEnabled;
 
-void ResetAnalysisState() {
+namespace {
+
+void ResetChoice() {
     IsTest = True;
     TestNo = 0;
     TestName.clear();
@@ -127,7 +129,9 @@ void ResetAnalysisState() {
     NoOfInterim = 0;
     IsGroupSeq = False;
     IsMultComp = False;
+}
 
+void ResetParameters() {
     NoOfPar = 0;
     ParKind.Fill(0);
     ParValue.Fill(0);
@@ -135,13 +139,17 @@ void ResetAnalysisState() {
     XParNo = 2;
     ZParNo = 0;
     ParBoxOrder.Fill(0);
+}
 
+void ResetKindTables() {
     for (auto* texts :
          {&ParLabel, &ParText, &ParXminText, &ParXmaxText, &ParXstepText, &ParZValuesText})
         texts->Fill({});
     ParMin.Fill(0);
     ParMax.Fill(0);
+}
 
+void ResetOptions() {
     NoOfCheck = 0;
     CheckList.Fill(0);
     CheckLabel.Fill({});
@@ -160,7 +168,9 @@ void ResetAnalysisState() {
     TailsShown = true;
     SamplesShown = true;
     InterimShown = false;
+}
 
+void ResetResults() {
     Calculated = False;
     Calculating = False;
     Cancelled = False;
@@ -172,7 +182,9 @@ void ResetAnalysisState() {
     TableYMin = 99999.0F;
     GraphYMax = -99999.0F;
     GraphYMin = 99999.0F;
+}
 
+void ResetOutput() {
     OutTitle.ReDim(0, 0);
     OutXAxis.Fill({});
     OutYAxis.Fill({});
@@ -182,7 +194,9 @@ void ResetAnalysisState() {
     OutFontBold = 1;
     OutCurveWidth = UsualCurveWidth;
     OutDecimals = AutoDecimals;
+}
 
+void ResetGridState() {
     HasGridData = False;
     NoOfGrids = 0;
     GridRows.Fill(0);
@@ -194,7 +208,9 @@ void ResetAnalysisState() {
     GridName.clear();
     ResetGrids();
     GridTestNo = 0;
+}
 
+void ResetSimulation() {
     SimDistrNo = 1;
     SimDistrShape = 0.3F;
     SimDistrScale = 1.0F;
@@ -213,7 +229,9 @@ void ResetAnalysisState() {
     for (auto* texts : {&SignEstimateText, &PowerEstimateText, &PrAcceptEstimateText})
         texts->Fill({});
     SampleSizeEstimateText.Fill({});
+}
 
+void ResetWindows() {
     AnalysisNo = 0;
     AnalysisFileName.clear();
     CalcNo = TableNo = GraphNo = MonteNo = 0;
@@ -224,6 +242,20 @@ void ResetAnalysisState() {
     CascadeLeft = -150;
     CascadeTop = -350;
     GetInfoEnabled.Fill(false);
+}
+
+} // namespace
+
+void ResetAnalysisState() {
+    ResetChoice();
+    ResetParameters();
+    ResetKindTables();
+    ResetOptions();
+    ResetResults();
+    ResetOutput();
+    ResetGridState();
+    ResetSimulation();
+    ResetWindows();
 }
 
 void ResetGrids() {

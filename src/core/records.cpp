@@ -19,9 +19,48 @@ void StoreGrid(const Array2<Cell>& grid, Store& stored, int columns) {
 }
 
 void StoreGrids(AnalysisRecord& record) {
+    record.HasGridData = HasGridData;
+    record.NoOfGrids = NoOfGrids;
+    record.GridRows = GridRows;
+    record.GridCols = GridCols;
+    record.GridTitle = GridTitle;
+    record.GridHead = GridHead;
+    record.GridFlag = GridFlag;
+    record.GridKind = GridKind;
+    record.GridName = GridName;
+    record.GridTestNo = GridTestNo;
     for (i16 store = 1; store <= NumberStores; ++store)
         StoreGrid(GridData(store), record.GridData(store), GridStoreColumns(store));
     StoreGrid(GridTexts, record.GridTexts, GridStoreColumns(TextStore));
+}
+
+void StoreChoices(AnalysisRecord& record) {
+    record.AnalysisFileName = AnalysisFileName;
+    record.IsTest = IsTest;
+    record.TestNo = TestNo;
+    record.TestName = TestName;
+    record.DistrNo = DistrNo;
+    record.DistrName = DistrName;
+    record.ParListName = ParListName;
+    record.NoOfSamples = NoOfSamples;
+    record.NoOfTails = NoOfTails;
+    record.LeftTail = LeftTail;
+    record.ParListNo = ParListNo;
+    record.ProcedureNo = ProcedureNo;
+    record.NoOfInterim = NoOfInterim;
+    record.IsGroupSeq = IsGroupSeq;
+    record.IsMultComp = IsMultComp;
+    record.NoOfIntPar = NoOfIntPar;
+    record.IntParList.Fill(0);
+    for (i16 i = 0; i < NoOfIntPar; ++i)
+        record.IntParList(i) = IntParList(i);
+    record.IntParValue = IntParValue;
+    record.NoOfCheck = NoOfCheck;
+    record.CheckList = CheckList;
+    record.CheckValue = CheckValue;
+    record.UnknownParNo = UnknownParNo;
+    record.XParNo = XParNo;
+    record.ZParNo = ZParNo;
 }
 
 void StoreTexts(AnalysisRecord& record) {
@@ -72,6 +111,16 @@ void StoreSimulation(AnalysisRecord& record) {
     record.HasDistrGraph = HasDistrGraph;
 }
 
+void StoreResult(AnalysisStatus& status) {
+    status.Calculated = Calculated;
+    status.TableX = TableX;
+    status.TableY = TableY;
+    status.ZValues = ZValues;
+    status.TableYKind = TableYKind;
+    status.TableYMin = TableYMin;
+    status.TableYMax = TableYMax;
+}
+
 } // namespace
 
 Array1<AnalysisRecord> Analysis;
@@ -90,55 +139,12 @@ void StoreAnalysis() {
     if (AnalysisNo == 0 || ChoosingOptions)
         return;
     AnalysisRecord& record = Analysis(AnalysisNo);
-    record.AnalysisFileName = AnalysisFileName;
-    record.IsTest = IsTest;
-    record.TestNo = TestNo;
-    record.TestName = TestName;
-    record.DistrNo = DistrNo;
-    record.DistrName = DistrName;
-    record.ParListName = ParListName;
-    record.NoOfSamples = NoOfSamples;
-    record.NoOfTails = NoOfTails;
-    record.LeftTail = LeftTail;
-    record.ParListNo = ParListNo;
-    record.ProcedureNo = ProcedureNo;
-    record.NoOfInterim = NoOfInterim;
-    record.NoOfIntPar = NoOfIntPar;
-    record.IntParList.Fill(0);
-    for (i16 i = 0; i < NoOfIntPar; ++i)
-        record.IntParList(i) = IntParList(i);
-    record.IntParValue = IntParValue;
-    record.NoOfCheck = NoOfCheck;
-    record.CheckList = CheckList;
-    record.CheckValue = CheckValue;
-    record.UnknownParNo = UnknownParNo;
-    record.XParNo = XParNo;
-    record.ZParNo = ZParNo;
+    StoreChoices(record);
     StoreTexts(record);
     StoreOutput(record);
-    record.HasGridData = HasGridData;
-    record.NoOfGrids = NoOfGrids;
-    record.GridRows = GridRows;
-    record.GridCols = GridCols;
-    record.GridTitle = GridTitle;
-    record.GridHead = GridHead;
-    record.GridFlag = GridFlag;
-    record.GridKind = GridKind;
-    record.GridName = GridName;
     StoreGrids(record);
     StoreSimulation(record);
-    record.IsGroupSeq = IsGroupSeq;
-    record.IsMultComp = IsMultComp;
-    record.GridTestNo = GridTestNo;
-
-    AnalysisStatus& status = AnalysisState(AnalysisNo);
-    status.Calculated = Calculated;
-    status.TableX = TableX;
-    status.TableY = TableY;
-    status.ZValues = ZValues;
-    status.TableYKind = TableYKind;
-    status.TableYMin = TableYMin;
-    status.TableYMax = TableYMax;
+    StoreResult(AnalysisState(AnalysisNo));
 }
 
 void ClearResult() {
