@@ -129,8 +129,13 @@ bool LimitsOf(i16 parNo, f64& lower, f64& upper) {
     ParText(ParKind(parNo)) = text;
     lower = ParMin(ParKind(parNo));
     upper = ParMax(ParKind(parNo));
-    if (good)
-        SelSearchLimits(lower, upper);
+    if (good) {
+        const f64 before = ParValue(parNo);
+        ClearFloatFaults();
+        EXPECT_NO_THROW(SelSearchLimits(lower, upper)) << StripAmpersand(ParLabel(ParKind(parNo)));
+        EXPECT_FALSE(HasFloatFault()) << StripAmpersand(ParLabel(ParKind(parNo)));
+        EXPECT_EQ(ParValue(parNo), before) << StripAmpersand(ParLabel(ParKind(parNo)));
+    }
     return good && upper > lower;
 }
 

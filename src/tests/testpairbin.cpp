@@ -7,6 +7,7 @@
 #include "numeric/rounding.h"
 #include "tests/powereq.h"
 #include "tests/proportions.h"
+#include "tests/trialvalue.h"
 
 #include <cmath>
 
@@ -107,7 +108,7 @@ struct Pairs {
 };
 
 Pairs PairsAt(f64 unknown) {
-    ParValue(UnknownParNo) = unknown;
+    const TrialValue trial(unknown);
     const ProportionValues values = ReadProportions(list);
     return {values.P1, values.P2, DiscordantSum(values.P1, values.P2)};
 }
