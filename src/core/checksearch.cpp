@@ -6,6 +6,7 @@
 #include "core/values.h"
 #include "output/format.h"
 
+#include <cmath>
 #include <string>
 #include <utility>
 
@@ -29,6 +30,46 @@ std::pair<f64, f64> PartnerRange(f64 a, f64 min, f64 max, i16 form) {
     if (a < 0)
         return {max / a, min / a};
     return {min / a, max / a};
+}
+
+f64 Rounded(f64 x) {
+    return f64{static_cast<f32>(x)};
+}
+
+// The dependent value as the equations see it: formed from the 32-bit base, itself in 32 bits.
+f64 Dependent(f64 base, f64 entered, i16 form) {
+    return Rounded(form == AsDifference ? Rounded(base) + entered : Rounded(base) * entered);
+}
+
+// Is there a value at all? Shows a message if not.
+bool CheckPresent(i16 i) {
+    if (i == varyingX || i == varyingZ || HasValue(ParText(ParKind(i))))
+        return true;
+    refused = i;
+    ShowMessage(StripAmpersand(ParLabel(ParKind(i))) + " Has No Value.");
+    return false;
+}
+
+// Tells which of its limits parameter i passes.
+bool CheckLimits(i16 i, f64 min, f64 max, bool belowMin, bool aboveMax) {
+    const f32 low = static_cast<f32>(min);
+    const f32 high = static_cast<f32>(max);
+    constexpr f32 open = 99999.0F;
+    if (low <= -open && high >= open)
+        return true;
+    const std::string label = StripAmpersand(ParLabel(ParKind(i)));
+    bool inRange = true;
+    if (low != -open && belowMin) {
+        ShowMessage(label + " Has To Be Greater Than or Equal to " + LimitText(min) + ".");
+        inRange = false;
+    }
+    if (high != open && aboveMax) {
+        ShowMessage(label + " Has To Be Less Than or Equal to " + LimitText(max) + ".");
+        inRange = false;
+    }
+    if (!inRange)
+        refused = i;
+    return inRange;
 }
 
 } // namespace
@@ -56,33 +97,15 @@ void ForgetRefused() {
 }
 
 bool CheckRange(i16 i, f64 min, f64 max) {
-    const std::string label = StripAmpersand(ParLabel(ParKind(i)));
-    if (i != varyingX && i != varyingZ && !HasValue(ParText(ParKind(i)))) {
-        refused = i;
-        ShowMessage(label + " Has No Value.");
+    if (!CheckPresent(i))
         return false;
-    }
-    const f32 low = static_cast<f32>(min);
-    const f32 high = static_cast<f32>(max);
-    constexpr f32 open = 99999.0F;
-    if (low <= -open && high >= open)
-        return true;
     // The catalogue's limits are 32-bit floats: a typed 0.99999 equals the limit 0.99999 only when
-    // both are taken in 32 bits.
+    // both are taken in 32 bits. A limit that follows from another value has no such excuse.
     const f64 value = ParValue(i);
-    const f32 narrow = static_cast<f32>(value);
-    bool inRange = true;
-    if (low != -open && !(value >= min || narrow >= low)) {
-        ShowMessage(label + " Has To Be Greater Than or Equal to " + LimitText(min) + ".");
-        inRange = false;
-    }
-    if (high != open && !(value <= max || narrow <= high)) {
-        ShowMessage(label + " Has To Be Less Than or Equal to " + LimitText(max) + ".");
-        inRange = false;
-    }
-    if (!inRange)
-        refused = i;
-    return inRange;
+    const i16 kind = ParKind(i);
+    const bool reachesMin = value >= min || (min == ParMin(kind) && Rounded(value) >= min);
+    const bool reachesMax = value <= max || (max == ParMax(kind) && Rounded(value) <= max);
+    return CheckLimits(i, min, max, !reachesMin, !reachesMax);
 }
 
 bool CheckPair(i16 i, i16 j, f64 min, f64 max, i16 form) {
@@ -90,10 +113,18 @@ bool CheckPair(i16 i, i16 j, f64 min, f64 max, i16 form) {
         return true;
     if (form == AsValue)
         return CheckRange(j, min, max);
-    if (i == UnknownParNo || (form == AsRatio && ParValue(i) == 0))
+    const f64 base = ParValue(i);
+    if (i == UnknownParNo || (form == AsRatio && base == 0))
         return true;
-    const auto [low, high] = PartnerRange(ParValue(i), min, max, form);
-    return CheckRange(j, low, high);
+    if (!CheckPresent(j))
+        return false;
+    const f64 value = Dependent(base, ParValue(j), form);
+    const bool mirrored = form == AsRatio && base < 0;
+    const bool belowMin = !(value >= min);
+    const bool aboveMax = !(value <= max);
+    const auto [low, high] = PartnerRange(base, min, max, form);
+    return CheckLimits(j, low, high, mirrored ? aboveMax : belowMin,
+                       mirrored ? belowMin : aboveMax);
 }
 
 bool CheckPairs(i16 i) {
@@ -104,23 +135,36 @@ bool CheckPairs(i16 i) {
 }
 
 void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, i16 form) {
-    if (UnknownParNo == i + 1) {
-        if (form == AsValue) {
+    const i16 j = static_cast<i16>(i + 1);
+    if (UnknownParNo != i && UnknownParNo != j)
+        return;
+    if (form == AsValue) {
+        if (UnknownParNo == j) {
             lower = min;
             upper = max;
-        } else if (form == AsDifference || ParValue(i) != 0) {
-            const auto [low, high] = PartnerRange(ParValue(i), min, max, form);
-            lower = MaxOf(lower, low);
-            upper = MinOf(upper, high);
         }
-    } else if (UnknownParNo == i) {
-        const f64 partner = ParValue(i + 1);
-        if (form == AsDifference || (form == AsRatio && partner != 0)) {
-            const auto [low, high] = PartnerRange(partner, min, max, form);
-            lower = MaxOf(lower, low);
-            upper = MinOf(upper, high);
-        }
+        return;
     }
+    const bool baseKnown = UnknownParNo == j;
+    const f64 partner = baseKnown ? Rounded(ParValue(i)) : ParValue(j);
+    if (form == AsRatio && partner == 0)
+        return;
+    const auto inside = [=](f64 x) {
+        const f64 value = baseKnown ? Dependent(partner, x, form) : Dependent(x, partner, form);
+        return value >= min && value <= max;
+    };
+    // An unknown base counts in 32 bits, an unknown entry in 64.
+    const auto next = [baseKnown](f64 x, f64 end) {
+        return baseKnown ? std::nextafter(x, end)
+                         : f64{std::nextafter(static_cast<f32>(x), static_cast<f32>(end))};
+    };
+    auto [low, high] = PartnerRange(partner, min, max, form);
+    while (low < high && !inside(low))
+        low = next(low, high);
+    while (low < high && !inside(high))
+        high = next(high, low);
+    lower = MaxOf(lower, low);
+    upper = MinOf(upper, high);
 }
 
 void LeftTailLimit(f64& lower, f64& upper, f64 x) {

@@ -33,7 +33,7 @@ bool FiniteSamples::Check() const {
     Range first = sizes_.FirstRange();
     Range second = sizes_.SecondRange();
     if (!populations_.FirstIsUnknown())
-        first.Max = f64{populations_.First()};
+        first.Max = populations_.FirstAt(0);
     if (sizes_.HasSecond() && !populations_.SecondDependsOnUnknown())
         second.Max = f64{populations_.Second()};
     return sizes_.Check(first, second);

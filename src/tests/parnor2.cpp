@@ -92,6 +92,11 @@ f64 StudentRoot(f32 se, f64 df) {
                     Single(df));
 }
 
+void NarrowPairs(f64& lower, f64 upper, f64 (*residual)()) {
+    if (!IsEstimation() && UnknownParNo == pairs)
+        StartWherePowerRises(lower, upper, residual);
+}
+
 } // namespace
 
 // --- Means ------------------------------------------------------------------------------------
@@ -132,6 +137,7 @@ void PARNOR2MEAN::SearchLimits(f64& lower, f64& upper) {
                         return DifferenceVariance(deviations.FirstAt(x), deviations.SecondAt(x));
                     }),
                     Side::Above, &RootFunction);
+    NarrowPairs(lower, upper, &RootFunction);
 }
 
 f64 PARNOR2MEAN::RootFunction() {
@@ -277,6 +283,7 @@ bool PARNOR2REGRESS::CheckPar() {
 
 void PARNOR2REGRESS::SearchLimits(f64& lower, f64& upper) {
     NarrowHypotheses(lower, upper);
+    NarrowPairs(lower, upper, &RootFunction);
 }
 
 f64 PARNOR2REGRESS::RootFunction() {

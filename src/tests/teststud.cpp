@@ -7,6 +7,7 @@
 #include "numeric/probdist.h"
 #include "tests/powereq.h"
 #include "tests/testnor.h"
+#include "tests/turningpoint.h"
 
 #include <cmath>
 
@@ -79,6 +80,8 @@ bool TESTSTUD::CheckPar() {
 
 void TESTSTUD::SearchLimits(f64& lower, f64& upper) {
     TESTNOR::SearchLimits(lower, upper);
+    if (UnknownParNo == CurrentMeans().Size1)
+        StartWherePowerRises(lower, upper, &RootFunction);
 }
 
 f64 TESTSTUD::RootFunction() {
