@@ -4,6 +4,7 @@
 #include "core/dispatch.h"
 #include "core/floating_windows.h"
 #include "core/menus.h"
+#include "core/obstacle.h"
 #include "core/platform.h"
 #include "core/records.h"
 #include "core/search.h"
@@ -58,6 +59,7 @@ void CalcUnknown() {
     const f64 root = SolveUnknown();
     if (root == NoValue) {
         foundNothing = true;
+        ThePlatform().ShowStatus(Obstacle());
         ShowCantCalculate();
     } else {
         ParValue(UnknownParNo) = root;

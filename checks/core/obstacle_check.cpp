@@ -1,0 +1,92 @@
+// What the status line tells when nothing can be calculated.
+#include "support/analysis_fixture.h"
+
+namespace quorvanta::checks {
+namespace {
+
+class ObstacleCheck : public AnalysisFixture {
+  protected:
+    static constexpr i16 level = 0;
+    static constexpr i16 power = 1;
+    static constexpr i16 effect = 62;
+    static constexpr i16 size1 = 4;
+
+    void OpenUnpaired(i16 tails) {
+        OpenTest(0);
+        ChooseTails(tails);
+        ChooseLeftTail(false);
+        Pick(1, 1); // the difference of the means
+        Pick(2, 2); // the ratio of the sizes
+        AcceptOptions();
+        Type(level, "0.05");
+        Type(power, "0.8");
+        Type(61, "0");
+        Type(2, "1");
+        Type(5, "1");
+        platform.Messages.clear();
+        platform.Statuses.clear();
+    }
+
+    std::string Told() const { return platform.Statuses.empty() ? "" : platform.Statuses.back(); }
+};
+
+// With no difference the power is the level for every size.
+TEST_F(ObstacleCheck, NoDifferenceHasThePowerOfItsLevel) {
+    OpenUnpaired(TwoSided);
+    Type(effect, "0");
+    EXPECT_EQ(Solve(size1), "-");
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Can't Be Calculated."});
+    // 0.063 is what the approximation makes of 0.05 with 4 degrees of freedom.
+    EXPECT_EQ(Told(), "Sample Size 1 from 3 to 99999: Power goes from 0.063 to 0.05, and 0.8 is "
+                      "asked. H1 equals H0.");
+    EXPECT_EQ(UnknownParNo, PositionOf(size1));
+    EXPECT_EQ(ParText(power), "0.8");
+    EXPECT_EQ(ParValue(1), 0.8);
+}
+
+// On the wrong side more subjects have less power.
+TEST_F(ObstacleCheck, ADifferenceOnTheWrongSideIsNamed) {
+    OpenUnpaired(OneSided);
+    Type(effect, "-1");
+    EXPECT_EQ(Solve(size1), "-");
+    EXPECT_TRUE(Told().ends_with(" to 0.0, and 0.8 is asked. H1 lies on the other side of H0."))
+        << Told();
+}
+
+// What the least size has is more than is asked: its exact power is 0.99 and more.
+TEST_F(ObstacleCheck, TooMuchPowerAtTheLeastSizeIsTold) {
+    OpenUnpaired(TwoSided);
+    Type(effect, "10");
+    EXPECT_EQ(Solve(size1), "-");
+    EXPECT_TRUE(Told().starts_with("Sample Size 1 from ")) << Told();
+    EXPECT_TRUE(Told().ends_with(" to 1.0, and 0.8 is asked.")) << Told();
+}
+
+TEST_F(ObstacleCheck, NothingIsToldOfASolution) {
+    OpenUnpaired(TwoSided);
+    Type(effect, "1");
+    EXPECT_NE(Solve(size1), "-");
+    EXPECT_EQ(Told(), "");
+}
+
+// Three subjects show 99 % against 1 % with more certainty than is asked: all of three occur with
+// probability 0.99^3 = 0.970299, and two of three are significant as well.
+TEST_F(ObstacleCheck, WhatTheLeastSizeHasAlreadyIsTold) {
+    OpenDistribution(DistrBinomial, 0, ProcedureTest);
+    ChooseSamples(OneSample);
+    ChooseTails(OneSided);
+    ChooseLeftTail(false);
+    Tick(7); // exact
+    Pick(11, 0);
+    AcceptOptions();
+    Type(level, "0.05");
+    Type(power, "0.5");
+    Type(35, "0.01");
+    Type(83, "0.99");
+    platform.Statuses.clear();
+    EXPECT_EQ(Solve(85), "-");
+    EXPECT_EQ(Told(), "Power is 1.0 already with Sample Size 3, and 0.5 is asked.");
+}
+
+} // namespace
+} // namespace quorvanta::checks
