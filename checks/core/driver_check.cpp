@@ -11,9 +11,11 @@
 #include "core/typed_text.h"
 #include "core/values.h"
 #include "support/analysis_fixture.h"
+#include "support/number.h"
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 namespace quorvanta::checks {
 namespace {
@@ -313,6 +315,51 @@ TEST_F(Driver, AHandChangeOfAGridValueDiscardsTheGrid) {
     EXPECT_FALSE(IsBluePar(3));
 }
 
+// --- What a calculation leaves behind ---------------------------------------------------------
+
+TEST_F(Driver, ACalculationIsStoredInItsRecord) {
+    OpenTTest();
+    Type(sd, "0.7");
+    EXPECT_NE(Solve(size1), "-");
+    EXPECT_EQ(Analysis(AnalysisNo).UnknownParNo, PositionOf(size1));
+    EXPECT_EQ(Analysis(AnalysisNo).ParText(PositionOf(sd)), "0.7");
+    EXPECT_EQ(Analysis(AnalysisNo).ParText(PositionOf(size1)), ParText(size1));
+    Type(h1Difference, "0");
+    EXPECT_EQ(Solve(size1), "-");
+    EXPECT_EQ(Analysis(AnalysisNo).ParText(PositionOf(size1)), "-");
+}
+
+TEST_F(Driver, ANewResultIsAChange) {
+    OpenTTest();
+    AnalysisState(AnalysisNo).Changed = False;
+    EXPECT_NE(Solve(size1), "-");
+    EXPECT_EQ(AnalysisState(AnalysisNo).Changed, True);
+}
+
+TEST_F(Driver, AMultipleComparisonGivesItsGridUp) {
+    OpenTTest();
+    for (const i16 isMultComp : {False, True}) {
+        HasGridData = True;
+        IsMultComp = isMultComp;
+        Calculated = False;
+        CalcUnknown();
+        EXPECT_EQ(HasGridData, isMultComp == True ? False : True);
+    }
+}
+
+// Two one-sided tests in a handful of subjects: the tails overlap, and the "power" is below 0.
+TEST_F(Driver, APowerBelow0IsNone) {
+    OpenTTest(TwoOneSided);
+    Type(6, "-0.1");
+    Type(7, "0.1");
+    Type(h1Difference, "0");
+    Type(sd, "1");
+    Type(size1, "5");
+    Type(sizeRatio, "1");
+    EXPECT_EQ(Solve(power), "-");
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Can't Be Calculated."});
+}
+
 // --- Tables and graphs ------------------------------------------------------------------------
 
 class Run : public Driver {
@@ -456,6 +503,53 @@ TEST_F(Run, NoSolutionAnywhereIsTold) {
     EXPECT_EQ(Calculated, False);
 }
 
+TEST_F(Run, TheFirstZBecomesTheValueOfItsParameter) {
+    Prepare("0.1", "0.5", "0.1", "0.01 0,05");
+    CalcRun();
+    EXPECT_EQ(ParText(alpha), "0.01");
+}
+
+// A hundred additions in 32 bits would lose the sixth digit.
+TEST_F(Run, XIsAccumulatedIn64Bits) {
+    Prepare("0.01", "1.00", "0.01");
+    CalcRun();
+    const f64 step = static_cast<f64>(0.01F);
+    for (int k = 1; k <= 100; ++k)
+        EXPECT_EQ(TableX(k), static_cast<f32>(step * k)) << k;
+}
+
+// Of the marks of a range searched to its end only one counts in a table.
+TEST_F(Run, OneMarkOfARangeIsNoValueInATable) {
+    OpenDistribution(DistrExponential, 0, ProcedureTest);
+    ChooseTails(OneSided);
+    Pick(14, AsValue);
+    AcceptOptions();
+    Analysis(AnalysisNo).WindowKind = TableWindow;
+    constexpr i16 h0 = 131;
+    constexpr i16 h1 = 132;
+    const f64 distance = 100 * std::log(16.0); // power 0.8 at the level 0.05
+    for (const auto& [kind, text] : std::map<i16, std::string>{
+             {0, "0.05"}, {power, "0.8"}, {146, "1000"}, {85, "10"}, {h0, "0"}})
+        ParText(kind) = text;
+    UnknownParNo = PositionOf(h1);
+    XParNo = PositionOf(h0);
+    ZParNo = PositionOf(power);
+    ParZValuesText(power) = "0.8";
+    const auto firstY = [&](f64 location) {
+        ParXminText(h0) = NumberText(location - distance, 6, std::chars_format::fixed);
+        ParXmaxText(h0) = NumberText(location - distance + 10, 6, std::chars_format::fixed);
+        ParXstepText(h0) = "20";
+        Calculated = False;
+        Cancelled = False;
+        CalcRun();
+        return Calculated == True ? static_cast<f64>(TableY(1, 1)) : NoValue;
+    };
+    EXPECT_EQ(firstY(66666.5), NoValue);
+    EXPECT_NEAR(firstY(66667.5), 66667.5, 0.5);
+    EXPECT_NEAR(firstY(6666.5), 6666.5, 0.5);
+    EXPECT_NEAR(firstY(9999.5), 9999.5, 0.5);
+}
+
 TEST_F(Run, AShortRunShowsNoProgress) {
     Prepare("0.1", "0.5", "0.1");
     CalcRun();
@@ -472,6 +566,19 @@ TEST_F(Run, ALongRunShowsProgressFromTheFirstPointOn) {
     EXPECT_FALSE(platform.ProgressShown);
     EXPECT_EQ(Calculating, False);
     EXPECT_EQ(Calculated, True);
+}
+
+// Five points are foretold from the first: at 1.05 s each more than 5 s, at 0.95 s less, and then
+// the second point shows that the run has taken more than 1 s.
+TEST_F(Run, ARunIsForetoldToBeLongFrom5SecondsOn) {
+    Prepare("0.1", "0.5", "0.1");
+    platform.ClockStep = 1.05;
+    CalcRun();
+    EXPECT_EQ(platform.ProgressTotal, 5);
+    Prepare("0.1", "0.5", "0.1");
+    platform.ClockStep = 0.95;
+    CalcRun();
+    EXPECT_EQ(platform.ProgressTotal, 3);
 }
 
 TEST_F(Run, ARunThatBecomesLongShowsThePointsStillOpen) {

@@ -111,6 +111,43 @@ TEST_F(SetUp, AnotherWindowInTheMiddleOfTheOptionsLeavesNoHalfAnalysis) {
     EXPECT_EQ(NoOfPar, 7);
 }
 
+TEST_F(SetUp, GridsBelongToTheTestThatTheyWereFilledFor) {
+    OpenTest(unpaired);
+    HasGridData = True;
+    GridData(1)(1, 1) = 5;
+    GridTestNo = TestNo;
+    OpenTest(unpaired);
+    EXPECT_EQ(HasGridData, True);
+    EXPECT_EQ(GridData(1)(1, 1), 5.0F);
+    OpenTest(paired);
+    EXPECT_EQ(HasGridData, False);
+    EXPECT_EQ(GridData(1)(1, 1), static_cast<f32>(NoValue));
+}
+
+TEST_F(SetUp, AParameterThatTheDistributionLacksIsItsFirst) {
+    OpenDistribution(DistrNormal, 3, ProcedureTest);
+    EXPECT_EQ(ParListNo, 3);
+    OpenDistribution(DistrNormal, 3, ProcedureTest);
+    NewDistribution(DistrLognormal);
+    EXPECT_EQ(ParListNo, 0);
+}
+
+TEST_F(SetUp, TheUnknownAndTheAxesAreParametersOfTheNewList) {
+    OpenTest(unpaired);
+    AcceptOptions();
+    UnknownParNo = XParNo = ZParNo = NoOfPar;
+    OpenDistribution(DistrNormal, 0, ProcedureEstimate);
+    ChooseSamples(OneSample);
+    AcceptOptions();
+    EXPECT_EQ(NoOfPar, 3);
+    EXPECT_LE(UnknownParNo, NoOfPar);
+    EXPECT_LE(XParNo, NoOfPar);
+    EXPECT_LE(ZParNo, NoOfPar);
+    EXPECT_NE(UnknownParNo, XParNo);
+    EXPECT_NE(UnknownParNo, ZParNo);
+    EXPECT_NE(XParNo, ZParNo);
+}
+
 TEST_F(SetUp, TheUnpairedTestOffersItsOptions) {
     OpenTest(unpaired);
     EXPECT_TRUE(SamplesOffered(TwoSamples));

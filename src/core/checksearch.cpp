@@ -127,6 +127,8 @@ bool CheckPair(i16 i, i16 j, f64 min, f64 max, i16 form) {
                        mirrored ? belowMin : aboveMax);
 }
 
+// The limits' own ranges are checked before, as those of every value; what is left to check is that
+// they are in order, which doesn't ask for a conversion: both are entered on the same scale.
 bool CheckPairs(i16 i) {
     const i16 right = static_cast<i16>(i + 1);
     if (i == UnknownParNo || right == UnknownParNo)

@@ -89,6 +89,9 @@ std::optional<std::vector<f32>> ReadZValues() {
 
 // Walks the grid of a run: z outer, x inner. x is accumulated in 64 bits from the 32-bit minimum
 // in 32-bit steps. Stops when visit answers false.
+//
+// As many points as were counted, and no bound on x besides: one that lies closer to the end of the
+// axis than the count looks would leave the last row of a table without a value.
 template <class Visit>
 void WalkGrid(const XAxis& axis, const std::vector<f32>& zValues, Visit&& visit) {
     for (int j = 1; j <= static_cast<int>(zValues.size()); ++j) {

@@ -69,7 +69,8 @@ f64 DiscordantSum(f64 p1, f64 p2) {
     return entered == 1 ? 0 : d * SumPerDifference(entered);
 }
 
-// The largest s that two proportions allow. The 32-bit 2.00001 leaves room for their rounding.
+// The largest s that two proportions allow. The 32-bit 2.00001 leaves room for their rounding. It
+// is for this sum alone: a proportion that is entered relative to another one stays below 1 itself.
 f64 LargestSum(f64 p1, f64 p2) {
     constexpr f64 two = 2.00001F;
     return MinOf(p1 + p2, two - (p1 + p2));
