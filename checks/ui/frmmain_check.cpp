@@ -262,6 +262,24 @@ TEST_F(MainWindow, OpensTheHelpOfTheCurrentAnalysis) {
     CloseHelp();
 }
 
+// The state still holds the numbers of the analysis that was open before.
+TEST_F(MainWindow, OpensTheHelpOfAWindowWithoutATest) {
+    OpenTTest();
+    for (const auto& [window, page] :
+         {std::pair("mnuFile(0)", "23.html"), std::pair("mnuFile(1)", "25.html"),
+          std::pair("mnuFile(2)", "27.html")}) {
+        Trigger(window);
+        for (const char* entry : {"mnuGetInfo(0)", "mnuGetInfo(1)", "mnuGetInfo(2)"}) {
+            Trigger(entry);
+            EXPECT_EQ(HelpPage(), page) << entry;
+        }
+    }
+    Trigger("mnuStudent(1)");
+    Trigger("mnuGetInfo(0)");
+    EXPECT_EQ(HelpPage(), "302.html") << "while its options are chosen";
+    CloseHelp();
+}
+
 TEST_F(MainWindow, OpensTheHelpWithItsKey) {
     QTest::keyClick(&Window(), Qt::Key_F1);
     EXPECT_EQ(HelpPage(), "0.html");

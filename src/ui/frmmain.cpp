@@ -230,11 +230,11 @@ void frmMain::mnuFile_Click(i16 index) {
 void frmMain::mnuGetInfo_Click(i16 index) {
     switch (index) {
     case 0:
-        return OpenHelp(HelpDescription());
+        return OpenHelpOfAnalysis(HelpDescription());
     case 1:
-        return OpenHelp(HelpParameters());
+        return OpenHelpOfAnalysis(HelpParameters());
     case 2:
-        return OpenHelp(HelpExample());
+        return OpenHelpOfAnalysis(HelpExample());
     case 3:
         return ShowFloating(FloatingWindow::Summary);
     default:
