@@ -207,6 +207,18 @@ TEST_F(SaveFiles, LeavesFormerCopiesAlone) {
     EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"a.dim", "a.dim.old"}));
 }
 
+// A process that saves one content after the other is killed after that time.
+void KillASaver(const std::string& path, const std::string (&contents)[2], useconds_t after) {
+    const pid_t saver = ::fork();
+    ASSERT_GE(saver, 0);
+    if (saver == 0)
+        for (std::size_t k = 1;; ++k)
+            (void)SaveFile(path, contents[k % 2]);
+    ::usleep(after);
+    ::kill(saver, SIGKILL);
+    ASSERT_EQ(::waitpid(saver, nullptr, 0), saver);
+}
+
 // Killed while it writes over a file: the file is whole, or the copy beside it is.
 TEST(SavingProcess, LeavesAWholeCopyWhenItIsKilledInPlace) {
     const checks::TemporaryFolder folder;
@@ -222,14 +234,7 @@ TEST(SavingProcess, LeavesAWholeCopyWhenItIsKilledInPlace) {
     std::uniform_int_distribution<useconds_t> microseconds(0, 3000);
     int leftBehind = 0;
     for (int i = 0; i < 200; ++i) {
-        const pid_t saver = ::fork();
-        ASSERT_GE(saver, 0);
-        if (saver == 0)
-            for (std::size_t k = 1;; ++k)
-                (void)SaveFile(path, contents[k % 2]);
-        ::usleep(microseconds(random));
-        ::kill(saver, SIGKILL);
-        ASSERT_EQ(::waitpid(saver, nullptr, 0), saver);
+        KillASaver(path, contents, microseconds(random));
         const auto copy = LoadFile(folder.Path("a.dim.old"), Whole);
         ASSERT_TRUE(isWhole(LoadFile(path, Whole)) || isWhole(copy)) << "after kill " << i;
         leftBehind += copy ? 1 : 0;
@@ -301,14 +306,7 @@ TEST(SavingProcess, LeavesAWholeFileWhenItIsKilled) {
     int seen[2] = {0, 0};
     int leftBehind = 0;
     for (int i = 0; i < kills; ++i) {
-        const pid_t saver = ::fork();
-        ASSERT_GE(saver, 0);
-        if (saver == 0)
-            for (std::size_t k = 1;; ++k)
-                (void)SaveFile(path, contents[k % 2]);
-        ::usleep(microseconds(random));
-        ::kill(saver, SIGKILL);
-        ASSERT_EQ(::waitpid(saver, nullptr, 0), saver);
+        KillASaver(path, contents, microseconds(random));
         const auto found = LoadFile(path, Whole);
         ASSERT_TRUE(found.has_value());
         ASSERT_TRUE(*found == contents[0] || *found == contents[1]) << "after kill " << i;

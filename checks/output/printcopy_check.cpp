@@ -6,6 +6,7 @@
 #include "core/setup.h"
 #include "core/showpar.h"
 #include "output/printcopy.h"
+#include "output/rtf.h"
 #include "output/saving.h"
 #include "output/statement.h"
 #include "support/analysis_fixture.h"

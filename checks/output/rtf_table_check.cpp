@@ -1,5 +1,6 @@
 // Tables in RTF as a reader of the format sees them.
 #include "output/rtf.h"
+#include "output/rtf_table.h"
 #include "output/statement.h"
 #include "support/rtf_reader.h"
 

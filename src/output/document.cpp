@@ -5,6 +5,7 @@
 #include "core/general.h"
 #include "core/records.h"
 #include "output/rtf.h"
+#include "output/rtf_table.h"
 #include "output/statement.h"
 #include "output/titles.h"
 #include "output/xyzplot.h"

@@ -1,7 +1,7 @@
 #include "output/rtf.h"
 
 #include "core/codepage.h"
-#include "output/statement.h" // IWYU pragma: associated
+#include "output/statement.h"
 
 #include <cstdint>
 #include <string>

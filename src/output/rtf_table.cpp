@@ -1,3 +1,5 @@
+#include "output/rtf_table.h"
+
 #include "core/codepage.h"
 #include "output/rtf.h"
 #include "output/statement.h"
