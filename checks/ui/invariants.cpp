@@ -7,6 +7,7 @@
 #include "core/fault.h"
 #include "core/general.h"
 #include "core/menus.h"
+#include "core/reading.h"
 #include "core/records.h"
 #include "core/run.h"
 #include "core/search.h"
@@ -477,6 +478,8 @@ QString MenusAreEnabledAsTheStateSays(const frmMain& window) {
 
 QString TheStatusBarSaysWhatToDo(const frmMain& window) {
     const QString text = Part<QLabel>(window, "lblStatus").text();
+    if (const std::string note = CurrentReadingNote(); !note.empty())
+        return Is("the status bar", text, ToQt(note));
     const QString begin = AnalysisNo == 0    ? "Choose a test or a distribution from the menus to "
                           : ChoosingOptions  ? "Choose the options of the analysis"
                           : NoOfPar == 0     ? "Choose a test or a distribution from the menus for "

@@ -8,6 +8,7 @@
 #include "core/general.h"
 #include "core/help_numbers.h"
 #include "core/menus.h"
+#include "core/reading.h"
 #include "core/records.h"
 #include "core/setup.h"
 #include "output/printcopy.h"
@@ -21,6 +22,7 @@
 #include "ui/mdiarea.h"
 #include "ui/mnemoniclabel.h"
 #include "ui/qttext.h"
+#include "ui/titlebarstyle.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -293,7 +295,11 @@ void frmMain::RefreshMenus() {
 }
 
 void frmMain::ShowHint() {
-    if (AnalysisNo == 0)
+    if (Calculating != False)
+        hint_->setText(tr("Calculating. Esc or Cancel ends the run."));
+    else if (const std::string note = CurrentReadingNote(); !note.empty())
+        hint_->setText(ToQt(note));
+    else if (AnalysisNo == 0)
         hint_->setText(tr("Choose a test or a distribution from the menus to begin."));
     else if (floating_.IsShown(FloatingWindow::Options))
         hint_->setText(tr("Choose the options of the analysis, then press OK. Esc gives them up."));
@@ -351,6 +357,9 @@ void frmMain::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo, const QStr
     child->setWindowTitle(caption);
     QMdiSubWindow* frame = area_->addSubWindow(child);
     frame->setAttribute(Qt::WA_DeleteOnClose);
+    auto* style = new TitleBarStyle;
+    style->setParent(frame);
+    frame->setStyle(style);
     // The menu of windows has the keys; a key that two have does nothing.
     for (QAction* action : frame->systemMenu()->actions())
         action->setShortcuts(QList<QKeySequence>());

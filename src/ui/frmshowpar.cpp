@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/general.h"
 #include "core/grids.h"
+#include "core/reading.h"
 #include "core/records.h"
 #include "core/run.h"
 #include "core/typed_text.h"
@@ -213,8 +214,18 @@ void frmShowPar::Refresh() {
         label.setVisible(parNo >= 0);
         box.setVisible(parNo >= 0);
     }
+    MarkReading();
     ShowHint();
     FitToInputs();
+}
+
+void frmShowPar::MarkReading() {
+    const auto mark = [](ValueBox& box, auto note) { box.SetNote(ToQt(note(FromQt(box.text())))); };
+    for (const AxisText which : {AxisText::Xmin, AxisText::Xmax, AxisText::Xstep})
+        mark(Box(which), ReadingNote);
+    mark(Box(AxisText::ZValues), ReadingNoteOfList);
+    for (ValueBox* box : txtParValue_)
+        mark(*box, ReadingNote);
 }
 
 void frmShowPar::ShowHint() {
@@ -265,6 +276,7 @@ void frmShowPar::cbYXZPar_Click(i16 k, i16 parNo) {
 void frmShowPar::txtAxis_Change(AxisText which) {
     ValueBox& box = Box(which);
     box.Accept(ToQt(TypedAxisText(which, FromQt(box.text()))));
+    MarkReading();
 }
 
 void frmShowPar::txtParValue_Change(i16 i) {
@@ -272,6 +284,7 @@ void frmShowPar::txtParValue_Change(i16 i) {
     box.Accept(ToQt(TypedParText(FixedPar(i), FromQt(box.text()))));
     ShowHint();
     box.SetBlue(IsBluePar(FixedPar(i)));
+    MarkReading();
 }
 
 void frmShowPar::txtParValue_DblClick(i16 i) {
