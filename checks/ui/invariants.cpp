@@ -356,7 +356,10 @@ QString TablesAndGraphsShowTheirResults(const frmMain& window) {
                      Is("the hint's being hidden", Part<QLabel>(*child, "lblHint").isHidden(),
                         result.HasResult()),
                      Is(button + "'s being hidden", Part<QPushButton>(*child, button).isHidden(),
-                        !result.HasResult())});
+                        !result.HasResult()),
+                     Is("the mark of a stale result's being hidden",
+                        Part<QLabel>(*child, "lblStale").isHidden(),
+                        !result.HasResult() || !IsStale(child->AnalysisTag()))});
         if (complaint.isEmpty() && isTable && result.HasResult()) {
             QStringList lines;
             for (const std::string& line : TableLines(LayOutTable(result)))

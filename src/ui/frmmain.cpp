@@ -291,6 +291,8 @@ void frmMain::RefreshMenus() {
     // What a change has made stale must not be printed beside the new values.
     if (!GetInfoEnabled(3))
         floating_.HideResults();
+    if (ChildWindow* child = CurrentChild())
+        child->ShowStale();
     ShowHint();
 }
 
