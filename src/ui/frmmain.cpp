@@ -162,6 +162,10 @@ QAction* frmMain::MakeAction(const MenuItem& item) {
         mnuFile_[item.Index] = action;
     if (item.Action == MenuAction::GetInfo)
         mnuGetInfo_[item.Index] = action;
+    if (!IsEntryServed(item)) {
+        action->setEnabled(false);
+        action->setStatusTip(tr("Not available in this version."));
+    }
     connect(action, &QAction::triggered, this, [this, &item] { Choose(item); });
     return action;
 }
@@ -266,6 +270,19 @@ void frmMain::mnuOutputOption_Click(i16 index) {
     default:
         return FileCommand(FileSaveOutput);
     }
+}
+
+void frmMain::keyPressEvent(QKeyEvent* event) {
+    // The key of the menu bar on most desktops, which Qt leaves to the program.
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::NoModifier &&
+        menuBar()->isEnabled()) {
+        menuBar()->setFocus(Qt::MenuBarFocusReason);
+        menuBar()->setActiveAction(menuBar()->actions().front());
+        return;
+    }
+    // From a table or graph, the letters of the parameters beside it that no menu has.
+    if (!frmShowPar_->isVisible() || !FocusByMnemonic(*frmShowPar_, *event))
+        QMainWindow::keyPressEvent(event);
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
@@ -482,6 +499,8 @@ void frmMain::StartRun(i32 total) {
     frmShowPar_->StartProgress(total);
     menuBar()->setEnabled(false);
     area_->setEnabled(false);
+    statusBar()->clearMessage();
+    ShowHint();
 }
 
 void frmMain::StepRun() {
@@ -494,6 +513,7 @@ void frmMain::EndRun() {
     menuBar()->setEnabled(true);
     area_->setEnabled(true);
     frmShowPar_->EndProgress();
+    ShowHint();
 }
 
 QSizeF frmMain::PictureInches() const {
@@ -548,12 +568,6 @@ void frmMain::dropEvent(QDropEvent* event) {
     // The program that the files come from waits for the end of the drop, and a table may take its
     // time or ask a question.
     QTimer::singleShot(0, this, [this, paths] { OpenFiles(paths); });
-}
-
-void frmMain::keyPressEvent(QKeyEvent* event) {
-    // From a table or graph, the letters of the parameters beside it that no menu has.
-    if (!frmShowPar_->isVisible() || !FocusByMnemonic(*frmShowPar_, *event))
-        QMainWindow::keyPressEvent(event);
 }
 
 namespace {

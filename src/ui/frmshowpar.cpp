@@ -135,6 +135,11 @@ void frmShowPar::MakeRole(QVBoxLayout& column, i16 k, const QString& label) {
     list->setAccessibleName(ToQt(StripAmpersand(FromQt(label))));
     column.addWidget(text);
     column.addWidget(list);
+    // On some desktops a list goes by the label that is its buddy, whatever name it has. The one
+    // that is seen can't be: a buddy's letter would be a key of the whole window.
+    auto* name = new QLabel(list->accessibleName(), column.parentWidget());
+    name->setBuddy(list);
+    name->hide();
     cbYXZPar_[static_cast<std::size_t>(k)] = list;
 }
 
@@ -324,7 +329,12 @@ bool frmShowPar::event(QEvent* event) {
 }
 
 void frmShowPar::keyPressEvent(QKeyEvent* event) {
-    if (!FocusByMnemonic(*this, *event))
+    // A box has its own road for Enter, and leaves the key to the window all the same.
+    const bool isInList = qobject_cast<QComboBox*>(window()->focusWidget()) != nullptr;
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (Calculating == False ? isInList && isEnter : event->key() == Qt::Key_Escape)
+        cmdOK_Click();
+    else if (!FocusByMnemonic(*this, *event))
         QDockWidget::keyPressEvent(event);
 }
 
