@@ -272,5 +272,123 @@ TEST(AnalysisCodec, CountsTheBytesOfTheFile) {
     EXPECT_EQ(DecodeAnalysis(*EncodeAnalysis(record)), record);
 }
 
+// --- Letters that the code page lacks ---------------------------------------------------------
+
+// The hand-made record with Greek in its first title line and in its z label.
+AnalysisRecord WithGreek() {
+    AnalysisRecord record = *DecodeAnalysis(HandMadeFile().All());
+    record.OutTitle(0) = "α? ≥ ß";
+    record.OutZLabel = "μ";
+    return record;
+}
+
+// The places of those texts among all: caption, three names, four of the axis, 13 values, then 16
+// lines of title, two axes of four, the z label.
+constexpr int titlePlace = 1 + 3 + 4 + 13;
+constexpr int zLabelPlace = titlePlace + 16 + 8;
+
+Bytes GreekTail() {
+    Bytes tail;
+    tail.I16(0x5455).I16(0x3846); // "UTF8"
+    tail.I16(2).I16(titlePlace).Text("α? ≥ ß").I16(zLabelPlace).Text("μ");
+    return tail;
+}
+
+// The fields of the file alone, as a reader sees them that knows nothing of what follows.
+AnalysisRecord FieldsOf(const AnalysisRecord& record) {
+    AnalysisRecord fields = record;
+    fields.OutTitle(0) = "?? ? ß";
+    fields.OutZLabel = "?";
+    return fields;
+}
+
+TEST(UnicodeTexts, FollowTheLastField) {
+    const std::string fields =
+        EncodeAnalysis(FieldsOf(WithGreek()))->substr(0, 4850 + TextBytes(WithGreek()));
+    const std::string tail = GreekTail().All();
+    const std::string file = *EncodeAnalysis(WithGreek());
+    ASSERT_EQ(file.size(), 6350U);
+    EXPECT_EQ(file.substr(0, fields.size()), fields) << "the fields are as they have always been";
+    EXPECT_EQ(file.substr(fields.size(), tail.size()), tail);
+    EXPECT_EQ(file.find_first_not_of('\0', fields.size() + tail.size()), std::string::npos);
+    EXPECT_EQ(DecodeAnalysis(file), WithGreek());
+    EXPECT_TRUE(KeepsAllLetters(WithGreek()));
+}
+
+TEST(UnicodeTexts, AreNotWrittenWithoutNeed) {
+    const AnalysisRecord record = *DecodeAnalysis(HandMadeFile().All());
+    const std::string fields = HandMadeFile().All();
+    const std::string file = *EncodeAnalysis(record);
+    EXPECT_EQ(file, fields + std::string(6350 - fields.size(), '\0'));
+    EXPECT_TRUE(KeepsAllLetters(record));
+}
+
+TEST(UnicodeTexts, BytesThatAreNoTextAreNotKept) {
+    AnalysisRecord record = WithGreek();
+    record.OutTitle(0) = "\xCE";
+    record.OutZLabel = "Z";
+    EXPECT_TRUE(KeepsAllLetters(record));
+    EXPECT_EQ(DecodeAnalysis(*EncodeAnalysis(record))->OutTitle(0), "?");
+}
+
+// To the last byte: 1500 are free for texts and what follows them.
+TEST(UnicodeTexts, NeedRoomAfterTheFields) {
+    AnalysisRecord record;
+    record.OutZLabel = "μ";
+    const std::size_t taken = 1 + 4 + 2 + 2 + 2 + 2; // "?", mark, count, place, length, "μ"
+    record.OutTitle(0) = std::string(1500 - taken, 't');
+    EXPECT_TRUE(KeepsAllLetters(record));
+    EXPECT_EQ(DecodeAnalysis(*EncodeAnalysis(record)), record);
+    record.OutTitle(0) += "t";
+    EXPECT_FALSE(KeepsAllLetters(record));
+    const auto file = EncodeAnalysis(record);
+    ASSERT_TRUE(file.has_value());
+    EXPECT_EQ(file->size(), 6350U);
+    record.OutZLabel = "?";
+    EXPECT_EQ(DecodeAnalysis(*file), record);
+}
+
+// A text that does not say what its field says is of another writer's file.
+TEST(UnicodeTexts, CountOnlyWhereTheySayWhatTheFieldSays) {
+    AnalysisRecord record = WithGreek();
+    const std::string fields =
+        EncodeAnalysis(FieldsOf(record))->substr(0, 4850 + TextBytes(record));
+    const auto mark = [] { return Bytes().I16(0x5455).I16(0x3846); };
+    const auto title = [&](const Bytes& tail) {
+        const auto decoded = DecodeAnalysis(fields + tail.All());
+        return decoded ? decoded->OutTitle(0) : "(refused)";
+    };
+    EXPECT_EQ(title(mark().I16(1).I16(titlePlace).Text("α? ≥ ß")), "α? ≥ ß");
+    EXPECT_EQ(title(mark().I16(1).I16(titlePlace).Text("αβ ≥ ß")), "αβ ≥ ß");
+    for (const Bytes& tail :
+         {mark().I16(1).I16(titlePlace).Text("α? ≥ s"), mark().I16(1).I16(titlePlace).Text("α"),
+          mark().I16(1).I16(250).Text("α? ≥ ß"), mark().I16(1).I16(-1).Text("α? ≥ ß"),
+          mark().I16(0).I16(titlePlace).Text("α? ≥ ß"), mark(), mark().I16(-1), mark().I16(1),
+          mark().I16(1).I16(titlePlace), mark().I16(1).I16(titlePlace).I16(-1),
+          mark().I16(1).I16(titlePlace).Text("\xFF\xFF \xFF \xC3\x9F"),
+          Bytes().I16(0x5455).I16(0x3746).I16(1).I16(titlePlace).Text("α? ≥ ß")})
+        EXPECT_EQ(title(tail), "?? ? ß");
+    // One that is cut off ends what came before it, and does not undo it.
+    EXPECT_EQ(title(mark().I16(2).I16(titlePlace).Text("α? ≥ ß").I16(zLabelPlace).I16(99)),
+              "α? ≥ ß");
+}
+
+// Any byte of them may be any other: each text is then as it was or as its field has it, or has
+// another letter in the place of one that was lost.
+TEST(UnicodeTexts, DoNoHarmWhateverTheirBytes) {
+    const AnalysisRecord record = WithGreek();
+    const std::string file = *EncodeAnalysis(record);
+    const std::size_t begin = 4850 + TextBytes(record);
+    const std::string expected = *EncodeAnalysis(FieldsOf(record));
+    for (std::size_t at = begin; at < begin + GreekTail().All().size(); ++at)
+        for (int byte = 0; byte < 256; ++byte) {
+            std::string spoilt = file;
+            spoilt[at] = static_cast<char>(byte);
+            const auto decoded = DecodeAnalysis(spoilt);
+            ASSERT_TRUE(decoded.has_value());
+            ASSERT_EQ(EncodeAnalysis(*decoded)->substr(0, begin), expected.substr(0, begin)) << at;
+        }
+}
+
 } // namespace
 } // namespace quorvanta

@@ -150,8 +150,36 @@ TEST_F(Files, ASavedAnalysisIsUnchangedAndHasTheNameOfItsFile) {
     EXPECT_EQ(AnalysisState(1).Changed, False);
     EXPECT_EQ(AnalysisFileName, "My Study.dim");
     EXPECT_EQ(LoadFile(folder.Path("My Study.dim"), 2 * fileBytes).value().size(), fileBytes);
+}
+
+// The dialog leads back to the file, not to another one without its blanks in another folder.
+TEST_F(Files, AnAnalysisWithAFileProposesItsNameAndFolder) {
+    OpenInWindow(CalculationWindow, unpaired);
+    SolveFor(PositionOf(size1));
     FileCommand(FileSaveAnalysis);
-    EXPECT_EQ(platform.FileDialogs.back().FileName, "MyStudy");
+    EXPECT_EQ(platform.FileDialogs.back().FileName, "Calculation1");
+    EXPECT_EQ(platform.FileDialogs.back().Folder, "");
+    SaveTo("My Study.dim");
+    std::filesystem::create_directory(folder.Path("other"));
+    const auto expectProposed = [this](const std::string& name, const std::string& place) {
+        for (const char* extension : {"dim", "rtf"}) {
+            AskFileName(extension);
+            EXPECT_EQ(platform.FileDialogs.back().FileName, name);
+            EXPECT_EQ(platform.FileDialogs.back().Folder, place);
+        }
+    };
+    const std::string place = std::filesystem::path(folder.Path("x")).parent_path().string();
+    expectProposed("My Study", place);
+    SaveTo("other/Second one.dim");
+    expectProposed("Second one", folder.Path("other"));
+    Open(folder.Path("My Study.dim"));
+    expectProposed("My Study", place);
+    ChildActivated(1);
+    expectProposed("Second one", folder.Path("other"));
+    FileCommand(CalculationWindow);
+    NewTest(unpaired);
+    AcceptOptions();
+    expectProposed("Calculation3", "");
 }
 
 TEST_F(Files, AnAnalysisWithTooMuchTextIsNotSavedAndTheUserIsTold) {
@@ -225,6 +253,7 @@ TEST_F(Files, AFailedOutputLeavesTheOldFile) {
                                        folder.Path("missing/a.rtf") + " Can't Be Written."});
     EXPECT_TRUE(platform.Messages.empty());
     EXPECT_TRUE(WriteTextFile(folder.Path("a.rtf"), "{\\rtf0 x}"));
+    EXPECT_EQ(platform.Statuses.back(), "") << "what failed before is no longer so";
     {
         const FileSizeLimit fullDisk(10);
         EXPECT_FALSE(WriteTextFile(folder.Path("a.rtf"), std::string(1000, 'y')));
@@ -293,15 +322,31 @@ TEST_F(Files, ACalculationComesBackFieldByField) {
     EXPECT_EQ(OutTitle.HighBound(), 2);
 }
 
-TEST_F(Files, WhatTheCodePageLacksComesBackAsQuestionMarks) {
+TEST_F(Files, WhatTheCodePageLacksComesBack) {
+    OpenInWindow(CalculationWindow, unpaired);
+    OutTitle(0) = "α ≤ 5 %?";
+    OutFontName = "明朝";
+    const std::string path = SaveTo("μ.dim");
+    EXPECT_EQ(platform.Statuses, std::vector<std::string>{""});
+    Open(path);
+    EXPECT_EQ(OutTitle(0), "α ≤ 5 %?");
+    EXPECT_EQ(OutFontName, "明朝");
+    EXPECT_EQ(AnalysisFileName, "μ.dim");
+}
+
+TEST_F(Files, LettersWithoutRoomComeBackAsQuestionMarks) {
     OpenInWindow(CalculationWindow, unpaired);
     OutTitle(0) = "α ≤ 5 %";
-    OutFontName = "明朝";
+    StoreAnalysis();
+    OutZLabel = std::string(1490 - TextBytes(Analysis(1)), 'z'); // and the name of the file
     const std::string path = SaveTo("a.dim");
+    EXPECT_EQ(platform.Statuses,
+              std::vector<std::string>{"The File Has No Room for Some Letters of the Title or the "
+                                       "Labels. They Are Saved as \"?\"."});
     EXPECT_EQ(OutTitle(0), "α ≤ 5 %") << "saving leaves the window as it is";
+    EXPECT_EQ(AnalysisState(1).Changed, False);
     Open(path);
     EXPECT_EQ(OutTitle(0), "? ? 5 %");
-    EXPECT_EQ(OutFontName, "??");
 }
 
 TEST_F(Files, NameProposedIsTheCaptionUpToDim) {
@@ -533,10 +578,13 @@ class BadFiles : public Files {
         before = Analysis(1);
     }
 
-    // No window, no message, nothing changed.
-    void ExpectRefused(const std::string& path, const std::string& why) {
+    // No window, no message, nothing changed; the status line says what is wrong.
+    void ExpectRefused(const std::string& path, const std::string& why,
+                       const std::string& problem = "Is No Analysis, or Is Damaged.") {
         SCOPED_TRACE(why);
+        platform.Statuses.clear();
         Open(path);
+        EXPECT_EQ(platform.Statuses, std::vector<std::string>{"The File " + path + " " + problem});
         EXPECT_EQ(AnalysisNo, 1);
         EXPECT_EQ(Analysis.HighBound(), 1);
         EXPECT_EQ(platform.Children.size(), 1U);
@@ -547,10 +595,11 @@ class BadFiles : public Files {
         EXPECT_EQ(Analysis(1), before);
     }
 
-    void ExpectRefused(const std::function<void(AnalysisRecord&)>& spoil, const std::string& why) {
+    void ExpectRefused(const std::function<void(AnalysisRecord&)>& spoil, const std::string& why,
+                       const std::string& problem = "Is No Analysis, or Is Damaged.") {
         AnalysisRecord record = good;
         spoil(record);
-        ExpectRefused(WriteRecord(record), why);
+        ExpectRefused(WriteRecord(record), why, problem);
     }
 
     AnalysisRecord good;
@@ -572,8 +621,9 @@ TEST_F(BadFiles, AFileOfZerosOpensNothing) {
 }
 
 TEST_F(BadFiles, WhatIsNoFileOpensNothing) {
-    ExpectRefused(folder.Path("missing.dim"), "missing");
-    ExpectRefused(folder.Path(""), "folder");
+    const std::string unreadable = "Can't Be Read.";
+    ExpectRefused(folder.Path("missing.dim"), "missing", unreadable);
+    ExpectRefused(folder.Path(""), "folder", unreadable);
     folder.Write("empty.dim", "");
     ExpectRefused(folder.Path("empty.dim"), "empty");
     folder.Write("text.dim", "This is a text, not an analysis.");
@@ -581,7 +631,7 @@ TEST_F(BadFiles, WhatIsNoFileOpensNothing) {
     folder.Write("ones.dim", std::string(100000, '\xFF'));
     ExpectRefused(folder.Path("ones.dim"), "ones");
     std::filesystem::create_directory(folder.Path("folder.dim"));
-    ExpectRefused(folder.Path("folder.dim"), "a folder with the name of a file");
+    ExpectRefused(folder.Path("folder.dim"), "a folder with the name of a file", unreadable);
     ASSERT_EQ(::mkfifo(folder.Path("pipe.dim").c_str(), 0666), 0);
     ExpectRefused(folder.Path("pipe.dim"), "a pipe that nobody writes");
     ExpectRefused("/dev/zero", "a device");
@@ -589,7 +639,7 @@ TEST_F(BadFiles, WhatIsNoFileOpensNothing) {
     std::filesystem::permissions(folder.Path("secret.dim"), std::filesystem::perms::none);
     std::filesystem::permissions(folder.Path(""), std::filesystem::perms::all);
     const OrdinaryUser user;
-    ExpectRefused(folder.Path("secret.dim"), "unreadable");
+    ExpectRefused(folder.Path("secret.dim"), "unreadable", unreadable);
 }
 
 TEST_F(BadFiles, TheGoodOneOpens) {
@@ -604,8 +654,8 @@ TEST_F(BadFiles, NumbersBeyondTheirRangesOpenNothing) {
                 [field, value](AnalysisRecord& record) { record.*field = static_cast<i16>(value); },
                 std::to_string(value));
     };
-    spoiled(&AnalysisRecord::WindowKind, {-1, 3, 4, 32767});
-    spoiled(&AnalysisRecord::TestNo, {-1, 2, 999, 32767, -32768}); // 2: a test without a module
+    spoiled(&AnalysisRecord::WindowKind, {-1, 4, 32767});
+    spoiled(&AnalysisRecord::TestNo, {-1, 999, 32767, -32768});
     spoiled(&AnalysisRecord::NoOfSamples, {-1, 0, 4});
     spoiled(&AnalysisRecord::NoOfTails, {-1, 0, 4});
     spoiled(&AnalysisRecord::ParListNo, {-1, -32768});
@@ -667,6 +717,24 @@ TEST_F(BadFiles, AnAnalysisWithoutANameOpensNothing) {
             record.DistrNo = 3;
         },
         "a distribution that the program lacks");
+}
+
+TEST_F(BadFiles, WhatThisVersionCanNotShowIsNamed) {
+    ExpectRefused([](AnalysisRecord& record) { record.WindowKind = SimulationWindow; }, "window",
+                  "Can't Be Opened. The Window Kind Monte Carlo Simulation Is Not Available in "
+                  "This Version.");
+    ExpectRefused(
+        [](AnalysisRecord& record) {
+            record.TestNo = 2;
+            record.TestName = "ANOVA, One-way, fixed effects";
+        },
+        "test", "Can't Be Opened. ANOVA, One-way, fixed effects Is Not Available in This Version.");
+}
+
+TEST_F(BadFiles, AFileThatOpensTakesTheFormerProblemAway) {
+    Open(folder.Path("missing.dim"));
+    Open(WriteRecord(good));
+    EXPECT_EQ(platform.Statuses.back(), "");
 }
 
 TEST_F(BadFiles, AFileCutShortOpensNothing) {

@@ -2,10 +2,12 @@
 #include "support/refusals.h"
 #include "support/temporary_folder.h"
 
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <optional>
 #include <random>
 #include <string>
 #include <sys/stat.h>
@@ -21,6 +23,21 @@ class SaveFiles : public ::testing::Test {
   protected:
     std::string Content(const std::string& name) {
         return LoadFile(folder_.Path(name), Whole).value_or("(unreadable)");
+    }
+
+    struct stat Status(const std::string& name) {
+        struct stat status {};
+        EXPECT_EQ(::lstat(folder_.Path(name).c_str(), &status), 0) << name;
+        return status;
+    }
+
+    bool IsLink(const std::string& name) { return S_ISLNK(Status(name).st_mode); }
+
+    void ExpectOwnerAndMode(const std::string& name, uid_t owner, gid_t group, mode_t mode) {
+        const struct stat status = Status(name);
+        EXPECT_EQ(status.st_uid, owner);
+        EXPECT_EQ(status.st_gid, group);
+        EXPECT_EQ(status.st_mode & 0777U, mode);
     }
 
     checks::TemporaryFolder folder_;
@@ -51,6 +68,180 @@ TEST_F(SaveFiles, FollowsASymbolicLink) {
     struct stat status {};
     ASSERT_EQ(::lstat(folder_.Path("link.dim").c_str(), &status), 0);
     EXPECT_TRUE(S_ISLNK(status.st_mode));
+}
+
+TEST_F(SaveFiles, FollowsALinkToNothing) {
+    ASSERT_EQ(::symlink("real.dim", folder_.Path("second.dim").c_str()), 0);
+    ASSERT_EQ(::symlink("second.dim", folder_.Path("first.dim").c_str()), 0);
+    EXPECT_TRUE(SaveFile(folder_.Path("first.dim"), "new"));
+    EXPECT_EQ(Content("real.dim"), "new");
+    EXPECT_TRUE(IsLink("first.dim"));
+    EXPECT_TRUE(IsLink("second.dim"));
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"first.dim", "real.dim", "second.dim"}));
+}
+
+TEST_F(SaveFiles, RefusesLinksThatLeadNowhere) {
+    ASSERT_EQ(::symlink("b.dim", folder_.Path("a.dim").c_str()), 0);
+    ASSERT_EQ(::symlink("a.dim", folder_.Path("b.dim").c_str()), 0);
+    ASSERT_EQ(::symlink("missing/c.dim", folder_.Path("c.dim").c_str()), 0);
+    EXPECT_FALSE(SaveFile(folder_.Path("a.dim"), "new"));
+    EXPECT_FALSE(SaveFile(folder_.Path("c.dim"), "new"));
+    for (const char* name : {"a.dim", "b.dim", "c.dim"})
+        EXPECT_TRUE(IsLink(name)) << name;
+}
+
+// --- Targets whose place no new file can take -------------------------------------------------
+
+TEST_F(SaveFiles, LeavesAHardLinkWhole) {
+    folder_.Write("a.dim", "a longer old content");
+    ASSERT_EQ(::link(folder_.Path("a.dim").c_str(), folder_.Path("b.dim").c_str()), 0);
+    EXPECT_TRUE(SaveFile(folder_.Path("a.dim"), "new"));
+    EXPECT_EQ(Content("a.dim"), "new");
+    EXPECT_EQ(Content("b.dim"), "new");
+    EXPECT_EQ(Status("a.dim").st_ino, Status("b.dim").st_ino);
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"a.dim", "b.dim"}));
+}
+
+TEST_F(SaveFiles, KeepsTheOwnerThatItMayGive) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only the superuser gives files away";
+    folder_.Write("a.dim", "old");
+    ASSERT_EQ(::chown(folder_.Path("a.dim").c_str(), 1234, 4321), 0);
+    ASSERT_EQ(::chmod(folder_.Path("a.dim").c_str(), 0664), 0);
+    EXPECT_TRUE(SaveFile(folder_.Path("a.dim"), "new"));
+    EXPECT_EQ(Content("a.dim"), "new");
+    ExpectOwnerAndMode("a.dim", 1234, 4321, 0664);
+}
+
+// A file shared with others, which the user may write but not give away.
+TEST_F(SaveFiles, KeepsTheOwnerOfASharedFile) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only the superuser can make a file of another owner";
+    folder_.Write("a.dim", "a longer old content");
+    ASSERT_EQ(::chown(folder_.Path("a.dim").c_str(), 1234, 4321), 0);
+    ASSERT_EQ(::chmod(folder_.Path("a.dim").c_str(), 0666), 0);
+    ASSERT_EQ(::chmod(folder_.Path("").c_str(), 0777), 0);
+    bool saved = false;
+    {
+        const checks::OrdinaryUser user;
+        saved = SaveFile(folder_.Path("a.dim"), "new");
+    }
+    EXPECT_TRUE(saved);
+    EXPECT_EQ(Content("a.dim"), "new");
+    ExpectOwnerAndMode("a.dim", 1234, 4321, 0666);
+    EXPECT_EQ(folder_.Names(), std::vector<std::string>{"a.dim"});
+}
+
+int Refuse(int /*file*/, mode_t /*mode*/) {
+    errno = EPERM;
+    return -1;
+}
+
+int RefuseToRename(const char* /*from*/, const char* /*to*/) {
+    errno = EPERM;
+    return -1;
+}
+
+TEST_F(SaveFiles, SavesWhereTheModeCanNotBeChanged) {
+    folder_.Write("a.dim", "a longer old content");
+    ASSERT_EQ(::chmod(folder_.Path("a.dim").c_str(), 0620), 0);
+    const ino_t former = Status("a.dim").st_ino;
+    EXPECT_TRUE(SaveFile(folder_.Path("a.dim"), "new", {.ChangeMode = Refuse}));
+    EXPECT_EQ(Content("a.dim"), "new");
+    EXPECT_EQ(Status("a.dim").st_mode & 0777U, 0620U);
+    EXPECT_EQ(Status("a.dim").st_ino, former);
+    EXPECT_EQ(folder_.Names(), std::vector<std::string>{"a.dim"});
+}
+
+// A share gives one mode to all its files and refuses to change it: the new file has it already.
+TEST_F(SaveFiles, ReplacesWhereEveryFileHasTheSameMode) {
+    ASSERT_TRUE(SaveFile(folder_.Path("a.dim"), "old"));
+    const mode_t mode = Status("a.dim").st_mode;
+    EXPECT_TRUE(SaveFile(folder_.Path("a.dim"), "new", {.ChangeMode = Refuse}));
+    EXPECT_EQ(Content("a.dim"), "new");
+    EXPECT_EQ(Status("a.dim").st_mode, mode);
+}
+
+TEST_F(SaveFiles, SavesWhereARenameIsRefused) {
+    folder_.Write("a.dim", "old");
+    EXPECT_TRUE(
+        SaveFile(folder_.Path("a.dim"), "a longer new content", {.Rename = RefuseToRename}));
+    EXPECT_EQ(Content("a.dim"), "a longer new content");
+    EXPECT_FALSE(SaveFile(folder_.Path("b.dim"), "new", {.Rename = RefuseToRename}));
+    EXPECT_EQ(folder_.Names(), std::vector<std::string>{"a.dim"});
+}
+
+TEST_F(SaveFiles, AFullDiskLeavesTheOldBytesInPlace) {
+    folder_.Write("a.dim", "old");
+    ASSERT_EQ(::link(folder_.Path("a.dim").c_str(), folder_.Path("b.dim").c_str()), 0);
+    bool saved = true;
+    {
+        const checks::FileSizeLimit limit(1000);
+        saved = SaveFile(folder_.Path("a.dim"), std::string(6350, 'n'));
+    }
+    EXPECT_FALSE(saved);
+    EXPECT_EQ(Content("a.dim"), "old");
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"a.dim", "b.dim"}));
+}
+
+TEST_F(SaveFiles, WritesOverNothingWithoutACopy) {
+    folder_.Write("a.dim", std::string(5000, 'o'));
+    ASSERT_EQ(::link(folder_.Path("a.dim").c_str(), folder_.Path("b.dim").c_str()), 0);
+    bool saved = true;
+    {
+        const checks::FileSizeLimit limit(1000); // too little for the copy
+        saved = SaveFile(folder_.Path("a.dim"), "new");
+    }
+    EXPECT_FALSE(saved);
+    EXPECT_EQ(Content("a.dim"), std::string(5000, 'o'));
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"a.dim", "b.dim"}));
+}
+
+// What an earlier save has left is of value to someone.
+TEST_F(SaveFiles, LeavesFormerCopiesAlone) {
+    folder_.Write("a.dim", "old");
+    folder_.Write("a.dim.old", "the user's");
+    EXPECT_TRUE(SaveFile(folder_.Path("a.dim"), "new", {.Rename = RefuseToRename}));
+    EXPECT_EQ(Content("a.dim"), "new");
+    EXPECT_EQ(Content("a.dim.old"), "the user's");
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"a.dim", "a.dim.old"}));
+}
+
+// A process that saves one content after the other is killed after that time.
+void KillASaver(const std::string& path, const std::string (&contents)[2], useconds_t after) {
+    const pid_t saver = ::fork();
+    ASSERT_GE(saver, 0);
+    if (saver == 0)
+        for (std::size_t k = 1;; ++k)
+            (void)SaveFile(path, contents[k % 2]);
+    ::usleep(after);
+    ::kill(saver, SIGKILL);
+    ASSERT_EQ(::waitpid(saver, nullptr, 0), saver);
+}
+
+// Killed while it writes over a file: the file is whole, or the copy beside it is.
+TEST(SavingProcess, LeavesAWholeCopyWhenItIsKilledInPlace) {
+    const checks::TemporaryFolder folder;
+    const std::string path = folder.Path("a.dim");
+    constexpr std::size_t size = 1U << 18;
+    const std::string contents[] = {std::string(size, 'A'), std::string(size, 'B')};
+    const auto isWhole = [&contents](const std::optional<std::string>& found) {
+        return found == contents[0] || found == contents[1];
+    };
+    ASSERT_TRUE(SaveFile(path, contents[0]));
+    ASSERT_EQ(::link(path.c_str(), folder.Path("b.dim").c_str()), 0);
+    std::mt19937 random(20240502); // the moments of the kills
+    std::uniform_int_distribution<useconds_t> microseconds(0, 3000);
+    int leftBehind = 0;
+    for (int i = 0; i < 200; ++i) {
+        KillASaver(path, contents, microseconds(random));
+        const auto copy = LoadFile(folder.Path("a.dim.old"), Whole);
+        ASSERT_TRUE(isWhole(LoadFile(path, Whole)) || isWhole(copy)) << "after kill " << i;
+        leftBehind += copy ? 1 : 0;
+        std::filesystem::remove(folder.Path("a.dim.old"));
+        ASSERT_TRUE(SaveFile(path, contents[0]));
+    }
+    EXPECT_GT(leftBehind, 0);
 }
 
 TEST_F(SaveFiles, RefusesWhatIsNoFile) {
@@ -115,14 +306,7 @@ TEST(SavingProcess, LeavesAWholeFileWhenItIsKilled) {
     int seen[2] = {0, 0};
     int leftBehind = 0;
     for (int i = 0; i < kills; ++i) {
-        const pid_t saver = ::fork();
-        ASSERT_GE(saver, 0);
-        if (saver == 0)
-            for (std::size_t k = 1;; ++k)
-                (void)SaveFile(path, contents[k % 2]);
-        ::usleep(microseconds(random));
-        ::kill(saver, SIGKILL);
-        ASSERT_EQ(::waitpid(saver, nullptr, 0), saver);
+        KillASaver(path, contents, microseconds(random));
         const auto found = LoadFile(path, Whole);
         ASSERT_TRUE(found.has_value());
         ASSERT_TRUE(*found == contents[0] || *found == contents[1]) << "after kill " << i;

@@ -6,11 +6,15 @@
 #include "core/setup.h"
 #include "core/showpar.h"
 #include "output/printcopy.h"
+#include "output/rtf.h"
 #include "output/saving.h"
 #include "output/statement.h"
 #include "support/analysis_fixture.h"
 #include "support/recording_surface.h"
+#include "support/rtf_reader.h"
 #include "support/temporary_folder.h"
+
+#include <algorithm>
 
 namespace quorvanta::checks {
 namespace {
@@ -69,11 +73,14 @@ TEST_F(Outputs, ACalculationIsCopiedWithItsStatement) {
     EXPECT_NE(text.find("Student's t-test, Unpaired, two-sided."), std::string::npos);
     EXPECT_NE(text.find("Significance Level"), std::string::npos);
     EXPECT_NE(text.find("Sample Size 1"), std::string::npos);
-    EXPECT_NE(text.find("  " + ParText(size1)), std::string::npos);
+    EXPECT_NE(text.find("\nSample Size 1\t" + ParText(size1) + "\n"), std::string::npos);
+    EXPECT_NE(text.find("\n\n" + SumStatement()), std::string::npos) << "one paragraph";
     EXPECT_NE(text.find("The test used is"), std::string::npos);
     EXPECT_EQ(platform.RtfClipboard.substr(0, 6), "{\\rtf0");
-    EXPECT_NE(platform.RtfClipboard.find("Sample Size 1\\tab " + ParText(size1)),
-              std::string::npos);
+    const ShownRtf rtf = Read(platform.RtfClipboard);
+    const std::u16string size(ParText(size1).begin(), ParText(size1).end());
+    EXPECT_NE(rtf.Text.find(u"\nSample Size 1\t" + size + u"\n"), std::u16string::npos);
+    EXPECT_EQ(rtf.Rows.size(), static_cast<std::size_t>(NoOfPar) + 1);
     ASSERT_EQ(platform.Messages.size(), 1U);
     EXPECT_EQ(platform.Messages[0].Text,
               "Calculation Has Been Copied To the Clipboard for Pasting Into Other Applications");
@@ -186,6 +193,68 @@ TEST_F(Outputs, PrintingAGraph) {
     EXPECT_GT(page.Lines.size(), 5U);
     FileCommand(FilePrintOutput);
     EXPECT_TRUE(platform.Shown.count(FloatingWindow::Output));
+}
+
+// Where the last line of a drawing lies.
+f64 LowestLine(const RecordingSurface& surface) {
+    f64 lowest = 0;
+    for (const auto& line : surface.Lines)
+        for (const Point& point : line.Points)
+            lowest = std::max(lowest, point.Y);
+    return lowest;
+}
+
+// The same paragraph as under a table, below the plot and all its labels, and on the page.
+TEST_F(Outputs, APrintedGraphHasItsStatementUnderIt) {
+    OpenWithResult(GraphWindow);
+    platform.OutputForms = {OutputForm::Picture, OutputForm::Picture};
+    FileCommand(FilePrintOutput);
+    RecordingSurface page(10, 7);
+    page.Printer = true;
+    page.Pages = true;
+    platform.Printed[0](page);
+
+    const auto first = std::ranges::find_if(page.Texts, [](const auto& text) {
+        return text.Text.size() > 20 && SumStatement().starts_with(text.Text);
+    });
+    ASSERT_NE(first, page.Texts.end());
+    std::string statement;
+    f64 bottom = LowestLine(page);
+    for (auto text = page.Texts.begin(); text != first; ++text)
+        bottom = std::max(bottom, text->At.Y + text->Height);
+    for (auto text = first; text != page.Texts.end(); ++text) {
+        statement += (statement.empty() ? "" : " ") + text->Text;
+        EXPECT_GE(text->At.Y, bottom) << text->Text;
+        EXPECT_LE(text->At.X + text->Width, 10) << text->Text;
+        EXPECT_LE(text->At.Y + text->Height, 7) << text->Text;
+        EXPECT_EQ(text->Page, 1);
+    }
+    std::string paragraph = SumStatement();
+    for (std::size_t at = 0; (at = paragraph.find("  ", at)) != std::string::npos;)
+        paragraph.erase(at, 1);
+    EXPECT_EQ(statement, paragraph);
+
+    // The picture itself goes out without words, as it stands in the window.
+    FileCommand(FileCopyOutput);
+    RecordingSurface picture(10, 7);
+    platform.CopiedPictures.at(0)(picture);
+    EXPECT_FALSE(HasText(picture, "The test used is"));
+}
+
+TEST_F(Outputs, AStatementTooLongForTheGraphsPageHasTheNext) {
+    OpenWithResult(GraphWindow);
+    platform.OutputForms = {OutputForm::Picture};
+    FileCommand(FilePrintOutput);
+    RecordingSurface page(5, 1.6);
+    page.Printer = true;
+    page.Pages = true;
+    platform.Printed[0](page);
+    int onSecond = 0;
+    for (const auto& text : page.Texts)
+        onSecond += text.Page == 2 ? 1 : 0;
+    EXPECT_GT(onSecond, 2);
+    EXPECT_EQ(page.Page, 2);
+    EXPECT_GT(LowestLine(page), 0.8) << "the graph has the first page to itself";
 }
 
 TEST_F(Outputs, PrintingTheSummaryPrintsIt) {

@@ -1,3 +1,4 @@
+#include "output/rtf.h"
 #include "output/statement.h"
 #include "support/rtf_reader.h"
 

@@ -66,7 +66,55 @@ std::vector<Token> Tokens(const std::string& rtf) {
 
 } // namespace
 
+namespace {
+
+// Takes what belongs to a table; false for any other word.
+class TableReader {
+  public:
+    bool Take(const Token& word, ShownRtf& shown) {
+        if (word.Value == "trowd") {
+            row_ = {};
+            isInRow_ = true;
+        } else if (word.Value == "cellx") {
+            row_.Edges.push_back(word.Number);
+        } else if (word.Value == "trhdr") {
+            row_.IsHead = true;
+        } else if (word.Value == "pard") {
+            from_ = shown.Text.size();
+            flushRight_ = false;
+        } else if (word.Value == "qr") {
+            flushRight_ = true;
+        } else if (word.Value == "cell") {
+            EXPECT_TRUE(isInRow_);
+            row_.Cells.push_back(shown.Text.substr(from_));
+            row_.FlushRight.push_back(flushRight_);
+            shown.Text += u'\t';
+        } else if (word.Value == "row") {
+            EXPECT_EQ(row_.Cells.size(), row_.Edges.size());
+            shown.Text.back() = u'\n';
+            shown.Rows.push_back(row_);
+            isInRow_ = false;
+        } else {
+            return word.Value == "trgaph" || word.Value == "trkeep" || word.Value == "clbrdrt" ||
+                   word.Value == "clbrdrb" || word.Value == "brdrs" || word.Value == "brdrw" ||
+                   word.Value == "intbl" || word.Value == "ql";
+        }
+        return true;
+    }
+
+    bool IsInRow() const { return isInRow_; }
+
+  private:
+    RtfRow row_;
+    std::size_t from_ = 0;
+    bool flushRight_ = false;
+    bool isInRow_ = false;
+};
+
+} // namespace
+
 ShownRtf Read(const std::string& rtf) {
+    TableReader table;
     const std::vector<Token> tokens = Tokens(rtf);
     ShownRtf shown;
     int group = 0;
@@ -91,6 +139,9 @@ ShownRtf Read(const std::string& rtf) {
         } else if (token.Kind == Token::Type::Symbol) {
             shown.Text += static_cast<char16_t>(token.Value[0]);
         } else if (token.Kind == Token::Type::Word) {
+            if (table.Take(token, shown))
+                continue;
+            EXPECT_FALSE(token.Value == "par" && table.IsInRow());
             if (token.Value == "par")
                 shown.Text += u'\n';
             else if (token.Value == "tab")

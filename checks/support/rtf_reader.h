@@ -2,13 +2,23 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace quorvanta::checks {
 
-// What a reader would show: the text of the last group, "\n" for a paragraph mark, UTF-16 units
-// for whatever is not ASCII.
+// A row of a table as a reader shows it.
+struct RtfRow {
+    std::vector<int> Edges; // right edges of the cells, twips
+    std::vector<std::u16string> Cells;
+    std::vector<bool> FlushRight;
+    bool IsHead = false; // comes again on each page
+};
+
+// What a reader would show: the text of the last group, "\n" for a paragraph mark and for the end
+// of a row, "\t" between cells, UTF-16 units for whatever is not ASCII.
 struct ShownRtf {
     std::u16string Text;
+    std::vector<RtfRow> Rows; // of all tables
     bool Bold = false;
     int FontSize = 0; // half points
 };

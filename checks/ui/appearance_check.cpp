@@ -181,6 +181,45 @@ TEST_F(Appearance, FollowsAChangeOfThePalette) {
     EXPECT_LT(area.pixelColor(area.width() - 3, area.height() - 3).lightness(), 128);
 }
 
+// No box is brighter than those that hold a value.
+TEST_F(Appearance, DoesNotGlareInADarkPalette) {
+    QApplication::setPalette(DarkPalette());
+    OpenTTest();
+    Type(3, "0.4");
+    ASSERT_TRUE(Box(1).IsGrey());
+    EXPECT_LT(Box(1).palette().color(QPalette::Base).lightness(), 128);
+    EXPECT_GT(Contrast(Box(1).palette().color(QPalette::Base), QColor(35, 35, 35)), 1.3)
+        << "and still told apart";
+    ExpectLegible(Box(1));
+}
+
+// The strongest contrast to its ground within the buttons of a window's title bar.
+f64 ButtonContrast(QMdiSubWindow& frame) {
+    const QImage image = frame.grab().toImage();
+    const qreal ratio = image.devicePixelRatio();
+    const int title = static_cast<int>(frame.fontMetrics().height() * ratio);
+    const int width = 4 * title;
+    f64 strongest = 1;
+    const QColor ground = image.pixelColor(image.width() / 3, title / 2);
+    for (int y = title / 3; y < title; ++y)
+        for (int x = image.width() - width; x < image.width() - title / 2; ++x)
+            strongest = std::max(strongest, Contrast(image.pixelColor(x, y), ground));
+    return strongest;
+}
+
+TEST_F(Appearance, ShowsTheButtonsOfAnInactiveWindow) {
+    for (const bool isDark : {false, true}) {
+        if (isDark)
+            QApplication::setPalette(DarkPalette());
+        Trigger("mnuFile(0)");
+        Trigger("mnuFile(0)");
+        auto* behind = Area().subWindowList().front();
+        ASSERT_NE(behind, Area().activeSubWindow());
+        constexpr f64 visible = 3; // the minimum of the same guidelines for what is no text
+        EXPECT_GT(ButtonContrast(*behind), visible) << (isDark ? "dark" : "light");
+    }
+}
+
 TEST_F(Appearance, DrawsAtTheResolutionOfTheScreen) {
     OpenTTest();
     const QPixmap picture = Child().grab();

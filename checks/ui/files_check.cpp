@@ -253,7 +253,7 @@ TEST_F(FileWindows, TheDialogProposesAndCompletesNames) {
     EXPECT_EQ(folder_.Names(), std::vector<std::string>{"Phase 2.5.dim"});
     EXPECT_EQ(Titles(), QStringList{"Phase 2.5.dim"});
     SaveAs("other.DIM");
-    EXPECT_EQ(Messages.FileProposals.back(), "Phase2.5");
+    EXPECT_EQ(Messages.FileProposals.back(), "Phase 2.5") << "the file's own name";
     EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"Phase 2.5.dim", "other.DIM"}));
     EXPECT_TRUE(Messages.Texts.isEmpty());
 }

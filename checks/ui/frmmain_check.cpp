@@ -1,4 +1,5 @@
 // The main window: title, menus, keys, help, status and the free space without windows.
+#include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
@@ -6,6 +7,7 @@
 #include "core/setup.h"
 #include "ui/childwindow.h"
 #include "ui/qttext.h"
+#include "ui/valuebox.h"
 #include "ui/window_fixture.h"
 
 #include <QAction>
@@ -168,8 +170,8 @@ TEST_F(MainWindow, OpensMenusByMouseDownToATest) {
     EXPECT_EQ(TestNo, 1);
 }
 
-// Each test either shows its options or is told to be missing, in one message, and then nothing
-// has changed.
+// Each test either shows its options or is dimmed; asked for all the same, it is told to be
+// missing, in one message, and then nothing has changed.
 TEST_F(MainWindow, ServesOrRefusesEveryTest) {
     OpenTTest();
     const QString head = hands::TextOf(Child(), "lblHead1");
@@ -178,14 +180,21 @@ TEST_F(MainWindow, ServesOrRefusesEveryTest) {
         if (item->Action != MenuAction::Test && item->Action != MenuAction::Distribution)
             continue;
         Messages.Texts.clear();
-        Trigger(NameOf(*item));
-        if (Options().isVisible()) {
+        const auto* entry = Window().findChild<QAction*>(NameOf(*item));
+        if (entry->isEnabled()) {
+            Trigger(NameOf(*item));
             ++served;
+            EXPECT_TRUE(Options().isVisible());
             EXPECT_TRUE(Messages.Texts.isEmpty());
             QTest::keyClick(&Options(), Qt::Key_Escape);
         } else {
             const std::string name = item->Action == MenuAction::Test ? TestMenuName(item->MenuNo)
                                                                       : DistrMenuName(item->MenuNo);
+            EXPECT_EQ(entry->statusTip(), "Not available in this version.");
+            if (item->Action == MenuAction::Test)
+                NewTest(item->MenuNo);
+            else
+                NewDistribution(item->MenuNo);
             EXPECT_EQ(Messages.Texts,
                       QStringList{ToQt(name) + " Is Not Available in This Version."});
         }
@@ -196,17 +205,34 @@ TEST_F(MainWindow, ServesOrRefusesEveryTest) {
     EXPECT_GE(served, 8);
 }
 
-TEST_F(MainWindow, RefusesWindowKindsWithoutAWindow) {
-    for (const i16 windowKind : {TableWindow, GraphWindow, SimulationWindow}) {
+TEST_F(MainWindow, DimsWindowKindsWithoutAWindow) {
+    for (const i16 windowKind : {CalculationWindow, TableWindow, GraphWindow, SimulationWindow}) {
+        const auto* entry = Window().findChild<QAction*>(ControlName("mnuFile", windowKind));
+        EXPECT_EQ(entry->isEnabled(), HasWindowKind(windowKind));
         if (HasWindowKind(windowKind))
             continue;
         Messages.Texts.clear();
-        Trigger(ControlName("mnuFile", windowKind));
+        FileCommand(windowKind);
         EXPECT_EQ(Messages.Texts,
                   QStringList{"The Window Kind " + ToQt(WindowKindCaption(windowKind)) +
                               " Is Not Available in This Version."});
         EXPECT_EQ(AnalysisNo, 0);
         EXPECT_TRUE(Area().subWindowList().isEmpty());
+    }
+}
+
+// From wherever the focus is; Esc leaves the menus.
+TEST_F(MainWindow, OpensItsMenusWithF10) {
+    OpenTTest();
+    for (QWidget* from : {static_cast<QWidget*>(&Window()), static_cast<QWidget*>(&Child()),
+                          static_cast<QWidget*>(&Box(0))}) {
+        from->setFocus();
+        QTest::keyClick(from, Qt::Key_F10);
+        const QWidget* menu = QApplication::activePopupWidget();
+        ASSERT_NE(menu, nullptr);
+        EXPECT_EQ(menu->objectName(), "mnuFileHead");
+        while (QWidget* open = QApplication::activePopupWidget())
+            open->close();
     }
 }
 
@@ -259,6 +285,24 @@ TEST_F(MainWindow, OpensTheHelpOfTheCurrentAnalysis) {
     EXPECT_EQ(HelpPage(), "2200.html");
     Trigger("mnuGetInfo(2)");
     EXPECT_EQ(HelpPage(), "9301.html");
+    CloseHelp();
+}
+
+// The state still holds the numbers of the analysis that was open before.
+TEST_F(MainWindow, OpensTheHelpOfAWindowWithoutATest) {
+    OpenTTest();
+    for (const auto& [window, page] :
+         {std::pair("mnuFile(0)", "23.html"), std::pair("mnuFile(1)", "25.html"),
+          std::pair("mnuFile(2)", "27.html")}) {
+        Trigger(window);
+        for (const char* entry : {"mnuGetInfo(0)", "mnuGetInfo(1)", "mnuGetInfo(2)"}) {
+            Trigger(entry);
+            EXPECT_EQ(HelpPage(), page) << entry;
+        }
+    }
+    Trigger("mnuStudent(1)");
+    Trigger("mnuGetInfo(0)");
+    EXPECT_EQ(HelpPage(), "302.html") << "while its options are chosen";
     CloseHelp();
 }
 

@@ -1,10 +1,12 @@
 // frmShowPar beside a table: its lists and boxes, its keys, its messages, runs and their end.
 #include "core/general.h"
 #include "core/records.h"
+#include "ui/paint_record.h"
 #include "ui/qttext.h"
 #include "ui/run_fixture.h"
 #include "ui/valuebox.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -14,6 +16,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSet>
+#include <QStatusBar>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -478,7 +481,7 @@ TEST_F(ShowParWindow, RunsOnReturnOnTheButton) {
 TEST_F(ShowParWindow, LeavesTheTableAsDrawnUntilOk) {
     PressOk();
     const QString drawn = Drawn();
-    const QImage picture = Picture().grab().toImage();
+    const auto rows = RecordPaint(Picture()).Rows();
     Choose(XRole, Sd);
     Choose(YRole, Size1);
     TypeIntoBox("txtXminValue", "0.3");
@@ -486,7 +489,7 @@ TEST_F(ShowParWindow, LeavesTheTableAsDrawnUntilOk) {
     hands::TypeInto(Parameters(), FixedBox(Level).objectName(), "0.01");
     EXPECT_EQ(Calculated, False);
     EXPECT_EQ(Drawn(), drawn);
-    EXPECT_EQ(Picture().grab().toImage(), picture);
+    EXPECT_EQ(RecordPaint(Picture()).Rows(), rows);
     PressOk();
     EXPECT_EQ(Calculated, True);
     EXPECT_NE(Drawn(), drawn);
@@ -586,7 +589,7 @@ TEST_F(SlowRun, IsNotShownWhenItIsShort) {
 TEST_F(SlowRun, IsCancelledByTheButtonAndLeavesTheFormerDrawing) {
     PressOk();
     const QString drawn = Drawn();
-    const QImage picture = Picture().grab().toImage();
+    const auto rows = RecordPaint(Picture()).Rows();
     hands::TypeInto(Parameters(), FixedBox(Level).objectName(), "0.01");
     SlowPlatform slow(Window());
     slow.OnStep = [&] {
@@ -602,7 +605,8 @@ TEST_F(SlowRun, IsCancelledByTheButtonAndLeavesTheFormerDrawing) {
     EXPECT_FALSE(Shows("pgrProgress"));
     EXPECT_TRUE(Messages.Texts.isEmpty());
     EXPECT_EQ(Drawn(), drawn);
-    EXPECT_EQ(Picture().grab().toImage(), picture);
+    EXPECT_EQ(RecordPaint(Picture()).Rows(), rows);
+    EXPECT_EQ(Window().statusBar()->currentMessage(), "The run was cancelled.");
     EXPECT_EQ(FixedBox(Level).text(), "0.01");
     slow.OnStep = nullptr;
     PressOk();
@@ -624,6 +628,28 @@ TEST_F(SlowRun, IsCancelledByTheKeyboard) {
     EXPECT_FALSE(Picture().isVisible());
 }
 
+TEST_F(SlowRun, IsCancelledByEsc) {
+    SlowPlatform slow(Window());
+    QString hint;
+    slow.OnStep = [&] {
+        if (slow.Steps != 2)
+            return;
+        hint = hands::TextOf(Window(), "lblStatus");
+        QTimer::singleShot(0, &Ok(),
+                           [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape); });
+    };
+    PressOk();
+    EXPECT_EQ(slow.Steps, 2);
+    EXPECT_EQ(Calculated, False);
+    EXPECT_EQ(hint, "Calculating. Esc or Cancel ends the run.");
+    EXPECT_EQ(Window().statusBar()->currentMessage(), "The run was cancelled.");
+    EXPECT_EQ(hands::TextOf(Window(), "lblStatus"),
+              "Choose the axes and the values, then press OK. F1 explains them.");
+    slow.OnStep = nullptr;
+    PressOk();
+    EXPECT_EQ(Window().statusBar()->currentMessage(), "The run is complete.");
+}
+
 TEST_F(SlowRun, LetsNothingElseThrough) {
     SlowPlatform slow(Window());
     slow.OnStep = [&] {
@@ -642,6 +668,46 @@ TEST_F(SlowRun, LetsNothingElseThrough) {
     EXPECT_EQ(Area().subWindowList().size(), 1);
     EXPECT_TRUE(Window().isVisible());
     EXPECT_TRUE(Messages.Texts.isEmpty());
+}
+
+// --- Lists by the keyboard and for a screen reader --------------------------------------------
+
+TEST_F(ShowParWindow, RunsWithEnterInAList) {
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        TypeIntoBox("txtXstepValue", key == Qt::Key_Return ? "0.1" : "0.2");
+        ASSERT_EQ(Calculated, False);
+        List(YRole).setFocus();
+        QTest::keyClick(&List(YRole), key);
+        EXPECT_EQ(Calculated, True);
+    }
+    QTest::keyClick(&List(YRole), Qt::Key_Escape);
+    EXPECT_EQ(Calculated, True);
+    EXPECT_TRUE(Messages.Texts.isEmpty());
+    // Once, from a list and from a box alike.
+    TypeIntoBox("txtXstepValue", "0");
+    for (QWidget* from :
+         {static_cast<QWidget*>(&List(YRole)), static_cast<QWidget*>(&ParBox("txtXstepValue"))}) {
+        Messages.Texts.clear();
+        from->setFocus();
+        QTest::keyClick(from, Qt::Key_Return);
+        EXPECT_EQ(Messages.Texts, QStringList{"Xstep Must Be # 0."});
+    }
+}
+
+TEST_F(ShowParWindow, NamesItsListsForAScreenReader) {
+    const QStringList names{"Parameter To Calculate (y-axis):", "Independent Parameter 1 (x-axis):",
+                            "Independent Parameter 2 (z-values):"};
+    for (int k = 0; k < 3; ++k) {
+        QStringList heard;
+        for (const auto& [label, relation] :
+             QAccessible::queryAccessibleInterface(&List(k))->relations(QAccessible::Label))
+            heard << label->text(QAccessible::Name);
+        EXPECT_EQ(heard, QStringList{names[k]});
+    }
+    for (QLabel* label : Parameters().findChildren<QLabel*>())
+        EXPECT_FALSE(
+            QAccessible::queryAccessibleInterface(label)->text(QAccessible::Name).contains('&'))
+            << qPrintable(label->text());
 }
 
 // --- Place ------------------------------------------------------------------------------------

@@ -1,6 +1,7 @@
 // The Summary window: the statement, its type, and how it goes out.
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "output/rtf.h"
 #include "output/statement.h"
 #include "support/rtf_reader.h"
 #include "ui/childwindow.h"

@@ -205,9 +205,9 @@ TEST_F(TableWindowCheck, ShowsFifteenColumnsInBlocksOfFour) {
 TEST_F(TableWindowCheck, HasBarsOnlyWhereThePictureIsLarger) {
     EXPECT_FALSE(HBar().isVisible());
     EXPECT_FALSE(VBar().isVisible());
-    const QSize picture = Picture().size();
-    const QSize around = Frame().size() - Room().size();
     const int thickness = VBar().sizeHint().width();
+    const QSize picture = Picture().size() - QSize(thickness, 0); // beside the room of a bar
+    const QSize around = Frame().size() - Room().size();
 
     Frame().resize(picture + around); // exactly as large
     hands::Settle();
@@ -519,6 +519,21 @@ TEST_F(TableWindowCheck, BeginsEmptyWhenItIsOpenedAgain) {
     EXPECT_TRUE(Parameters().isVisible());
     PressOk();
     EXPECT_TRUE(Picture().isVisible());
+}
+
+// The bar of a table that is higher than the main window takes its room beside the columns.
+TEST_F(TableWindowCheck, CutsNoColumnInItsFirstSize) {
+    OpenRunWindow(NewTable);
+    AskForSizes("0.9", "0.4", "1.9", "0.02", "0.8 1 1.2");
+    ASSERT_TRUE(VBar().isVisible());
+    EXPECT_FALSE(HBar().isVisible());
+}
+
+TEST_F(TableWindowCheck, IsDimmedWhileStale) {
+    ExpectDimmedWhileStale();
+    // An output calculates first.
+    Trigger("mnuFile(10)");
+    EXPECT_FALSE(hands::Control(Child(), "lblStale")->isVisible());
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "core/fault.h"
 #include "core/general.h"
 #include "core/menus.h"
+#include "core/reading.h"
 #include "core/records.h"
 #include "core/run.h"
 #include "core/search.h"
@@ -355,7 +356,10 @@ QString TablesAndGraphsShowTheirResults(const frmMain& window) {
                      Is("the hint's being hidden", Part<QLabel>(*child, "lblHint").isHidden(),
                         result.HasResult()),
                      Is(button + "'s being hidden", Part<QPushButton>(*child, button).isHidden(),
-                        !result.HasResult())});
+                        !result.HasResult()),
+                     Is("the mark of a stale result's being hidden",
+                        Part<QLabel>(*child, "lblStale").isHidden(),
+                        !result.HasResult() || !IsStale(child->AnalysisTag()))});
         if (complaint.isEmpty() && isTable && result.HasResult()) {
             QStringList lines;
             for (const std::string& line : TableLines(LayOutTable(result)))
@@ -477,6 +481,8 @@ QString MenusAreEnabledAsTheStateSays(const frmMain& window) {
 
 QString TheStatusBarSaysWhatToDo(const frmMain& window) {
     const QString text = Part<QLabel>(window, "lblStatus").text();
+    if (const std::string note = CurrentReadingNote(); !note.empty())
+        return Is("the status bar", text, ToQt(note));
     const QString begin = AnalysisNo == 0    ? "Choose a test or a distribution from the menus to "
                           : ChoosingOptions  ? "Choose the options of the analysis"
                           : NoOfPar == 0     ? "Choose a test or a distribution from the menus for "

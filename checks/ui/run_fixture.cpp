@@ -6,9 +6,12 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QTest>
+
+#include <algorithm>
 
 namespace quorvanta {
 
@@ -154,6 +157,50 @@ void RunCheck::ExpectOutputMenuWhileValid() {
     hands::TypeInto(Parameters(), FixedBox(Level).objectName(), "0.01");
     QTest::mouseClick(&Picture(), Qt::RightButton);
     EXPECT_FALSE(menu.isVisible());
+}
+
+namespace {
+
+// How dark the darkest point of what the widget shows is, the frame of the focus left out: 0 black,
+// 255 white.
+int Darkest(QWidget& widget) {
+    const QImage image = widget.grab().toImage().convertToFormat(QImage::Format_Grayscale8);
+    int darkest = 255;
+    for (int y = 1; y < image.height() - 1; ++y)
+        for (int x = 1; x < image.width() - 1; ++x)
+            darkest = std::min(darkest, qGray(image.pixel(x, y)));
+    return darkest;
+}
+
+} // namespace
+
+void RunCheck::ExpectDimmedWhileStale() {
+    const QString name = Picture().accessibleName();
+    const QSize size = Picture().size();
+    const auto expectStale = [&](bool isStale) {
+        hands::Settle();
+        EXPECT_EQ(hands::Control(Child(), "lblStale")->isVisible(), isStale);
+        EXPECT_EQ(Picture().accessibleName(), name + (isStale ? ", not up to date" : ""));
+        EXPECT_EQ(Picture().size(), size) << "nothing moves";
+        const int darkest = Darkest(Picture());
+        EXPECT_TRUE(isStale ? darkest > 100 && darkest < 200 : darkest < 60) << darkest;
+    };
+    expectStale(false);
+    hands::TypeInto(Parameters(), FixedBox(Level).objectName(), "0.01");
+    expectStale(true);
+    const auto* says = hands::Control<QLabel>(Child(), "lblStale");
+    EXPECT_EQ(says->text(), "Not up to date: press OK.");
+    EXPECT_GE(says->width(), says->sizeHint().width()) << "not cut";
+    PressOk();
+    expectStale(false);
+    // A run that is refused leaves it so.
+    const QString step = hands::TextOf(Parameters(), "txtXstepValue");
+    TypeIntoBox("txtXstepValue", "0");
+    expectStale(true);
+    PressOk();
+    expectStale(true);
+    TypeIntoBox("txtXstepValue", step);
+    expectStale(true);
 }
 
 } // namespace quorvanta

@@ -72,6 +72,9 @@ class RunCheck : public WindowCheck {
     // A double click on the picture opens the edit window, and so does Return on its button.
     void ExpectEditedByMouseAndKeys();
 
+    // A change dims the picture and the window says so, until a run is complete. It is stale then.
+    void ExpectDimmedWhileStale();
+
     // A right click on the picture opens the pop-up menu while the result is valid.
     void ExpectOutputMenuWhileValid();
 };

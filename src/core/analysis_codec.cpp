@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstdint>
 #include <type_traits>
+#include <vector>
 
 namespace quorvanta {
 
@@ -26,6 +27,16 @@ Bytes LittleEndian(Bytes bytes) {
     return bytes;
 }
 
+// What the texts in UTF-8 begin with.
+constexpr std::string_view UnicodeMark = "UTF8";
+
+bool IsUtf8(std::string_view text) {
+    while (!text.empty())
+        if (!TakeCharacter(text))
+            return false;
+    return true;
+}
+
 // Appends each field that it is handed.
 class Writer {
   public:
@@ -38,16 +49,44 @@ class Writer {
     void operator()(const std::string& text) {
         const std::string encoded = ToWindows1252(text);
         textBytes_ += encoded.size();
-        (*this)(static_cast<std::uint16_t>(encoded.size()));
-        bytes_ += encoded;
+        AppendText(encoded);
+        if (IsUtf8(text) && FromWindows1252(encoded) != text)
+            unicodeTexts_.push_back({texts_, text});
+        ++texts_;
+    }
+
+    // What follows the last field: the texts whose letters the code page lacks; nothing if none.
+    std::string UnicodeTexts() const {
+        if (unicodeTexts_.empty())
+            return "";
+        Writer tail;
+        tail.bytes_ = UnicodeMark;
+        tail(static_cast<std::uint16_t>(unicodeTexts_.size()));
+        for (const auto& [place, text] : unicodeTexts_) {
+            tail(place);
+            tail.AppendText(text);
+        }
+        return tail.bytes_;
     }
 
     std::size_t TextBytes() const { return textBytes_; }
     const std::string& Bytes() const { return bytes_; }
 
   private:
+    void AppendText(const std::string& encoded) {
+        (*this)(static_cast<std::uint16_t>(encoded.size()));
+        bytes_ += encoded;
+    }
+
+    struct UnicodeText {
+        std::uint16_t Place;
+        std::string Text;
+    };
+
     std::string bytes_;
     std::size_t textBytes_ = 0;
+    std::uint16_t texts_ = 0;
+    std::vector<UnicodeText> unicodeTexts_;
 };
 
 // Fills each field that it is handed, until the bytes run out.
@@ -63,14 +102,42 @@ class Reader {
     }
 
     void operator()(std::string& text) {
-        std::uint16_t length = 0;
-        (*this)(length);
-        text = FromWindows1252(Take(length));
+        const std::string_view bytes = TakeText();
+        text = FromWindows1252(bytes);
+        texts_.push_back({&text, bytes});
     }
 
     bool HasFailed() const { return failed_; }
 
+    // Gives the texts that follow the last field to those that they belong to; whatever else
+    // stands there has no meaning.
+    void TakeUnicodeTexts() {
+        if (Take(UnicodeMark.size()) != UnicodeMark)
+            return;
+        std::uint16_t count = 0;
+        (*this)(count);
+        for (std::uint16_t i = 0; i < count && !failed_; ++i) {
+            std::uint16_t place = 0;
+            (*this)(place);
+            const std::string_view text = TakeText();
+            if (!failed_ && place < texts_.size() && IsUtf8(text) &&
+                ToWindows1252(text) == texts_[place].Bytes)
+                *texts_[place].Text = text;
+        }
+    }
+
   private:
+    struct FieldText {
+        std::string* Text;
+        std::string_view Bytes;
+    };
+
+    std::string_view TakeText() {
+        std::uint16_t length = 0;
+        (*this)(length);
+        return Take(length);
+    }
+
     // The next bytes of that number; none when fewer are left.
     std::string_view Take(std::size_t length) {
         failed_ = failed_ || length > rest_.size();
@@ -83,6 +150,7 @@ class Reader {
 
     std::string_view rest_;
     bool failed_ = false;
+    std::vector<FieldText> texts_; // read so far
 };
 
 // Hands every field to the archive, in the order of the file: the one place that knows the order.
@@ -141,8 +209,17 @@ std::optional<std::string> EncodeAnalysis(const AnalysisRecord& record) {
     if (writer.TextBytes() > MaxTextBytes)
         return std::nullopt;
     std::string file = writer.Bytes();
+    if (const std::string unicode = writer.UnicodeTexts();
+        file.size() + unicode.size() <= AnalysisFileBytes)
+        file += unicode;
     file.resize(AnalysisFileBytes, '\0');
     return file;
+}
+
+bool KeepsAllLetters(const AnalysisRecord& record) {
+    Writer writer;
+    WalkFields(record, writer);
+    return writer.Bytes().size() + writer.UnicodeTexts().size() <= AnalysisFileBytes;
 }
 
 std::optional<AnalysisRecord> DecodeAnalysis(std::string_view file) {
@@ -151,6 +228,7 @@ std::optional<AnalysisRecord> DecodeAnalysis(std::string_view file) {
     WalkFields(record, reader);
     if (reader.HasFailed())
         return std::nullopt;
+    reader.TakeUnicodeTexts();
     return record;
 }
 

@@ -6,6 +6,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
+#include "core/help_numbers.h"
 #include "core/menus.h"
 #include "core/platform.h"
 #include "core/program_name.h"
@@ -100,25 +101,30 @@ bool HasUsableSimulation(const AnalysisRecord& record) {
 }
 
 // The name says what was analysed: without it no test was ever chosen.
-bool HasAnalysis(const AnalysisRecord& record) {
-    if (record.IsTest == True) {
-        if (record.TestName.empty())
-            return false;
-    } else {
-        const auto parameters = DistrParList(record.DistrNo);
-        if (record.DistrName.empty() ||
-            !IsWithin(record.ParListNo, 0, static_cast<int>(parameters.size()) - 1))
-            return false;
-    }
-    const AnalysisKey key{record.IsTest, record.TestNo, record.DistrNo, record.ProcedureNo,
-                          record.ParListNo};
-    return IsServed(key);
+bool NamesAnalysis(const AnalysisRecord& record) {
+    if (record.IsTest == True)
+        return !record.TestName.empty() && !PathToTest(record.TestNo).empty();
+    const auto parameters = DistrParList(record.DistrNo);
+    return !record.DistrName.empty() &&
+           IsWithin(record.ParListNo, 0, static_cast<int>(parameters.size()) - 1);
 }
 
-bool IsUsable(const AnalysisRecord& record) {
-    return HasWindowKind(record.WindowKind) && HasUsableChoices(record) && HasUsablePars(record) &&
+bool IsSound(const AnalysisRecord& record) {
+    return IsWithin(record.WindowKind, CalculationWindow, SimulationWindow) &&
+           HasUsableChoices(record) && HasUsablePars(record) &&
            IsWithin(record.NoOfTitles, 0, 16) && HasUsableGrids(record) &&
-           HasUsableSimulation(record) && HasAnalysis(record);
+           HasUsableSimulation(record) && NamesAnalysis(record);
+}
+
+// What this version lacks to show the analysis of a sound record; empty if it can be shown.
+std::string Lacking(const AnalysisRecord& record) {
+    const AnalysisKey key{record.IsTest, record.TestNo, record.DistrNo, record.ProcedureNo,
+                          record.ParListNo};
+    if (!IsServed(key))
+        return record.IsTest == True ? record.TestName : record.DistrName;
+    if (!HasWindowKind(record.WindowKind))
+        return "The Window Kind " + std::string(WindowKindCaption(record.WindowKind));
+    return "";
 }
 
 // Any number but 0 is true.
@@ -128,15 +134,27 @@ void NormaliseFlags(AnalysisRecord& record) {
         *flag = ToFlag(*flag != 0);
 }
 
-std::optional<AnalysisRecord> UsableRecord(const std::string& path) {
+// The record of a file, or why there is none to open.
+struct FileContent {
+    std::optional<AnalysisRecord> Record;
+    std::string Problem;
+};
+
+FileContent ContentOf(const std::string& path) {
+    const auto refused = [&path](const std::string& problem) {
+        return FileContent{std::nullopt, "The File " + path + " " + problem};
+    };
     const auto bytes = LoadFile(path, AnalysisFileBytes);
-    auto record = bytes ? DecodeAnalysis(*bytes) : std::nullopt;
-    if (!record)
-        return std::nullopt;
-    NormaliseFlags(*record);
-    if (!IsUsable(*record))
-        return std::nullopt;
-    return record;
+    if (!bytes)
+        return refused("Can't Be Read.");
+    auto record = DecodeAnalysis(*bytes);
+    if (record)
+        NormaliseFlags(*record);
+    if (!record || !IsSound(*record))
+        return refused("Is No Analysis, or Is Damaged.");
+    if (const std::string lacking = Lacking(*record); !lacking.empty())
+        return refused("Can't Be Opened. " + lacking + " Is Not Available in This Version.");
+    return {std::move(record), ""};
 }
 
 // The list that the test builds today is the one of the file.
@@ -156,6 +174,7 @@ std::string FileName(const std::string& path) {
 // The analysis goes by the name of its file.
 void NameAnalysis(const std::string& path) {
     AnalysisFileName = FileName(path);
+    AnalysisState(AnalysisNo).Path = path;
     StoreAnalysis();
     ThePlatform().RefreshChild();
 }
@@ -237,7 +256,8 @@ bool HasAnalysisToSave() {
 bool ReadAnalysisFile(const std::string& path) {
     if (Calculating == True)
         return false;
-    auto record = UsableRecord(path);
+    auto [record, problem] = ContentOf(path);
+    ThePlatform().ShowStatus(problem);
     if (!record)
         return false;
     FileCommand(record->WindowKind);
@@ -281,6 +301,10 @@ bool WriteAnalysisFile(const std::string& path) {
     }
     AnalysisState(AnalysisNo).Changed = False;
     NameAnalysis(path);
+    ThePlatform().ShowStatus(KeepsAllLetters(record)
+                                 ? ""
+                                 : "The File Has No Room for Some Letters of the Title or the "
+                                   "Labels. They Are Saved as \"?\".");
     return true;
 }
 

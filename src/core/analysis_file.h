@@ -23,11 +23,13 @@ bool HasAnalysisToSave();
 
 // Opens the file in a window of its own and calculates a table or graph anew; the analysis counts
 // as changed from the start. False, and nothing has changed, during a run, and if the file can't
-// be read or is no analysis that this program can have written: lengths, counts, indices and
-// numbers are looked at before one of them is used, since any bytes at all may come in.
+// be read, is no analysis that this program can have written, or is of an analysis that this
+// version can't show; the status line says which. Lengths, counts, indices and numbers are looked
+// at before one of them is used, since any bytes at all may come in.
 bool ReadAnalysisFile(const std::string& path);
 
-// Saves the current analysis, which then has the name of the file and counts as unchanged. False
+// Saves the current analysis, which then has the name of the file and counts as unchanged; the
+// status line tells of letters that the file has no room for. False
 // if it can't be saved; a file that exists is then as it was. Texts that are too long for a file
 // are told in a message; a file that can't be written ends the command without one, as a Cancel
 // does, and is told in the status line.

@@ -105,4 +105,11 @@ std::size_t CharacterLength(std::string_view utf8, std::size_t i) {
     return length;
 }
 
+std::size_t CharacterCount(std::string_view utf8) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < utf8.size(); i += CharacterLength(utf8, i))
+        ++count;
+    return count;
+}
+
 } // namespace quorvanta

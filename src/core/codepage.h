@@ -25,4 +25,7 @@ std::optional<char32_t> TakeCharacter(std::string_view& utf8);
 // The bytes of the UTF-8 character that begins at i.
 std::size_t CharacterLength(std::string_view utf8, std::size_t i);
 
+// The characters of a text; a byte that is no part of one counts as one.
+std::size_t CharacterCount(std::string_view utf8);
+
 } // namespace quorvanta

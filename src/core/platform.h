@@ -34,6 +34,7 @@ struct FileDialog {
     std::string Filter;           // pairs of a name and a mask: "All Files (*.*)|*.*|..."
     i16 FilterIndex = 1;          // the pair in use, from 1
     std::string FileName;         // the name proposed
+    std::string Folder;           // to start in; empty: that of the last file
     std::string DefaultExtension; // added to a name to save to that does not end with it
 };
 
@@ -53,7 +54,8 @@ class Messages {
                           const std::string& title) = 0;
     virtual void Beep() = 0;
 
-    // A line at the foot of the main window, which waits for no answer.
+    // A line at the foot of the main window, which waits for no answer. An empty text takes the
+    // former one away.
     virtual void ShowStatus(const std::string& text) = 0;
 
     // Lets waiting events through. Called once per step of a long run, perhaps half a million

@@ -111,6 +111,7 @@ struct DefaultTexts {
 struct AnalysisStatus {
     i16 Changed = False; // -1: differs from its file
     i16 Closed = False;  // -1: the window has been closed
+    std::string Path;    // of its file; empty: it was neither opened from one nor saved
     i16 Calculated = False;
     Array1<f32> TableX;
     Array2<f32> TableY;

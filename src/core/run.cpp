@@ -172,6 +172,8 @@ class RunProgress {
             ThePlatform().DoEvents();
     }
 
+    bool IsShown() const { return shown_; }
+
   private:
     void Show(i32 total) {
         shown_ = true;
@@ -250,6 +252,7 @@ void CalcRun() {
     }
 
     RunValues values(axis->Points, *zValues);
+    bool wasShown = false;
     {
         RunProgress progress(static_cast<i32>(values.Y.Raw().size()));
         WalkGrid(*axis, *zValues, [&values, &progress](int k, int j, f64 x) {
@@ -261,9 +264,12 @@ void CalcRun() {
             progress.Step();
             return Cancelled == False;
         });
+        wasShown = progress.IsShown();
     }
-    if (Cancelled == True)
+    if (Cancelled == True) {
+        ThePlatform().ShowStatus("The run was cancelled.");
         return;
+    }
     if (!values.HasValues()) {
         Cancelled = ShowCantCalculate();
         return;
@@ -271,6 +277,8 @@ void CalcRun() {
     values.BecomeResult();
     HideWindows(Occasion::ResultGone);
     UpdateMenus();
+    if (wasShown)
+        ThePlatform().ShowStatus("The run is complete.");
 }
 
 } // namespace quorvanta

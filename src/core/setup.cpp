@@ -78,25 +78,46 @@ void NewAnalysis(const AnalysisKey& key, const std::string& caption, bool offerS
     ShowOptions();
 }
 
-} // namespace
-
-void NewTest(i16 menuNo) {
+AnalysisKey KeyOfTest(i16 menuNo) {
     AnalysisKey key = CurrentKey();
     key.IsTest = True;
     key.TestNo = TestNoOfMenu(menuNo);
+    return key;
+}
+
+AnalysisKey KeyOfDistribution(i16 distrNo) {
+    AnalysisKey key = CurrentKey();
+    key.IsTest = False;
+    key.DistrNo = distrNo;
+    return key;
+}
+
+} // namespace
+
+bool IsEntryServed(const MenuItem& item) {
+    switch (item.Action) {
+    case MenuAction::Test:
+        return IsServed(KeyOfTest(item.MenuNo));
+    case MenuAction::Distribution:
+        return IsServed(KeyOfDistribution(item.MenuNo));
+    case MenuAction::File:
+        return item.Index > SimulationWindow || HasWindowKind(item.Index);
+    default:
+        return true;
+    }
+}
+
+void NewTest(i16 menuNo) {
     const std::string caption = TestMenuName(menuNo);
-    NewAnalysis(key, caption, HasSimWindow(menuNo), [menuNo, &caption] {
+    NewAnalysis(KeyOfTest(menuNo), caption, HasSimWindow(menuNo), [menuNo, &caption] {
         TestNo = MenuToTestNo(menuNo);
         TestName = caption;
     });
 }
 
 void NewDistribution(i16 distrNo) {
-    AnalysisKey key = CurrentKey();
-    key.IsTest = False;
-    key.DistrNo = distrNo;
     const std::string caption = DistrMenuName(distrNo);
-    NewAnalysis(key, caption, true, [&caption] { DistrName = caption; });
+    NewAnalysis(KeyOfDistribution(distrNo), caption, true, [&caption] { DistrName = caption; });
 }
 
 void AcceptOptions() {

@@ -1,9 +1,14 @@
 // From the menu to an analysis: choosing a test, its options, and accepting them.
 #pragma once
 
+#include "core/catalogue.h"
 #include "core/types.h"
 
 namespace quorvanta {
+
+// True if this version has what an entry of the menus opens; of a test, a distribution or a window.
+// Any other entry is always served.
+bool IsEntryServed(const MenuItem& item);
 
 // A test was chosen from the menus: asks for a window if none is open, sets up the test and shows
 // its options. Says so and changes nothing when the test is not available.

@@ -100,10 +100,7 @@ std::string AxisTextOf(AxisText which) {
 std::string TypedAxisText(AxisText which, const std::string& text) {
     if (Calculating == True)
         return AxisTextOf(which);
-    std::string clean = CheckTyped(text);
-    if (std::string* stored = StoredAxisText(which))
-        *stored = clean;
-    return clean;
+    return CheckTyped(text, StoredAxisText(which));
 }
 
 std::string ShowParHint() {

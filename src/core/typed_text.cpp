@@ -18,7 +18,7 @@ std::optional<std::string> FirstForbidden(const std::string& text) {
     for (std::size_t i = 0; i < text.size();) {
         const std::size_t length = CharacterLength(text, i);
         const std::string character = text.substr(i, length);
-        if (std::string_view("0123456789.-, ").find(character) == std::string_view::npos)
+        if (ValueCharacters.find(character) == std::string_view::npos)
             return character;
         i += length;
     }
@@ -30,15 +30,21 @@ void EraseAll(std::string& text, const std::string& part) {
         text.erase(at, part.size());
 }
 
-} // namespace
-
-std::string CheckTyped(const std::string& text) {
-    std::string clean = text;
-    while (const auto forbidden = FirstForbidden(clean)) {
+std::string OnlyAllowed(std::string text) {
+    while (const auto forbidden = FirstForbidden(text)) {
         ThePlatform().Beep();
         ShowMessage(*forbidden + "   Is Not Allowed. Must Be a Digit.");
-        EraseAll(clean, *forbidden);
+        EraseAll(text, *forbidden);
     }
+    return text;
+}
+
+} // namespace
+
+std::string CheckTyped(const std::string& text, std::string* stored) {
+    std::string clean = OnlyAllowed(text);
+    if (stored != nullptr)
+        *stored = clean;
     Calculated = False;
     GetInfoEnabled(3) = false;
     GetInfoEnabled(4) = false;
@@ -48,9 +54,8 @@ std::string CheckTyped(const std::string& text) {
 }
 
 std::string TypedParText(i16 parNo, const std::string& text) {
-    const std::string clean = CheckTyped(text);
     const i16 kind = ParKind(parNo);
-    ParText(kind) = clean;
+    const std::string clean = CheckTyped(text, &ParText(kind));
     if (HasGridData == True && IsGridKind(kind)) {
         HasGridData = False;
         HasDistrGraph = False;

@@ -4,6 +4,8 @@
 #include "core/catalogue.h"
 #include "core/general.h"
 #include "core/records.h"
+#include "output/rtf.h"
+#include "output/rtf_table.h"
 #include "output/statement.h"
 #include "output/titles.h"
 #include "output/xyzplot.h"
@@ -60,15 +62,30 @@ std::string Joined(const std::vector<std::string>& lines) {
     return text;
 }
 
-void Append(std::vector<std::string>& lines, const std::vector<std::string>& more) {
-    if (!lines.empty() && !more.empty())
-        lines.emplace_back();
-    lines.insert(lines.end(), more.begin(), more.end());
-}
-
 bool IsEmpty(const TableLayout& table) {
     return table.Blocks.empty();
 }
+
+// The upper part of a page, on which a drawing is as high as the part.
+class UpperPart : public Surface {
+  public:
+    UpperPart(Surface& page, f64 height) : page_(page), height_(height) {}
+
+    f64 ScaleWidth() const override { return page_.ScaleWidth(); }
+    f64 ScaleHeight() const override { return height_; }
+    f64 PixelsPerInch() const override { return page_.PixelsPerInch(); }
+    bool IsPrinter() const override { return page_.IsPrinter(); }
+    void SetFont(const Font& font) override { page_.SetFont(font); }
+    f64 TextWidth(std::string_view text) const override { return page_.TextWidth(text); }
+    f64 TextHeight() const override { return page_.TextHeight(); }
+    void Text(Point upperLeft, std::string_view text) override { page_.Text(upperLeft, text); }
+    void SetPen(const Pen& pen) override { page_.SetPen(pen); }
+    void Polyline(std::span<const Point> points) override { page_.Polyline(points); }
+
+  private:
+    Surface& page_;
+    f64 height_;
+};
 
 } // namespace
 
@@ -85,24 +102,43 @@ OutputDocument ResultDocument() {
 
 std::string PlainText(const OutputDocument& document) {
     std::vector<std::string> lines;
-    if (!IsEmpty(document.Table))
-        lines = TableLines(document.Table);
-    Append(lines, WrappedLines(document.Statement));
+    if (!IsEmpty(document.Table)) {
+        lines = TabbedLines(document.Table);
+        lines.emplace_back();
+    }
+    lines.push_back(document.Statement);
     return Joined(lines);
 }
 
 std::string RtfOf(const OutputDocument& document) {
-    std::vector<std::string> lines;
-    if (!IsEmpty(document.Table))
-        lines = TabbedLines(document.Table);
-    Append(lines, {document.Statement});
-    return RtfDocument(Joined(lines));
+    const std::string table = IsEmpty(document.Table) ? "" : RtfTable(document.Table) + "\\par ";
+    return RtfDocumentOf(table + RtfText(document.Statement));
 }
 
 Point DrawDocument(Surface& surface, const OutputDocument& document) {
     return DrawTable(surface, document.Table,
                      surface.HasPages() ? std::vector{document.Statement}
                                         : WrappedLines(document.Statement));
+}
+
+void DrawGraphPage(Surface& surface, const Presentation& graph, const std::string& statement) {
+    constexpr f64 margin = 0.1;
+    surface.SetFont(graph.Type);
+    const f64 height = surface.TextHeight();
+    const auto lines = BreakLines(surface, statement, surface.ScaleWidth() - 2 * margin);
+    const f64 below = (static_cast<f64>(lines.size()) + 1) * height;
+    const bool isTooLong = below > surface.ScaleHeight() / 2;
+    UpperPart part(surface, surface.ScaleHeight() - (isTooLong ? 0 : below));
+    if (!PlotGraph(part, graph))
+        return;
+    if (isTooLong)
+        surface.NewPage();
+    surface.SetFont(graph.Type);
+    f64 y = isTooLong ? margin : part.ScaleHeight() + height / 2;
+    for (const std::string& line : lines) {
+        surface.Text({margin, y}, line);
+        y += height;
+    }
 }
 
 } // namespace quorvanta

@@ -49,6 +49,12 @@ Presentation PresentationOf(i16 analysisNo) {
     return StoredPresentation(Analysis(analysisNo), AnalysisState(analysisNo));
 }
 
+bool IsStale(i16 analysisNo) {
+    const i16 calculated =
+        analysisNo == AnalysisNo ? Calculated : AnalysisState(analysisNo).Calculated;
+    return calculated == False;
+}
+
 bool HasCellValue(f32 value) {
     return std::fabs(value) < static_cast<f32>(NoValue);
 }

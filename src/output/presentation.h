@@ -30,6 +30,10 @@ struct Presentation {
 // was when its window was last in front. Windows behind are drawn too.
 Presentation PresentationOf(i16 analysisNo);
 
+// True if what the window of an analysis shows is no longer, or not yet, the result of its values:
+// they have changed since, and no run has been completed with them.
+bool IsStale(i16 analysisNo);
+
 // The smallest and the largest of the values that are there; 99999 and -99999 if none is.
 struct ValueRange {
     f32 Low = static_cast<f32>(NoValue);

@@ -7,6 +7,7 @@
 #include "core/values.h"
 #include "output/document.h"
 #include "output/saving.h"
+#include "output/statement.h"
 #include "output/xyzplot.h"
 
 namespace quorvanta {
@@ -21,7 +22,9 @@ void DrawGraph(Surface& surface) {
 bool GiveOutPicture(OutputAction action) {
     switch (action) {
     case OutputAction::Print:
-        ThePlatform().Print(OutputForm::Picture, DrawGraph);
+        ThePlatform().Print(OutputForm::Picture, [statement = SumStatement()](Surface& surface) {
+            DrawGraphPage(surface, PresentationOf(AnalysisNo), statement);
+        });
         return true;
     case OutputAction::Copy:
         ThePlatform().CopyPicture(DrawGraph);

@@ -1,5 +1,7 @@
+#include "output/rtf.h"
+
 #include "core/codepage.h"
-#include "output/statement.h" // IWYU pragma: associated
+#include "output/statement.h"
 
 #include <cstdint>
 #include <string>
@@ -32,6 +34,14 @@ std::string Escaped(char32_t code) {
            UnicodeUnit(0xDC00 + ((code - firstOfPairs) & 0x3FFU));
 }
 
+// The name of a font ends at the first semicolon, which can't be escaped there.
+std::string FontName(std::string name) {
+    std::erase(name, ';');
+    return RtfText(name);
+}
+
+} // namespace
+
 std::string RtfText(std::string_view text) {
     std::string rtf;
     while (!text.empty()) {
@@ -45,22 +55,18 @@ std::string RtfText(std::string_view text) {
     return rtf;
 }
 
-// The name of a font ends at the first semicolon, which can't be escaped there.
-std::string FontName(std::string name) {
-    std::erase(name, ';');
-    return RtfText(name);
-}
-
-} // namespace
-
-std::string RtfDocument(std::string_view text) {
+std::string RtfDocumentOf(const std::string& body) {
     // The font size of RTF counts half points.
     const i32 halfPoints = 2 * static_cast<i32>(SummaryFontSize);
     // The blank ends the control word, which would take the first letters of the text otherwise.
     const std::string bold = SummaryBold == 1 ? "\\b " : "";
     return "{\\rtf0\\ansi{\\fonttbl\\f1\\fnil " + FontName(SummaryFont) +
            ";}{\\stylesheet {\\s0 Normal;}}" + "{\\s0\\f1\\fs" + std::to_string(halfPoints) + " " +
-           bold + RtfText(text) + "\\par}}";
+           bold + body + "\\par}}";
+}
+
+std::string RtfDocument(std::string_view text) {
+    return RtfDocumentOf(RtfText(text));
 }
 
 } // namespace quorvanta

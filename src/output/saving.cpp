@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <filesystem>
 
 namespace quorvanta {
 
@@ -59,16 +60,22 @@ std::string AskFileName(const std::string& extension) {
     } else {
         dialog.Filter = "Text Files (*.rtf)|*.rtf";
     }
-    dialog.FileName = WithoutExtension(AnalysisFileName);
-    std::erase(dialog.FileName, ' ');
+    const std::filesystem::path own = AnalysisNo > 0 ? AnalysisState(AnalysisNo).Path : "";
+    if (own.empty()) {
+        dialog.FileName = WithoutExtension(AnalysisFileName);
+        std::erase(dialog.FileName, ' ');
+    } else {
+        dialog.FileName = WithoutExtension(own.filename().string());
+        dialog.Folder = own.parent_path().string();
+    }
     return ThePlatform().AskSaveName(dialog).value_or("");
 }
 
 bool WriteTextFile(const std::string& path, const std::string& text) {
-    if (SaveFile(path, text))
-        return true;
-    ThePlatform().ShowStatus("The Output Can't Be Saved. The File " + path + " Can't Be Written.");
-    return false;
+    const bool isSaved = SaveFile(path, text);
+    ThePlatform().ShowStatus(
+        isSaved ? "" : "The Output Can't Be Saved. The File " + path + " Can't Be Written.");
+    return isSaved;
 }
 
 } // namespace quorvanta

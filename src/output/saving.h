@@ -15,7 +15,9 @@ std::string WindowKindName();
 // The same name for the child window alone.
 std::string ChildKindName();
 
-// Asks for the name of a file to save to: "dim", "rtf" or "bmp". Empty when the user gives up.
+// Asks for the name of a file to save to: "dim", "rtf" or "bmp". An analysis with a file proposes
+// the name and the folder of that; any other its caption without blanks. Empty when the user gives
+// up.
 std::string AskFileName(const std::string& extension);
 
 // Writes the bytes of an output, a text or a picture, to a file in place of what it held. False,

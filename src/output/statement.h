@@ -34,8 +34,4 @@ struct WrappedText {
 // text of one line is filled up with blanks to 80, so that short texts are as wide as long ones.
 WrappedText WrapText(std::string_view text, const std::function<f64(std::string_view)>& textWidth);
 
-// The text as an RTF document of one paragraph style, in the Summary settings. The text is UTF-8;
-// whatever is not plain ASCII is escaped.
-std::string RtfDocument(std::string_view text);
-
 } // namespace quorvanta

@@ -55,23 +55,9 @@ TableBlock LayOutBlock(const Presentation& result, int firstColumn, int lastColu
     return block;
 }
 
-std::size_t Characters(const std::string& text) {
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < text.size(); i += CharacterLength(text, i))
-        ++count;
-    return count;
-}
-
 std::string Padding(const std::string& text, std::size_t width) {
-    const std::size_t characters = Characters(text);
+    const std::size_t characters = CharacterCount(text);
     return std::string(characters < width ? width - characters : 0, ' ');
-}
-
-std::string Trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string::npos)
-        return "";
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 // Draws one block after the other, with a new page where one is full.
@@ -129,7 +115,7 @@ class TableDrawer {
         for (const auto& row : block.Rows)
             for (std::size_t i = 0; i < row.size(); ++i) {
                 f64& width = i == 0 ? first_ : column_;
-                width = MaxOf(width, surface_.TextWidth(Trimmed(row[i])));
+                width = MaxOf(width, surface_.TextWidth(TrimmedCell(row[i])));
             }
         column_ += gap_;
         columns_ = block.Rows.empty() ? 0 : block.Rows.front().size() - 1;
@@ -183,7 +169,7 @@ class TableDrawer {
                 DrawHeads(block);
             }
             for (std::size_t i = 0; i < row.size(); ++i) {
-                const std::string cell = Trimmed(row[i]);
+                const std::string cell = TrimmedCell(row[i]);
                 const bool fromLeft = i == 0 && table_.StartsWithWords;
                 TextAt(fromLeft ? Margin : Edge(i) - surface_.TextWidth(cell), cell);
             }
@@ -232,9 +218,10 @@ std::vector<std::string> TableLines(const TableLayout& table) {
     std::vector<std::string> lines = table.Title;
     const bool startsLeft = table.StartsWithWords;
     for (const TableBlock& block : table.Blocks) {
-        std::size_t first = std::max<std::size_t>(PictureWidth, Characters(table.CornerLabel) + 1);
+        std::size_t first =
+            std::max<std::size_t>(PictureWidth, CharacterCount(table.CornerLabel) + 1);
         for (const auto& row : block.Rows)
-            first = std::max(first, Characters(row.front()) + (startsLeft ? 2 : 0));
+            first = std::max(first, CharacterCount(row.front()) + (startsLeft ? 2 : 0));
         const std::string indent(first, ' ');
         lines.emplace_back();
         for (const std::string* label : {&table.CellLabel, &table.HeadLabel})
@@ -245,7 +232,7 @@ std::vector<std::string> TableLines(const TableLayout& table) {
             for (const std::string& head : block.Heads)
                 heads += Padding(head + " ", PictureWidth) + head + " ";
             lines.push_back(heads);
-            lines.emplace_back(Characters(heads), '-');
+            lines.emplace_back(CharacterCount(heads), '-');
         }
         for (const auto& row : block.Rows) {
             std::string line = startsLeft ? row.front() + Padding(row.front(), first)
@@ -271,12 +258,19 @@ std::vector<std::string> TabbedLines(const TableLayout& table) {
                 lines.back() += "\t" + head;
         }
         for (const auto& row : block.Rows) {
-            lines.push_back(Trimmed(row.front()));
+            lines.push_back(TrimmedCell(row.front()));
             for (std::size_t i = 1; i < row.size(); ++i)
-                lines.back() += "\t" + Trimmed(row[i]);
+                lines.back() += "\t" + TrimmedCell(row[i]);
         }
     }
     return lines;
+}
+
+std::string TrimmedCell(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string::npos)
+        return "";
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 Point DrawTable(Surface& surface, const TableLayout& table,

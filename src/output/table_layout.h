@@ -38,6 +38,9 @@ std::vector<std::string> TableLines(const TableLayout& table);
 // The same lines with their cells set apart by tabs.
 std::vector<std::string> TabbedLines(const TableLayout& table);
 
+// The text of a cell without the blanks that align it.
+std::string TrimmedCell(const std::string& text);
+
 // Draws the table from the upper left corner of the surface, and under it paragraphs of text, in
 // the table's type. A surface with pages gets a new one, with the heads once more, where a page is
 // full; there the paragraphs are broken into lines as wide as the page. Returns where the drawing

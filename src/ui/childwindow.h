@@ -23,6 +23,9 @@ class ChildWindow : public QWidget {
     // Takes labels, texts and colours from the state. Called for the current analysis only.
     virtual void Refresh() = 0;
 
+    // Takes from the state whether the result that the window shows is still that of its values.
+    virtual void ShowStale() {}
+
     // Gives the window the size of its content and keeps it inside the area of the child windows,
     // unless the user has maximized or minimized it.
     void FitToContent();

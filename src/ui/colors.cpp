@@ -28,6 +28,10 @@ QColor Lighter(const QColor& color) {
 
 } // namespace
 
+bool IsDark(const QColor& background) {
+    return background.lightness() < 128;
+}
+
 f64 Contrast(const QColor& a, const QColor& b) {
     const f64 la = Luminance(a);
     const f64 lb = Luminance(b);

@@ -7,6 +7,9 @@
 
 namespace quorvanta {
 
+// True for a background that light texts stand on.
+bool IsDark(const QColor& background);
+
 // The contrast of two colours, 1 to 21, as the Web Content Accessibility Guidelines 2.1 define it.
 f64 Contrast(const QColor& a, const QColor& b);
 

@@ -77,7 +77,9 @@ void FileDialogs::Prepare(QFileDialog& window, const FileDialog& dialog) {
     const QStringList filters = FiltersOf(dialog.Filter);
     window.setNameFilters(filters);
     window.selectNameFilter(filters.value(dialog.FilterIndex - 1));
-    window.setDirectory(QDir(folder_).exists() ? folder_ : QDir::homePath());
+    const QString own = ToQt(dialog.Folder);
+    const QString start = !own.isEmpty() && QDir(own).exists() ? own : folder_;
+    window.setDirectory(QDir(start).exists() ? start : QDir::homePath());
     if (!dialog.FileName.empty())
         window.selectFile(ToQt(dialog.FileName));
 }

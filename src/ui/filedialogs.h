@@ -15,8 +15,9 @@ namespace quorvanta {
 
 class FileDialogs {
   public:
-    // Ask for a name as the dialog says; nothing when the user gives up. The folder of the last
-    // file is the one to start with, as long as the program runs.
+    // Ask for a name as the dialog says; nothing when the user gives up. Where it names no folder
+    // that exists, the folder of the last file is the one to start with, as long as the program
+    // runs.
     std::optional<std::string> AskOpenName(QWidget* parent, const FileDialog& dialog);
     // Asks before a file is overwritten.
     std::optional<std::string> AskSaveName(QWidget* parent, const FileDialog& dialog);

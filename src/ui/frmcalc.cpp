@@ -5,8 +5,10 @@
 #include "core/driver.h"
 #include "core/general.h"
 #include "core/grids.h"
+#include "core/reading.h"
 #include "core/typed_text.h"
 #include "core/values.h"
+#include "output/sizes_note.h"
 #include "ui/parlabelbutton.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
@@ -149,9 +151,9 @@ void frmCalc::ShowMarks() {
         box.SetGrey(unknown && !result);
         box.SetResult(result);
         box.SetBlue(blue);
-        box.setAccessibleDescription(result    ? tr("calculated")
-                                     : unknown ? tr("to be calculated")
-                                               : "");
+        box.SetState(result ? tr("calculated") : unknown ? tr("to be calculated") : "");
+        box.SetHint(ToQt(SizesNote(i)));
+        box.SetNote(ToQt(ReadingNote(FromQt(box.text()))));
         anyBlue = anyBlue || blue;
     }
     lblGetCalc_->setVisible(anyBlue && shownPar_ > 0);

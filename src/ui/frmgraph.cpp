@@ -30,6 +30,11 @@ void frmGraph::Redraw(const QString& words) {
     picture_->setAccessibleDescription(words);
 }
 
+void frmGraph::Dim(bool isDimmed) {
+    picture_->SetDimmed(isDimmed);
+    picture_->setAccessibleName(isDimmed ? tr("Graph, not up to date") : tr("Graph"));
+}
+
 void frmGraph::TellProblem() {
     const QString problem = picture_->Problem();
     if (picture_->isVisible() && !problem.isEmpty())

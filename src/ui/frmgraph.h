@@ -21,6 +21,7 @@ class frmGraph : public RunWindow {
 
   private:
     void Redraw(const QString& words) override;
+    void Dim(bool isDimmed) override;
     void TellProblem();
 
     GraphPicture* picture_;

@@ -8,6 +8,7 @@
 #include "core/general.h"
 #include "core/help_numbers.h"
 #include "core/menus.h"
+#include "core/reading.h"
 #include "core/records.h"
 #include "core/setup.h"
 #include "output/printcopy.h"
@@ -21,6 +22,7 @@
 #include "ui/mdiarea.h"
 #include "ui/mnemoniclabel.h"
 #include "ui/qttext.h"
+#include "ui/titlebarstyle.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -160,6 +162,10 @@ QAction* frmMain::MakeAction(const MenuItem& item) {
         mnuFile_[item.Index] = action;
     if (item.Action == MenuAction::GetInfo)
         mnuGetInfo_[item.Index] = action;
+    if (!IsEntryServed(item)) {
+        action->setEnabled(false);
+        action->setStatusTip(tr("Not available in this version."));
+    }
     connect(action, &QAction::triggered, this, [this, &item] { Choose(item); });
     return action;
 }
@@ -230,11 +236,11 @@ void frmMain::mnuFile_Click(i16 index) {
 void frmMain::mnuGetInfo_Click(i16 index) {
     switch (index) {
     case 0:
-        return OpenHelp(HelpDescription());
+        return OpenHelpOfAnalysis(HelpDescription());
     case 1:
-        return OpenHelp(HelpParameters());
+        return OpenHelpOfAnalysis(HelpParameters());
     case 2:
-        return OpenHelp(HelpExample());
+        return OpenHelpOfAnalysis(HelpExample());
     case 3:
         return ShowFloating(FloatingWindow::Summary);
     default:
@@ -266,6 +272,19 @@ void frmMain::mnuOutputOption_Click(i16 index) {
     }
 }
 
+void frmMain::keyPressEvent(QKeyEvent* event) {
+    // The key of the menu bar on most desktops, which Qt leaves to the program.
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::NoModifier &&
+        menuBar()->isEnabled()) {
+        menuBar()->setFocus(Qt::MenuBarFocusReason);
+        menuBar()->setActiveAction(menuBar()->actions().front());
+        return;
+    }
+    // From a table or graph, the letters of the parameters beside it that no menu has.
+    if (!frmShowPar_->isVisible() || !FocusByMnemonic(*frmShowPar_, *event))
+        QMainWindow::keyPressEvent(event);
+}
+
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress || !watched->isWidgetType() ||
         !static_cast<QKeyEvent*>(event)->matches(QKeySequence::HelpContents))
@@ -289,11 +308,17 @@ void frmMain::RefreshMenus() {
     // What a change has made stale must not be printed beside the new values.
     if (!GetInfoEnabled(3))
         floating_.HideResults();
+    if (ChildWindow* child = CurrentChild())
+        child->ShowStale();
     ShowHint();
 }
 
 void frmMain::ShowHint() {
-    if (AnalysisNo == 0)
+    if (Calculating != False)
+        hint_->setText(tr("Calculating. Esc or Cancel ends the run."));
+    else if (const std::string note = CurrentReadingNote(); !note.empty())
+        hint_->setText(ToQt(note));
+    else if (AnalysisNo == 0)
         hint_->setText(tr("Choose a test or a distribution from the menus to begin."));
     else if (floating_.IsShown(FloatingWindow::Options))
         hint_->setText(tr("Choose the options of the analysis, then press OK. Esc gives them up."));
@@ -351,6 +376,9 @@ void frmMain::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo, const QStr
     child->setWindowTitle(caption);
     QMdiSubWindow* frame = area_->addSubWindow(child);
     frame->setAttribute(Qt::WA_DeleteOnClose);
+    auto* style = new TitleBarStyle;
+    style->setParent(frame);
+    frame->setStyle(style);
     // The menu of windows has the keys; a key that two have does nothing.
     for (QAction* action : frame->systemMenu()->actions())
         action->setShortcuts(QList<QKeySequence>());
@@ -471,6 +499,8 @@ void frmMain::StartRun(i32 total) {
     frmShowPar_->StartProgress(total);
     menuBar()->setEnabled(false);
     area_->setEnabled(false);
+    statusBar()->clearMessage();
+    ShowHint();
 }
 
 void frmMain::StepRun() {
@@ -483,6 +513,7 @@ void frmMain::EndRun() {
     menuBar()->setEnabled(true);
     area_->setEnabled(true);
     frmShowPar_->EndProgress();
+    ShowHint();
 }
 
 QSizeF frmMain::PictureInches() const {
@@ -537,12 +568,6 @@ void frmMain::dropEvent(QDropEvent* event) {
     // The program that the files come from waits for the end of the drop, and a table may take its
     // time or ask a question.
     QTimer::singleShot(0, this, [this, paths] { OpenFiles(paths); });
-}
-
-void frmMain::keyPressEvent(QKeyEvent* event) {
-    // From a table or graph, the letters of the parameters beside it that no menu has.
-    if (!frmShowPar_->isVisible() || !FocusByMnemonic(*frmShowPar_, *event))
-        QMainWindow::keyPressEvent(event);
 }
 
 namespace {

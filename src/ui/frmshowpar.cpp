@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/general.h"
 #include "core/grids.h"
+#include "core/reading.h"
 #include "core/records.h"
 #include "core/run.h"
 #include "core/typed_text.h"
@@ -134,6 +135,11 @@ void frmShowPar::MakeRole(QVBoxLayout& column, i16 k, const QString& label) {
     list->setAccessibleName(ToQt(StripAmpersand(FromQt(label))));
     column.addWidget(text);
     column.addWidget(list);
+    // On some desktops a list goes by the label that is its buddy, whatever name it has. The one
+    // that is seen can't be: a buddy's letter would be a key of the whole window.
+    auto* name = new QLabel(list->accessibleName(), column.parentWidget());
+    name->setBuddy(list);
+    name->hide();
     cbYXZPar_[static_cast<std::size_t>(k)] = list;
 }
 
@@ -213,8 +219,18 @@ void frmShowPar::Refresh() {
         label.setVisible(parNo >= 0);
         box.setVisible(parNo >= 0);
     }
+    MarkReading();
     ShowHint();
     FitToInputs();
+}
+
+void frmShowPar::MarkReading() {
+    const auto mark = [](ValueBox& box, auto note) { box.SetNote(ToQt(note(FromQt(box.text())))); };
+    for (const AxisText which : {AxisText::Xmin, AxisText::Xmax, AxisText::Xstep})
+        mark(Box(which), ReadingNote);
+    mark(Box(AxisText::ZValues), ReadingNoteOfList);
+    for (ValueBox* box : txtParValue_)
+        mark(*box, ReadingNote);
 }
 
 void frmShowPar::ShowHint() {
@@ -265,6 +281,7 @@ void frmShowPar::cbYXZPar_Click(i16 k, i16 parNo) {
 void frmShowPar::txtAxis_Change(AxisText which) {
     ValueBox& box = Box(which);
     box.Accept(ToQt(TypedAxisText(which, FromQt(box.text()))));
+    MarkReading();
 }
 
 void frmShowPar::txtParValue_Change(i16 i) {
@@ -272,6 +289,7 @@ void frmShowPar::txtParValue_Change(i16 i) {
     box.Accept(ToQt(TypedParText(FixedPar(i), FromQt(box.text()))));
     ShowHint();
     box.SetBlue(IsBluePar(FixedPar(i)));
+    MarkReading();
 }
 
 void frmShowPar::txtParValue_DblClick(i16 i) {
@@ -311,7 +329,12 @@ bool frmShowPar::event(QEvent* event) {
 }
 
 void frmShowPar::keyPressEvent(QKeyEvent* event) {
-    if (!FocusByMnemonic(*this, *event))
+    // A box has its own road for Enter, and leaves the key to the window all the same.
+    const bool isInList = qobject_cast<QComboBox*>(window()->focusWidget()) != nullptr;
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (Calculating == False ? isInList && isEnter : event->key() == Qt::Key_Escape)
+        cmdOK_Click();
+    else if (!FocusByMnemonic(*this, *event))
         QDockWidget::keyPressEvent(event);
 }
 

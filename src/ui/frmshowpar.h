@@ -57,6 +57,7 @@ class frmShowPar : public QDockWidget {
     QWidget* MakeAxisBox(AxisText which, const QString& labelName, const QString& label,
                          const QString& boxName);
     void MakeFixedRow(QGridLayout& grid, i16 i);
+    void MarkReading();
     void ShowHint();
     void FitToInputs();
     ValueBox* RefusedBox();

@@ -17,7 +17,9 @@ constexpr int longestMilliseconds = 1200;
 
 } // namespace
 
-frmSplash::frmSplash() : QDialog(nullptr, Qt::SplashScreen) {
+// No Qt::SplashScreen: a window of that type handles events while it is being shown, and one that
+// ended it then would leave exec() waiting for an end that has been.
+frmSplash::frmSplash() : QDialog(nullptr, Qt::Dialog | Qt::FramelessWindowHint) {
     setObjectName("frmSplash");
     setWindowTitle(ProgramTitle());
     setModal(true);

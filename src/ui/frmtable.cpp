@@ -16,7 +16,6 @@ frmTable::frmTable(i16 windowNo, i16 analysisNo) : RunWindow(TableWindow, window
         return DrawTable(surface, LayOutTable(PresentationOf(AnalysisTag())));
     };
     picture_ = new ScrolledPicture("PicTable", draw, this);
-    picture_->Picture().setAccessibleName(tr("Table"));
     connect(picture_, &ScrolledPicture::MenuRequested, this, &frmTable::RequestOutputMenu);
     connect(picture_, &ScrolledPicture::DblClick, this, &frmTable::cmdEditTable_Click);
     const auto* edit = LayOut(picture_, "cmdEditTable", "Edit Table");
@@ -26,6 +25,11 @@ frmTable::frmTable(i16 windowNo, i16 analysisNo) : RunWindow(TableWindow, window
 void frmTable::Redraw(const QString& words) {
     picture_->Redraw();
     picture_->Picture().setAccessibleDescription(words);
+}
+
+void frmTable::Dim(bool isDimmed) {
+    picture_->SetDimmed(isDimmed);
+    picture_->Picture().setAccessibleName(isDimmed ? tr("Table, not up to date") : tr("Table"));
 }
 
 void frmTable::cmdEditTable_Click() {

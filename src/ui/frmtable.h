@@ -18,6 +18,7 @@ class frmTable : public RunWindow {
 
   private:
     void Redraw(const QString& words) override;
+    void Dim(bool isDimmed) override;
 
     ScrolledPicture* picture_;
 };

@@ -22,7 +22,6 @@ GraphPicture::GraphPicture(i16 analysisNo, QWidget* parent)
     : QWidget(parent), analysisNo_(analysisNo) {
     setObjectName("PicGraph");
     setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName(tr("Graph"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
@@ -40,6 +39,11 @@ QSize GraphPicture::minimumSizeHint() const {
 
 void GraphPicture::Redraw() {
     LookForRoom();
+    update();
+}
+
+void GraphPicture::SetDimmed(bool isDimmed) {
+    isDimmed_ = isDimmed;
     update();
 }
 
@@ -74,6 +78,8 @@ void GraphPicture::paintEvent(QPaintEvent* /*event*/) {
         painter.setPen(paper.Ink);
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, ToQt(problem));
     }
+    if (isDimmed_)
+        Dim(painter, rect(), paper.Ground);
     if (hasFocus()) {
         painter.setRenderHint(QPainter::Antialiasing, false);
         painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));

@@ -16,6 +16,9 @@ class GraphPicture : public QWidget {
     // The content has changed.
     void Redraw();
 
+    // Drawn faintly, as what is no longer valid.
+    void SetDimmed(bool isDimmed);
+
     // Why there is no room for a plot; empty if there is.
     QString Problem() const;
 
@@ -40,6 +43,7 @@ class GraphPicture : public QWidget {
 
     i16 analysisNo_;
     bool hasRoom_ = true;
+    bool isDimmed_ = false;
 };
 
 } // namespace quorvanta

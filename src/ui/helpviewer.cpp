@@ -52,6 +52,15 @@ i32 ChildTopic(i16 windowKind) {
     }
 }
 
+// The number itself where it speaks of an analysis that has been chosen, the help of the window in
+// front where none has: the state still holds the numbers of another analysis then.
+i32 OrHelpOfWindow(i32 number) {
+    if (AnalysisNo == 0)
+        return HelpContents;
+    const bool isChosen = !TestName.empty() || !DistrName.empty();
+    return isChosen ? number : ChildTopic(CurrentWindowKind());
+}
+
 // While a modal window waits for its answer, only a window that belongs to it can be used.
 void BelongTo(frmHelp& viewer, const QWidget* modal) {
     viewer.winId(); // there is no window before it is asked for
@@ -78,6 +87,10 @@ void OpenHelp(i32 number) {
     BringUp(viewer);
 }
 
+void OpenHelpOfAnalysis(i32 number) {
+    OpenHelp(OrHelpOfWindow(number));
+}
+
 i32 HelpNumberAt(const QWidget& widget) {
     for (const QWidget* at = &widget; at != nullptr; at = at->parentWidget()) {
         const auto topic = std::ranges::find_if(windowTopics, [at](const auto& candidate) {
@@ -86,10 +99,7 @@ i32 HelpNumberAt(const QWidget& widget) {
         if (topic != std::end(windowTopics))
             return topic->Topic;
     }
-    if (AnalysisNo == 0)
-        return HelpContents;
-    const bool isChosen = !TestName.empty() || !DistrName.empty();
-    return isChosen ? HelpDescription() : ChildTopic(CurrentWindowKind());
+    return OrHelpOfWindow(HelpDescription());
 }
 
 void OpenHelpSearch() {

@@ -10,6 +10,10 @@ namespace quorvanta {
 // Opens the help on the topic of that number.
 void OpenHelp(i32 number);
 
+// The same for a number that belongs to the current analysis. A window without a chosen test, which
+// has none, opens the help of its own kind.
+void OpenHelpOfAnalysis(i32 number);
+
 // The help number that the help key opens with the focus in this widget: the topic of the window
 // that it stands in, or, in the windows that show an analysis, the description of that.
 i32 HelpNumberAt(const QWidget& widget);

@@ -1,5 +1,8 @@
 #include "ui/mnemoniclabel.h"
 
+#include "core/general.h"
+#include "ui/qttext.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QStyle>
@@ -29,6 +32,11 @@ QList<MnemonicLabel*> LabelsOf(const QWidget& window, const QKeyEvent& key) {
 MnemonicLabel::MnemonicLabel(QWidget* control, QWidget* parent)
     : QLabel(parent), control_(control) {
     setTextFormat(Qt::PlainText);
+}
+
+void MnemonicLabel::setText(const QString& text) {
+    QLabel::setText(text);
+    setAccessibleName(ToQt(StripAmpersand(FromQt(text))));
 }
 
 QSize MnemonicLabel::sizeHint() const {

@@ -16,6 +16,9 @@ class MnemonicLabel : public QLabel {
     // The control that gets the focus.
     MnemonicLabel(QWidget* control, QWidget* parent);
 
+    // The text with the mark of its letter; who has it read to them hears it without.
+    void setText(const QString& text);
+
     QWidget* Control() const { return control_; }
 
     QSize sizeHint() const override;

@@ -85,4 +85,9 @@ void PaintSurface::NewPage() {
         paper_.TurnPage();
 }
 
+void Dim(QPainter& painter, const QRect& area, QColor ground) {
+    ground.setAlphaF(0.6F);
+    painter.fillRect(area, ground);
+}
+
 } // namespace quorvanta

@@ -13,6 +13,9 @@
 
 namespace quorvanta {
 
+// Fades a drawing that is no longer valid: it can still be read, and is seen not to count.
+void Dim(QPainter& painter, const QRect& area, QColor ground);
+
 // What is drawn on, and with what. Printers and bitmaps have black ink on white paper.
 struct Paper {
     QSizeF Inches;

@@ -95,7 +95,10 @@ void QtPlatform::Beep() {
 
 void QtPlatform::ShowStatus(const std::string& text) {
     constexpr int milliseconds = 20'000;
-    window_.statusBar()->showMessage(ToQt(text), milliseconds);
+    if (text.empty())
+        window_.statusBar()->clearMessage();
+    else
+        window_.statusBar()->showMessage(ToQt(text), milliseconds);
 }
 
 void QtPlatform::DoEvents() {

@@ -4,6 +4,7 @@
 #include "output/table_layout.h"
 #include "ui/qttext.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -31,7 +32,13 @@ QString InWords(const Presentation& result) {
 } // namespace
 
 RunWindow::RunWindow(i16 windowKind, i16 windowNo, i16 analysisNo)
-    : ChildWindow(windowKind, windowNo, analysisNo), lblHint_(new QLabel(this)) {
+    : ChildWindow(windowKind, windowNo, analysisNo), lblHint_(new QLabel(this)),
+      lblStale_(new QLabel(this)) {
+    lblStale_->setObjectName("lblStale");
+    lblStale_->setText(tr("Not up to date: press OK.")); // beside the button of a narrow table
+    lblStale_->setToolTip(tr("Values have changed since this was calculated."));
+    lblStale_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    lblStale_->hide();
     lblHint_->setObjectName("lblHint");
     lblHint_->setWordWrap(true);
     lblHint_->setAlignment(Qt::AlignCenter);
@@ -47,7 +54,11 @@ QPushButton* RunWindow::LayOut(QWidget* picture, const QString& buttonName,
     auto* column = new QVBoxLayout(this);
     column->addWidget(lblHint_, 1);
     column->addWidget(picture_, 1);
-    column->addWidget(edit_, 0, Qt::AlignRight);
+    auto* foot = new QHBoxLayout; // its height is that of the button: the picture keeps its size
+    foot->addWidget(lblStale_, 1);
+    foot->addStretch();
+    foot->addWidget(edit_);
+    column->addLayout(foot);
     Refresh();
     return edit_;
 }
@@ -60,11 +71,18 @@ void RunWindow::Refresh() {
     picture_->setVisible(result.HasResult());
     edit_->setVisible(result.HasResult());
     setFocusProxy(result.HasResult() ? picture_ : nullptr); // what is not seen has no focus
+    ShowStale();
     if (!result.HasResult())
         return;
     Redraw(InWords(result));
     if (!hadResult)
         FitToContent();
+}
+
+void RunWindow::ShowStale() {
+    const bool isStale = !picture_->isHidden() && IsStale(AnalysisTag());
+    lblStale_->setVisible(isStale);
+    Dim(isStale);
 }
 
 bool RunWindow::MayBeEdited() const {

@@ -64,8 +64,15 @@ void ScrolledPicture::Redraw() {
     updateGeometry();
 }
 
+void ScrolledPicture::SetDimmed(bool isDimmed) {
+    isDimmed_ = isDimmed;
+    picture_->update();
+}
+
+// With room for the bar of a picture that is higher than there is room for: it takes no column
+// then.
 QSize ScrolledPicture::sizeHint() const {
-    return drawn_;
+    return drawn_ + QSize(VScroll1_->sizeHint().width(), 0);
 }
 
 QSize ScrolledPicture::minimumSizeHint() const {
@@ -106,6 +113,8 @@ void ScrolledPicture::PaintPicture() {
     painter.fillRect(picture_->rect(), paper.Ground);
     PaintSurface surface(painter, paper);
     draw_(surface);
+    if (isDimmed_)
+        Dim(painter, picture_->rect(), paper.Ground);
     if (picture_->hasFocus()) {
         painter.setRenderHint(QPainter::Antialiasing, false);
         painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));

@@ -24,6 +24,9 @@ class ScrolledPicture : public QWidget {
     // The content has changed: its size is taken anew.
     void Redraw();
 
+    // Drawn faintly, as what is no longer valid.
+    void SetDimmed(bool isDimmed);
+
     QWidget& Picture() { return *picture_; }
 
     QSize sizeHint() const override;
@@ -47,6 +50,7 @@ class ScrolledPicture : public QWidget {
     bool ScrollByKey(int key);
 
     Drawer draw_;
+    bool isDimmed_ = false;
     QSize drawn_; // what the drawing takes up
     QWidget* area_;
     QWidget* picture_; // the drawing, and at least all of the area

@@ -1,22 +1,27 @@
 #include "ui/valuebox.h"
 
+#include "core/reading.h"
+#include "ui/colors.h"
+#include "ui/qttext.h"
+
+#include <QAction>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QPalette>
 #include <QSignalBlocker>
+#include <QStyle>
 
 #include <algorithm>
 
 namespace quorvanta {
 
 namespace {
-
-bool IsDark(const QColor& background) {
-    return background.lightness() < 128;
-}
 
 // Keys that edit or copy text keep their meaning in a box that Ctrl would otherwise send to its
 // input grid.
@@ -53,7 +58,10 @@ bool IsModifier(int key) {
 
 } // namespace
 
-ValueBox::ValueBox(QWidget* parent) : QLineEdit(parent) {
+ValueBox::ValueBox(QWidget* parent)
+    : QLineEdit(parent), mark_(addAction(style()->standardIcon(QStyle::SP_MessageBoxWarning),
+                                         QLineEdit::LeadingPosition)) {
+    mark_->setVisible(false);
     setAlignment(Qt::AlignRight);
     setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
 }
@@ -93,8 +101,7 @@ void ValueBox::SetBlue(bool blue) {
     if (blue_ == blue)
         return;
     blue_ = blue;
-    setToolTip(blue ? QStringLiteral(" Doubleclick the textbox to get the value calculated.")
-                    : QString());
+    Describe();
     Recolour();
 }
 
@@ -104,6 +111,34 @@ void ValueBox::SetResult(bool result) {
         return;
     font.setBold(result);
     setFont(font);
+}
+
+void ValueBox::SetState(const QString& state) {
+    state_ = state;
+    Describe();
+}
+
+void ValueBox::SetHint(const QString& hint) {
+    hint_ = hint;
+    Describe();
+}
+
+void ValueBox::SetNote(const QString& note) {
+    note_ = note;
+    mark_->setVisible(!note.isEmpty());
+    mark_->setToolTip(note);
+    Describe();
+}
+
+void ValueBox::Describe() {
+    if (!note_.isEmpty())
+        setToolTip(note_);
+    else if (blue_)
+        setToolTip(QStringLiteral(" Doubleclick the textbox to get the value calculated."));
+    else
+        setToolTip(hint_);
+    const bool hasBoth = !state_.isEmpty() && !note_.isEmpty();
+    setAccessibleDescription(state_ + (hasBoth ? ", " : "") + note_);
 }
 
 QSize ValueBox::sizeHint() const {
@@ -134,6 +169,14 @@ void ValueBox::focusInEvent(QFocusEvent* event) {
 }
 
 void ValueBox::mouseReleaseEvent(QMouseEvent* event) {
+    // On some desktops the middle button pastes what is selected anywhere.
+    if (event->button() == Qt::MiddleButton && QApplication::clipboard()->supportsSelection()) {
+        deselect();
+        setCursorPosition(cursorPositionAt(event->position().toPoint()));
+        PasteFrom(QClipboard::Selection);
+        event->accept();
+        return;
+    }
     QLineEdit::mouseReleaseEvent(event);
     // The press that gave the focus has put the cursor into the text; unless the user has dragged
     // a selection, the whole text is selected, as with the keyboard.
@@ -152,6 +195,11 @@ void ValueBox::keyPressEvent(QKeyEvent* event) {
     // A letter with Alt belongs to a label of the window; the line edit would type it.
     if (event->modifiers() == Qt::AltModifier) {
         event->ignore();
+        return;
+    }
+    if (event->matches(QKeySequence::Paste)) {
+        PasteFrom(QClipboard::Clipboard);
+        event->accept();
         return;
     }
     if (blue_ && event->modifiers() == Qt::ControlModifier && !IsModifier(event->key()) &&
@@ -182,14 +230,48 @@ void ValueBox::dragEnterEvent(QDragEnterEvent* event) {
         QLineEdit::dragEnterEvent(event);
 }
 
+void ValueBox::dropEvent(QDropEvent* event) {
+    if (event->source() == this || !event->mimeData()->hasText()) {
+        QLineEdit::dropEvent(event);
+        return;
+    }
+    deselect();
+    setCursorPosition(cursorPositionAt(event->position().toPoint()));
+    Insert(event->mimeData()->text());
+    event->acceptProposedAction();
+}
+
+void ValueBox::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu* menu = createStandardContextMenu();
+    for (QAction* action : menu->actions()) {
+        if (!action->text().startsWith(QLineEdit::tr("&Paste")))
+            continue;
+        disconnect(action, &QAction::triggered, nullptr, nullptr);
+        connect(action, &QAction::triggered, this, [this] { PasteFrom(QClipboard::Clipboard); });
+    }
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(event->globalPos());
+}
+
+void ValueBox::PasteFrom(QClipboard::Mode mode) {
+    Insert(QApplication::clipboard()->text(mode));
+}
+
+// In the place of the selection; a text of which nothing is left leaves that as it is.
+void ValueBox::Insert(const QString& pasted) {
+    const QString taken = ToQt(TakePasted(FromQt(pasted)));
+    if (!taken.isEmpty())
+        insert(taken);
+}
+
 void ValueBox::Recolour() {
     QPalette own;
+    const bool dark = IsDark(QApplication::palette().color(QPalette::Base));
     if (grey_) {
-        own.setColor(QPalette::Base, NoResultColor);
-        own.setColor(QPalette::Text, Qt::black);
+        own.setColor(QPalette::Base, dark ? DarkNoResultColor : NoResultColor);
+        own.setColor(QPalette::Text, dark ? Qt::white : Qt::black);
     }
     if (blue_) {
-        const bool dark = !grey_ && IsDark(QApplication::palette().color(QPalette::Base));
         own.setColor(QPalette::Text, dark ? QColor(0x7A, 0xB8, 0xFF) : QColor(0, 0, 0xFF));
     }
     recolouring_ = true;

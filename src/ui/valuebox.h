@@ -1,6 +1,7 @@
 // The box of a parameter's value, with the colours that say what its text is.
 #pragma once
 
+#include <QClipboard>
 #include <QColor>
 #include <QLineEdit>
 
@@ -8,6 +9,8 @@ namespace quorvanta {
 
 // The background of the unknown's box while it holds no result.
 inline const QColor NoResultColor(0xC0, 0xC0, 0xC0);
+// The same on a dark screen, where that would be the brightest of all boxes.
+inline const QColor DarkNoResultColor(0x44, 0x44, 0x44);
 
 class ValueBox : public QLineEdit {
     Q_OBJECT
@@ -36,6 +39,16 @@ class ValueBox : public QLineEdit {
     // Stands out: the value is the result.
     void SetResult(bool result);
 
+    // What the box is, for those who don't see it: "calculated".
+    void SetState(const QString& state);
+
+    // What the box says of its value when it is pointed at.
+    void SetHint(const QString& hint);
+
+    // Marked with a sign: its text is read as another number than it seems to say, as the note
+    // tells. An empty note takes the mark away.
+    void SetNote(const QString& note);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -52,10 +65,19 @@ class ValueBox : public QLineEdit {
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
   private:
     void Recolour();
+    void Describe();
+    void PasteFrom(QClipboard::Mode mode);
+    void Insert(const QString& pasted);
 
+    QAction* mark_;
+    QString state_;
+    QString hint_;
+    QString note_;
     int visibleCharacters_ = 12;
     bool grey_ = false;
     bool blue_ = false;

@@ -1,0 +1,43 @@
+#include "output/sizes_note.h"
+#include "support/analysis_fixture.h"
+
+namespace quorvanta::checks {
+namespace {
+
+constexpr i16 unpaired = 0;
+constexpr i16 paired = 1;
+constexpr i16 power = 1;
+constexpr i16 sd = 2;
+constexpr i16 size1 = 4;
+constexpr i16 ratio = 5;
+
+class SizesNotes : public AnalysisFixture {};
+
+// 1.5 times 17 are 25.5: 26 whole subjects, 43 together.
+TEST_F(SizesNotes, TellTheSecondSizeAndTheTotalBesideARatio) {
+    OpenTest(unpaired);
+    Pick(2, 2);
+    AcceptOptions();
+    ASSERT_GE(PositionOf(ratio), 0);
+    Type(size1, "17");
+    Type(ratio, "1.5");
+    Solve(power);
+    const std::string note = "Total sample size of 43 (17 in sample 1 and 26 in sample 2)";
+    EXPECT_EQ(SizesNote(PositionOf(size1)), note);
+    EXPECT_EQ(SizesNote(PositionOf(ratio)), note);
+    EXPECT_EQ(SizesNote(PositionOf(sd)), "");
+    EXPECT_EQ(SizesNote(static_cast<i16>(NoOfPar + 1)), "");
+    Type(size1, "18");
+    EXPECT_EQ(SizesNote(PositionOf(size1)), "") << "no longer what was calculated with";
+}
+
+TEST_F(SizesNotes, AreNotNeededForASingleSize) {
+    OpenTest(paired);
+    AcceptOptions();
+    ASSERT_EQ(Calculated, True);
+    for (i16 i = 0; i <= NoOfPar; ++i)
+        EXPECT_EQ(SizesNote(i), "");
+}
+
+} // namespace
+} // namespace quorvanta::checks

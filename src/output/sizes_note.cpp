@@ -1,0 +1,22 @@
+#include "output/sizes_note.h"
+
+#include "core/analysis_state.h"
+#include "output/statement_clauses.h"
+
+#include <cctype>
+
+namespace quorvanta {
+
+std::string SizesNote(i16 parNo) {
+    if (Calculated == False || parNo > NoOfPar)
+        return "";
+    SumUsed used;
+    std::string clause = SumSampleClause(used);
+    // One size alone has nothing beside it.
+    if (!used.Has(parNo) || !Contains(clause, "("))
+        return "";
+    clause[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(clause[0])));
+    return clause;
+}
+
+} // namespace quorvanta
