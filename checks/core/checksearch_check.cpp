@@ -142,7 +142,7 @@ TEST_F(CheckSearch, TheLeftLimitMustNotPassTheRightOne) {
 }
 
 TEST_F(CheckSearch, LimitsOfAPairFollowItsForm) {
-    const auto limits = [](i16 form) {
+    const auto limits = [](Form form) {
         f64 lower = -99999;
         f64 upper = 99999;
         PairLimits(lower, upper, 2, 1, 10, form);

@@ -8,9 +8,9 @@
 #include "support/analysis_fixture.h"
 #include "support/tsv.h"
 #include "support/validation.h"
-#include "tests/hypotheses.h"
+#include "tests/lists/hypotheses.h"
 #include "tests/scalestatistic.h"
-#include "tests/turningpoint.h"
+#include "tests/lists/turningpoint.h"
 
 #include <cmath>
 #include <sstream>

@@ -7,7 +7,6 @@
 #include "output/format.h"
 
 #include <string>
-#include <utility>
 
 namespace quorvanta {
 
@@ -20,15 +19,6 @@ i16 refused = none;
 
 std::string LimitText(f64 limit) {
     return Format(limit, "#####0.######");
-}
-
-// The range of b such that "a and b in this form" stays within min..max.
-std::pair<f64, f64> PartnerRange(f64 a, f64 min, f64 max, i16 form) {
-    if (form == AsDifference)
-        return {min - a, max - a};
-    if (a < 0)
-        return {max / a, min / a};
-    return {min / a, max / a};
 }
 
 } // namespace
@@ -85,14 +75,14 @@ bool CheckRange(i16 i, f64 min, f64 max) {
     return inRange;
 }
 
-bool CheckPair(i16 i, i16 j, f64 min, f64 max, i16 form) {
+bool CheckPair(i16 i, i16 j, f64 min, f64 max, Form form) {
     if (j == UnknownParNo)
         return true;
     if (form == AsValue)
         return CheckRange(j, min, max);
     if (i == UnknownParNo || (form == AsRatio && ParValue(i) == 0))
         return true;
-    const auto [low, high] = PartnerRange(ParValue(i), min, max, form);
+    const auto [low, high] = InForm(form, ParValue(i), Range{min, max});
     return CheckRange(j, low, high);
 }
 
@@ -103,20 +93,20 @@ bool CheckPairs(i16 i) {
     return CheckRange(i, ParMin(ParKind(i)), ParValue(right));
 }
 
-void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, i16 form) {
+void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, Form form) {
     if (UnknownParNo == i + 1) {
         if (form == AsValue) {
             lower = min;
             upper = max;
         } else if (form == AsDifference || ParValue(i) != 0) {
-            const auto [low, high] = PartnerRange(ParValue(i), min, max, form);
+            const auto [low, high] = InForm(form, ParValue(i), Range{min, max});
             lower = MaxOf(lower, low);
             upper = MinOf(upper, high);
         }
     } else if (UnknownParNo == i) {
         const f64 partner = ParValue(i + 1);
         if (form == AsDifference || (form == AsRatio && partner != 0)) {
-            const auto [low, high] = PartnerRange(partner, min, max, form);
+            const auto [low, high] = InForm(form, partner, Range{min, max});
             lower = MaxOf(lower, low);
             upper = MinOf(upper, high);
         }

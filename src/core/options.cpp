@@ -100,6 +100,10 @@ i16 ChosenOption(i16 group) {
     return GroupPosition(group) >= 0 ? IntParValue(group) : i16{0};
 }
 
+Form ChosenForm(i16 group) {
+    return static_cast<Form>(ChosenOption(group));
+}
+
 void ClearExcludedChecks(i16 tickedKind) {
     for (const auto& pair : exclusiveChecks) {
         if (pair[0] == tickedKind)

@@ -7,8 +7,8 @@
 #include "numeric/probdist_discrete.h"
 #include "numeric/rounding.h"
 #include "tests/exactsums.h"
-#include "tests/precision.h"
-#include "tests/turningpoint.h"
+#include "tests/lists/turningpoint.h"
+#include "tests/precisioneq.h"
 
 #include <cmath>
 

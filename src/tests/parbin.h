@@ -3,7 +3,7 @@
 #pragma once
 
 #include "core/types.h"
-#include "tests/samplevalues.h"
+#include "tests/lists/samples.h"
 
 namespace quorvanta {
 

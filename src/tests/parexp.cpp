@@ -4,8 +4,8 @@
 #include "core/options.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
-#include "tests/precision.h"
-#include "tests/samplevalues.h"
+#include "tests/lists/samples.h"
+#include "tests/precisioneq.h"
 #include "tests/scalestatistic.h"
 
 namespace quorvanta {

@@ -3,7 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/general.h"
 #include "core/options.h"
-#include "tests/precision.h"
+#include "tests/precisioneq.h"
 
 namespace quorvanta {
 
@@ -21,53 +21,18 @@ f64 Weight(f32 population, f32 size) {
 
 } // namespace
 
-void FiniteSamples::Add() {
-    populations_ = AddSampleValues(PopulationKinds);
-    sizes_ = AddSizes();
-}
-
-bool FiniteSamples::Check() const {
-    if (!populations_.Check())
-        return false;
-    // A population that depends on the unknown is narrowed by the search instead.
-    Range first = sizes_.FirstRange();
-    Range second = sizes_.SecondRange();
-    if (!populations_.FirstIsUnknown())
-        first.Max = f64{populations_.First()};
-    if (sizes_.HasSecond() && !populations_.SecondDependsOnUnknown())
-        second.Max = f64{populations_.Second()};
-    return sizes_.Check(first, second);
-}
-
-void FiniteSamples::Narrow(f64& lower, f64& upper) const {
-    Range first = sizes_.FirstRange();
-    Range second = sizes_.SecondRange();
-    if (populations_.HasUnknown()) {
-        Range population1 = populations_.FirstRange();
-        Range population2 = populations_.SecondRange();
-        population1.Min = f64{sizes_.First()};
-        if (sizes_.HasSecond())
-            population2.Min = f64{sizes_.Second()};
-        populations_.Narrow(lower, upper, population1, population2);
-    } else {
-        first.Max = f64{populations_.First()};
-        if (sizes_.HasSecond())
-            second.Max = f64{populations_.Second()};
-        sizes_.Narrow(lower, upper, first, second);
-    }
-}
-
-SampleWeights FiniteSamples::Weights() const {
-    return {Weight(populations_.First(), sizes_.First()),
-            sizes_.HasSecond() ? Weight(populations_.Second(), sizes_.Second()) : 0};
+SampleWeights WeightsOf(const FiniteSamples& samples) {
+    const SampleValues& populations = samples.Populations();
+    const SampleValues& sizes = samples.Sizes();
+    return {Weight(populations.First(), sizes.First()),
+            sizes.HasSecond() ? Weight(populations.Second(), sizes.Second()) : 0};
 }
 
 void PARHYPER::SetupTest() {
     OfferSamples({OneSample, TwoSamples});
     OfferPrecision();
     OfferForms(ProportionKinds);
-    OfferForms(PopulationKinds);
-    OfferForms(SizeKinds);
+    FiniteSamples::Offer();
 }
 
 void PARHYPER::SetParList() {
@@ -83,11 +48,11 @@ bool PARHYPER::CheckPar() {
 void PARHYPER::SearchLimits(f64& lower, f64& upper) {
     proportions.Narrow(lower, upper);
     samples.Narrow(lower, upper);
-    NarrowProportions(lower, upper, proportions, samples.Weights(), &RootFunction);
+    NarrowProportions(lower, upper, proportions, WeightsOf(samples), &RootFunction);
 }
 
 f64 PARHYPER::RootFunction() {
-    return NormalPrecisionEq(ProportionStandardError(proportions, samples.Weights()));
+    return NormalPrecisionEq(ProportionStandardError(proportions, WeightsOf(samples)));
 }
 
 } // namespace quorvanta

@@ -4,11 +4,12 @@
 #include "core/options.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
-#include "tests/hypotheses.h"
-#include "tests/precision.h"
-#include "tests/samplevalues.h"
+#include "tests/lists/hypotheses.h"
+#include "tests/lists/samples.h"
+#include "tests/lists/turningpoint.h"
+#include "tests/normaltest.h"
+#include "tests/precisioneq.h"
 #include "tests/teststud.h"
-#include "tests/turningpoint.h"
 
 #include <cmath>
 

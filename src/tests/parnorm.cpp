@@ -2,8 +2,8 @@
 
 #include "core/analysis_state.h"
 #include "core/options.h"
-#include "tests/precision.h"
-#include "tests/samplevalues.h"
+#include "tests/lists/means.h"
+#include "tests/precisioneq.h"
 #include "tests/scalestatistic.h"
 #include "tests/testnor.h"
 #include "tests/teststud.h"
@@ -12,7 +12,6 @@ namespace quorvanta {
 
 namespace {
 
-constexpr SampleKinds shapeKinds{27, 31, 50, {54, 107, 108}};
 constexpr i16 checkDf = 0;
 constexpr i16 checkGroups = 5;
 constexpr i16 kindTrueRatio = 138;
@@ -55,7 +54,7 @@ f32 StandardError() {
 }
 
 f32 DegreesOfFreedom() {
-    return CommonSdDf(sizes.First(), sizes.HasSecond() ? sizes.Second() : 0, dfEntry);
+    return CommonSdDf(sizes, dfEntry);
 }
 
 } // namespace
@@ -100,12 +99,12 @@ f64 PARNORM::RootFunction() {
 }
 
 void PARLNORM::SetupTest() {
-    OfferMeans(shapeKinds, ParListNo != deviationKnown && IsInterval());
+    OfferMeans(ShapeKinds, ParListNo != deviationKnown && IsInterval());
 }
 
 void PARLNORM::SetParList() {
     StartPrecisionList(Precision::Relative);
-    AddMeans(shapeKinds);
+    AddMeans(ShapeKinds);
 }
 
 bool PARLNORM::CheckPar() {

@@ -3,10 +3,11 @@
 #include "core/analysis_state.h"
 #include "core/options.h"
 #include "numeric/rounding.h"
-#include "tests/hypotheses.h"
-#include "tests/precision.h"
-#include "tests/samplevalues.h"
-#include "tests/turningpoint.h"
+#include "tests/lists/hypotheses.h"
+#include "tests/lists/samples.h"
+#include "tests/lists/turningpoint.h"
+#include "tests/normaltest.h"
+#include "tests/precisioneq.h"
 
 #include <cmath>
 

@@ -4,7 +4,7 @@
 #include "core/general.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
-#include "tests/hypotheses.h"
+#include "tests/lists/hypotheses.h"
 #include "tests/powereq.h"
 
 #include <cmath>

@@ -3,9 +3,9 @@
 #include "core/analysis_state.h"
 #include "core/general.h"
 #include "core/options.h"
-#include "tests/hypotheses.h"
+#include "tests/lists/hypotheses.h"
+#include "tests/lists/turningpoint.h"
 #include "tests/powereq.h"
-#include "tests/turningpoint.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #include "tests/testexpscale.h"
 
 #include "core/analysis_state.h"
-#include "tests/hypotheses.h"
+#include "tests/lists/hypotheses.h"
 #include "tests/scalestatistic.h"
 
 namespace quorvanta {

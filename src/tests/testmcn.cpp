@@ -57,8 +57,9 @@ f64 NormalEq(const DiscordantPairs& pairs, f32 n) {
     const f64 s = pairs.S;
     const f64 d = pairs.D;
     const f64 loss = approach == Approach::FirstOrder ? d * d / s : d * d * (3 + s) / (4 * s);
-    return NorPowerEq(pairs.D, Single(std::sqrt(s / n)), SeFromVariance((s - loss) / n), 0, 0, 0, 0,
-                      0);
+    return NormalPowerEq({.Effect = pairs.D,
+                          .Se0 = Single(std::sqrt(s / n)),
+                          .Se1 = SeFromVariance((s - loss) / n)});
 }
 
 // The test given m discordant pairs, r of them expected to be of the kind that d counts: the sign

@@ -1,4 +1,4 @@
-#include "tests/precision.h"
+#include "tests/precisioneq.h"
 
 #include "core/analysis_state.h"
 #include "core/general.h"

@@ -18,14 +18,10 @@ struct SampleKinds {
 
 inline constexpr SampleKinds SizeKinds{85, 2, 4, {37, 38, 5}};
 inline constexpr SampleKinds SdKinds{2, 29, 216, {217, 218, 219}};
+inline constexpr SampleKinds ShapeKinds{27, 31, 50, {54, 107, 108}};
 
 // Offers the forms, where there are two samples.
 void OfferForms(const SampleKinds& kinds);
-
-struct Range {
-    f64 Min;
-    f64 Max;
-};
 
 class SampleValues {
   public:
@@ -38,6 +34,8 @@ class SampleValues {
     f64 SecondAt(f64 x) const;
 
     bool HasSecond() const { return second_ != 0; }
+    // How it is entered.
+    Form SecondForm() const { return form_; }
     bool FirstIsUnknown() const;
     bool HasUnknown() const;
     bool SecondDependsOnUnknown() const;
@@ -61,7 +59,7 @@ class SampleValues {
 
     i16 first_ = 0;
     i16 second_ = 0; // 0: one sample
-    i16 form_ = AsValue;
+    Form form_ = AsValue;
     i16 kind_ = 0; // of the second value as such
 };
 
@@ -77,14 +75,10 @@ SampleValues AddPair(const SampleKinds& kinds);
 // The sizes of the samples; their form is also left in WorkNo.
 SampleValues AddSizes(const SampleKinds& kinds = SizeKinds);
 
-// Standard error of a mean, or of a difference of two, from the standard deviations of the samples
-// or a common one.
-f32 MeanStandardError(const SampleValues& deviations, const SampleValues& sizes);
-
 // ParValue(position), with x in the place of the unknown.
 f64 ValueAt(i16 position, f64 x);
 
 // The same for a value that is entered in a form relative to base.
-f64 DependentAt(i16 position, f64 base, i16 form, f64 x);
+f64 DependentAt(i16 position, f64 base, Form form, f64 x);
 
 } // namespace quorvanta

@@ -1,0 +1,30 @@
+// Samples without replacement from finite populations, and the sizes of these.
+#pragma once
+
+#include "core/types.h"
+#include "tests/lists/samples.h"
+
+namespace quorvanta {
+
+inline constexpr SampleKinds PopulationKinds{31, 25, 196, {197, 198, 199}};
+
+class FiniteSamples {
+  public:
+    // Offers the forms of the populations and the sizes.
+    static void Offer();
+    // Adds populations and sizes to the list.
+    void Add();
+
+    // No sample is larger than its population.
+    bool Check() const;
+    void Narrow(f64& lower, f64& upper) const;
+
+    const SampleValues& Populations() const { return populations_; }
+    const SampleValues& Sizes() const { return sizes_; }
+
+  private:
+    SampleValues populations_;
+    SampleValues sizes_;
+};
+
+} // namespace quorvanta
