@@ -1,9 +1,11 @@
 #include "tests/parexp.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
+#include "tests/lists/precision.h"
 #include "tests/lists/samples.h"
 #include "tests/precisioneq.h"
 #include "tests/scalestatistic.h"
@@ -11,8 +13,6 @@
 namespace quorvanta {
 
 namespace {
-
-constexpr i16 kindScale = 146;
 
 // By ParListNo.
 constexpr i16 location = 0;
@@ -48,7 +48,7 @@ void PAREXP::SetupTest() {
 void PAREXP::SetParList() {
     if (ParListNo == location) {
         StartPrecisionList(Precision::Absolute);
-        scale = AddPar(kindScale);
+        scale = AddPar(Kind::Scale);
         sizes = AddSizes();
         return;
     }

@@ -4,7 +4,8 @@
 #include "core/general.h"
 #include "core/options.h"
 #include "numeric/rounding.h"
-#include "tests/lists/hypotheses.h"
+#include "tests/lists/means.h"
+#include "tests/lists/precision.h"
 #include "tests/lists/proportions.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/normaltest.h"
@@ -17,8 +18,6 @@
 namespace quorvanta {
 
 namespace {
-
-constexpr OneSampleKinds meanKinds{0, 57, {58, 59, 60}, 6, 7};
 
 Hypotheses hypotheses;
 SampleValues parameter; // the standard deviation, or the proportion of an estimate
@@ -51,11 +50,11 @@ void StartList(const OneSampleKinds& kinds) {
 } // namespace
 
 void PARFINNOR::SetupTest() {
-    Offer(meanKinds);
+    Offer(OneMeanKinds);
 }
 
 void PARFINNOR::SetParList() {
-    StartList(meanKinds);
+    StartList(OneMeanKinds);
     parameter = AddCommonValue(SdKinds);
     samples.Add();
 }

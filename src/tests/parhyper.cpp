@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/general.h"
 #include "core/options.h"
+#include "tests/lists/precision.h"
 #include "tests/precisioneq.h"
 
 namespace quorvanta {

@@ -1,10 +1,12 @@
 #include "tests/parnor2.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
-#include "tests/lists/hypotheses.h"
+#include "tests/lists/means.h"
+#include "tests/lists/precision.h"
 #include "tests/lists/samples.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/normaltest.h"
@@ -17,17 +19,17 @@ namespace quorvanta {
 
 namespace {
 
-constexpr TwoSampleKinds meanKinds{1, 61, 62, 86, {87, 0, 88}, 6, 7};
-constexpr TwoSampleKinds sdRatioKinds{13, 114, 115, 139, {140, 0, 0}, 116, 117};
-constexpr OneSampleKinds correlationKinds{23, 185, {186, 187, 188}, 194, 195};
-constexpr OneSampleKinds slopeKinds{27, 203, {204, 205, 206}, 6, 7};
-
-constexpr i16 kindTrueSdRatio = 138;
-constexpr i16 kindCorrelation = 220;
-constexpr i16 kindResidualSd = 212;
-constexpr i16 kindCovariateSd = 213;
-constexpr i16 kindPairs = 85;
-constexpr i16 kindPairsFisherZ = 14; // at least 4: the variance is 1/(n - 3)
+constexpr OneSampleKinds correlationKinds{
+    Group::H1Correlation,
+    Kind::H0Correlation,
+    {Kind::H1Correlation, Kind::H1CorrelationMinusH0, Kind::H1CorrelationOverH0},
+    Kind::CorrelationLeftLimit,
+    Kind::CorrelationRightLimit};
+constexpr OneSampleKinds slopeKinds{Group::H1Slope,
+                                    Kind::H0Slope,
+                                    {Kind::H1Slope, Kind::H1SlopeMinusH0, Kind::H1SlopeOverH0},
+                                    Kind::MeanLeftLimit,
+                                    Kind::MeanRightLimit};
 
 Hypotheses hypotheses;
 SampleValues deviations;
@@ -107,15 +109,15 @@ f64 DifferenceVariance(f64 sd1, f64 sd2) {
 } // namespace
 
 void PARNOR2MEAN::SetupTest() {
-    Offer(meanKinds);
+    Offer(TwoMeansKinds);
     OfferGroups({SdKinds.Group});
 }
 
 void PARNOR2MEAN::SetParList() {
-    StartList(meanKinds, EffectScale::Plain, Precision::Absolute);
+    StartList(TwoMeansKinds, EffectScale::Plain, Precision::Absolute);
     deviations = AddPair(SdKinds);
-    correlation = AddPar(kindCorrelation);
-    pairs = AddPar(kindPairs);
+    correlation = AddPar(Kind::Correlation);
+    pairs = AddPar(Kind::Size);
     AddWidthProbability();
 }
 
@@ -163,15 +165,15 @@ f64 RatioOfZ(f64 z) {
 } // namespace
 
 void PARNOR2SD::SetupTest() {
-    Offer(sdRatioKinds);
+    Offer(TwoSdsKinds);
 }
 
 void PARNOR2SD::SetParList() {
-    StartList(sdRatioKinds, EffectScale::Log,
+    StartList(TwoSdsKinds, EffectScale::Log,
               IsInterval() ? Precision::Absolute : Precision::Relative);
-    trueRatio = IsInterval() ? AddPar(kindTrueSdRatio) : i16{0};
-    correlation = AddPar(kindCorrelation);
-    pairs = AddPar(kindPairsFisherZ);
+    trueRatio = IsInterval() ? AddPar(Kind::TrueSd2Over1) : i16{0};
+    correlation = AddPar(Kind::Correlation);
+    pairs = AddPar(Kind::SizeFrom4);
 }
 
 bool PARNOR2SD::CheckPar() {
@@ -209,8 +211,8 @@ void PARNOR2CORREL::SetupTest() {
 void PARNOR2CORREL::SetParList() {
     StartList(correlationKinds, EffectScale::FisherZ, Precision::Absolute);
     if (IsEstimation())
-        correlation = AddPar(kindCorrelation);
-    pairs = AddPar(kindPairsFisherZ);
+        correlation = AddPar(Kind::Correlation);
+    pairs = AddPar(Kind::SizeFrom4);
 }
 
 bool PARNOR2CORREL::CheckPar() {
@@ -266,9 +268,9 @@ void PARNOR2REGRESS::SetupTest() {
 
 void PARNOR2REGRESS::SetParList() {
     StartList(slopeKinds, EffectScale::Plain, Precision::Absolute);
-    residualSd = AddPar(kindResidualSd);
-    covariateSd = AddPar(kindCovariateSd);
-    pairs = AddPar(kindPairs);
+    residualSd = AddPar(Kind::ResidualSd);
+    covariateSd = AddPar(Kind::CovariateSd);
+    pairs = AddPar(Kind::Size);
     AddWidthProbability();
 }
 

@@ -1,8 +1,10 @@
 #include "tests/parnorm.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "tests/lists/means.h"
+#include "tests/lists/precision.h"
 #include "tests/precisioneq.h"
 #include "tests/scalestatistic.h"
 #include "tests/testnor.h"
@@ -11,10 +13,6 @@
 namespace quorvanta {
 
 namespace {
-
-constexpr i16 checkDf = 0;
-constexpr i16 checkGroups = 5;
-constexpr i16 kindTrueRatio = 138;
 
 // Parameters of the normal distribution, by ParListNo; the lognormal one has the first two.
 constexpr i16 deviationKnown = 0;
@@ -33,7 +31,7 @@ bool IsSd() {
 void OfferMeans(const SampleKinds& kinds, bool quantileOfT) {
     OfferSamples({OneSample, TwoSamples});
     if (quantileOfT)
-        OfferChecks({checkDf, checkGroups});
+        OfferChecks({Check::DegreesOfFreedom, Check::GroupsInAnova});
     OfferPrecision();
     if (ParListNo == deviationKnown)
         OfferForms(kinds);
@@ -75,7 +73,7 @@ void PARNORM::SetParList() {
     // The interval of a ratio is told in its own units, so that it needs the true ratio.
     const bool ratioInterval = NoOfSamples == TwoSamples && IsInterval();
     StartPrecisionList(ratioInterval ? Precision::Absolute : Precision::Relative);
-    trueRatio = ratioInterval ? AddPar(kindTrueRatio) : i16{0};
+    trueRatio = ratioInterval ? AddPar(Kind::TrueSd2Over1) : i16{0};
     deviations = SampleValues();
     sizes = AddSizes();
     AddWidthProbability();

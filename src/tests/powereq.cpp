@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/form.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
@@ -13,9 +14,6 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 confidenceLevelKind = 321;
-constexpr i16 twoSidedIntervalCheck = 36;
-
 f64 NormalCdf(f64 z) {
     return f64{NorCdf(Single(z))};
 }
@@ -23,9 +21,9 @@ f64 NormalCdf(f64 z) {
 } // namespace
 
 f32 SignificanceLevel() {
-    if (ParKind(0) != confidenceLevelKind)
+    if (ParKind(0) != Kind::TestConfidenceLevel)
         return Single(ParValue(0));
-    const bool halved = NoOfTails == TwoOneSided || CheckValue(twoSidedIntervalCheck) == 1;
+    const bool halved = NoOfTails == TwoOneSided || CheckValue(Check::TwoSidedInterval) == 1;
     return Single((1 - ParValue(0)) / (halved ? 2 : 1));
 }
 

@@ -1,6 +1,7 @@
 #include "tests/testbin.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/probdist_discrete.h"
 #include "tests/exactsums.h"
@@ -15,10 +16,6 @@ i16 BinExact;
 i16 BinH1Mode;
 
 namespace {
-
-constexpr i16 checkCorrection = 1;
-constexpr i16 checkArcSine = 2;
-constexpr i16 checkExact = 7;
 
 constexpr i16 listOfOdds = 1;
 
@@ -58,17 +55,17 @@ f64 OneSampleEq(const ProportionValues& values) {
 void TESTBIN::SetupTest() {
     if (IsTest == False)
         OfferSamples({OneSample, TwoSamples});
-    OfferChecks({checkCorrection, checkArcSine});
+    OfferChecks({Check::Correction, Check::ArcSine});
     if (NoOfSamples == OneSample)
-        OfferChecks({checkExact});
+        OfferChecks({Check::Exact});
     OfferProportions(IsOdds());
     OfferForms(SizeKinds);
 }
 
 void TESTBIN::SetParList() {
-    BinCorrection = Ticked(checkCorrection) ? 1 : 0;
-    BinArcSine = Ticked(checkArcSine) ? 1 : 0;
-    BinExact = Ticked(checkExact) ? 1 : 0;
+    BinCorrection = Ticked(Check::Correction) ? 1 : 0;
+    BinArcSine = Ticked(Check::ArcSine) ? 1 : 0;
+    BinExact = Ticked(Check::Exact) ? 1 : 0;
     StartTestList();
     list = AddProportions(IsOdds(), NullDifference::Entered);
     sizes = AddSizes();

@@ -1,6 +1,7 @@
 #include "tests/testbioeq.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/rounding.h"
 #include "tests/lists/hypotheses.h"
@@ -12,11 +13,18 @@ namespace quorvanta {
 
 namespace {
 
-constexpr TwoSampleKinds medianKinds{10, 0, 96, 94, {95, 0, 0}, 29, 30};
-constexpr SampleKinds sequenceKinds{0, 53, 322, {323, 324, 325}};
-constexpr i16 groupSd = 19;
-constexpr i16 kindLogSd = 155;
-constexpr i16 kindCv = 156;
+constexpr TwoSampleKinds medianKinds{Group::Median2,
+                                     NoKind,
+                                     Kind::H1Median2Over1,
+                                     Kind::H1Median1,
+                                     {Kind::H1Median2, NoKind, NoKind},
+                                     Kind::RatioLeftLimit,
+                                     Kind::RatioRightLimit};
+constexpr SampleKinds sequenceKinds{
+    NoKind,
+    Group::SequenceSize2,
+    Kind::SequenceSize1,
+    {Kind::SequenceSize2, Kind::SequenceSize2Minus1, Kind::SequenceSize2Over1}};
 
 i16 BioH1Mode; // 1: the ratio is entered itself; otherwise two medians
 i16 BioUseCv;  // non-zero: the coefficient of variation stands for the log-scale deviation
@@ -46,16 +54,16 @@ void TESTBIOEQ::SetupTest() {
     FixSamples(TwoSamples);
     OfferTails({TwoOneSided});
     OfferForms(medianKinds);
-    OfferGroups({groupSd});
+    OfferGroups({Group::LogSd});
     OfferForms(sequenceKinds);
 }
 
 void TESTBIOEQ::SetParList() {
-    BioUseCv = ChosenOption(groupSd);
+    BioUseCv = ChosenOption(Group::LogSd);
     StartTestList();
     hypotheses = AddHypotheses(medianKinds, EffectScale::Log);
     BioH1Mode = hypotheses.TruthForm();
-    deviation = AddPar(BioUseCv != 0 ? kindCv : kindLogSd);
+    deviation = AddPar(BioUseCv != 0 ? Kind::CoefficientOfVariation : Kind::LogSd);
     sizes = AddSizes(sequenceKinds);
 }
 

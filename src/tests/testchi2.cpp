@@ -1,6 +1,7 @@
 #include "tests/testchi2.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "tests/proportions.h"
 
@@ -12,9 +13,6 @@ i16 Chi2H1Mode;
 
 namespace {
 
-constexpr i16 checkCorrection = 1;
-constexpr i16 checkOdds = 9;
-
 ProportionList list;
 SampleValues sizes;
 
@@ -22,14 +20,14 @@ SampleValues sizes;
 
 void TESTCHI2::SetupTest() {
     FixSamples(TwoSamples);
-    OfferChecks({checkCorrection, checkOdds});
-    OfferProportions(Ticked(checkOdds));
+    OfferChecks({Check::Correction, Check::Odds});
+    OfferProportions(Ticked(Check::Odds));
     OfferForms(SizeKinds);
 }
 
 void TESTCHI2::SetParList() {
-    Chi2Correction = Ticked(checkCorrection) ? 1 : 0;
-    Chi2Odds = Ticked(checkOdds) ? 1 : 0;
+    Chi2Correction = Ticked(Check::Correction) ? 1 : 0;
+    Chi2Odds = Ticked(Check::Odds) ? 1 : 0;
     StartTestList();
     list = AddProportions(Chi2Odds == 1, NullDifference::Entered);
     Chi2H1Mode = list.Hypothesis.TruthForm();

@@ -1,6 +1,7 @@
 #include "tests/testexpscale.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/scalestatistic.h"
 
@@ -9,8 +10,18 @@ namespace quorvanta {
 namespace {
 
 constexpr SampleTestKinds kinds{EffectScale::Log,
-                                {15, 142, {124, 125, 126}, 129, 130},
-                                {16, 127, 128, 26, {141, 0, 0}, 129, 130},
+                                {Group::H1Scale,
+                                 Kind::H0Scale,
+                                 {Kind::H1Scale, Kind::H1ScaleMinusH0, Kind::H1ScaleOverH0},
+                                 Kind::ScaleLeftLimit,
+                                 Kind::ScaleRightLimit},
+                                {Group::H1Scale2,
+                                 Kind::H0Scale2Over1,
+                                 Kind::H1Scale2Over1,
+                                 Kind::H1Scale1,
+                                 {Kind::H1Scale2, NoKind, NoKind},
+                                 Kind::ScaleLeftLimit,
+                                 Kind::ScaleRightLimit},
                                 SizeKinds};
 
 SampleTest list;

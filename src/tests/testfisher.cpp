@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/probdist_discrete.h"
 #include "tests/exactsums.h"
@@ -16,8 +17,6 @@ i16 FisherOdds;
 i16 FisherH1Mode;
 
 namespace {
-
-constexpr i16 checkOdds = 9;
 
 // The largest size of either group that is enumerated.
 constexpr i16 maxEnumerated = 50;
@@ -87,13 +86,13 @@ f64 ExactEq(const ProportionValues& values, i16 n1, i16 n2) {
 void TESTFISHER::SetupTest() {
     FixSamples(TwoSamples);
     OfferTails({OneSided, TwoSided});
-    OfferChecks({checkOdds});
-    OfferProportions(Ticked(checkOdds));
+    OfferChecks({Check::Odds});
+    OfferProportions(Ticked(Check::Odds));
     OfferForms(SizeKinds);
 }
 
 void TESTFISHER::SetParList() {
-    FisherOdds = Ticked(checkOdds) ? 1 : 0;
+    FisherOdds = Ticked(Check::Odds) ? 1 : 0;
     StartTestList();
     list = AddProportions(FisherOdds == 1, NullDifference::Zero);
     FisherH1Mode = list.Hypothesis.TruthForm();

@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "core/platform.h"
 #include "numeric/probdist_discrete.h"
@@ -16,9 +17,6 @@ i16 HyperExact;
 i16 HyperH1Mode;
 
 namespace {
-
-constexpr i16 checkCorrection = 1;
-constexpr i16 checkExact = 7;
 
 ProportionList list;
 FiniteSamples samples;
@@ -66,16 +64,16 @@ bool IsPopulationTooLarge() {
 void TESTHYPER::SetupTest() {
     if (IsTest == False)
         OfferSamples({OneSample, TwoSamples});
-    OfferChecks({checkCorrection});
+    OfferChecks({Check::Correction});
     if (NoOfSamples == OneSample)
-        OfferChecks({checkExact});
+        OfferChecks({Check::Exact});
     OfferProportions(false);
     FiniteSamples::Offer();
 }
 
 void TESTHYPER::SetParList() {
-    HyperCorrection = Ticked(checkCorrection) ? 1 : 0;
-    HyperExact = Ticked(checkExact) ? 1 : 0;
+    HyperCorrection = Ticked(Check::Correction) ? 1 : 0;
+    HyperExact = Ticked(Check::Exact) ? 1 : 0;
     StartTestList();
     list = AddProportions(false, NullDifference::Entered);
     samples.Add();

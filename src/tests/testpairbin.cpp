@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/checksearch.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/rounding.h"
 #include "tests/lists/proportions.h"
@@ -15,12 +16,8 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 groupDiscordant = 20;
-constexpr i16 checkScore = 27;
-constexpr i16 checkUnrestricted = 30;
-constexpr i16 checkVarianceH1 = 39;
-
-constexpr i16 kindDiscordant[] = {123, 15, 336};
+constexpr i16 discordantKinds[] = {Kind::H1Proportion11, Kind::H1Proportion10Plus01,
+                                   Kind::H1Proportion10Over01};
 
 // How the discordant pairs are entered, by option of the group.
 constexpr i16 asBoth = 0;  // p11, the pairs with both events
@@ -146,7 +143,7 @@ void LimitByCells(f64& lower, f64& upper) {
 Range ThirdRange(f64 p1, f64 p2) {
     const f64 d = std::fabs(p2 - p1);
     const f64 sum = LargestSum(p1, p2);
-    const i16 kind = kindDiscordant[thirdMode];
+    const i16 kind = discordantKinds[thirdMode];
     if (thirdMode == asSum)
         return {MaxOf(ParMin(kind), d), MinOf(ParMax(kind), sum)};
     if (thirdMode == asBoth)
@@ -175,19 +172,19 @@ bool CheckDifferent(f64 p1, f64 p2) {
 
 void TESTPAIRBIN::SetupTest() {
     FixSamples(OneSample);
-    OfferChecks({checkScore, checkUnrestricted, checkVarianceH1});
+    OfferChecks({Check::Score, Check::UnrestrictedMl, Check::VarianceOfH1});
     OfferPairedProportions();
-    OfferGroups({groupDiscordant});
+    OfferGroups({Group::Discordant});
 }
 
 void TESTPAIRBIN::SetParList() {
-    nullVariance = Ticked(checkScore)        ? NullVariance::Score
-                   : Ticked(checkVarianceH1) ? NullVariance::AsUnderH1
-                                             : NullVariance::Unrestricted;
+    nullVariance = Ticked(Check::Score)          ? NullVariance::Score
+                   : Ticked(Check::VarianceOfH1) ? NullVariance::AsUnderH1
+                                                 : NullVariance::Unrestricted;
     StartTestList();
     list = AddPairedProportions();
-    thirdMode = ChosenOption(groupDiscordant);
-    third = AddPar(kindDiscordant[thirdMode]);
+    thirdMode = ChosenOption(Group::Discordant);
+    third = AddPar(discordantKinds[thirdMode]);
     sizes = AddCommonValue(SizeKinds);
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "core/records.h"
 #include "numeric/probdist.h"
@@ -15,10 +16,6 @@
 namespace quorvanta {
 
 namespace {
-
-constexpr i16 checkDf = 0;
-constexpr i16 checkGroups = 5;
-constexpr i16 checkSatterthwaite = 16;
 
 f64 NoncentralT(f64 t, f32 df, f64 delta) {
     return f64{NcTCdf(Single(t), df, Single(delta))};
@@ -37,10 +34,10 @@ bool IsSimulation() {
 }
 
 void OfferTwoSampleChecks() {
-    OfferChecks({checkDf, checkGroups, checkSatterthwaite});
-    if (IsSimulation() || Ticked(checkSatterthwaite)) {
-        DisableCheck(checkDf);
-        DisableCheck(checkGroups);
+    OfferChecks({Check::DegreesOfFreedom, Check::GroupsInAnova, Check::Satterthwaite});
+    if (IsSimulation() || Ticked(Check::Satterthwaite)) {
+        DisableCheck(Check::DegreesOfFreedom);
+        DisableCheck(Check::GroupsInAnova);
     }
 }
 
@@ -51,7 +48,7 @@ void TESTSTUD::SetupTest() {
     case TestVariant::PTT:
         FixSamples(OneSample);
         if (!IsSimulation())
-            OfferChecks({checkDf});
+            OfferChecks({Check::DegreesOfFreedom});
         break;
     case TestVariant::GSTT:
         break;
@@ -61,7 +58,7 @@ void TESTSTUD::SetupTest() {
         break;
     default:
         if (NoOfSamples == OneSample)
-            OfferChecks({checkDf, checkGroups});
+            OfferChecks({Check::DegreesOfFreedom, Check::GroupsInAnova});
         else
             OfferTwoSampleChecks();
     }
@@ -112,7 +109,7 @@ f32 CommonSdDf(const SampleValues& sizes, i16 entry) {
     if (entry == 0)
         return Single(sizes.HasSecond() ? n1 + n2 - 2 : n1 - 1);
     const f32 entered = Single(ParValue(entry));
-    if (Ticked(checkDf))
+    if (Ticked(Check::DegreesOfFreedom))
         return entered;
     // Group 1 has n1 subjects, each of the others n2.
     return Single(sizes.HasSecond() ? (n1 - 1) + (n2 - 1) * (f64{entered} - 1)

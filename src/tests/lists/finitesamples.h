@@ -1,12 +1,17 @@
 // Samples without replacement from finite populations, and the sizes of these.
 #pragma once
 
+#include "core/kinds.h"
 #include "core/types.h"
 #include "tests/lists/samples.h"
 
 namespace quorvanta {
 
-inline constexpr SampleKinds PopulationKinds{31, 25, 196, {197, 198, 199}};
+inline constexpr SampleKinds PopulationKinds{
+    Kind::Population,
+    Group::Population2,
+    Kind::Population1,
+    {Kind::Population2, Kind::Population2Minus1, Kind::Population2Over1}};
 
 class FiniteSamples {
   public:

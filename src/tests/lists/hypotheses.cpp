@@ -1,6 +1,7 @@
 #include "tests/lists/hypotheses.h"
 
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/rounding.h"
 #include "tests/powereq.h"
@@ -265,11 +266,9 @@ void SampleTest::Narrow(f64& lower, f64& upper) const {
 }
 
 void StartTestList() {
-    constexpr i16 kindAlpha = 0;
-    constexpr i16 kindPower = 1;
     StartParList();
-    AddPar(kindAlpha);
-    AddPar(kindPower);
+    AddPar(Kind::SignificanceLevel);
+    AddPar(Kind::Power);
 }
 
 f64 FisherZ(f64 r) {

@@ -2,18 +2,12 @@
 
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/kinds.h"
 #include "core/options.h"
 
 namespace quorvanta {
 
 namespace {
-
-// Check boxes.
-constexpr i16 checkDf = 0;
-constexpr i16 checkGroups = 5;
-constexpr i16 checkSatterthwaite = 16;
-constexpr i16 kindDf = 36;
-constexpr i16 kindGroups = 17;
 
 struct MeansKinds {
     OneSampleKinds One;
@@ -21,13 +15,30 @@ struct MeansKinds {
     SampleKinds Deviations;
 };
 
-constexpr MeansKinds meanKinds{
-    {0, 57, {58, 59, 60}, 6, 7}, {1, 61, 62, 86, {87, 0, 88}, 6, 7}, SdKinds};
+constexpr MeansKinds meanKinds{OneMeanKinds, TwoMeansKinds, SdKinds};
 // Medians have no ratio form of their own beside the effect, which is the ratio.
-constexpr MeansKinds medianKinds{
-    {9, 89, {90, 91, 92}, 97, 98}, {10, 93, 96, 94, {95, 0, 0}, 97, 98}, ShapeKinds};
+constexpr MeansKinds medianKinds{{Group::H1Median,
+                                  Kind::H0Median,
+                                  {Kind::H1Median, Kind::H1MedianMinusH0, Kind::H1MedianOverH0},
+                                  Kind::MedianLeftLimit,
+                                  Kind::MedianRightLimit},
+                                 {Group::Median2,
+                                  Kind::H0Median2Over1,
+                                  Kind::H1Median2Over1,
+                                  Kind::H1Median1,
+                                  {Kind::H1Median2, NoKind, NoKind},
+                                  Kind::MedianLeftLimit,
+                                  Kind::MedianRightLimit},
+                                 ShapeKinds};
 // One sample of differences of pairs.
-constexpr MeansKinds pairedKinds{{21, 157, {158, 159, 160}, 6, 7}, {}, {3, 0, 0, {}}};
+constexpr MeansKinds pairedKinds{
+    {Group::H1MeanOfDifference,
+     Kind::H0MeanOfDifference,
+     {Kind::H1MeanOfDifference, Kind::H1MeanOfDifferenceMinusH0, Kind::H1MeanOfDifferenceOverH0},
+     Kind::MeanLeftLimit,
+     Kind::MeanRightLimit},
+    {},
+    {Kind::SdOfDifference, 0, NoKind, {}}};
 
 bool IsLogScale() {
     return CurrentVariant() == TestVariant::LTT;
@@ -43,7 +54,7 @@ const MeansKinds& Kinds() {
 // approximation.
 bool HasUnequalSd() {
     const bool known = IsTest == False && ParListNo == 0;
-    return NoOfSamples == TwoSamples && (known || Ticked(checkSatterthwaite));
+    return NoOfSamples == TwoSamples && (known || Ticked(Check::Satterthwaite));
 }
 
 } // namespace
@@ -80,9 +91,9 @@ void MeansList::Narrow(f64& lower, f64& upper) const {
 }
 
 i16 AddDfEntry() {
-    if (Ticked(checkDf))
-        return AddPar(kindDf);
-    return Ticked(checkGroups) ? AddPar(kindGroups) : i16{0};
+    if (Ticked(Check::DegreesOfFreedom))
+        return AddPar(Kind::DegreesOfFreedom);
+    return Ticked(Check::GroupsInAnova) ? AddPar(Kind::NoOfGroups) : i16{0};
 }
 
 } // namespace quorvanta

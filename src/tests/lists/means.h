@@ -2,11 +2,35 @@
 // deviations, sizes, and the degrees of freedom where they are entered.
 #pragma once
 
+#include "core/kinds.h"
 #include "core/types.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/lists/samples.h"
 
 namespace quorvanta {
+
+// The kinds of one mean in a test, and of two.
+inline constexpr OneSampleKinds OneMeanKinds{
+    Group::H1Mean,
+    Kind::H0Mean,
+    {Kind::H1Mean, Kind::H1MeanMinusH0, Kind::H1MeanOverH0},
+    Kind::MeanLeftLimit,
+    Kind::MeanRightLimit};
+inline constexpr TwoSampleKinds TwoMeansKinds{Group::Mean2,
+                                              Kind::H0Mean2Minus1,
+                                              Kind::H1Mean2Minus1,
+                                              Kind::H1Mean1,
+                                              {Kind::H1Mean2, NoKind, Kind::H1Mean2Over1},
+                                              Kind::MeanLeftLimit,
+                                              Kind::MeanRightLimit};
+// The kinds of two standard deviations in a test of their ratio.
+inline constexpr TwoSampleKinds TwoSdsKinds{Group::H1Sd2,
+                                            Kind::H0Sd2Over1,
+                                            Kind::H1Sd2Over1,
+                                            Kind::H1Sd1,
+                                            {Kind::H1Sd2, NoKind, NoKind},
+                                            Kind::SdLeftLimit,
+                                            Kind::SdRightLimit};
 
 struct MeansList {
     // Offers the forms that the current numbers of samples and tails leave.

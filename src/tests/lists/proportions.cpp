@@ -1,6 +1,7 @@
 #include "tests/lists/proportions.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/rounding.h"
 #include "tests/lists/turningpoint.h"
@@ -11,9 +12,26 @@ namespace quorvanta {
 
 namespace {
 
-constexpr OneSampleKinds oddsKinds{34, 225, {226, 227, 228}, 47, 48};
-constexpr TwoSampleKinds proportionsKinds{12, 51, 0, 8, {69, 52, 70}, 71, 72};
-constexpr TwoSampleKinds twoOddsKinds{35, 0, 0, 229, {230, 231, 232}, 71, 72};
+constexpr OneSampleKinds oddsKinds{Group::H1Odds,
+                                   Kind::H0Odds,
+                                   {Kind::H1Odds, Kind::H1OddsMinusH0, Kind::H1OddsOverH0},
+                                   Kind::ProportionLeftLimit,
+                                   Kind::ProportionRightLimit};
+constexpr TwoSampleKinds proportionsKinds{
+    Group::Proportion2,
+    Kind::H0Proportion2Minus1,
+    NoKind,
+    Kind::H1Proportion1,
+    {Kind::H1Proportion2, Kind::H1Proportion2Minus1, Kind::H1Proportion2Over1},
+    Kind::ProportionDifferenceLeftLimit,
+    Kind::ProportionDifferenceRightLimit};
+constexpr TwoSampleKinds twoOddsKinds{Group::Odds2,
+                                      NoKind,
+                                      NoKind,
+                                      Kind::H1Odds1,
+                                      {Kind::H1Odds2, Kind::H1Odds2Minus1, Kind::H1Odds2Over1},
+                                      Kind::ProportionDifferenceLeftLimit,
+                                      Kind::ProportionDifferenceRightLimit};
 
 const OneSampleKinds& KindsOfOne(bool odds) {
     return odds ? oddsKinds : OneProportionKinds;

@@ -2,6 +2,7 @@
 // which are entered in the place of proportions.
 #pragma once
 
+#include "core/kinds.h"
 #include "core/types.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/lists/samples.h"
@@ -9,7 +10,12 @@
 namespace quorvanta {
 
 // The kinds of one proportion in a test.
-inline constexpr OneSampleKinds OneProportionKinds{11, 35, {83, 40, 41}, 47, 48};
+inline constexpr OneSampleKinds OneProportionKinds{
+    Group::H1Proportion,
+    Kind::H0Proportion,
+    {Kind::H1Proportion, Kind::H1ProportionMinusH0, Kind::H1ProportionOverH0},
+    Kind::ProportionLeftLimit,
+    Kind::ProportionRightLimit};
 
 struct ProportionList {
     bool Check() const;

@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/general.h"
 #include "core/options.h"
+#include "numeric/rounding.h"
 #include "tests/powereq.h"
 
 namespace quorvanta {
@@ -13,7 +14,7 @@ void OfferForms(const SampleKinds& kinds) {
 }
 
 f32 SampleValues::First() const {
-    return static_cast<f32>(ParValue(first_));
+    return Single(ParValue(first_));
 }
 
 f32 SampleValues::Second() const {

@@ -3,12 +3,16 @@
 #pragma once
 
 #include "core/checksearch.h"
+#include "core/kinds.h"
 #include "core/types.h"
 
 namespace quorvanta {
 
+// In the kinds of a list: there is none.
+inline constexpr i16 NoKind = 0;
+
 // The kinds of such a quantity: of a single sample; with two samples the group of forms, the first
-// sample's and the second sample's by form. 0: there is none.
+// sample's and the second sample's by form.
 struct SampleKinds {
     i16 One;
     i16 Group;
@@ -16,9 +20,14 @@ struct SampleKinds {
     i16 Second[3];
 };
 
-inline constexpr SampleKinds SizeKinds{85, 2, 4, {37, 38, 5}};
-inline constexpr SampleKinds SdKinds{2, 29, 216, {217, 218, 219}};
-inline constexpr SampleKinds ShapeKinds{27, 31, 50, {54, 107, 108}};
+inline constexpr SampleKinds SizeKinds{
+    Kind::Size, Group::Size2, Kind::Size1, {Kind::Size2, Kind::Size2Minus1, Kind::Size2Over1}};
+inline constexpr SampleKinds SdKinds{
+    Kind::Sd, Group::Sd2, Kind::Sd1, {Kind::Sd2, Kind::Sd2Minus1, Kind::Sd2Over1}};
+inline constexpr SampleKinds ShapeKinds{Kind::Shape,
+                                        Group::Shape2,
+                                        Kind::Shape1,
+                                        {Kind::Shape2, Kind::Shape2Minus1, Kind::Shape2Over1}};
 
 // Offers the forms, where there are two samples.
 void OfferForms(const SampleKinds& kinds);
