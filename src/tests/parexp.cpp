@@ -65,6 +65,8 @@ void PAREXP::SearchLimits(f64& lower, f64& upper) {
     sizes.Narrow(lower, upper);
 }
 
+// 2 n estimate / scale is chi-square with 2 n df, with 2 (n - 1) where the location is estimated
+// (B. Epstein and M. Sobel, Annals of Mathematical Statistics 25, 1954, 373-381).
 f64 PAREXP::RootFunction() {
     if (ParListNo == location)
         return LocationRoot();

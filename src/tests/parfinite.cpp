@@ -5,8 +5,8 @@
 #include "core/options.h"
 #include "numeric/rounding.h"
 #include "tests/lists/means.h"
-#include "tests/lists/precision.h"
 #include "tests/lists/proportions.h"
+#include "tests/lists/testorprecision.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/normaltest.h"
 #include "tests/parbin.h"
@@ -30,45 +30,29 @@ f64 Weight() {
     return MaxOf(smallest, WeightsOf(samples).First);
 }
 
-void Offer(const OneSampleKinds& kinds) {
-    FixSamples(OneSample);
-    if (IsEstimation())
-        OfferPrecision();
-    else
-        OfferForms(kinds);
-}
-
-void StartList(const OneSampleKinds& kinds) {
-    if (IsEstimation()) {
-        StartPrecisionList(Precision::Absolute);
-    } else {
-        StartTestList();
-        hypotheses = AddHypotheses(kinds, EffectScale::Plain);
-    }
-}
-
 } // namespace
 
 void PARFINNOR::SetupTest() {
-    Offer(OneMeanKinds);
+    OfferTestOrPrecision(OneMeanKinds);
 }
 
 void PARFINNOR::SetParList() {
-    StartList(OneMeanKinds);
+    hypotheses = StartTestOrPrecision(OneMeanKinds, EffectScale::Plain, Precision::Absolute);
     parameter = AddCommonValue(SdKinds);
     samples.Add();
 }
 
 bool PARFINNOR::CheckPar() {
-    return (IsEstimation() || hypotheses.Check()) && samples.Check();
+    return CheckTest(hypotheses) && samples.Check();
 }
 
 void PARFINNOR::SearchLimits(f64& lower, f64& upper) {
-    if (!IsEstimation())
-        hypotheses.Narrow(lower, upper);
+    NarrowTest(hypotheses, lower, upper);
     samples.Narrow(lower, upper);
 }
 
+// The variance of a mean without replacement (W. G. Cochran, Sampling Techniques, 3rd edition,
+// 1977, chapter 2).
 f64 PARFINNOR::RootFunction() {
     const f64 sd{parameter.First()};
     if (IsEstimation())
@@ -79,18 +63,18 @@ f64 PARFINNOR::RootFunction() {
 }
 
 void PARFINITE::SetupTest() {
-    Offer(OneProportionKinds);
+    OfferTestOrPrecision(OneProportionKinds);
 }
 
 void PARFINITE::SetParList() {
-    StartList(OneProportionKinds);
+    hypotheses = StartTestOrPrecision(OneProportionKinds, EffectScale::Plain, Precision::Absolute);
     if (IsEstimation())
         parameter = AddCommonValue(ProportionKinds);
     samples.Add();
 }
 
 bool PARFINITE::CheckPar() {
-    return (IsEstimation() || hypotheses.Check()) && samples.Check();
+    return CheckTest(hypotheses) && samples.Check();
 }
 
 void PARFINITE::SearchLimits(f64& lower, f64& upper) {
@@ -101,6 +85,7 @@ void PARFINITE::SearchLimits(f64& lower, f64& upper) {
     KeepOneSide(lower, upper, hypotheses.BaseOfLeastPower(0.5), SideOfTail(), &RootFunction);
 }
 
+// The variance of a proportion without replacement (the same, chapter 3).
 f64 PARFINITE::RootFunction() {
     if (IsEstimation())
         return NormalPrecisionEq(ProportionStandardError(parameter, WeightsOf(samples)));

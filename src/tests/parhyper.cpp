@@ -14,13 +14,15 @@ SampleValues proportions;
 FiniteSamples samples;
 
 f64 Weight(f32 population, f32 size) {
-    const f64 N{population};
-    const f64 n{size};
     // Beyond a census, where a search may try, there is no less than no error.
-    return MaxOf(0, (N - n) / (N - 1) / n);
+    return MaxOf(0, FiniteCorrection(population, size) / f64{size});
 }
 
 } // namespace
+
+f64 FiniteCorrection(f32 population, f32 size) {
+    return (f64{population} - f64{size}) / (f64{population} - 1);
+}
 
 SampleWeights WeightsOf(const FiniteSamples& samples) {
     const SampleValues& populations = samples.Populations();
@@ -52,6 +54,8 @@ void PARHYPER::SearchLimits(f64& lower, f64& upper) {
     NarrowProportions(lower, upper, proportions, WeightsOf(samples), &RootFunction);
 }
 
+// The normal form with the variance of sampling without replacement (W. G. Cochran, Sampling
+// Techniques, 3rd edition, 1977, chapter 3).
 f64 PARHYPER::RootFunction() {
     return NormalPrecisionEq(ProportionStandardError(proportions, WeightsOf(samples)));
 }

@@ -16,6 +16,9 @@ struct PARHYPER {
     static f64 RootFunction();
 };
 
+// The finite population correction (N - n)/(N - 1) of the variance of a mean.
+f64 FiniteCorrection(f32 population, f32 size);
+
 // (N - n)/(N - 1)/n: the variance of the mean of a sample without replacement over that of an
 // observation (W. G. Cochran, Sampling Techniques, 3rd edition, 1977, chapters 2 and 3).
 SampleWeights WeightsOf(const FiniteSamples& samples);

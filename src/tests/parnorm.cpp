@@ -88,6 +88,9 @@ void PARNORM::SearchLimits(f64& lower, f64& upper) {
     sizes.Narrow(lower, upper);
 }
 
+// z or t times the standard error; of a standard deviation and of random widths the chi-square
+// distribution of the estimated variance (L. L. Kupper and K. B. Hafner, The American Statistician
+// 43, 1989, 101-105).
 f64 PARNORM::RootFunction() {
     if (IsSd())
         return ScalePrecisionEq(StatisticOf(sizes, 1, ParListNo == sdMeanKnown), 2,
@@ -113,6 +116,8 @@ void PARLNORM::SearchLimits(f64& lower, f64& upper) {
     PARNORM::SearchLimits(lower, upper);
 }
 
+// The same on the logarithms, whose mean is that of the median (J. Aitchison and J. A. C. Brown,
+// The Lognormal Distribution, 1957, chapter 2).
 f64 PARLNORM::RootFunction() {
     return ParListNo == deviationKnown ? LogPrecisionEq(StandardError())
                                        : LogStudentPrecisionEq(StandardError(), DegreesOfFreedom());

@@ -78,12 +78,15 @@ const SampleKinds& MeanKinds() {
     return IsRate() ? rateKinds : meanKinds;
 }
 
+// A Poisson variable has its mean as its variance (F. A. Haight, Handbook of the Poisson
+// Distribution, 1967).
 f64 OneSampleRoot() {
     const auto se = [](f64 mean) { return Single(std::sqrt(mean / f64{test.Sizes.First()})); };
     return NormalTestEq(test.Hypothesis, PlainDistance, se, se(test.Hypothesis.Truth()));
 }
 
-// The null hypothesis pools where it says that the two are equal.
+// The null hypothesis pools where it says that the two are equal (K. Krishnamoorthy and J. Thomson,
+// Journal of Statistical Planning and Inference 119, 2004, 23-35).
 f64 TwoSampleRoot() {
     const f64 n1{test.Sizes.First()};
     const f64 n2{test.Sizes.Second()};

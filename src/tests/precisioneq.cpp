@@ -36,7 +36,8 @@ f64 WidthProbabilityEq(f64 probability) {
     return probability - WidthProbability();
 }
 
-// A width that shrinks and grows with a deviation estimated on df degrees of freedom.
+// A width that shrinks and grows with a deviation estimated on df degrees of freedom (L. L. Kupper
+// and K. B. Hafner, The American Statistician 43, 1989, 101-105).
 f64 RandomWidthEq(f64 ratio, f32 df) {
     return WidthProbabilityEq(ScaleStatistic(df).Cdf(f64{df} * ratio * ratio));
 }

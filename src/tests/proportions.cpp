@@ -47,6 +47,8 @@ f64 EqualSeEq(f32 effect, f32 null, f32 right, f32 se) {
 
 } // namespace
 
+// J. L. Fleiss, Statistical Methods for Rates and Proportions, 2nd edition, 1981, chapters 1 and 3;
+// with a difference under H0: W. C. Blackwelder, Controlled Clinical Trials 3, 1982, 345-353.
 f64 OneProportionEq(const ProportionValues& values, f32 n, f32 factor, bool corrected) {
     const f32 above = Single(f64{values.P1} - values.Null);
     const f32 se0 = SeOfOne(values.Null, n, factor);
@@ -82,6 +84,7 @@ f64 TwoProportionsEq(const ProportionValues& values, f32 n1, f32 n2, f32 factor1
     return NormalPowerEq(statistic);
 }
 
+// J. Cohen, Statistical Power Analysis for the Behavioral Sciences, 2nd edition, 1988, chapter 6.
 f64 ArcSineEq(const ProportionValues& values, f32 n) {
     return EqualSeEq(ArcSinRoot(values.P1), ArcSinRoot(values.Null), ArcSinRoot(values.Right),
                      Single(0.5 / std::sqrt(f64{n})));

@@ -31,6 +31,8 @@ auto BinDensities(i16 n, f32 p) {
     return [n, p](i16 x) { return BinDensity(n, x, p); };
 }
 
+// The power of the exact test goes up and down with the size (M. R. Chernick and C. Y. Liu, The
+// American Statistician 56, 2002, 149-155).
 f64 ExactEq(const ProportionValues& values, i16 n) {
     const f32 right = NoOfTails == TwoOneSided ? values.Right : values.Null;
     const auto cdf = [&values, n](i16 x) { return BinCdf(n, x, values.P1); };
@@ -83,6 +85,7 @@ void TESTBIN::SearchLimits(f64& lower, f64& upper) {
         StartFromTooSmall(lower, upper, RootFunction);
 }
 
+// The other forms have their sources with the equations of proportions.
 f64 TESTBIN::RootFunction() {
     const ProportionValues values = ReadProportions(list);
     if (NoOfSamples == OneSample)

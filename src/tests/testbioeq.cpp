@@ -77,8 +77,8 @@ void TESTBIOEQ::SearchLimits(f64& lower, f64& upper) {
 }
 
 // Two one-sided t-tests of the log ratio (D. J. Schuirmann, Journal of Pharmacokinetics and
-// Biopharmaceutics 15, 1987; E. Diletti, D. Hauschke and V. W. Steinijans, International Journal of
-// Clinical Pharmacology 29, 1991).
+// Biopharmaceutics 15, 1987, 657-680; E. Diletti, D. Hauschke and V. W. Steinijans, International
+// Journal of Clinical Pharmacology, Therapy and Toxicology 29, 1991, 1-8).
 f64 TESTBIOEQ::RootFunction() {
     const f64 ratio{LogRatio()};
     const f64 n1{sizes.First()};

@@ -43,6 +43,10 @@ void TESTCHI2::SearchLimits(f64& lower, f64& upper) {
     sizes.Narrow(lower, upper);
 }
 
+// Chi-square of a 2 x 2 table is the square of the normal statistic of two proportions (J. L.
+// Fleiss, Statistical Methods for Rates and Proportions, 2nd edition, 1981, chapter 2); corrected
+// for continuity after F. Yates, Supplement to the Journal of the Royal Statistical Society 1,
+// 1934, 217-235.
 f64 TESTCHI2::RootFunction() {
     return TwoProportionsEq(ReadProportions(list), sizes.First(), sizes.Second(), 1, 1,
                             Chi2Correction == 1);

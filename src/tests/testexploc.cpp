@@ -75,6 +75,8 @@ void TESTEXPLOC::SearchLimits(f64& lower, f64& upper) {
     }
 }
 
+// The smallest of n observations is itself exponential, with scale s/n (B. Epstein and M. Sobel,
+// Annals of Mathematical Statistics 25, 1954, 373-381).
 f64 TESTEXPLOC::RootFunction() {
     const f64 alpha{SignificanceLevel()};
     const f32 null = hypotheses.H0();

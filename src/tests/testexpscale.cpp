@@ -44,6 +44,8 @@ void TESTEXPSCALE::SearchLimits(f64& lower, f64& upper) {
     list.Narrow(lower, upper);
 }
 
+// 2 n estimate / scale is chi-square with 2 n df, with 2 (n - 1) where the location is estimated
+// (B. Epstein and M. Sobel, Annals of Mathematical Statistics 25, 1954, 373-381).
 f64 TESTEXPSCALE::RootFunction() {
     constexpr i16 locationKnown = 1;
     return ScalePowerEq(StatisticOf(list.Sizes, 2, ParListNo == locationKnown), list, 1);

@@ -68,6 +68,7 @@ class Tables {
     std::vector<f32> density2_;
 };
 
+// The power of the exact test (B. M. Bennett and P. Hsu, Biometrika 47, 1960, 393-398).
 f64 ExactEq(const ProportionValues& values, i16 n1, i16 n2) {
     const Tables tables(n1, n2, values.P1, values.P2);
     const f64 alpha = SignificanceLevel();

@@ -8,6 +8,7 @@
 #include "numeric/probdist_discrete.h"
 #include "tests/exactsums.h"
 #include "tests/lists/finitesamples.h"
+#include "tests/parhyper.h"
 #include "tests/proportions.h"
 
 namespace quorvanta {
@@ -21,14 +22,14 @@ namespace {
 ProportionList list;
 FiniteSamples samples;
 
-// The finite population correction. A census leaves no variance; the least correction lets the
-// sign of the effect decide there, where a standard error of 0 would give power 1, and 0 in the
-// left tail, whatever the effect is.
+// A census leaves no variance; the least correction lets the sign of the effect decide there, where
+// a standard error of 0 would give power 1, and 0 in the left tail, whatever the effect is.
 f32 FiniteFactor(f32 populationSize, f32 n) {
     constexpr f64 least = 1.0E-12;
-    return Single(MaxOf(least, (f64{populationSize} - n) / (f64{populationSize} - 1)));
+    return Single(MaxOf(least, FiniteCorrection(populationSize, n)));
 }
 
+// W. G. Cochran, Sampling Techniques, 3rd edition, 1977, chapter 3.
 f64 NormalEq(const ProportionValues& values, f32 populationSize, f32 n) {
     return OneProportionEq(values, n, FiniteFactor(populationSize, n), HyperCorrection == 1);
 }

@@ -75,8 +75,8 @@ MeansValues ReadMeans() {
     return values;
 }
 
-// The z-test, whose standard error is the same under both hypotheses (M. M. Desu and D.
-// Raghavarao, Sample Size Methodology, 1990, chapters 1 and 2).
+// The z-test, whose standard error is the same under both hypotheses (J. M. Lachin, Controlled
+// Clinical Trials 2, 1981, 93-113).
 f64 TESTNOR::RootFunction() {
     const MeansValues values = ReadMeans();
     return NormalPowerEq({.Effect = values.Delta,

@@ -38,6 +38,9 @@ void TESTS2::SearchLimits(f64& lower, f64& upper) {
     list.Narrow(lower, upper);
 }
 
+// df estimated variance / true variance is chi-square, the ratio of two such over their df F
+// distributed (A. M. Mood, F. A. Graybill and D. C. Boes, Introduction to the Theory of Statistics,
+// 3rd edition, 1974, chapter VI).
 f64 TESTS2::RootFunction() {
     constexpr i16 meanKnown = 2;
     return ScalePowerEq(StatisticOf(list.Sizes, 1, ParListNo == meanKnown), list, 2);

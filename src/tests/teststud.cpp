@@ -83,6 +83,8 @@ f64 TESTSTUD::RootFunction() {
                     DegreesOfFreedom(CurrentMeans()));
 }
 
+// N. L. Johnson and B. L. Welch, Biometrika 31, 1940, 362-389; two one-sided tests: D. J.
+// Schuirmann, Journal of Pharmacokinetics and Biopharmaceutics 15, 1987, 657-680.
 f64 TPowerEq(f32 delta, f32 se, f32 deltaLow, f32 deltaHigh, f32 df) {
     const f64 alpha = f64{SignificanceLevel()};
     const f64 shift = f64{delta} / f64{se};
@@ -116,6 +118,7 @@ f32 CommonSdDf(const SampleValues& sizes, i16 entry) {
                                     : (n1 - 1) * f64{entered});
 }
 
+// F. E. Satterthwaite, Biometrics Bulletin 2, 1946, 110-114.
 f32 SatterthwaiteDf(f32 sd1, f32 sd2, f32 n1, f32 n2) {
     const f32 a = Single(f64{sd1} * f64{sd1} / f64{n1});
     const f32 b = Single(f64{sd2} * f64{sd2} / f64{n2});
