@@ -9,6 +9,7 @@
 #include "core/search.h"
 #include "core/values.h"
 #include "output/format.h"
+#include "output/formatpar.h"
 
 #include <string>
 

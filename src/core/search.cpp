@@ -18,23 +18,11 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 PowerParNo = 1;
-constexpr i16 PowerKind = 1;
-constexpr i16 IntervalPowerKind = 318;
-constexpr i16 WidthProbabilityKind = 101;
-
-// The power, whatever its label says: a probability that the equation yields directly.
-bool UnknownIsPower() {
-    const i16 kind = ParKind(UnknownParNo);
-    return (UnknownParNo == PowerParNo && (kind == PowerKind || kind == IntervalPowerKind)) ||
-           kind == WidthProbabilityKind;
-}
-
 // A search without a change of sign may end on a zero outside its interval, which is no solution.
 // The power alone may lie outside the range in which it is searched: 0.999999 is a fact.
 bool IsWithin(f64 root, f64 lower, f64 upper) {
     constexpr f64 slack = 1.0E-5;
-    if (UnknownIsPower())
+    if (IsPowerKind(ParKind(UnknownParNo)))
         return root >= 0 && root <= 1;
     return root >= lower - slack && root <= upper + slack;
 }

@@ -209,29 +209,4 @@ f64 RoundPow10(f64 x, i16 p) {
     return Int(x / unit + 0.5) * unit;
 }
 
-std::string FormatPar(i16 kind, f64 x) {
-    if (IsCountKind(kind))
-        return Format(WholeCount(kind, x), "0");
-    return Format(x, FormatBySize(x));
-}
-
-f64 WholeCount(i16 kind, f64 x) {
-    constexpr f64 slack = 1e-5;
-    return IsPopulationKind(kind) ? Int(x + slack) : Int(x - slack) + 1;
-}
-
-bool IsCountKind(i16 kind) {
-    constexpr auto counts = std::to_array<i16>(
-        {4,   14,  17,  31,  37,  38,  39,  42,  85,  99,  149, 150, 163, 164, 165, 196,
-         197, 198, 201, 223, 224, 238, 239, 243, 244, 245, 246, 248, 256, 270, 280, 281,
-         282, 283, 285, 286, 288, 289, 310, 320, 322, 323, 324, 326, 327, 328, 334, 335});
-    static_assert(std::ranges::is_sorted(counts));
-    return std::ranges::binary_search(counts, kind);
-}
-
-bool IsPopulationKind(i16 kind) {
-    constexpr auto populations = std::to_array<i16>({31, 196, 197, 198});
-    return std::ranges::find(populations, kind) != populations.end();
-}
-
 } // namespace quorvanta

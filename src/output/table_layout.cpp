@@ -1,8 +1,10 @@
 #include "output/table_layout.h"
 
+#include "core/catalogue.h"
 #include "core/codepage.h"
 #include "core/general.h"
 #include "output/format.h"
+#include "output/formatpar.h"
 #include "output/xyzplot.h"
 
 #include <algorithm>
