@@ -13,7 +13,7 @@ namespace quorvanta {
 void GetFromTable(i16 parNo) {
     if (!SelIsTablePar(parNo))
         return;
-    const f64 value = static_cast<f64>(SelCalcTablePar());
+    const f64 value{SelCalcTablePar()};
     if (Cancelled == True) {
         Cancelled = False;
         return;

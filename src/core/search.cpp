@@ -21,7 +21,7 @@ namespace {
 // A search without a change of sign may end on a zero outside its interval, which is no solution.
 // The power alone may lie outside the range in which it is searched: 0.999999 is a fact.
 bool IsWithin(f64 root, f64 lower, f64 upper) {
-    constexpr f64 slack = 1.0E-5;
+    constexpr f64 slack = 1e-5;
     if (IsPowerKind(ParKind(UnknownParNo)))
         return root >= 0 && root <= 1;
     return root >= lower - slack && root <= upper + slack;

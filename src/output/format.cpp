@@ -95,7 +95,7 @@ std::size_t ColumnDecimals(f32 x) {
     const std::size_t decimals = TextDecimals(Str(x));
     if (decimals < MostColumnDecimals)
         return decimals;
-    const std::string rounded = Str(static_cast<f32>(RoundPow10(static_cast<f64>(x), -7)));
+    const std::string rounded = Str(static_cast<f32>(RoundPow10(f64{x}, -7)));
     if (rounded.find('E') != std::string::npos)
         return MostColumnDecimals;
     return TextDecimals(rounded);
@@ -169,7 +169,7 @@ std::string FormatBySize(f64 x) {
 std::string FormatByRange(i16 n, f32 min, f32 max) {
     f32 step = 1;
     if (min != max)
-        step = static_cast<f32>(std::fabs((static_cast<f64>(max) - static_cast<f64>(min)) / n));
+        step = static_cast<f32>(std::fabs((f64{max} - f64{min}) / n));
     if (step >= 100.0F)
         return "#########0 ";
     if (step >= 1.0F)

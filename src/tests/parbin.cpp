@@ -81,7 +81,7 @@ f64 UpperLimit(i16 n, i16 count, f64 outside) {
     if (count >= n)
         return 1;
     const auto excess = [=](f64 p) { return BinCdf(n, count, Single(p)) - outside; };
-    constexpr f64 tolerance = 1.0E-7;
+    constexpr f64 tolerance = 1e-7;
     i16 iterations = 0;
     f64 rest = 0;
     f64 limit = 1;

@@ -81,8 +81,8 @@ f64 NorPowerEq(f32 delta, f32 se0, f32 se1, f32 deltaLow, f32 deltaHigh, f32 se0
 f32 NorPValue(f32 mean, f32 m0, f32 se, f32 low, f32 high, f32 correction) {
     if (se <= 0)
         return 0;
-    const f64 s = f64{se};
-    const f64 c = f64{correction};
+    const f64 s{se};
+    const f64 c{correction};
     const f64 d = f64{mean} - f64{m0};
     if (NoOfTails == TwoOneSided) {
         const f64 left = 1 - NormalCdf((f64{mean} - f64{low} - c) / s);

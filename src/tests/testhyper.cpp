@@ -25,7 +25,7 @@ FiniteSamples samples;
 // A census leaves no variance; the least correction lets the sign of the effect decide there, where
 // a standard error of 0 would give power 1, and 0 in the left tail, whatever the effect is.
 f32 FiniteFactor(f32 populationSize, f32 n) {
-    constexpr f64 least = 1.0E-12;
+    constexpr f64 least = 1e-12;
     return Single(MaxOf(least, FiniteCorrection(populationSize, n)));
 }
 

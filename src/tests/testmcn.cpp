@@ -37,7 +37,7 @@ struct DiscordantPairs {
 // sign of the effect decide, where a standard error of 0 would give power 1, and 0 in the left
 // tail, whatever the effect is.
 f32 SeFromVariance(f64 variance) {
-    constexpr f64 least = 1.0E-12;
+    constexpr f64 least = 1e-12;
     return Single(std::sqrt(MaxOf(least, variance)));
 }
 

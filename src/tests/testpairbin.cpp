@@ -109,7 +109,7 @@ Pairs PairsAt(f64 unknown) {
 
 // Narrows the search to where a quantity that is linear in the unknown is not negative.
 void KeepNotNegative(f64& lower, f64& upper, f64 atLower, f64 atUpper) {
-    constexpr f64 rounding = -1.0E-6;
+    constexpr f64 rounding = -1e-6;
     if (atLower >= rounding && atUpper >= rounding)
         return;
     if (atLower < 0 && atUpper < 0) {
@@ -165,7 +165,7 @@ bool CheckDifferent(f64 p1, f64 p2) {
     const f64 entry =
         ParValue(second) + (list.Hypothesis.TruthForm() == AsRatio ? step / p1 : step);
     return SearchesLeft() ? CheckRange(second, ParMin(kind), entry)
-                            : CheckRange(second, entry, ParMax(kind));
+                          : CheckRange(second, entry, ParMax(kind));
 }
 
 } // namespace

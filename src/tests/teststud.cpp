@@ -86,14 +86,14 @@ f64 TESTSTUD::RootFunction() {
 // N. L. Johnson and B. L. Welch, Biometrika 31, 1940, 362-389; two one-sided tests: D. J.
 // Schuirmann, Journal of Pharmacokinetics and Biopharmaceutics 15, 1987, 657-680.
 f64 TPowerEq(f32 delta, f32 se, f32 deltaLow, f32 deltaHigh, f32 df) {
-    const f64 alpha = f64{SignificanceLevel()};
+    const f64 alpha{SignificanceLevel()};
     const f64 shift = f64{delta} / f64{se};
     f64 power = 0;
     if (NoOfTails == TwoSided) {
-        const f64 t = f64{TInv(Single(1 - alpha / 2), df)};
+        const f64 t{TInv(Single(1 - alpha / 2), df)};
         power = 1 - NoncentralT(t, df, shift) + NoncentralT(-t, df, shift);
     } else {
-        const f64 t = f64{TInv(Single(1 - alpha), df)};
+        const f64 t{TInv(Single(1 - alpha), df)};
         if (NoOfTails == TwoOneSided)
             power = NoncentralT(-t, df, -f64{deltaHigh} / f64{se}) -
                     NoncentralT(t, df, f64{deltaLow} / f64{se});
@@ -122,8 +122,8 @@ f32 CommonSdDf(const SampleValues& sizes, i16 entry) {
 f32 SatterthwaiteDf(f32 sd1, f32 sd2, f32 n1, f32 n2) {
     const f32 a = Single(f64{sd1} * f64{sd1} / f64{n1});
     const f32 b = Single(f64{sd2} * f64{sd2} / f64{n2});
-    const f64 va = f64{a};
-    const f64 vb = f64{b};
+    const f64 va{a};
+    const f64 vb{b};
     return Single((va + vb) * (va + vb) / (va * va / (f64{n1} - 1) + vb * vb / (f64{n2} - 1)));
 }
 
