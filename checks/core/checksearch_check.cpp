@@ -166,6 +166,73 @@ TEST_F(CheckSearch, LimitsOfAPairFollowItsForm) {
     EXPECT_EQ(limits(AsRatio), std::pair(-99999.0, 99999.0));
 }
 
+// In 32 bits a difference of -300 and one of 0.00001 - 300 are the same, but a deviation of 0 is
+// not one of 0.00001.
+TEST_F(CheckSearch, ADependentValueHasToReachItsOwnRange) {
+    Put(2, 300);
+    Put(3, -300);
+    EXPECT_FALSE(CheckPair(2, 3, 0.00001F, 99999, AsDifference));
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{"H1: Mean Has To Be Greater Than or Equal to -299.99999."});
+    Put(3, -299.99999);
+    EXPECT_TRUE(CheckPair(2, 3, 0.00001F, 99999, AsDifference));
+    Put(2, 0.7);
+    Put(3, 0.29999);
+    EXPECT_TRUE(CheckPair(2, 3, 0.00001F, 0.99999F, AsDifference));
+    Put(3, 0.3);
+    EXPECT_FALSE(CheckPair(2, 3, 0.00001F, 0.99999F, AsDifference));
+    Put(2, 3000);
+    Put(3, 1e-9);
+    EXPECT_FALSE(CheckPair(2, 3, 0.00001F, 99999, AsRatio));
+    Put(3, 1e-8);
+    EXPECT_TRUE(CheckPair(2, 3, 0.00001F, 99999, AsRatio));
+}
+
+TEST_F(CheckSearch, OnlyALimitOfTheKindItselfIsReachedIn32Bits) {
+    Put(2, 500.00001);
+    EXPECT_EQ(static_cast<f32>(ParValue(2)), 500.0F);
+    EXPECT_FALSE(CheckRange(2, 3, 500));
+    Put(2, 500);
+    EXPECT_TRUE(CheckRange(2, 3, 500));
+    Put(2, 2.9999999);
+    EXPECT_FALSE(CheckRange(2, 3, 500));
+}
+
+// At the limits of the search, and next to them, the equation finds the dependent value in its
+// range, whatever the size of the base.
+TEST_F(CheckSearch, AtTheLimitsOfAPairTheDependentValueIsInItsRange) {
+    const f64 min = static_cast<f64>(0.00001F);
+    const f64 max = static_cast<f64>(0.99999F);
+    const auto expectInside = [](f32 value, f64 low, f64 high, const std::string& where) {
+        EXPECT_GE(static_cast<f64>(value), low) << where;
+        EXPECT_LE(static_cast<f64>(value), high) << where;
+    };
+    for (const f64 base : {0.0012345, 0.1, 0.3, 0.7, 3.3, 256.7, 300.0, 1282.1, 2195.7, 98765.4})
+        for (const f64 high : {max, 99999.0})
+            for (const i16 form : {AsDifference, AsRatio}) {
+                const std::string where = std::to_string(base) + " to " + std::to_string(high);
+                const auto dependent = [form](f64 first, f64 entered) {
+                    const f64 b = static_cast<f64>(static_cast<f32>(first));
+                    return static_cast<f32>(form == AsDifference ? b + entered : b * entered);
+                };
+                f64 lower = -1e9;
+                f64 upper = 1e9;
+                UnknownParNo = 3;
+                Put(2, base);
+                PairLimits(lower, upper, 2, min, high, form);
+                EXPECT_LT(lower, upper) << where;
+                expectInside(dependent(base, lower), min, high, where + ", entry");
+                expectInside(dependent(base, upper), min, high, where + ", entry");
+                lower = -1e9;
+                upper = 1e9;
+                UnknownParNo = 2;
+                Put(3, form == AsDifference ? -base : base);
+                PairLimits(lower, upper, 2, min, high, form);
+                expectInside(dependent(lower, ParValue(3)), min, high, where + ", base");
+                expectInside(dependent(upper, ParValue(3)), min, high, where + ", base");
+            }
+}
+
 TEST_F(CheckSearch, TheTailDecidesTheSide) {
     const auto sides = [](auto limit) {
         f64 lower = -5;

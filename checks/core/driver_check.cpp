@@ -139,6 +139,39 @@ TEST_F(Driver, NoSolutionIsToldWithAHintEveryOtherTime) {
     EXPECT_EQ(platform.Texts(), (std::vector<std::string>{hint, plain, hint}));
 }
 
+// Only after a success does a second press of the same label do nothing.
+TEST_F(Driver, ASecondPressAfterNoSolutionCalculatesAgain) {
+    OpenTTest(OneSided);
+    Type(h1Difference, "-0.5");
+    const std::string plain = "Can't Be Calculated.";
+    const std::string hint = "Can't Be Calculated. Please Check if TickBox 'Reject in Left Tail' "
+                             "Should Be Ticked.";
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(Solve(size1), "-");
+    EXPECT_EQ(platform.Texts(), (std::vector<std::string>{hint, plain, hint, plain}));
+    EXPECT_EQ(Calculated, True);
+    // Another label that is solved, and then pressed again.
+    Type(h1Difference, "0.5");
+    Type(size1, "30");
+    EXPECT_NE(Solve(power), "-");
+    ParText(power) = "kept";
+    EXPECT_EQ(Solve(power), "kept");
+    EXPECT_EQ(platform.Messages.size(), 4U);
+}
+
+TEST_F(Driver, BadValuesAfterNoSolutionAreToldOnce) {
+    OpenTTest();
+    Type(h1Difference, "0");
+    Solve(size1);
+    Type(sd, "0");
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(Solve(size1), "-");
+    EXPECT_EQ(platform.Texts(),
+              (std::vector<std::string>{"Can't Be Calculated.",
+                                        "Standard Deviation Has To Be Greater Than or Equal to "
+                                        "0.00001."}));
+}
+
 TEST_F(Driver, TheHintNamesTheOtherDirection) {
     OpenTest(unpaired);
     Pick(groupMean2, 1);
@@ -186,15 +219,24 @@ TEST_F(Driver, ARootAtTheUpperLimitIsAFailure) {
     EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Can't Be Calculated."});
 }
 
+// While a run shows its progress each evaluation lets events through: they can be counted.
 TEST_F(Driver, NoEvaluationWhenTheLimitsAreEmpty) {
     OpenTTest();
-    const i16 position = PositionOf(sd);
-    ParMin(sd) = ParMax(sd) = 1;
     Type(sd, "1");
-    ParValue(position) = 7;
+    UnknownParNo = PositionOf(sd);
+    Calculating = True;
+    platform.Yields = 0;
+    SolveUnknown();
+    EXPECT_GT(platform.Yields, 0);
+    ParMin(sd) = ParMax(sd) = 1;
+    ParValue(UnknownParNo) = 7;
+    platform.Yields = 0;
+    EXPECT_EQ(SolveUnknown(), NoValue);
+    EXPECT_EQ(platform.Yields, 0);
+    EXPECT_EQ(ParValue(UnknownParNo), 7) << "no trial value was written";
+    Calculating = False;
     EXPECT_EQ(Solve(sd), "-");
     EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Can't Be Calculated."});
-    EXPECT_EQ(ParValue(position), 1) << "no trial value was written";
 }
 
 TEST_F(Driver, EveryParameterCanBeTheUnknown) {

@@ -1,5 +1,6 @@
 // The root search on the driver's own equation: how often it evaluates, and that the same inputs
 // give the same bits whatever the compiler and its options.
+#include "core/checksearch.h"
 #include "core/dispatch.h"
 #include "core/root.h"
 #include "core/search.h"
@@ -63,6 +64,137 @@ TEST_F(Search, TakesAsManyEvaluationsAsItsStepsSay) {
     OpenPlan("0.05", "0.80", "0.5", "1");
     EXPECT_EQ(Evaluations(62, root), 26);
     EXPECT_NEAR(root, 0.735759404, 1e-5);
+}
+
+// --- Which roots count --------------------------------------------------------------------------
+
+// The test of an exponential location has power = level * exp(n (H1 - H0) / scale) in its right
+// tail: linear in the level, and every root is known.
+class Location : public AnalysisFixture {
+  protected:
+    static constexpr i16 level = 0;
+    static constexpr i16 power = 1;
+    static constexpr i16 h0 = 131;
+    static constexpr i16 h1 = 132;
+    static constexpr i16 scale = 146;
+    static constexpr i16 size = 85;
+    static constexpr f64 levelMin = static_cast<f64>(0.00001F);
+    static constexpr f64 levelMax = static_cast<f64>(0.99999F);
+
+    void SetUp() override {
+        AnalysisFixture::SetUp();
+        OpenDistribution(DistrExponential, 0, ProcedureTest);
+        ChooseTails(OneSided);
+        ChooseLeftTail(false);
+        Pick(14, AsValue);
+        AcceptOptions();
+        platform.Messages.clear();
+    }
+
+    static std::string Text(f64 x) {
+        char text[32];
+        std::snprintf(text, sizeof text, "%.12f", x);
+        return text;
+    }
+
+    // What is shown for the level when the power entered is the power of this level.
+    std::string LevelOf(f64 root, f64 powerEntered) {
+        platform.Messages.clear();
+        Type(power, Text(powerEntered));
+        Type(h0, "0");
+        Type(h1, Text(std::log(powerEntered / root)));
+        Type(scale, "10");
+        Type(size, "10");
+        return Solve(level);
+    }
+
+    // What is shown for the H1 location that lies there.
+    std::string LocationAt(f64 root) {
+        platform.Messages.clear();
+        Type(level, "0.05");
+        Type(power, "0.8");
+        Type(scale, "1000");
+        Type(size, "10");
+        Type(h0, Text(root - 100 * std::log(16.0)));
+        return Solve(h1);
+    }
+
+    bool SaysCantCalculate() const {
+        return platform.Messages.size() == 1 &&
+               platform.Messages[0].Text.starts_with("Can't Be Calculated.");
+    }
+};
+
+TEST_F(Location, ALevelInsideItsLimitsIsFound) {
+    EXPECT_EQ(LevelOf(0.03, 0.8), "0.03");
+    EXPECT_EQ(LevelOf(0.00002, 0.8), "0.00002");
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
+// 0.000004 would be shown as 0, and 0.999995 as 1.0: no level that could be typed.
+TEST_F(Location, NoLevelIsShownAs0Or1) {
+    EXPECT_EQ(LevelOf(0.000004, 0.5), "-");
+    EXPECT_TRUE(SaysCantCalculate());
+    EXPECT_EQ(LevelOf(0.000004, 0.00001), "0.00001") << "the limit solves the equation as well";
+    EXPECT_EQ(ParValue(0), levelMin);
+    EXPECT_EQ(LevelOf(0.999995, 0.9), "0.99999");
+    EXPECT_EQ(ParValue(0), levelMax);
+    Type(power, "0.9");
+    EXPECT_NE(Solve(power), "-") << "what is shown can be typed";
+}
+
+TEST_F(Location, ARootOutsideItsLimitsIsNone) {
+    EXPECT_EQ(LevelOf(1.2, 0.9), "-");
+    EXPECT_TRUE(SaysCantCalculate());
+    EXPECT_EQ(LevelOf(1.0001, 0.9), "-");
+    EXPECT_TRUE(SaysCantCalculate());
+}
+
+// Where the H0 location moves with H1 it has no influence: the residual is constant.
+TEST_F(Location, AConstantResidualIsNoSolution) {
+    OpenDistribution(DistrExponential, 0, ProcedureTest);
+    Pick(14, AsDifference);
+    AcceptOptions();
+    platform.Messages.clear();
+    Type(power, "0.8");
+    Type(133, "0.5");
+    EXPECT_EQ(Solve(h0), "-");
+    EXPECT_TRUE(SaysCantCalculate());
+}
+
+TEST_F(Location, TheMarksOfARangeThatWasSearchedToItsEndAreNoRoots) {
+    for (const f64 mark : {66666.0, 6666.0, 66667.0, 9999.0}) {
+        EXPECT_EQ(LocationAt(mark + 0.5), "-") << mark;
+        EXPECT_TRUE(SaysCantCalculate()) << mark;
+        for (const f64 next : {mark - 1.5, mark + 2.5}) {
+            EXPECT_NEAR(ReadNumber(LocationAt(next)), next, 0.51) << next;
+            EXPECT_TRUE(platform.Messages.empty()) << next;
+        }
+    }
+    EXPECT_EQ(LocationAt(99999), "-") << "no value";
+    EXPECT_TRUE(SaysCantCalculate());
+    EXPECT_EQ(LocationAt(99998), "99998");
+}
+
+// A small level, where the power is steep: the trial values are as close as the tolerance asks
+// before one of them solves the equation.
+TEST_F(Search, ASmallLevelIsFoundBetweenItsLastTrialValues) {
+    OpenPlan("0.05", "0.80", "0.5", "1");
+    for (const char* effect : {"0.9", "1.1", "1.2", "1.25", "1.3", "1.35", "1.4"}) {
+        Type(62, effect);
+        EXPECT_NE(Solve(0), "-") << effect;
+        UnknownParNo = 1;
+        EXPECT_NEAR(SolveUnknown(), 0.8, RootResidual) << effect << ", level " << ParValue(0);
+    }
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
+// Of every level down to the limit.
+TEST_F(Location, EveryLevelDownToTheLimitIsFound) {
+    for (f64 root = 0.5; root > 1.05 * levelMin; root *= 0.93) {
+        EXPECT_NE(LevelOf(root, 0.8), "-") << root;
+        EXPECT_NEAR(ParValue(0), root, 0.0015 * root + 1e-5) << root;
+    }
 }
 
 std::string Bits(f64 value) {

@@ -49,6 +49,16 @@ TEST(Solutions, AreTheSameBitsInEveryBuild) {
     EXPECT_GT(solved, 50000);
 }
 
+// Every analysis with every choice, at the limits of its searches.
+TEST(Solutions, NoFaultAtTheLimitsWhateverTheSizeOfABase) {
+    ScriptedPlatform platform;
+    Main();
+    FileCommand(CalculationWindow);
+    for (const AnalysisChoice& analysis : ServedAnalyses())
+        for (const AnalysisChoice& choice : AllChoices(analysis))
+            ExpectSafeWithAnyBase(choice, {});
+}
+
 // The figures are defined by where they round, and a compiler that fuses a multiplication with an
 // addition leaves a rounding out: here the rounded product is 1 and the exact one 1 - 2^-60.
 TEST(Solutions, AreNotContracted) {

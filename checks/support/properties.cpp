@@ -129,8 +129,13 @@ bool LimitsOf(i16 parNo, f64& lower, f64& upper) {
     ParText(ParKind(parNo)) = text;
     lower = ParMin(ParKind(parNo));
     upper = ParMax(ParKind(parNo));
-    if (good)
-        SelSearchLimits(lower, upper);
+    if (good) {
+        const f64 before = ParValue(parNo);
+        ClearFloatFaults();
+        EXPECT_NO_THROW(SelSearchLimits(lower, upper)) << StripAmpersand(ParLabel(ParKind(parNo)));
+        EXPECT_FALSE(HasFloatFault()) << StripAmpersand(ParLabel(ParKind(parNo)));
+        EXPECT_EQ(ParValue(parNo), before) << StripAmpersand(ParLabel(ParKind(parNo)));
+    }
     return good && upper > lower;
 }
 
@@ -276,6 +281,52 @@ void ExpectSafeInsideLimits(const AnalysisChoice& choice, const Values& values) 
             EXPECT_TRUE(std::isfinite(residual)) << Unknown(choice, i) << " at " << trial;
         }
     }
+}
+
+namespace {
+
+// Trial values of the unknown at, next to and between its limits.
+void ExpectSafeAtLimits(const AnalysisChoice& choice, i16 parNo, const std::string& where) {
+    f64 lower = 0;
+    f64 upper = 0;
+    if (!LimitsOf(parNo, lower, upper))
+        return;
+    ClearFloatFaults();
+    for (const f64 trial : {lower, upper, std::nextafter(lower, upper),
+                            lower + 1e-7 * (upper - lower), (lower + upper) / 2}) {
+        f64 residual = NAN;
+        EXPECT_NO_THROW(residual = TryValue(trial))
+            << Unknown(choice, parNo) << " at " << trial << where;
+        EXPECT_TRUE(std::isfinite(residual)) << Unknown(choice, parNo) << " at " << trial << where;
+    }
+}
+
+} // namespace
+
+void ExpectSafeWithAnyBase(const AnalysisChoice& choice, const Values& values) {
+    constexpr f64 sizes[] = {0.0012345, 0.03, 0.7, 3.3, 256.7, 1282.1, 2195.7, 31234.5, 98765.4};
+    Start(choice, values);
+    for (i16 base = 2; base <= NoOfPar; ++base)
+        for (const f64 size : sizes)
+            for (const f64 value : {size, -size}) {
+                const i16 kind = ParKind(base);
+                if (value < ParMin(kind) || value > ParMax(kind))
+                    continue;
+                const f64 planned = ParValue(base);
+                ParValue(base) = value;
+                const std::string where =
+                    " with " + StripAmpersand(ParLabel(kind)) + " " + std::to_string(value);
+                // A quantity in two forms stands in neighbours.
+                for (const int step : {-2, -1, 1, 2}) {
+                    const i16 parNo = static_cast<i16>(base + step);
+                    if (parNo < 2 || parNo > NoOfPar)
+                        continue;
+                    const f64 before = ParValue(parNo);
+                    ExpectSafeAtLimits(choice, parNo, where);
+                    ParValue(parNo) = before;
+                }
+                ParValue(base) = planned;
+            }
 }
 
 void ExpectSmallSizesFound(i16 sizeKind, const AnalysisChoice& choice, const Values& values) {

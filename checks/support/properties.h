@@ -52,6 +52,10 @@ int ExpectRoundTrip(const AnalysisChoice& choice, const Values& values);
 // each parameter as the unknown.
 void ExpectSafeInsideLimits(const AnalysisChoice& choice, const Values& values);
 
+// The same, at and next to the limits, while one of the other parameters is of any size, from 0.001
+// to 100000, above and below 0: what two parameters form together stays in its range.
+void ExpectSafeWithAnyBase(const AnalysisChoice& choice, const Values& values);
+
 // From every size of a handful to two dozen, whole or broken: the power, error or width that it has
 // is asked for, and a size is found.
 void ExpectSmallSizesFound(i16 sizeKind, const AnalysisChoice& choice, const Values& values);

@@ -182,6 +182,18 @@ TEST_F(CalcWindow, TellsOfAMissingValue) {
     EXPECT_EQ(Messages.Texts.size(), 1) << "the same bad values are not checked twice";
 }
 
+TEST_F(CalcWindow, AsksAgainAfterNoSolution) {
+    Type(power_, "0.99");
+    Type(size2_, "3");
+    const QString told = "Can't Be Calculated.";
+    Press(size1_);
+    Press(size1_);
+    EXPECT_EQ(Messages.Texts, (QStringList{told, told}));
+    QTest::keyClick(&Box(sd_), Qt::Key_Return);
+    EXPECT_EQ(Messages.Texts, (QStringList{told, told, told}));
+    EXPECT_EQ(Value(size1_), "-");
+}
+
 TEST_F(CalcWindow, TellsThatThereIsNoSolution) {
     // 3 subjects in group 2 don't reach that power, however many there are in group 1.
     Type(power_, "0.99");

@@ -6,6 +6,7 @@
 #include "core/values.h"
 #include "output/format.h"
 
+#include <cmath>
 #include <string>
 
 namespace quorvanta {
@@ -19,6 +20,46 @@ i16 refused = none;
 
 std::string LimitText(f64 limit) {
     return Format(limit, "#####0.######");
+}
+
+f64 Rounded(f64 x) {
+    return f64{static_cast<f32>(x)};
+}
+
+// The dependent value as the equations see it: formed from the 32-bit base, itself in 32 bits.
+f64 Dependent(f64 base, f64 entered, Form form) {
+    return Rounded(FromForm(form, Rounded(base), entered));
+}
+
+// Is there a value at all? Shows a message if not.
+bool CheckPresent(i16 i) {
+    if (i == varyingX || i == varyingZ || HasValue(ParText(ParKind(i))))
+        return true;
+    refused = i;
+    ShowMessage(StripAmpersand(ParLabel(ParKind(i))) + " Has No Value.");
+    return false;
+}
+
+// Tells which of its limits parameter i passes.
+bool CheckLimits(i16 i, f64 min, f64 max, bool belowMin, bool aboveMax) {
+    const f32 low = static_cast<f32>(min);
+    const f32 high = static_cast<f32>(max);
+    constexpr f32 open = 99999.0F;
+    if (low <= -open && high >= open)
+        return true;
+    const std::string label = StripAmpersand(ParLabel(ParKind(i)));
+    bool inRange = true;
+    if (low != -open && belowMin) {
+        ShowMessage(label + " Has To Be Greater Than or Equal to " + LimitText(min) + ".");
+        inRange = false;
+    }
+    if (high != open && aboveMax) {
+        ShowMessage(label + " Has To Be Less Than or Equal to " + LimitText(max) + ".");
+        inRange = false;
+    }
+    if (!inRange)
+        refused = i;
+    return inRange;
 }
 
 } // namespace
@@ -46,33 +87,15 @@ void ForgetRefused() {
 }
 
 bool CheckRange(i16 i, f64 min, f64 max) {
-    const std::string label = StripAmpersand(ParLabel(ParKind(i)));
-    if (i != varyingX && i != varyingZ && !HasValue(ParText(ParKind(i)))) {
-        refused = i;
-        ShowMessage(label + " Has No Value.");
+    if (!CheckPresent(i))
         return false;
-    }
-    const f32 low = static_cast<f32>(min);
-    const f32 high = static_cast<f32>(max);
-    constexpr f32 open = 99999.0F;
-    if (low <= -open && high >= open)
-        return true;
     // The catalogue's limits are 32-bit floats: a typed 0.99999 equals the limit 0.99999 only when
-    // both are taken in 32 bits.
+    // both are taken in 32 bits. A limit that follows from another value has no such excuse.
     const f64 value = ParValue(i);
-    const f32 narrow = static_cast<f32>(value);
-    bool inRange = true;
-    if (low != -open && !(value >= min || narrow >= low)) {
-        ShowMessage(label + " Has To Be Greater Than or Equal to " + LimitText(min) + ".");
-        inRange = false;
-    }
-    if (high != open && !(value <= max || narrow <= high)) {
-        ShowMessage(label + " Has To Be Less Than or Equal to " + LimitText(max) + ".");
-        inRange = false;
-    }
-    if (!inRange)
-        refused = i;
-    return inRange;
+    const i16 kind = ParKind(i);
+    const bool reachesMin = value >= min || (min == ParMin(kind) && Rounded(value) >= min);
+    const bool reachesMax = value <= max || (max == ParMax(kind) && Rounded(value) <= max);
+    return CheckLimits(i, min, max, !reachesMin, !reachesMax);
 }
 
 bool CheckPair(i16 i, i16 j, f64 min, f64 max, Form form) {
@@ -80,10 +103,18 @@ bool CheckPair(i16 i, i16 j, f64 min, f64 max, Form form) {
         return true;
     if (form == AsValue)
         return CheckRange(j, min, max);
-    if (i == UnknownParNo || (form == AsRatio && ParValue(i) == 0))
+    const f64 base = ParValue(i);
+    if (i == UnknownParNo || (form == AsRatio && base == 0))
         return true;
-    const auto [low, high] = InForm(form, ParValue(i), Range{min, max});
-    return CheckRange(j, low, high);
+    if (!CheckPresent(j))
+        return false;
+    const f64 value = Dependent(base, ParValue(j), form);
+    const bool mirrored = form == AsRatio && base < 0;
+    const bool belowMin = !(value >= min);
+    const bool aboveMax = !(value <= max);
+    const auto [low, high] = InForm(form, base, Range{min, max});
+    return CheckLimits(j, low, high, mirrored ? aboveMax : belowMin,
+                       mirrored ? belowMin : aboveMax);
 }
 
 bool CheckPairs(i16 i) {
@@ -94,23 +125,36 @@ bool CheckPairs(i16 i) {
 }
 
 void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, Form form) {
-    if (UnknownParNo == i + 1) {
-        if (form == AsValue) {
+    const i16 j = static_cast<i16>(i + 1);
+    if (UnknownParNo != i && UnknownParNo != j)
+        return;
+    if (form == AsValue) {
+        if (UnknownParNo == j) {
             lower = min;
             upper = max;
-        } else if (form == AsDifference || ParValue(i) != 0) {
-            const auto [low, high] = InForm(form, ParValue(i), Range{min, max});
-            lower = MaxOf(lower, low);
-            upper = MinOf(upper, high);
         }
-    } else if (UnknownParNo == i) {
-        const f64 partner = ParValue(i + 1);
-        if (form == AsDifference || (form == AsRatio && partner != 0)) {
-            const auto [low, high] = InForm(form, partner, Range{min, max});
-            lower = MaxOf(lower, low);
-            upper = MinOf(upper, high);
-        }
+        return;
     }
+    const bool baseKnown = UnknownParNo == j;
+    const f64 partner = baseKnown ? Rounded(ParValue(i)) : ParValue(j);
+    if (form == AsRatio && partner == 0)
+        return;
+    const auto inside = [=](f64 x) {
+        const f64 value = baseKnown ? Dependent(partner, x, form) : Dependent(x, partner, form);
+        return value >= min && value <= max;
+    };
+    // An unknown base counts in 32 bits, an unknown entry in 64.
+    const auto next = [baseKnown](f64 x, f64 end) {
+        return baseKnown ? std::nextafter(x, end)
+                         : f64{std::nextafter(static_cast<f32>(x), static_cast<f32>(end))};
+    };
+    auto [low, high] = InForm(form, partner, Range{min, max});
+    while (low < high && !inside(low))
+        low = next(low, high);
+    while (low < high && !inside(high))
+        high = next(high, low);
+    lower = MaxOf(lower, low);
+    upper = MinOf(upper, high);
 }
 
 void LeftTailLimit(f64& lower, f64& upper, f64 x) {

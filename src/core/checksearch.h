@@ -7,7 +7,8 @@
 namespace quorvanta {
 
 // Is the value of parameter i within min..max? Shows a message and returns false if not, or if
-// the parameter has no value. -99999 and 99999 stand for no limit.
+// the parameter has no value. -99999 and 99999 stand for no limit. A limit of the parameter's own
+// kind may be reached in 32 bits, any other one has to be in 64.
 bool CheckRange(i16 i, f64 min, f64 max);
 
 // The parameter that the last message of CheckRange was about; -1 if there was none since
@@ -20,15 +21,16 @@ void SetVaryingPars(i16 xParNo, i16 zParNo);
 void ClearVaryingPars();
 
 // Parameter j stands for a quantity entered as itself, as a difference from parameter i or as a
-// ratio to it: is that quantity within min..max? True if it can't be known yet because i or j is
-// the unknown, or because the ratio is to 0.
+// ratio to it: is that quantity, in 32 bits as the equations see it, within min..max? True if it
+// can't be known yet because i or j is the unknown, or because the ratio is to 0.
 bool CheckPair(i16 i, i16 j, f64 min, f64 max, Form form);
 
 // A left limit at i and a right limit at i + 1: is the left one not above the right one?
 bool CheckPairs(i16 i);
 
 // Narrows the search when the unknown is parameter i or its partner i + 1, so that the quantity of
-// the pair stays within min..max.
+// the pair stays within min..max at the limits themselves, as the equations see it: formed from the
+// 32-bit base, and in 32 bits.
 void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, Form form);
 
 // An effect has two values of the same power, one on each side of no effect (with two one-sided

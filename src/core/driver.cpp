@@ -15,8 +15,21 @@
 
 namespace quorvanta {
 
+namespace {
+
+bool foundNothing = false; // the last search
+
+// A result stands until something changes, and bad values are told once; a search that found
+// nothing may be asked again.
+bool IsSettled(i16 parNo) {
+    return Calculated == True && parNo == UnknownParNo &&
+           !(foundNothing && !HasValue(ParText(ParKind(parNo))));
+}
+
+} // namespace
+
 void SolveFor(i16 parNo) {
-    if (Calculated == True && parNo == UnknownParNo)
+    if (IsSettled(parNo))
         return;
     Cancelled = False;
     UnknownParNo = parNo;
@@ -36,6 +49,7 @@ void CalcUnknown() {
     ThePlatform().RefreshChild();
     if (IsMultComp == True)
         HasGridData = False;
+    foundNothing = false;
     if (!SelCheckPar()) {
         if (IsGroupSeq == False && IsMultComp == False)
             Calculated = True;
@@ -44,6 +58,7 @@ void CalcUnknown() {
     }
     const f64 root = SolveUnknown();
     if (root == NoValue) {
+        foundNothing = true;
         ShowCantCalculate();
     } else {
         ParValue(UnknownParNo) = root;

@@ -7,6 +7,7 @@
 #include "core/types.h"
 #include "numeric/rounding.h"
 #include "tests/powereq.h"
+#include "tests/trialvalue.h"
 
 namespace quorvanta {
 
@@ -92,7 +93,7 @@ template <class Equation>
 void StartFromTooSmall(f64& lower, f64& upper, const Equation& equation) {
     if (!(upper > lower))
         return;
-    ParValue(UnknownParNo) = lower;
+    const TrialValue least(lower);
     if (equation() >= 0)
         upper = lower;
 }

@@ -56,8 +56,8 @@ f64 OneSampleEq(const ProportionValues& values) {
 }
 
 bool IsPopulationTooLarge() {
-    const SampleValues& population = samples.Populations();
-    return HyperExact == 1 && !population.FirstIsUnknown() && population.First() > MaxExactSize;
+    constexpr f64 unknown = 0;
+    return HyperExact == 1 && samples.Populations().FirstAt(unknown) > MaxExactSize;
 }
 
 } // namespace

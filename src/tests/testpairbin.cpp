@@ -9,6 +9,7 @@
 #include "tests/lists/proportions.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/powereq.h"
+#include "tests/trialvalue.h"
 
 #include <cmath>
 
@@ -102,7 +103,7 @@ struct Pairs {
 };
 
 Pairs PairsAt(f64 unknown) {
-    ParValue(UnknownParNo) = unknown;
+    const TrialValue trial(unknown);
     const ProportionValues values = ReadProportions(list);
     return {values.P1, values.P2, DiscordantSum(values.P1, values.P2)};
 }
@@ -196,8 +197,15 @@ bool TESTPAIRBIN::CheckPar() {
     const ProportionValues values = ReadProportions(list);
     if (!CheckDifferent(values.P1, values.P2))
         return false;
+    if (UnknownParNo == third)
+        return true;
+    // The range is formed of 32-bit values: what equals its end in 32 bits is at the end.
     const Range range = ThirdRange(values.P1, values.P2);
-    return UnknownParNo == third || CheckRange(third, range.Min, range.Max);
+    const f64 entered = ParValue(third);
+    const auto end = [entered](f64 limit) {
+        return Single(entered) == Single(limit) ? entered : limit;
+    };
+    return CheckRange(third, end(range.Min), end(range.Max));
 }
 
 void TESTPAIRBIN::SearchLimits(f64& lower, f64& upper) {

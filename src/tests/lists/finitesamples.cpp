@@ -21,7 +21,7 @@ bool FiniteSamples::Check() const {
     Range first = sizes_.FirstRange();
     Range second = sizes_.SecondRange();
     if (!populations_.FirstIsUnknown())
-        first.Max = f64{populations_.First()};
+        first.Max = populations_.FirstAt(0);
     if (sizes_.HasSecond() && !populations_.SecondDependsOnUnknown())
         second.Max = f64{populations_.Second()};
     return sizes_.Check(first, second);
@@ -38,7 +38,7 @@ void FiniteSamples::Narrow(f64& lower, f64& upper) const {
             population2.Min = f64{sizes_.Second()};
         populations_.Narrow(lower, upper, population1, population2);
     } else {
-        first.Max = f64{populations_.First()};
+        first.Max = populations_.FirstAt(0);
         if (sizes_.HasSecond())
             second.Max = f64{populations_.Second()};
         sizes_.Narrow(lower, upper, first, second);

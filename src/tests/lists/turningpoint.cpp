@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/checksearch.h"
+#include "tests/trialvalue.h"
 
 namespace quorvanta {
 
@@ -12,13 +13,12 @@ Side SideOfTail() {
 void KeepOneSide(f64& lower, f64& upper, f64 turn, Side preferred, f64 (*residual)()) {
     if (!(turn > lower && turn < upper))
         return;
-    f64& unknown = ParValue(UnknownParNo);
-    const f64 before = unknown;
-    unknown = turn;
-    const f64 atTurn = residual();
-    unknown = preferred == Side::Below ? lower : upper;
-    const bool changesSign = residual() * atTurn <= 0;
-    unknown = before;
+    const auto at = [residual](f64 x) {
+        const TrialValue trial(x);
+        return residual();
+    };
+    const f64 atTurn = at(turn);
+    const bool changesSign = at(preferred == Side::Below ? lower : upper) * atTurn <= 0;
     if (changesSign == (preferred == Side::Below))
         upper = turn;
     else
