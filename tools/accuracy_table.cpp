@@ -41,9 +41,12 @@ The corners worth knowing:
   0.14 with 20000.
 - The bisection of `FInv` ends within 2e-5 (f + df2/df1): fine for a critical value above 1, coarse
   for the lower quantiles of F with few numerator and many denominator degrees of freedom.
-- The quantile of chi-square climbs in steps over a broken df up to 10.
+- The quantile of chi-square climbs in steps over a broken df up to 10, and its distribution function
+  by up to 0.005 over one up to 21. Searches need curves: for broken df that low the engines
+  interpolate between the whole ones.
 - Non-central t is a normal approximation: over its whole range off by up to 0.04 with 2 to 5 degrees
-  of freedom, 0.007 with 10 to 30, and 0.0007 from 60 on.
+  of freedom, 0.007 with 10 to 30, and 0.0007 from 60 on. With 1 and 2 degrees of freedom it gives
+  more power than with 3: a regression slope in 3 subjects has 0.293 where 0.057 is exact.
 - `PoissonCdf` is a chi-square and shares its corners: with a mean below 0.05 it stays where it is.
 - `KolSmiCdf` takes the limit for n above 50, which is too small by 0.006 at the 5 % level there: the
   test rejects somewhat too rarely.

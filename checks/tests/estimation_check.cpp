@@ -406,6 +406,45 @@ TEST(TurningPoints, TheSearchKeepsToTheSideWithAChangeOfSign) {
     EXPECT_EQ(ParValue(2), 42);
 }
 
+TEST_F(Estimation, TheSearchForASizeStartsWhereThePowerRises) {
+    ParKind(2) = 85;
+    UnknownParNo = 2;
+    ParValue(2) = 42;
+    const auto start = [](f64 (*residual)(), f64 upper) {
+        f64 lower = 3;
+        StartWherePowerRises(lower, upper, residual);
+        return lower;
+    };
+    static f64 asked = 0;
+    const auto valley = [] { return std::fabs(ParValue(2) - 6) / 10 - asked; };
+    asked = 0.2;
+    EXPECT_EQ(start(valley, 100), 5) << "0.3, 0.2 and 0.1: the first that is too small";
+    asked = 0.05;
+    EXPECT_EQ(start(valley, 100), 6);
+    asked = 0.4;
+    EXPECT_EQ(start(valley, 100), 3) << "the least size is too small";
+    asked = 0.2;
+    EXPECT_EQ(start(valley, 7), 3) << "so is the largest";
+    asked = -0.1;
+    EXPECT_EQ(start(valley, 100), 3) << "every size is large enough";
+    EXPECT_EQ(ParValue(2), 42);
+}
+
+TEST_F(Estimation, ASizeIsFoundThoughTheLeastOneSeemsToHaveMorePower) {
+    Open(DistrNormal, 1, ProcedureTest, OneSample, TwoSided);
+    Pick(0, 0);
+    AcceptOptions();
+    platform.Messages.clear();
+    // The powers of 3 to 5 subjects are 0.107, 0.101 and 0.139.
+    const std::map<i16, std::string> values{{0, "0.01"}, {57, "0"}, {58, "1"}, {2, "1"}};
+    std::map<i16, std::string> with = values;
+    with[1] = "0.105";
+    const f64 size = SolveWith(with, 85);
+    EXPECT_GT(size, 4);
+    EXPECT_LT(size, 5);
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
 // --- Messages ---------------------------------------------------------------------------------
 
 TEST_F(Estimation, ASampleIsAtMostItsPopulation) {

@@ -67,6 +67,11 @@ f64 StudentRoot(f32 se, f64 df) {
                     Single(df));
 }
 
+void NarrowPairs(f64& lower, f64 upper, f64 (*residual)()) {
+    if (!IsEstimation() && UnknownParNo == pairs)
+        StartWherePowerRises(lower, upper, residual);
+}
+
 } // namespace
 
 // --- Means ------------------------------------------------------------------------------------
@@ -107,6 +112,7 @@ void PARNOR2MEAN::SearchLimits(f64& lower, f64& upper) {
                         return DifferenceVariance(deviations.FirstAt(x), deviations.SecondAt(x));
                     }),
                     Side::Above, &RootFunction);
+    NarrowPairs(lower, upper, &RootFunction);
 }
 
 // The differences of the pairs are one normal sample (Student, Biometrika 6, 1908, 1-25).
@@ -255,6 +261,7 @@ bool PARNOR2REGRESS::CheckPar() {
 
 void PARNOR2REGRESS::SearchLimits(f64& lower, f64& upper) {
     NarrowTest(hypotheses, lower, upper);
+    NarrowPairs(lower, upper, &RootFunction);
 }
 
 // The standard error of a slope, sd(residuals)/(sqrt(n) sd(covariate)), on n - 2 df (N. R. Draper

@@ -8,6 +8,7 @@
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
 #include "tests/lists/means.h"
+#include "tests/lists/turningpoint.h"
 #include "tests/powereq.h"
 #include "tests/testnor.h"
 
@@ -75,6 +76,8 @@ bool TESTSTUD::CheckPar() {
 
 void TESTSTUD::SearchLimits(f64& lower, f64& upper) {
     TESTNOR::SearchLimits(lower, upper);
+    if (CurrentMeans().Sizes.FirstIsUnknown())
+        StartWherePowerRises(lower, upper, &RootFunction);
 }
 
 f64 TESTSTUD::RootFunction() {

@@ -10,15 +10,40 @@ Side SideOfTail() {
     return SearchesLeft() ? Side::Below : Side::Above;
 }
 
+namespace {
+
+f64 At(f64 x, f64 (*residual)()) {
+    const TrialValue trial(x);
+    return residual();
+}
+
+} // namespace
+
+void StartWherePowerRises(f64& lower, f64 upper, f64 (*residual)()) {
+    constexpr f64 few = 10;
+    const f64 last = MinOf(upper, lower + few);
+    if (!(upper > lower))
+        return;
+    f64 start = lower;
+    f64 atStart = At(start, residual);
+    if (atStart < 0 || At(upper, residual) < 0)
+        return;
+    while (atStart >= 0 && start + 1 <= last) {
+        const f64 atNext = At(start + 1, residual);
+        if (atNext >= atStart)
+            return;
+        ++start;
+        atStart = atNext;
+    }
+    if (atStart < 0)
+        lower = start;
+}
+
 void KeepOneSide(f64& lower, f64& upper, f64 turn, Side preferred, f64 (*residual)()) {
     if (!(turn > lower && turn < upper))
         return;
-    const auto at = [residual](f64 x) {
-        const TrialValue trial(x);
-        return residual();
-    };
-    const f64 atTurn = at(turn);
-    const bool changesSign = at(preferred == Side::Below ? lower : upper) * atTurn <= 0;
+    const f64 atTurn = At(turn, residual);
+    const bool changesSign = At(preferred == Side::Below ? lower : upper, residual) * atTurn <= 0;
     if (changesSign == (preferred == Side::Below))
         upper = turn;
     else

@@ -22,6 +22,11 @@ f64 TurningPoint(Function&& f) {
 // preferred side if the residual changes its sign there, else on the other one.
 enum class Side { Below, Above };
 
+// The unknown is a size, and the search has too much power at both of its ends: starts it at the
+// size, of those next to the least one, from which on the power rises, if that has too little. With
+// 1 or 2 degrees of freedom the approximations of t give more power than with a few more.
+void StartWherePowerRises(f64& lower, f64 upper, f64 (*residual)());
+
 // The side on which a test is asked for: above, below when the search goes left.
 Side SideOfTail();
 
