@@ -1,9 +1,9 @@
 // Writes docs/accuracy.md: how far each distribution function is from the exact one, over the
 // values of checks/data/exact.csv.
+#include "support/number.h"
 #include "support/reference.h"
 
 #include <cmath>
-#include <cstdio>
 #include <fstream>
 #include <iostream>
 
@@ -54,15 +54,11 @@ The corners worth knowing:
 )";
 
 std::string Number(f64 x) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g", x);
-    return text;
+    return checks::NumberText(x, 6);
 }
 
 std::string Deviation(f64 x) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.1e", x);
-    return text;
+    return checks::NumberText(x, 1, std::chars_format::scientific);
 }
 
 // A deviation and the row where it is the largest so far.

@@ -5,13 +5,13 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
+#include "support/number.h"
 #include "support/scripted_platform.h"
 #include "support/validation.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cmath>
-#include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -23,9 +23,7 @@ namespace {
 using namespace quorvanta;
 
 std::string Rounded(f64 value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g", value);
-    return text;
+    return checks::NumberText(value, 6);
 }
 
 // The comment lines at the head of a validation file: where its values come from.

@@ -50,12 +50,12 @@ TEST_F(Analyses, TheProgramStartsWithItsDefaults) {
 }
 
 TEST_F(Analyses, AFreshGridStoreHoldsTheMarkOfAnEmptyGrid) {
-    EXPECT_EQ(GridData1(1, 1), 99999.0F);
-    EXPECT_EQ(GridData3(1, 1), 1.0F);
-    EXPECT_EQ(GridData7(1, 1), 1.0F);
-    EXPECT_EQ(GridData9(1, 1), 99999.0F);
-    EXPECT_EQ(GridData10(1, 1), "");
-    EXPECT_EQ(GridData1.HighBound1(), 1);
+    EXPECT_EQ(GridData(1)(1, 1), 99999.0F);
+    EXPECT_EQ(GridData(3)(1, 1), 1.0F);
+    EXPECT_EQ(GridData(7)(1, 1), 1.0F);
+    EXPECT_EQ(GridData(9)(1, 1), 99999.0F);
+    EXPECT_EQ(GridTexts(1, 1), "");
+    EXPECT_EQ(GridData(1).HighBound1(), 1);
 }
 
 TEST_F(Analyses, AValueIsRememberedByKind) {
@@ -240,15 +240,15 @@ TEST_F(Analyses, GridDataComeBackWithTheirBounds) {
     GridRows(1) = 3;
     GridCols(1) = 2;
     GridKind(1) = 4;
-    GridData4.ReDim(0, 3, 0, 2);
-    GridData4(3, 2) = 0.25F;
+    GridData(4).ReDim(0, 3, 0, 2);
+    GridData(4)(3, 2) = 0.25F;
     OpenAnother(paired);
     EXPECT_EQ(HasGridData, False);
     ChildActivated(1);
     EXPECT_EQ(HasGridData, True);
-    ASSERT_EQ(GridData4.HighBound1(), 3);
-    ASSERT_EQ(GridData4.HighBound2(), 2);
-    EXPECT_EQ(GridData4(3, 2), 0.25F);
+    ASSERT_EQ(GridData(4).HighBound1(), 3);
+    ASSERT_EQ(GridData(4).HighBound2(), 2);
+    EXPECT_EQ(GridData(4)(3, 2), 0.25F);
 }
 
 // --- Parameter indices ------------------------------------------------------------------------

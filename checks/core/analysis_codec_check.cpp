@@ -170,16 +170,19 @@ TEST(AnalysisCodec, AllFieldsStandInTheOrderOfTheFile) {
     ExpectRun(record.GridFlag, 420);
     ExpectRun(record.GridKind, 430);
     EXPECT_EQ(record.GridName, "Set");
-    ExpectRun(record.GridData1, 1.0F);
-    ExpectRun(record.GridData2, 2.0F);
-    ExpectRun(record.GridData3, 3.0F);
-    ExpectRun(record.GridData4, 4.0F);
-    ExpectRun(record.GridData5, 5.0F);
-    ExpectRun(record.GridData6, 6.0F);
-    ExpectRun(record.GridData7, 7.0F);
-    ExpectRun(record.GridData8, 8.0F);
-    ExpectRun(record.GridData9, 9.0F);
-    ExpectRun(record.GridData10, 'c');
+    ExpectRun(record.GridData(1), 1.0F);
+    for (int row = 0; row <= 10; ++row)
+        for (int column = 0; column <= 1; ++column)
+            EXPECT_EQ(record.GridData(2)(row, column),
+                      2.0F + 0.25F * static_cast<f32>(2 * row + column));
+    ExpectRun(record.GridData(3), 3.0F);
+    ExpectRun(record.GridData(4), 4.0F);
+    ExpectRun(record.GridData(5), 5.0F);
+    ExpectRun(record.GridData(6), 6.0F);
+    ExpectRun(record.GridData(7), 7.0F);
+    ExpectRun(record.GridData(8), 8.0F);
+    ExpectRun(record.GridData(9), 9.0F);
+    ExpectRun(record.GridTexts, 'c');
     ExpectRun(record.InterimSize1Text, 'a');
     ExpectRun(record.InterimSize2Text, 'b');
     ExpectRun(record.RejectH0Text, 'r');

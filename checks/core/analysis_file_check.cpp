@@ -464,13 +464,13 @@ TEST_F(Files, GridsComeBack) {
     GridKind(1) = 1;
     GridRows(1) = 3;
     GridCols(1) = 10;
-    GridData1.ReDim(0, 3, 0, 10);
-    GridData1(3, 10) = 0.125F;
+    GridData(1).ReDim(0, 3, 0, 10);
+    GridData(1)(3, 10) = 0.125F;
     GridKind(2) = 10;
     GridRows(2) = 2;
     GridCols(2) = 11;
-    GridData10.ReDim(0, 2, 0, 11);
-    GridData10(2, 11) = "1/3";
+    GridTexts.ReDim(0, 2, 0, 11);
+    GridTexts(2, 11) = "1/3";
     GridTitle(1) = "Means";
     GridHead(2) = "Weight";
     GridName = "Design";
@@ -480,9 +480,9 @@ TEST_F(Files, GridsComeBack) {
     ResetGrids();
     Open(path);
     EXPECT_EQ(HasGridData, True);
-    EXPECT_EQ(GridData1(3, 10), 0.125F);
-    EXPECT_EQ(GridData1.HighBound1(), 3);
-    EXPECT_EQ(GridData10(2, 11), "1/3");
+    EXPECT_EQ(GridData(1)(3, 10), 0.125F);
+    EXPECT_EQ(GridData(1).HighBound1(), 3);
+    EXPECT_EQ(GridTexts(2, 11), "1/3");
     EXPECT_EQ(GridTitle(1), "Means");
     EXPECT_EQ(GridHead(2), "Weight");
     EXPECT_EQ(GridName, "Design");
@@ -647,7 +647,7 @@ TEST_F(BadFiles, ListsWithImpossibleEntriesOpenNothing) {
     ExpectRefused([](AnalysisRecord& record) { record.GridKind(3) = 11; }, "store");
     ExpectRefused(
         [](AnalysisRecord& record) {
-            record.GridData9(10, 10) = std::numeric_limits<f32>::quiet_NaN();
+            record.GridData(9)(10, 10) = std::numeric_limits<f32>::quiet_NaN();
         },
         "a cell that is no number");
     ExpectRefused(

@@ -2,6 +2,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
+#include "support/number.h"
 #include "support/tsv.h"
 
 #include <cstdlib>
@@ -40,7 +41,7 @@ std::string Shortest(std::string text) {
 }
 
 f64 Number(const std::string& text) {
-    return std::strtod(text.c_str(), nullptr);
+    return text.empty() ? 0 : checks::ParseNumber(text);
 }
 
 TEST_F(ParameterCatalogue, EveryCellIsAsListed) {

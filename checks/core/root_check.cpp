@@ -1,4 +1,5 @@
 #include "core/root.h"
+#include "support/number.h"
 
 #include <cmath>
 #include <fstream>
@@ -142,7 +143,7 @@ TEST_F(RootSearch, TriesThePointsOfAnIndependentSearch) {
         std::getline(cells, published, ',');
         std::vector<f64> points;
         while (std::getline(cells, cell, ','))
-            points.push_back(std::stod(cell));
+            points.push_back(checks::ParseNumber(cell));
 
         const SearchCase& searchCase = SearchCases().at(name);
         Search search;

@@ -5,6 +5,7 @@
 #include "core/root.h"
 #include "core/search.h"
 #include "support/analysis_fixture.h"
+#include "support/number.h"
 #include "support/tsv.h"
 
 #include <bit>
@@ -91,11 +92,7 @@ class Location : public AnalysisFixture {
         platform.Messages.clear();
     }
 
-    static std::string Text(f64 x) {
-        char text[32];
-        std::snprintf(text, sizeof text, "%.12f", x);
-        return text;
-    }
+    static std::string Text(f64 x) { return NumberText(x, 12, std::chars_format::fixed); }
 
     // What is shown for the level when the power entered is the power of this level.
     std::string LevelOf(f64 root, f64 powerEntered) {

@@ -10,6 +10,7 @@
 #include "core/values.h"
 #include "output/format.h"
 #include "output/statement.h"
+#include "output/statement_simulation.h"
 #include "support/analysis_fixture.h"
 
 #include <algorithm>

@@ -8,6 +8,7 @@
 #include "core/typed_text.h"
 #include "generator/topic.h"
 #include "output/format.h"
+#include "support/number.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -50,12 +51,12 @@ std::vector<ExampleReading> PlayInEngine(const help::Example& example) {
 }
 
 void ExpectReading(const help::ExampleStep& step, const ExampleReading& reading) {
-    const f64 exact = std::stod(step.Exact);
+    const f64 exact = ParseNumber(step.Exact);
     EXPECT_EQ(reading.Shown, step.Shown) << step.Pressed;
     EXPECT_NEAR(reading.Solution, exact, step.Tolerance) << step.Pressed;
     // The figure that the page shows has to be the exact one itself, rounded as it is shown: a
     // page on which the approximation tips the last figure misleads.
-    const f64 shown = std::stod(step.Shown);
+    const f64 shown = ParseNumber(step.Shown);
     if (reading.IsCount) {
         EXPECT_EQ(shown, std::ceil(exact)) << step.Pressed;
         return;

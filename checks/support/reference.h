@@ -7,6 +7,7 @@
 #include "numeric/probdist.h"
 #include "numeric/probdist_discrete.h"
 #include "numeric/rounding.h"
+#include "support/number.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -33,7 +34,7 @@ inline ReferenceRow ReadReferenceRow(const std::string& line, bool hasTolerance)
     std::getline(cells, row.Function, ',');
     std::string cell;
     while (std::getline(cells, cell, ','))
-        row.Arguments.push_back(std::strtod(cell.c_str(), nullptr)); // stod refuses 1e-310
+        row.Arguments.push_back(checks::ParseNumber(cell));
     const auto takeLast = [&row] {
         const f64 last = row.Arguments.back();
         row.Arguments.pop_back();

@@ -7,6 +7,7 @@
 #include "core/general.h"
 #include "core/setup.h"
 #include "core/values.h"
+#include "support/number.h"
 #include "support/tsv.h"
 
 #include <bit>
@@ -84,11 +85,8 @@ std::string SolutionsFrom(const AnalysisChoice& choice, Values values) {
     Start(choice, values);
     const i16 last = NoOfPar;
     // A power that follows from the other values, so that each of them is a solution.
-    if (const f64 power = SolutionFor(powerParNo); !values.empty() && power != NoValue) {
-        char text[32];
-        std::snprintf(text, sizeof text, "%.6f", power);
-        values[ParKind(powerParNo)] = text;
-    }
+    if (const f64 power = SolutionFor(powerParNo); !values.empty() && power != NoValue)
+        values[ParKind(powerParNo)] = NumberText(power, 6, std::chars_format::fixed);
     std::string bits;
     for (i16 i = 0; i <= last; ++i) {
         Start(choice, values);

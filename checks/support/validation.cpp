@@ -7,6 +7,7 @@
 #include "core/setup.h"
 #include "core/typed_text.h"
 #include "core/values.h"
+#include "support/number.h"
 
 #include <fstream>
 #include <sstream>
@@ -65,8 +66,8 @@ ValidationCase Parse(const std::string& line) {
     for (const std::string& value : Split(cells[6], ';'))
         row.Values.insert(Assignment(value));
     row.UnknownKind = Number(cells[7]);
-    row.Exact = std::stod(cells[8]);
-    row.Tolerance = std::stod(cells[9]);
+    row.Exact = ParseNumber(cells[8]);
+    row.Tolerance = ParseNumber(cells[9]);
     return row;
 }
 

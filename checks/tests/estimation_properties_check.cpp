@@ -3,6 +3,7 @@
 #include "core/dispatch.h"
 #include "core/kinds.h"
 #include "support/analysis_fixture.h"
+#include "support/number.h"
 #include "support/properties.h"
 
 #include <cmath>
@@ -103,9 +104,7 @@ Values Nuisance() {
 }
 
 std::string Text(f64 value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g", value);
-    return text;
+    return NumberText(value, 6);
 }
 
 // A quantity under H0 and H1, in all three forms.
@@ -219,9 +218,7 @@ Values PlanOf(const AnalysisChoice& choice) {
     if (choice.ProcedureNo == ProcedureTest)
         values = choice.NoOfTails == TwoOneSided ? PlanOfEquivalence(choice) : PlanOfTest(choice);
     ValidationCase plan = Solved(choice, values);
-    char text[32];
-    std::snprintf(text, sizeof text, "%.17g", plan.Exact);
-    plan.Values[plan.UnknownKind] = text;
+    plan.Values[plan.UnknownKind] = NumberText(plan.Exact, 17);
     return plan.Values;
 }
 

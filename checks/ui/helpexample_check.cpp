@@ -6,6 +6,7 @@
 #include "core/help_numbers.h"
 #include "output/format.h"
 #include "support/example.h"
+#include "support/number.h"
 #include "ui/childwindow.h"
 #include "ui/qttext.h"
 #include "ui/window_fixture.h"
@@ -192,7 +193,7 @@ class HelpRunInWindows : public ExampleInWindows {
 
     void ExpectRow(const help::ExampleRun& run, int k) {
         const help::RunRow& row = run.Rows[static_cast<std::size_t>(k - 1)];
-        EXPECT_NEAR(static_cast<f64>(TableX(k)), std::stod(row.X), 1e-5);
+        EXPECT_NEAR(static_cast<f64>(TableX(k)), checks::ParseNumber(row.X), 1e-5);
         QStringList shown{ToQt(row.X)};
         for (std::size_t j = 0; j < row.Exact.size(); ++j) {
             SCOPED_TRACE(row.X + ", column " + std::to_string(j + 1));

@@ -6,7 +6,7 @@
 #include "core/catalogue.h"
 #include "core/dispatch.h"
 #include "core/general.h"
-#include "core/showpar.h"
+#include "core/records.h"
 #include "tour/hands.h"
 #include "ui/childwindow.h"
 #include "ui/invariants.h"

@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
+#include "core/number_text.h"
 #include "core/option_choice.h"
 #include "core/setup.h"
 
@@ -84,7 +85,7 @@ bool TakeStep(Example& example, const std::string& name, const std::string& text
     else if (name == "exact")
         step.Exact = text;
     else if (name == "tolerance")
-        step.Tolerance = std::stod(text);
+        step.Tolerance = Val(text);
     else
         return false;
     return true;
@@ -116,7 +117,7 @@ bool TakeRun(ExampleRun& run, const std::string& name, const std::string& text) 
     if (name == "set") {
         run.Set.push_back(Typed(text));
     } else if (name == "tolerance") {
-        run.Tolerance = std::stod(text);
+        run.Tolerance = Val(text);
     } else if (name == "row") {
         const std::vector<std::string> cells = Cells(text);
         run.Rows.push_back({cells.front(), {cells.begin() + 1, cells.end()}, {}});

@@ -4,6 +4,7 @@
 #include "core/catalogue.h"
 #include "core/dispatch.h"
 #include "core/general.h"
+#include "core/number_text.h"
 #include "generator/example.h"
 #include "generator/markdown.h"
 #include "output/format.h"
@@ -144,7 +145,7 @@ std::string Result(const std::string& wanted, const std::vector<ExampleStep>& st
     const std::string& shown = steps.at(std::stoul(wanted) - 1).Shown;
     if (colon == std::string::npos)
         return shown;
-    return Format(std::stod(shown), "0." + std::string(std::stoul(wanted.substr(colon + 1)), '0'));
+    return Format(Val(shown), "0." + std::string(std::stoul(wanted.substr(colon + 1)), '0'));
 }
 
 } // namespace

@@ -65,33 +65,15 @@ void LoadGrid(Array2<Cell>& grid, const Store& stored, int rows, int columns) {
 
 // Brings back the store of one grid with the bounds of the grid.
 void LoadGridStore(const AnalysisRecord& record, int grid) {
-    const int rows = std::clamp<int>(record.GridRows(grid), 0, 10);
-    const int columns = std::clamp<int>(record.GridCols(grid), 0, 10);
-    switch (record.GridKind(grid)) {
-    case 1:
-        return LoadGrid(GridData1, record.GridData1, rows, columns);
-    case 2:
-        return LoadGrid(GridData2, record.GridData2, rows, std::min(columns, 1));
-    case 3:
-        return LoadGrid(GridData3, record.GridData3, rows, columns);
-    case 4:
-        return LoadGrid(GridData4, record.GridData4, rows, columns);
-    case 5:
-        return LoadGrid(GridData5, record.GridData5, rows, columns);
-    case 6:
-        return LoadGrid(GridData6, record.GridData6, rows, columns);
-    case 7:
-        return LoadGrid(GridData7, record.GridData7, rows, columns);
-    case 8:
-        return LoadGrid(GridData8, record.GridData8, rows, columns);
-    case 9:
-        return LoadGrid(GridData9, record.GridData9, rows, columns);
-    case 10:
-        return LoadGrid(GridData10, record.GridData10, rows,
-                        std::clamp<int>(record.GridCols(grid), 0, 11));
-    default:
+    const int store = record.GridKind(grid);
+    if (store < 1 || store > TextStore)
         return;
-    }
+    const int rows = std::clamp<int>(record.GridRows(grid), 0, GridStoreRows);
+    const int columns = std::clamp<int>(record.GridCols(grid), 0, GridStoreColumns(store));
+    if (store == TextStore)
+        LoadGrid(GridTexts, record.GridTexts, rows, columns);
+    else
+        LoadGrid(GridData(store), record.GridData(store), rows, columns);
 }
 
 void LoadOutput(const AnalysisRecord& record) {

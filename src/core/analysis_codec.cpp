@@ -113,9 +113,11 @@ void WalkFields(Record& record, Archive& archive) {
     each(record.GridRows, record.GridCols, record.GridTitle, record.GridHead, record.GridFlag,
          record.GridKind);
     all(record.GridName);
-    each(record.GridData1, record.GridData2, record.GridData3, record.GridData4, record.GridData5,
-         record.GridData6, record.GridData7, record.GridData8, record.GridData9, record.GridData10,
-         record.InterimSize1Text, record.InterimSize2Text, record.RejectH0Text,
+    for (int store = 1; store <= NumberStores; ++store)
+        for (int row = 0; row <= GridStoreRows; ++row)
+            for (int column = 0; column <= GridStoreColumns(store); ++column)
+                archive(record.GridData(store)(row, column));
+    each(record.GridTexts, record.InterimSize1Text, record.InterimSize2Text, record.RejectH0Text,
          record.AcceptH0Text);
     all(record.MaxNoOfSimText, record.SeedText);
     each(record.SignEstimateText, record.PowerEstimateText, record.PrAcceptEstimateText,

@@ -90,11 +90,8 @@ bool HasUsableGrids(const AnalysisRecord& record) {
     constexpr int grids = 8;
     return IsWithin(record.NoOfGrids, 0, grids - 1) && AllWithin(record.GridRows, grids, 0, 10) &&
            AllWithin(record.GridCols, grids, 0, 11) && AllWithin(record.GridKind, grids, 0, 10) &&
-           AllFinite(record.GridData1) && AllFinite(record.GridData2) &&
-           AllFinite(record.GridData3) && AllFinite(record.GridData4) &&
-           AllFinite(record.GridData5) && AllFinite(record.GridData6) &&
-           AllFinite(record.GridData7) && AllFinite(record.GridData8) &&
-           AllFinite(record.GridData9);
+           std::ranges::all_of(record.GridData.Raw(),
+                               [](const auto& store) { return AllFinite(store); });
 }
 
 bool HasUsableSimulation(const AnalysisRecord& record) {

@@ -78,9 +78,8 @@ FixedArray<std::string, 0, 7> GridHead;
 FixedArray<i16, 0, 7> GridFlag;
 FixedArray<i16, 0, 7> GridKind;
 std::string GridName;
-Array2<f32> GridData1, GridData2, GridData3, GridData4, GridData5, GridData6, GridData7, GridData8,
-    GridData9;
-Array2<std::string> GridData10;
+FixedArray<Array2<f32>, 1, NumberStores> GridData;
+Array2<std::string> GridTexts;
 i16 GridTestNo;
 i16 SimDistrNo;
 f32 SimDistrShape;
@@ -113,7 +112,9 @@ i16 WorkNo;
 i16 CascadeLeft, CascadeTop;
 FixedArray<bool, 0, 4> GetInfoEnabled;
 
-void ResetAnalysisState() {
+namespace {
+
+void ResetChoice() {
     IsTest = True;
     TestNo = 0;
     TestName.clear();
@@ -128,7 +129,9 @@ void ResetAnalysisState() {
     NoOfInterim = 0;
     IsGroupSeq = False;
     IsMultComp = False;
+}
 
+void ResetParameters() {
     NoOfPar = 0;
     ParKind.Fill(0);
     ParValue.Fill(0);
@@ -136,13 +139,17 @@ void ResetAnalysisState() {
     XParNo = 2;
     ZParNo = 0;
     ParBoxOrder.Fill(0);
+}
 
+void ResetKindTables() {
     for (auto* texts :
          {&ParLabel, &ParText, &ParXminText, &ParXmaxText, &ParXstepText, &ParZValuesText})
         texts->Fill({});
     ParMin.Fill(0);
     ParMax.Fill(0);
+}
 
+void ResetOptions() {
     NoOfCheck = 0;
     CheckList.Fill(0);
     CheckLabel.Fill({});
@@ -161,7 +168,9 @@ void ResetAnalysisState() {
     TailsShown = true;
     SamplesShown = true;
     InterimShown = false;
+}
 
+void ResetResults() {
     Calculated = False;
     Calculating = False;
     Cancelled = False;
@@ -173,7 +182,9 @@ void ResetAnalysisState() {
     TableYMin = 99999.0F;
     GraphYMax = -99999.0F;
     GraphYMin = 99999.0F;
+}
 
+void ResetOutput() {
     OutTitle.ReDim(0, 0);
     OutXAxis.Fill({});
     OutYAxis.Fill({});
@@ -183,7 +194,9 @@ void ResetAnalysisState() {
     OutFontBold = 1;
     OutCurveWidth = UsualCurveWidth;
     OutDecimals = AutoDecimals;
+}
 
+void ResetGridState() {
     HasGridData = False;
     NoOfGrids = 0;
     GridRows.Fill(0);
@@ -195,7 +208,9 @@ void ResetAnalysisState() {
     GridName.clear();
     ResetGrids();
     GridTestNo = 0;
+}
 
+void ResetSimulation() {
     SimDistrNo = 1;
     SimDistrShape = 0.3F;
     SimDistrScale = 1.0F;
@@ -214,7 +229,9 @@ void ResetAnalysisState() {
     for (auto* texts : {&SignEstimateText, &PowerEstimateText, &PrAcceptEstimateText})
         texts->Fill({});
     SampleSizeEstimateText.Fill({});
+}
 
+void ResetWindows() {
     AnalysisNo = 0;
     AnalysisFileName.clear();
     CalcNo = TableNo = GraphNo = MonteNo = 0;
@@ -227,18 +244,27 @@ void ResetAnalysisState() {
     GetInfoEnabled.Fill(false);
 }
 
+} // namespace
+
+void ResetAnalysisState() {
+    ResetChoice();
+    ResetParameters();
+    ResetKindTables();
+    ResetOptions();
+    ResetResults();
+    ResetOutput();
+    ResetGridState();
+    ResetSimulation();
+    ResetWindows();
+}
+
 void ResetGrids() {
-    // Stores 3 and 7 hold factors, where "nothing entered yet" is 1.
-    const auto reset = [](Array2<f32>& store, f32 empty) {
-        store.ReDim(0, 1, 0, 1);
-        store(1, 1) = empty;
-    };
-    for (auto* store :
-         {&GridData1, &GridData2, &GridData4, &GridData5, &GridData6, &GridData8, &GridData9})
-        reset(*store, static_cast<f32>(NoValue));
-    for (auto* store : {&GridData3, &GridData7})
-        reset(*store, 1.0F);
-    GridData10.ReDim(0, 1, 0, 1);
+    for (i16 store = 1; store <= NumberStores; ++store) {
+        const bool holdsFactors = store == 3 || store == 7; // where "nothing entered yet" is 1
+        GridData(store).ReDim(0, 1, 0, 1);
+        GridData(store)(1, 1) = holdsFactors ? 1.0F : static_cast<f32>(NoValue);
+    }
+    GridTexts.ReDim(0, 1, 0, 1);
 }
 
 } // namespace quorvanta

@@ -140,10 +140,11 @@ extern FixedArray<std::string, 0, 7> GridHead;
 extern FixedArray<i16, 0, 7> GridFlag;
 extern FixedArray<i16, 0, 7> GridKind; // 1 to 10: the store that holds the grid
 extern std::string GridName;
-extern Array2<f32> GridData1, GridData2, GridData3, GridData4, GridData5, GridData6, GridData7,
-    GridData8, GridData9;
-extern Array2<std::string> GridData10;
-extern i16 GridTestNo; // the test that the grid data belong to
+inline constexpr i16 NumberStores = 9;                    // the stores 1 to 9
+inline constexpr i16 TextStore = 10;                      // the one after them
+extern FixedArray<Array2<f32>, 1, NumberStores> GridData; // their cells
+extern Array2<std::string> GridTexts;                     // its cells
+extern i16 GridTestNo;                                    // the test that the grid data belong to
 
 // Every store with bounds 0..1, 0..1 and in its cell (1,1) the mark of a grid never filled: 99999,
 // 1 in the stores 3 and 7, an empty text in the text store.

@@ -1,6 +1,7 @@
 #include "core/records.h"
 
 #include "core/analysis_state.h"
+#include "core/catalogue.h"
 
 #include <algorithm>
 
@@ -10,24 +11,56 @@ namespace {
 
 // The part of a grid store that fits the record.
 template <class Cell, class Store>
-void StoreGrid(const Array2<Cell>& grid, Store& stored, int rows, int columns) {
+void StoreGrid(const Array2<Cell>& grid, Store& stored, int columns) {
     stored.Fill(Cell());
-    for (int i = 0; i <= std::min(grid.HighBound1(), rows); ++i)
+    for (int i = 0; i <= std::min(grid.HighBound1(), GridStoreRows); ++i)
         for (int j = 0; j <= std::min(grid.HighBound2(), columns); ++j)
             stored(i, j) = grid(i, j);
 }
 
 void StoreGrids(AnalysisRecord& record) {
-    StoreGrid(GridData1, record.GridData1, 10, 10);
-    StoreGrid(GridData2, record.GridData2, 10, 1);
-    StoreGrid(GridData3, record.GridData3, 10, 10);
-    StoreGrid(GridData4, record.GridData4, 10, 10);
-    StoreGrid(GridData5, record.GridData5, 10, 10);
-    StoreGrid(GridData6, record.GridData6, 10, 10);
-    StoreGrid(GridData7, record.GridData7, 10, 10);
-    StoreGrid(GridData8, record.GridData8, 10, 10);
-    StoreGrid(GridData9, record.GridData9, 10, 10);
-    StoreGrid(GridData10, record.GridData10, 10, 11);
+    record.HasGridData = HasGridData;
+    record.NoOfGrids = NoOfGrids;
+    record.GridRows = GridRows;
+    record.GridCols = GridCols;
+    record.GridTitle = GridTitle;
+    record.GridHead = GridHead;
+    record.GridFlag = GridFlag;
+    record.GridKind = GridKind;
+    record.GridName = GridName;
+    record.GridTestNo = GridTestNo;
+    for (i16 store = 1; store <= NumberStores; ++store)
+        StoreGrid(GridData(store), record.GridData(store), GridStoreColumns(store));
+    StoreGrid(GridTexts, record.GridTexts, GridStoreColumns(TextStore));
+}
+
+void StoreChoices(AnalysisRecord& record) {
+    record.AnalysisFileName = AnalysisFileName;
+    record.IsTest = IsTest;
+    record.TestNo = TestNo;
+    record.TestName = TestName;
+    record.DistrNo = DistrNo;
+    record.DistrName = DistrName;
+    record.ParListName = ParListName;
+    record.NoOfSamples = NoOfSamples;
+    record.NoOfTails = NoOfTails;
+    record.LeftTail = LeftTail;
+    record.ParListNo = ParListNo;
+    record.ProcedureNo = ProcedureNo;
+    record.NoOfInterim = NoOfInterim;
+    record.IsGroupSeq = IsGroupSeq;
+    record.IsMultComp = IsMultComp;
+    record.NoOfIntPar = NoOfIntPar;
+    record.IntParList.Fill(0);
+    for (i16 i = 0; i < NoOfIntPar; ++i)
+        record.IntParList(i) = IntParList(i);
+    record.IntParValue = IntParValue;
+    record.NoOfCheck = NoOfCheck;
+    record.CheckList = CheckList;
+    record.CheckValue = CheckValue;
+    record.UnknownParNo = UnknownParNo;
+    record.XParNo = XParNo;
+    record.ZParNo = ZParNo;
 }
 
 void StoreTexts(AnalysisRecord& record) {
@@ -78,6 +111,16 @@ void StoreSimulation(AnalysisRecord& record) {
     record.HasDistrGraph = HasDistrGraph;
 }
 
+void StoreResult(AnalysisStatus& status) {
+    status.Calculated = Calculated;
+    status.TableX = TableX;
+    status.TableY = TableY;
+    status.ZValues = ZValues;
+    status.TableYKind = TableYKind;
+    status.TableYMin = TableYMin;
+    status.TableYMax = TableYMax;
+}
+
 } // namespace
 
 Array1<AnalysisRecord> Analysis;
@@ -88,59 +131,20 @@ i16 CurrentWindowKind() {
     return AnalysisNo > 0 ? Analysis(AnalysisNo).WindowKind : i16{-1};
 }
 
+bool IsTableOrGraph() {
+    return CurrentWindowKind() == TableWindow || CurrentWindowKind() == GraphWindow;
+}
+
 void StoreAnalysis() {
     if (AnalysisNo == 0 || ChoosingOptions)
         return;
     AnalysisRecord& record = Analysis(AnalysisNo);
-    record.AnalysisFileName = AnalysisFileName;
-    record.IsTest = IsTest;
-    record.TestNo = TestNo;
-    record.TestName = TestName;
-    record.DistrNo = DistrNo;
-    record.DistrName = DistrName;
-    record.ParListName = ParListName;
-    record.NoOfSamples = NoOfSamples;
-    record.NoOfTails = NoOfTails;
-    record.LeftTail = LeftTail;
-    record.ParListNo = ParListNo;
-    record.ProcedureNo = ProcedureNo;
-    record.NoOfInterim = NoOfInterim;
-    record.NoOfIntPar = NoOfIntPar;
-    record.IntParList.Fill(0);
-    for (i16 i = 0; i < NoOfIntPar; ++i)
-        record.IntParList(i) = IntParList(i);
-    record.IntParValue = IntParValue;
-    record.NoOfCheck = NoOfCheck;
-    record.CheckList = CheckList;
-    record.CheckValue = CheckValue;
-    record.UnknownParNo = UnknownParNo;
-    record.XParNo = XParNo;
-    record.ZParNo = ZParNo;
+    StoreChoices(record);
     StoreTexts(record);
     StoreOutput(record);
-    record.HasGridData = HasGridData;
-    record.NoOfGrids = NoOfGrids;
-    record.GridRows = GridRows;
-    record.GridCols = GridCols;
-    record.GridTitle = GridTitle;
-    record.GridHead = GridHead;
-    record.GridFlag = GridFlag;
-    record.GridKind = GridKind;
-    record.GridName = GridName;
     StoreGrids(record);
     StoreSimulation(record);
-    record.IsGroupSeq = IsGroupSeq;
-    record.IsMultComp = IsMultComp;
-    record.GridTestNo = GridTestNo;
-
-    AnalysisStatus& status = AnalysisState(AnalysisNo);
-    status.Calculated = Calculated;
-    status.TableX = TableX;
-    status.TableY = TableY;
-    status.ZValues = ZValues;
-    status.TableYKind = TableYKind;
-    status.TableYMin = TableYMin;
-    status.TableYMax = TableYMax;
+    StoreResult(AnalysisState(AnalysisNo));
 }
 
 void ClearResult() {

@@ -1,6 +1,7 @@
 // The records of the open analyses, which the state of the current one is copied into.
 #pragma once
 
+#include "core/analysis_state.h"
 #include "core/checked_array.h"
 #include "core/types.h"
 
@@ -10,6 +11,12 @@ namespace quorvanta {
 
 // Lines of the title of a table or graph that a record has room for.
 inline constexpr i16 OutputTitles = 16;
+
+// The highest row of the stores of grids, and their highest columns, in a record and in its file.
+inline constexpr int GridStoreRows = 10;
+constexpr int GridStoreColumns(int store) {
+    return store == 2 ? 1 : store == TextStore ? 11 : 10;
+}
 
 // One analysis as it is kept while another is current, and as it stands in its file: the fields
 // stand in the order of the file. The globals that they mirror have the same names.
@@ -66,16 +73,8 @@ struct AnalysisRecord {
     FixedArray<i16, 0, 7> GridFlag;
     FixedArray<i16, 0, 7> GridKind;
     std::string GridName;
-    FixedGrid<f32, 0, 10, 0, 10> GridData1;
-    FixedGrid<f32, 0, 10, 0, 1> GridData2;
-    FixedGrid<f32, 0, 10, 0, 10> GridData3;
-    FixedGrid<f32, 0, 10, 0, 10> GridData4;
-    FixedGrid<f32, 0, 10, 0, 10> GridData5;
-    FixedGrid<f32, 0, 10, 0, 10> GridData6;
-    FixedGrid<f32, 0, 10, 0, 10> GridData7;
-    FixedGrid<f32, 0, 10, 0, 10> GridData8;
-    FixedGrid<f32, 0, 10, 0, 10> GridData9;
-    FixedGrid<std::string, 0, 10, 0, 11> GridData10;
+    FixedArray<FixedGrid<f32, 0, 10, 0, 10>, 1, NumberStores> GridData;
+    FixedGrid<std::string, 0, 10, 0, 11> GridTexts;
     FixedArray<std::string, 0, 5> InterimSize1Text;
     FixedArray<std::string, 0, 5> InterimSize2Text;
     FixedArray<std::string, 0, 5> RejectH0Text;
@@ -131,6 +130,9 @@ extern FixedArray<i16, 0, 3> FormCount;
 
 // Kind of the current analysis' window; -1 when none is open.
 i16 CurrentWindowKind();
+
+// True if the current window shows a table or graph.
+bool IsTableOrGraph();
 
 // Writes the state into the record of the current analysis. Does nothing when none is open, nor
 // while options are being chosen: until they are accepted the record keeps what the window held.

@@ -55,10 +55,6 @@ std::string PlainLabel(i16 parNo) {
 
 } // namespace
 
-bool IsTableOrGraph() {
-    return CurrentWindowKind() == TableWindow || CurrentWindowKind() == GraphWindow;
-}
-
 void SetupShowPar() {
     if (!IsTableOrGraph() || NoOfPar < 1)
         return;

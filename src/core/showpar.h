@@ -15,9 +15,6 @@ inline constexpr i16 XRole = 1;
 inline constexpr i16 ZRole = 2;
 inline constexpr i16 NoOfRoles = 3;
 
-// True if the current window shows a table or graph.
-bool IsTableOrGraph();
-
 // Takes the roles and the order of the fixed parameters from the state, and shows frmShowPar.
 // Nothing for a window that shows no table or graph, or that has no analysis yet.
 void SetupShowPar();

@@ -4,7 +4,6 @@
 #include "core/catalogue.h"
 #include "core/general.h"
 #include "core/records.h"
-#include "core/showpar.h"
 #include "output/statement.h"
 #include "output/titles.h"
 #include "output/xyzplot.h"

@@ -22,13 +22,6 @@ inline constexpr std::string_view NewLine = "\n";
 // The statement of the current analysis; empty as long as that has no result.
 std::string SumStatement();
 
-// Where a simulation's estimate is told: in a sequence of estimates, or in running text.
-enum class MonteCI { InTable, InText };
-
-// An estimate with its limits, from "Lower   Estimate   Upper". A text of another shape comes back
-// as it is.
-std::string SumMonteCI(const std::string& text, MonteCI form);
-
 // A text broken into lines for the screen.
 struct WrappedText {
     std::string Text;

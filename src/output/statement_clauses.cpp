@@ -10,6 +10,7 @@
 #include "core/values.h"
 #include "output/format.h"
 #include "output/formatpar.h"
+#include "output/statement_labels.h"
 #include "output/statement_words.h"
 
 #include <algorithm>
@@ -21,6 +22,7 @@ namespace quorvanta {
 namespace {
 
 constexpr i16 none = -1;
+constexpr i16 levelParNo = 0;
 constexpr i16 powerParNo = 1;
 constexpr i16 firstDesignParNo = 2;
 
@@ -122,40 +124,20 @@ i16 FindSecond(SizeRole role) {
     }
 }
 
-// --- Intervals ----------------------------------------------------------------------------------
-
-// A confidence level in per cent.
-std::string LevelText(i16 parNo) {
-    return NumberInFull(100 * NominalLevel(parNo));
-}
-
-// "width", "relative width"; of a one-sided interval it is the distance to its one limit.
-std::string WidthPhrase(i16 parNo) {
-    std::string phrase =
-        Contains(ParLabel(ParKind(parNo)), "Relative") ? "relative width" : "width";
-    if (IsOneSidedInterval())
-        phrase += " from the estimate to the limit";
-    return phrase;
-}
-
-// The position of the probability that the interval is as narrow as wanted.
-i16 WidthProbabilityParNo() {
-    for (i16 i = powerParNo + 1; i <= NoOfPar; ++i)
-        if (IsPowerKind(ParKind(i)))
-            return i;
-    return none;
-}
-
 } // namespace
 
 // --- The parameters of the current analysis -----------------------------------------------------
 
-bool IsRunWindow() {
-    return CurrentWindowKind() == TableWindow || CurrentWindowKind() == GraphWindow;
+bool IsHypothesisTest() {
+    return IsTest == True || ProcedureNo == ProcedureTest;
+}
+
+bool IsConfidenceLevel() {
+    return LabelSays(ParLabel(ParKind(levelParNo)), Says::ConfidenceLevel);
 }
 
 bool HasNoSingleValue(i16 parNo) {
-    if (IsRunWindow())
+    if (IsTableOrGraph())
         return parNo == XParNo || parNo == UnknownParNo || (HasZPar() && parNo == ZParNo);
     return CurrentWindowKind() == SimulationWindow && !HasText(parNo);
 }
@@ -193,7 +175,7 @@ i16 PowerParNoOfTest() {
 std::string ParPhrase(i16 parNo) {
     const std::string label = StripAmpersand(ParLabel(ParKind(parNo)));
     std::string name = SumPhrase(SumNameAfterH(label));
-    if (name == SumPhrase(label) || Contains(label, "Limit"))
+    if (name == SumPhrase(label) || LabelSays(label, Says::Limit))
         return name;
     const std::string under = " under " + label.substr(0, 2);
     const std::size_t h0 = name.find("H0: ");
@@ -221,13 +203,6 @@ f64 NominalLevel(i16 parNo) {
         return ParNumber(parNo);
     const f64 entered = ReadNumber(RejectH0Text(0));
     return entered != 0 ? entered : ParNumber(parNo);
-}
-
-bool IsOneSidedInterval() {
-    for (i16 i = 0; i < NoOfCheck; ++i)
-        if (CheckList(i) == Check::TwoSidedInterval)
-            return CheckValue(Check::TwoSidedInterval) == 0;
-    return false;
 }
 
 // --- Clauses ------------------------------------------------------------------------------------
@@ -258,27 +233,6 @@ std::string SumSampleClause(SumUsed& used) {
     return clause;
 }
 
-std::string SumIntervalClause(SumUsed& used) {
-    constexpr i16 level = 0;
-    constexpr i16 width = 1;
-    used.Add(level);
-    used.Add(width);
-    const std::string interval =
-        std::string(IsOneSidedInterval() ? "a one-sided " : "a two-sided ") + LevelText(level);
-    const std::string measure = WidthPhrase(width);
-    const i16 probability = WidthProbabilityParNo();
-    if (probability == none)
-        return interval + " % confidence interval will have " + SumArticleLabel(measure) + measure +
-               " of " + ParValueText(width);
-    used.Add(probability);
-    const std::string lessThan = " confidence interval with " + SumArticleLabel(measure) + measure +
-                                 " less than " + ParValueText(width);
-    if (CurrentWindowKind() == SimulationWindow)
-        return interval + "%" + lessThan;
-    return "the probability is " + ParValueText(probability) + " to get " + interval + "%" +
-           lessThan;
-}
-
 std::string SumGroupClause(SumUsed& used) {
     std::vector<i16> layout;
     for (i16 i = firstDesignParNo; i <= NoOfPar; ++i)
@@ -298,27 +252,6 @@ std::string SumValueList(const std::vector<i16>& parNos) {
         items.push_back(WithArticle(phrase) + std::string(IsOrAre(phrase)) + ParValueText(i));
     }
     return SumList(items);
-}
-
-std::string ParameterPhrase() {
-    const auto names = DistrParList(DistrNo);
-    const auto n = static_cast<std::size_t>(ParListNo);
-    return ParListNo >= 0 && n < names.size() ? SumPhrase(names[n]) : "";
-}
-
-std::string ComparedParameterPhrase() {
-    std::string parameter = ParameterPhrase();
-    if (NoOfSamples != TwoSamples)
-        return parameter;
-    // Spreads are compared by their ratio, and so is whatever has a relative error or width.
-    const bool isRatio = Contains(StripAmpersand(ParLabel(ParKind(1))), "Relative") ||
-                         parameter.starts_with("standard deviation");
-    return (isRatio ? "ratio between two samples of " : "difference between two samples in ") +
-           parameter;
-}
-
-std::string DistributionPhrase() {
-    return SumPhrase(DistrName);
 }
 
 } // namespace quorvanta

@@ -23,8 +23,11 @@ class SumUsed {
 
 // --- The parameters of the current analysis -----------------------------------------------------
 
-// The current window is a table or a graph.
-bool IsRunWindow();
+// A test, of the catalogue or of a parameter: whatever has hypotheses, level and power.
+bool IsHypothesisTest();
+
+// The level of the analysis is that of an interval, whether it is a test or an estimation.
+bool IsConfidenceLevel();
 
 // The parameter has no single value to tell: it is on an axis of a table or graph, or it is what
 // a simulation estimates.
@@ -71,29 +74,11 @@ inline bool Contains(std::string_view text, std::string_view part) {
 // has none, or none with a value.
 std::string SumSampleClause(SumUsed& used);
 
-// The hypotheses, from "the null hypothesis" on; empty if no parameter states one.
-std::string SumHypClause(SumUsed& used);
-
-// What an interval will be: its level, its width and, where the analysis has it, the probability
-// of that width. From "the probability is" or "a two-sided" on, without a full stop.
-std::string SumIntervalClause(SumUsed& used);
-
 // The layout of a design of many groups, " For the design, the number of groups is 5."; empty for
 // one without.
 std::string SumGroupClause(SumUsed& used);
 
 // The values of these parameters as a list: "the power is 0.80, the accrual time is 2 and the ...".
 std::string SumValueList(const std::vector<i16>& parNos);
-
-// The parameter of a parameter analysis, "mean (standard deviation known)"; where two samples are
-// compared, "difference between two samples in mean ..." or "ratio between two samples of ...".
-std::string ParameterPhrase();
-std::string ComparedParameterPhrase();
-
-// The analysis' distribution in words: "normal distribution".
-std::string DistributionPhrase();
-
-// The interval is one-sided: its check box is offered and not ticked.
-bool IsOneSidedInterval();
 
 } // namespace quorvanta

@@ -1,9 +1,14 @@
+#include "output/statement_hypotheses.h"
+
 #include "core/analysis_state.h"
 #include "core/general.h"
-#include "output/statement_clauses.h" // IWYU pragma: associated
+#include "output/statement_labels.h"
 #include "output/statement_words.h"
 
+#include <cstddef>
 #include <optional>
+#include <string_view>
+#include <vector>
 
 namespace quorvanta {
 
@@ -49,7 +54,7 @@ std::string CoefficientsNull(i16 parNo) {
 std::string EnteredNull(const std::vector<Hypothesis>& h0) {
     const Hypothesis& first = h0.front();
     const bool isEquivalence = NoOfTails == TwoOneSided;
-    const bool isInferiority = !isEquivalence && Contains(first.Label, "Inferior");
+    const bool isInferiority = !isEquivalence && LabelSays(first.Label, Says::Inferiority);
     std::string text = "the null hypothesis H0: ";
     if (isInferiority)
         text += "inferiority, with ";
@@ -74,21 +79,18 @@ bool TestIs(std::string_view part) {
 
 // The label states what holds in the first sample, or without effect: no effect by itself.
 bool IsBaseline(const std::string& label) {
-    const bool isComparison = Contains(label, "-") || Contains(label, "/");
-    return (label.ends_with(" 1") && !isComparison) || Contains(label, " at ");
-}
-
-bool IsRatio(const std::string& label) {
-    return Contains(label, "/") || Contains(label, "^") || Contains(label, " Ratio");
+    return (label.ends_with(" 1") && !LabelSays(label, Says::Comparison)) ||
+           LabelSays(label, Says::Place);
 }
 
 // What no effect means where 0 has a name.
 std::string NoEffectInBrackets(const std::string& label) {
-    if ((Contains(label, "Mean") && !Contains(label, "c1")) || Contains(label, "Mahalanobi"))
+    if ((LabelSays(label, Says::Mean) && !LabelSays(label, Says::Contrast)) ||
+        LabelSays(label, Says::Distance))
         return " (equal means)";
-    if (Contains(label, "Proportion"))
+    if (LabelSays(label, Says::Proportion))
         return " (equal distributions)";
-    if (Contains(label, "Trend"))
+    if (LabelSays(label, Says::Trend))
         return " (equal proportions)";
     if (TestIs("Stuart"))
         return " (equal marginal distributions)";
@@ -99,9 +101,9 @@ std::string NoEffectInBrackets(const std::string& label) {
 std::string NoEffect(const Hypothesis& h1) {
     const std::string& label = h1.Label;
     std::string rest = h1.Rest();
-    if (IsRatio(label))
+    if (LabelSays(label, Says::Ratio))
         return rest + " = 1";
-    if (Contains(label, " + ") && !Contains(label, "(")) {
+    if (LabelSays(label, Says::Sum) && !LabelSays(label, Says::Brackets)) {
         ReplaceAll(rest, " + ", " = ");
         return rest;
     }
@@ -109,15 +111,15 @@ std::string NoEffect(const Hypothesis& h1) {
     for (const std::string_view some : {"any ", "min "})
         if (rest.starts_with(some))
             return "all " + rest.substr(some.size()) + " = 0" +
-                   (Contains(label, "Mean") ? " (equal means)" : " (equal proportions)");
-    if (Contains(label, "-") && !TestIs("Stuart") && !TestIs("Goodness"))
+                   (LabelSays(label, Says::Mean) ? " (equal means)" : " (equal proportions)");
+    if (LabelSays(label, Says::Difference) && !TestIs("Stuart") && !TestIs("Goodness"))
         return rest + " = 0";
     // Half of the pairs are concordant when the two variables have nothing to do with each other.
-    if (Contains(label, "Conc"))
+    if (LabelSays(label, Says::Concordance))
         return rest + " = 0.5 (no association)";
-    if (Contains(label, "Sample2 >"))
+    if (LabelSays(label, Says::OrderOfSamples))
         return rest + " = 0.5 (equal distributions)";
-    if (Contains(label, "Sample >"))
+    if (LabelSays(label, Says::OrderInSample))
         return rest + " = 0.5 (median 0)";
     return rest + " = 0" + NoEffectInBrackets(label);
 }
@@ -127,7 +129,7 @@ std::string DerivedNull(const std::vector<Hypothesis>& h1) {
     std::string text = "the null hypothesis H0: ";
     if (h1.size() == 1 || !IsBaseline(h1[0].Label))
         return text + NoEffect(h1[0]);
-    if (IsRatio(h1[1].Label) || Contains(h1[1].Label, " - "))
+    if (LabelSays(h1[1].Label, Says::Ratio) || LabelSays(h1[1].Label, Says::DifferenceOfTwo))
         return text + NoEffect(h1[1]);
     return text + h1[1].Rest() + " = " + h1[0].Rest();
 }
@@ -183,7 +185,7 @@ std::string SumHypClause(SumUsed& used) {
             used.Add(hypothesis.ParNo);
     if (h0.empty() && h1.empty())
         return "";
-    if (!h0.empty() && Contains(h0.front().Label, "No (p)"))
+    if (!h0.empty() && LabelSays(h0.front().Label, Says::NoOfCoefficients))
         return CoefficientsNull(h0.front().ParNo);
 
     if (h1.empty())

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <span>
+#include <sstream>
 
 namespace quorvanta {
 
@@ -190,6 +191,15 @@ std::string SingleBlanks(std::string_view text) {
         if (c != ' ' || single.empty() || single.back() != ' ')
             single += c;
     return single;
+}
+
+std::vector<std::string> Words(const std::string& text) {
+    std::istringstream stream(text);
+    std::vector<std::string> words;
+    std::string word;
+    while (stream >> word)
+        words.push_back(word);
+    return words;
 }
 
 std::string SumNormalise(std::string_view text) {

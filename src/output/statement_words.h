@@ -20,6 +20,9 @@ std::string_view Trimmed(std::string_view text);
 // Runs of blanks become one blank.
 std::string SingleBlanks(std::string_view text);
 
+// The words between the blanks of a text.
+std::vector<std::string> Words(const std::string& text);
+
 // A label in lower case, without its access-key mark, with the abbreviations of the catalogue
 // spelled out and the capitals of names restored. A fixed list of replacements in a fixed order,
 // where later ones build on and undo earlier ones. It knows the names that its list holds and no

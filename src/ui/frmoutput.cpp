@@ -2,7 +2,6 @@
 
 #include "core/catalogue.h"
 #include "core/records.h"
-#include "core/showpar.h"
 #include "output/printcopy.h"
 #include "ui/frmedittable.h"
 #include "ui/qttext.h"

@@ -1,7 +1,7 @@
 #include "ui/qtplatform.h"
 
 #include "core/analysis_state.h"
-#include "core/showpar.h"
+#include "core/records.h"
 #include "ui/frmgraphortext.h"
 #include "ui/frmmain.h"
 #include "ui/frmnewwindow.h"

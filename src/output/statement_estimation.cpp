@@ -1,0 +1,130 @@
+#include "output/statement_estimation.h"
+
+#include "core/analysis_state.h"
+#include "core/catalogue.h"
+#include "core/general.h"
+#include "core/records.h"
+#include "output/statement_labels.h"
+#include "output/statement_simulation.h"
+#include "output/statement_words.h"
+
+#include <cstddef>
+#include <string>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr i16 none = -1;
+constexpr i16 powerParNo = 1;
+
+// A confidence level in per cent.
+std::string LevelText(i16 parNo) {
+    return NumberInFull(100 * NominalLevel(parNo));
+}
+
+// "width", "relative width"; of a one-sided interval it is the distance to its one limit.
+std::string WidthPhrase(i16 parNo) {
+    std::string phrase =
+        LabelSays(ParLabel(ParKind(parNo)), Says::Relative) ? "relative width" : "width";
+    if (IsOneSidedInterval())
+        phrase += " from the estimate to the limit";
+    return phrase;
+}
+
+// The position of the probability that the interval is as narrow as wanted.
+i16 WidthProbabilityParNo() {
+    for (i16 i = powerParNo + 1; i <= NoOfPar; ++i)
+        if (IsPowerKind(ParKind(i)))
+            return i;
+    return none;
+}
+
+std::string InDistribution() {
+    const std::string distribution = DistributionPhrase();
+    return " in " + SumArticle(distribution) + " " + distribution;
+}
+
+// How probable an error of the estimate is.
+std::string AccuracyClause(SumUsed& used) {
+    constexpr i16 probability = 0;
+    constexpr i16 margin = 1;
+    used.Add(probability);
+    used.Add(margin);
+    const std::string error = ParPhrase(margin);
+    return "the probability is " + ParValueText(probability) +
+           (NoOfTails == OneSided ? " to overestimate the " : " to over/under estimate the ") +
+           ComparedParameterPhrase() + InDistribution() + " by " + SumArticleLabel(error) + error +
+           " of more than " + ParValueText(margin);
+}
+
+} // namespace
+
+std::string ParameterPhrase() {
+    const auto names = DistrParList(DistrNo);
+    const auto n = static_cast<std::size_t>(ParListNo);
+    return ParListNo >= 0 && n < names.size() ? SumPhrase(names[n]) : "";
+}
+
+std::string ComparedParameterPhrase() {
+    std::string parameter = ParameterPhrase();
+    if (NoOfSamples != TwoSamples)
+        return parameter;
+    // Spreads are compared by their ratio, and so is whatever has a relative error or width.
+    const bool isRatio = LabelSays(ParLabel(ParKind(1)), Says::Relative) ||
+                         parameter.starts_with("standard deviation");
+    return (isRatio ? "ratio between two samples of " : "difference between two samples in ") +
+           parameter;
+}
+
+std::string DistributionPhrase() {
+    return SumPhrase(DistrName);
+}
+
+bool IsOneSidedInterval() {
+    constexpr i16 checkTwoSidedInterval = 36;
+    for (i16 i = 0; i < NoOfCheck; ++i)
+        if (CheckList(i) == checkTwoSidedInterval)
+            return CheckValue(checkTwoSidedInterval) == 0;
+    return false;
+}
+
+std::string SumIntervalClause(SumUsed& used) {
+    constexpr i16 level = 0;
+    constexpr i16 width = 1;
+    used.Add(level);
+    used.Add(width);
+    const std::string interval =
+        std::string(IsOneSidedInterval() ? "a one-sided " : "a two-sided ") + LevelText(level);
+    const std::string measure = WidthPhrase(width);
+    const i16 probability = WidthProbabilityParNo();
+    if (probability == none)
+        return interval + " % confidence interval will have " + SumArticleLabel(measure) + measure +
+               " of " + ParValueText(width);
+    used.Add(probability);
+    const std::string lessThan = " confidence interval with " + SumArticleLabel(measure) + measure +
+                                 " less than " + ParValueText(width);
+    if (CurrentWindowKind() == SimulationWindow)
+        return interval + "%" + lessThan;
+    return "the probability is " + ParValueText(probability) + " to get " + interval + "%" +
+           lessThan;
+}
+
+std::string EstimationClause(SumUsed& used) {
+    if (ProcedureNo == ProcedureEstimate)
+        return AccuracyClause(used);
+    if (!IsSimulation())
+        return SumIntervalClause(used);
+    const std::string estimates = EstimatesClause(used);
+    return estimates + " for " + SumIntervalClause(used);
+}
+
+std::string EstimatedSentence() {
+    if (ProcedureNo == ProcedureEstimate && !IsTableOrGraph())
+        return "";
+    return std::string(" The ") +
+           (ProcedureNo == ProcedureEstimate ? "estimate" : "confidence interval") +
+           " is calculated for the parameter " + ComparedParameterPhrase() + InDistribution() + ".";
+}
+
+} // namespace quorvanta
