@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/records.h"
 #include "output/statement_labels.h"
 #include "output/statement_simulation.h"
@@ -82,10 +83,9 @@ std::string DistributionPhrase() {
 }
 
 bool IsOneSidedInterval() {
-    constexpr i16 checkTwoSidedInterval = 36;
     for (i16 i = 0; i < NoOfCheck; ++i)
-        if (CheckList(i) == checkTwoSidedInterval)
-            return CheckValue(checkTwoSidedInterval) == 0;
+        if (CheckList(i) == Check::TwoSidedInterval)
+            return CheckValue(Check::TwoSidedInterval) == 0;
     return false;
 }
 
