@@ -142,7 +142,7 @@ TEST_F(CheckSearch, TheLeftLimitMustNotPassTheRightOne) {
 }
 
 TEST_F(CheckSearch, LimitsOfAPairFollowItsForm) {
-    const auto limits = [](i16 form) {
+    const auto limits = [](Form form) {
         f64 lower = -99999;
         f64 upper = 99999;
         PairLimits(lower, upper, 2, 1, 10, form);
@@ -209,7 +209,7 @@ TEST_F(CheckSearch, AtTheLimitsOfAPairTheDependentValueIsInItsRange) {
     };
     for (const f64 base : {0.0012345, 0.1, 0.3, 0.7, 3.3, 256.7, 300.0, 1282.1, 2195.7, 98765.4})
         for (const f64 high : {max, 99999.0})
-            for (const i16 form : {AsDifference, AsRatio}) {
+            for (const Form form : {AsDifference, AsRatio}) {
                 const std::string where = std::to_string(base) + " to " + std::to_string(high);
                 const auto dependent = [form](f64 first, f64 entered) {
                     const f64 b = static_cast<f64>(static_cast<f32>(first));

@@ -1,13 +1,16 @@
 // The catalogue of parameter kinds against a listing that was compiled apart from it.
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/general.h"
 #include "support/number.h"
 #include "support/tsv.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <regex>
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace quorvanta {
@@ -168,6 +171,92 @@ TEST_F(ParameterCatalogue, EveryStartValueIsAllowed) {
     for (int kind = 0; kind <= MaxKind; ++kind) {
         EXPECT_LE(ParMin(kind), Number(ParText(kind))) << kind;
         EXPECT_GE(ParMax(kind), Number(ParText(kind))) << kind;
+    }
+}
+
+// --- Roles --------------------------------------------------------------------------------------
+
+using RoleRow = std::tuple<std::string, int, std::string>;
+
+std::string SizeRoleInWords(SizeRole role) {
+    switch (role) {
+    case SizeRole::None:
+        return "";
+    case SizeRole::Single:
+        return "one size";
+    case SizeRole::First:
+        return "size 1";
+    case SizeRole::Second:
+        return "size 2";
+    case SizeRole::EachOther:
+        return "size of each other group";
+    case SizeRole::FirstSequence:
+        return "size of sequence 1";
+    case SizeRole::SecondSequence:
+        return "size of sequence 2";
+    case SizeRole::Exposure:
+        return "exposure";
+    case SizeRole::TimeAtRisk:
+        return "time at risk";
+    case SizeRole::FirstExposure:
+        return "exposure 1";
+    case SizeRole::SecondExposure:
+        return "exposure 2";
+    }
+    return "unknown";
+}
+
+std::vector<std::string> RolesInWords(i16 kind) {
+    std::vector<std::string> roles;
+    if (IsCountKind(kind))
+        roles.emplace_back("counts");
+    if (IsPopulationKind(kind))
+        roles.emplace_back("population");
+    if (IsLayoutKind(kind))
+        roles.emplace_back("layout");
+    if (IsGridKind(kind))
+        roles.emplace_back("grid");
+    if (IsPowerKind(kind))
+        roles.emplace_back("power");
+    constexpr const char* forms[] = {"", " as difference", " as ratio"};
+    if (SizeRoleOf(kind) != SizeRole::None)
+        roles.push_back(SizeRoleInWords(SizeRoleOf(kind)) + forms[SizeFormOf(kind)]);
+    return roles;
+}
+
+TEST_F(ParameterCatalogue, EveryRoleIsAsListed) {
+    std::multiset<RoleRow> listed;
+    for (const auto& row : checks::ReadTsv("catalogue_kind_roles.tsv"))
+        listed.emplace(row[0], std::stoi(row[1]), row[2]);
+    std::multiset<RoleRow> found;
+    for (i16 kind = 0; kind <= MaxKind; ++kind)
+        for (const std::string& role : RolesInWords(kind))
+            found.emplace(role, kind, StripAmpersand(ParLabel(kind)));
+    EXPECT_EQ(found, listed);
+}
+
+// What is no kind has no role.
+TEST_F(ParameterCatalogue, UndefinedKindsHaveNoRole) {
+    for (const int kind : {-1, static_cast<int>(UndefinedKind), MaxKind + 1})
+        EXPECT_TRUE(RolesInWords(static_cast<i16>(kind)).empty()) << kind;
+}
+
+// The labels say the same: a number of something counts, a size does, and a ratio of sizes is the
+// form of a second one.
+TEST_F(ParameterCatalogue, RolesAgreeWithLabels) {
+    const std::regex number("(Total )?No of .*|Number of .*|.*Sample Size.*|Popul.* Size.*|"
+                            "Size of Latin Square");
+    // Numbers that no search solves for.
+    const std::set<i16> fixed{255, 316, 343, 344, 346, 369};
+    for (i16 kind = 0; kind <= MaxKind; ++kind) {
+        SCOPED_TRACE(kind);
+        const std::string label = StripAmpersand(ParLabel(kind));
+        const bool isRatio = label.find(" / ") != std::string::npos;
+        const bool isNumber = std::regex_match(label, number) && fixed.count(kind) == 0;
+        EXPECT_EQ(IsCountKind(kind), isNumber && !isRatio);
+        EXPECT_EQ(IsPopulationKind(kind), label.starts_with("Popul") && !isRatio);
+        EXPECT_TRUE(SizeFormOf(kind) != AsRatio || isRatio);
+        EXPECT_TRUE(SizeFormOf(kind) != AsDifference || label.find(" - ") != std::string::npos);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "core/general.h"
 #include "core/number_text.h"
 #include "output/format.h"
+#include "output/formatpar.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -361,71 +362,6 @@ TEST(FormatPar, NegativeZeroIsZero) {
     EXPECT_EQ(FormatPar(58, -0.0), "0");
     EXPECT_EQ(FormatPar(58, -1e-9), "0");
     EXPECT_EQ(FormatPar(38, -0.0), "0");
-}
-
-TEST(IsCountKind, EverySizeAndNumberCounts) {
-    const std::vector<std::pair<i16, std::string>> counts = {
-        {4, "Sample Size 1"},
-        {14, "Sample Size"},
-        {17, "No of Groups"},
-        {31, "Population Size"},
-        {37, "Sample Size 2"},
-        {38, "Sample Size 2 - Sample Size 1"},
-        {39, "Sample Size 1"},
-        {42, "Sample Size 2"},
-        {85, "Sample Size"},
-        {99, "Total No of Events"},
-        {149, "Sample Size k"},
-        {150, "Sample Size k - Sample Size 1"},
-        {163, "Sample Size"},
-        {164, "Sample Size 1"},
-        {165, "Sample Size 2"},
-        {196, "Population Size 1"},
-        {197, "Population Size 2"},
-        {198, "Popul. Size 2 - Popul. Size 1"},
-        {201, "Number of Categories"},
-        {223, "Number of Raters"},
-        {224, "Number of Subjects"},
-        {238, "No of A-factor Levels"},
-        {239, "No of B-factor Levels"},
-        {243, "No of C-factor Levels"},
-        {244, "Size of Latin Square"},
-        {245, "Number of Latin Squares"},
-        {246, "Number of Blocks"},
-        {248, "Sample Size"},
-        {256, "No of Within Factor Levels"},
-        {270, "Size of Latin Square"},
-        {280, "Number of Items"},
-        {281, "Number of Items 1"},
-        {282, "Number of Items 2"},
-        {283, "No of Items 2 - No of Items 1"},
-        {285, "No of Sequences"},
-        {286, "No of Periods"},
-        {288, "Number of Treatments"},
-        {289, "Sample Size per Sequence"},
-        {310, "Number of Strata"},
-        {320, "Total Sample Size"},
-        {322, "Sample Size Sequence 1"},
-        {323, "Sample Size Sequence 2"},
-        {324, "Sample Size Seq. 2 - Seq. 1"},
-        {326, "Sample Size per Group"},
-        {327, "Sample Size per Cell"},
-        {328, "Sample Size per Cell"},
-        {334, "Number of X-Categories"},
-        {335, "Number of Y-Categories"},
-    };
-    ResetAnalysisState();
-    SetAllParKinds();
-    std::vector<std::pair<i16, std::string>> found;
-    for (i16 kind = 0; kind <= MaxKind; ++kind)
-        if (IsCountKind(kind))
-            found.emplace_back(kind, StripAmpersand(ParLabel(kind)));
-    EXPECT_EQ(found, counts);
-}
-
-TEST(IsCountKind, ARatioOfSizesIsNoCount) {
-    for (const i16 kind : std::vector<i16>{5, 151, 199, 284, 325})
-        EXPECT_FALSE(IsCountKind(kind)) << kind;
 }
 
 } // namespace

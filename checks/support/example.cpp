@@ -1,6 +1,7 @@
 #include "support/example.h"
 
 #include "core/analysis_state.h"
+#include "core/catalogue.h"
 #include "core/driver.h"
 #include "core/help_numbers.h"
 #include "core/setup.h"

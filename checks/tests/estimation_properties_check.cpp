@@ -1,6 +1,7 @@
 // The parameters of all distributions, as test, point estimate and confidence interval, with every
 // choice of their options. (The tests of proportions have plans of their own.)
 #include "core/dispatch.h"
+#include "core/kinds.h"
 #include "support/analysis_fixture.h"
 #include "support/number.h"
 #include "support/properties.h"
@@ -47,20 +48,59 @@ void Add(Values& values, const Values& more) {
 void AddSizes(Values& values, const std::string& size) {
     for (const i16 kind : std::initializer_list<i16>{85, 14, 4, 37, 163, 164, 165, 170, 171, 172})
         values[kind] = size;
-    Add(values, {{38, "0"}, {5, "1"}, {173, "0"}, {174, "1"}});
+    Add(values, {{Kind::Size2Minus1, "0"},
+                 {Kind::Size2Over1, "1"},
+                 {Kind::StudyTime2Minus1, "0"},
+                 {Kind::StudyTime2Over1, "1"}});
 }
 
 // What no hypothesis speaks of.
 Values Nuisance() {
-    return {{2, "1"},     {216, "1"},      {217, "1.2"},  {218, "0.2"}, {219, "1.2"},
-            {27, "0.6"},  {50, "0.6"},     {54, "0.7"},   {107, "0.1"}, {108, "1.1667"},
-            {36, "20"},   {17, "4"},       {146, "2"},    {31, "500"},  {196, "500"},
-            {197, "600"}, {198, "100"},    {199, "1.2"},  {212, "1"},   {213, "1"},
-            {220, "0.3"}, {138, "1.2"},    {102, "0.3"},  {103, "0.3"}, {104, "0.4"},
-            {105, "0.1"}, {106, "1.3333"}, {175, "0.5"},  {176, "0.5"}, {177, "0.8"},
-            {178, "0.3"}, {179, "1.6"},    {180, "0.5"},  {181, "0.5"}, {182, "0.8"},
-            {183, "0.3"}, {184, "1.6"},    {233, "0.5"},  {234, "0.5"}, {235, "0.8"},
-            {236, "0.3"}, {237, "1.6"},    {143, "0.05"}, {22, "0.9"},  {101, "0.8"}};
+    return {{Kind::Sd, "1"},
+            {Kind::Sd1, "1"},
+            {Kind::Sd2, "1.2"},
+            {Kind::Sd2Minus1, "0.2"},
+            {Kind::Sd2Over1, "1.2"},
+            {Kind::Shape, "0.6"},
+            {Kind::Shape1, "0.6"},
+            {Kind::Shape2, "0.7"},
+            {Kind::Shape2Minus1, "0.1"},
+            {Kind::Shape2Over1, "1.1667"},
+            {Kind::DegreesOfFreedom, "20"},
+            {Kind::NoOfGroups, "4"},
+            {Kind::Scale, "2"},
+            {Kind::Population, "500"},
+            {Kind::Population1, "500"},
+            {Kind::Population2, "600"},
+            {Kind::Population2Minus1, "100"},
+            {Kind::Population2Over1, "1.2"},
+            {Kind::ResidualSd, "1"},
+            {Kind::CovariateSd, "1"},
+            {Kind::Correlation, "0.3"},
+            {Kind::TrueSd2Over1, "1.2"},
+            {Kind::Proportion, "0.3"},
+            {Kind::Proportion1, "0.3"},
+            {Kind::Proportion2, "0.4"},
+            {Kind::Proportion2Minus1, "0.1"},
+            {Kind::Proportion2Over1, "1.3333"},
+            {Kind::PoissonMean, "0.5"},
+            {Kind::PoissonMean1, "0.5"},
+            {Kind::PoissonMean2, "0.8"},
+            {Kind::PoissonMean2Minus1, "0.3"},
+            {Kind::PoissonMean2Over1, "1.6"},
+            {Kind::Rate, "0.5"},
+            {Kind::Rate1, "0.5"},
+            {Kind::Rate2, "0.8"},
+            {Kind::Rate2Minus1, "0.3"},
+            {Kind::Rate2Over1, "1.6"},
+            {Kind::Odds, "0.5"},
+            {Kind::Odds1, "0.5"},
+            {Kind::Odds2, "0.8"},
+            {Kind::Odds2Minus1, "0.3"},
+            {Kind::Odds2Over1, "1.6"},
+            {Kind::ErrorLevel, "0.05"},
+            {Kind::ConfidenceLevel, "0.9"},
+            {Kind::WidthProbability, "0.8"}};
 }
 
 std::string Text(f64 value) {
@@ -93,7 +133,11 @@ Values PlanOfTest(const AnalysisChoice& choice) {
     AddHypotheses(values, {57, 86, 161, 168, 63, 9}, null, {58, 87, 162, 169, 81, 73},
                   {59, 62, 43, 65}, {60, 88, 44, 74},
                   counts ? (left ? 0.25 : 0.9) : (left ? 0.5 : 1.5));
-    Add(values, {{61, "0"}, {64, "0"}, {93, "1"}, {114, "1"}, {127, "1"}});
+    Add(values, {{Kind::H0Mean2Minus1, "0"},
+                 {Kind::H0Rate2Minus1, "0"},
+                 {Kind::H0Median2Over1, "1"},
+                 {Kind::H0Sd2Over1, "1"},
+                 {Kind::H0Scale2Over1, "1"}});
     // Medians, deviations, scales.
     AddHypotheses(values, {89, 94, 110, 139, 142, 26}, 1, {90, 95, 111, 140, 124, 141},
                   {91, 112, 125}, {92, 96, 113, 115, 126, 128}, left ? 0.7 : 1.5);
@@ -115,33 +159,33 @@ Values PlanOfEquivalence(const AnalysisChoice& choice) {
     AddSizes(values, location ? "10" : (counts || !one ? "80" : "30"));
     Add(values, {{6, counts ? "-0.3" : "-0.6"},
                  {7, counts ? "0.3" : "0.6"},
-                 {77, "-0.3"},
-                 {78, "0.3"},
-                 {166, "0.2"},
-                 {167, "0.8"},
-                 {75, "0.2"},
-                 {76, "0.8"}});
+                 {Kind::RateDifferenceLeftLimit, "-0.3"},
+                 {Kind::RateDifferenceRightLimit, "0.3"},
+                 {Kind::PoissonMeanLeftLimit, "0.2"},
+                 {Kind::PoissonMeanRightLimit, "0.8"},
+                 {Kind::RateLeftLimit, "0.2"},
+                 {Kind::RateRightLimit, "0.8"}});
     AddHypotheses(values, {86, 168, 9}, 0.5, {87, 169, 73}, {62, 65}, {88, 74}, left ? 0.45 : 0.55);
-    Add(values, {{97, "0.6"},
-                 {98, "1.6667"},
-                 {116, "0.6"},
-                 {117, "1.6667"},
-                 {129, "0.6"},
-                 {130, "1.6667"}});
+    Add(values, {{Kind::MedianLeftLimit, "0.6"},
+                 {Kind::MedianRightLimit, "1.6667"},
+                 {Kind::SdLeftLimit, "0.6"},
+                 {Kind::SdRightLimit, "1.6667"},
+                 {Kind::ScaleLeftLimit, "0.6"},
+                 {Kind::ScaleRightLimit, "1.6667"}});
     AddHypotheses(values, {94, 139, 26}, 1, {90, 95, 111, 140, 124, 141}, {}, {96, 115, 128},
                   left ? 0.9 : 1.1);
     for (const i16 kind : std::initializer_list<i16>{58, 204})
         values[kind] = left ? "-0.05" : "0.05";
     for (const i16 kind : std::initializer_list<i16>{162, 81})
         values[kind] = left ? "0.4" : "0.52"; // the variance grows with the mean
-    Add(values, {{135, "-0.5"},
-                 {136, "0.5"},
+    Add(values, {{Kind::LocationLeftLimit, "-0.5"},
+                 {Kind::LocationRightLimit, "0.5"},
                  {132, left ? "-0.05" : "0.05"},
-                 {47, "0.3"},
-                 {48, "0.7"},
+                 {Kind::ProportionLeftLimit, "0.3"},
+                 {Kind::ProportionRightLimit, "0.7"},
                  {83, left ? "0.48" : "0.52"},
-                 {194, "0.1"},
-                 {195, "0.7"},
+                 {Kind::CorrelationLeftLimit, "0.1"},
+                 {Kind::CorrelationRightLimit, "0.7"},
                  {186, left ? "0.4" : "0.5"}});
     return values;
 }

@@ -1,5 +1,6 @@
 // The tests of means: powers, edge cases, and the p-values of their simulated statistics.
 #include "core/dispatch.h"
+#include "core/kinds.h"
 #include "core/option_choice.h"
 #include "core/options.h"
 #include "support/analysis_fixture.h"
@@ -32,8 +33,8 @@ class Means : public AnalysisFixture {
     // Two samples of n each, the difference entered, standard deviation 1.
     void OpenUnpaired(i16 tails, f64 difference, f64 n) {
         OpenTest(0);
-        Pick(1, 1);
-        Pick(2, 2);
+        Pick(Group::Mean2, 1);
+        Pick(Group::Size2, 2);
         ChooseTails(tails);
         AcceptOptions();
         Put(0, 0.05);
@@ -88,11 +89,11 @@ TEST_F(Means, TwoOneSidedTestsOfExchangedLimitsHaveNoPower) {
 TEST_F(Means, ASecondSampleOfNobodyIsRefused) {
     OpenUnpaired(TwoSided, 0.5, 30);
     platform.Messages.clear();
-    Type(4, "30");
-    Type(5, "0");
-    Solve(1);
-    Type(5, "0.05");
-    EXPECT_EQ(Solve(1), "-");
+    Type(Kind::Size1, "30");
+    Type(Kind::Size2Over1, "0");
+    Solve(Kind::Power);
+    Type(Kind::Size2Over1, "0.05");
+    EXPECT_EQ(Solve(Kind::Power), "-");
     EXPECT_EQ(platform.Texts(),
               (std::vector<std::string>{
                   "Sample Size 2 / Sample Size 1 Has To Be Greater Than or Equal to 0.00001.",
@@ -102,9 +103,9 @@ TEST_F(Means, ASecondSampleOfNobodyIsRefused) {
 TEST_F(Means, LimitsInTheWrongOrderAreRefused) {
     OpenUnpaired(TwoOneSided, 0, 50);
     platform.Messages.clear();
-    Type(6, "0.5");
-    Type(7, "0.4");
-    EXPECT_EQ(Solve(4), "-");
+    Type(Kind::MeanLeftLimit, "0.5");
+    Type(Kind::MeanRightLimit, "0.4");
+    EXPECT_EQ(Solve(Kind::Size1), "-");
     EXPECT_EQ(platform.Texts(),
               std::vector<std::string>{
                   "H0: Left Equivalence Limit Has To Be Less Than or Equal to 0.4."});
@@ -112,59 +113,60 @@ TEST_F(Means, LimitsInTheWrongOrderAreRefused) {
 
 TEST_F(Means, AnEquivalentDifferenceIsSoughtFromTheMiddleUpwardOrDownward) {
     OpenTest(0);
-    Pick(1, 1);
-    Pick(2, 2);
+    Pick(Group::Mean2, 1);
+    Pick(Group::Size2, 2);
     ChooseTails(TwoOneSided);
     AcceptOptions();
-    Type(1, "0.8");
-    Type(6, "-0.5");
-    Type(7, "0.4");
-    Type(2, "1");
-    Type(4, "150");
-    const f64 upper = ReadNumber(Solve(62));
+    Type(Kind::Power, "0.8");
+    Type(Kind::MeanLeftLimit, "-0.5");
+    Type(Kind::MeanRightLimit, "0.4");
+    Type(Kind::Sd, "1");
+    Type(Kind::Size1, "150");
+    const f64 upper = ReadNumber(Solve(Kind::H1Mean2Minus1));
     EXPECT_GT(upper, -0.05);
     LeftTail = True;
     Calculated = False;
-    const f64 lower = ReadNumber(Solve(62));
+    const f64 lower = ReadNumber(Solve(Kind::H1Mean2Minus1));
     EXPECT_NEAR(lower + upper, -0.1, 2e-4) << "symmetric about the middle of the limits";
 }
 
 TEST_F(Means, TheH1ValueIsSoughtOnTheSideOfTheTail) {
     OpenTest(1);
-    Pick(21, 0);
+    Pick(Group::H1MeanOfDifference, 0);
     AcceptOptions();
-    Type(1, "0.8");
-    Type(157, "2");
-    Type(3, "1");
-    Type(85, "20");
-    EXPECT_GT(ReadNumber(Solve(158)), 2);
+    Type(Kind::Power, "0.8");
+    Type(Kind::H0MeanOfDifference, "2");
+    Type(Kind::SdOfDifference, "1");
+    Type(Kind::Size, "20");
+    EXPECT_GT(ReadNumber(Solve(Kind::H1MeanOfDifference)), 2);
     ChooseTails(OneSided);
     ChooseLeftTail(true);
     AcceptOptions();
-    Type(1, "0.8");
-    EXPECT_LT(ReadNumber(Solve(158)), 2);
-    Type(158, "1.5");
-    EXPECT_GT(ReadNumber(Solve(157)), 1.5) << "the H0 value lies on the other side";
+    Type(Kind::Power, "0.8");
+    EXPECT_LT(ReadNumber(Solve(Kind::H1MeanOfDifference)), 2);
+    Type(Kind::H1MeanOfDifference, "1.5");
+    EXPECT_GT(ReadNumber(Solve(Kind::H0MeanOfDifference)), 1.5)
+        << "the H0 value lies on the other side";
 }
 
 TEST_F(Means, EachFormOfTheSecondMeanSaysTheSame) {
     const auto solve = [this](i16 form, const std::string& second) {
         NewTest(0);
-        Pick(1, form);
-        Pick(2, 0);
+        Pick(Group::Mean2, form);
+        Pick(Group::Size2, 0);
         ChooseTails(TwoSided);
         AcceptOptions();
-        Type(1, "0.9");
-        Type(61, "0");
-        Type(2, "0.4");
-        Type(37, "40");
+        Type(Kind::Power, "0.9");
+        Type(Kind::H0Mean2Minus1, "0");
+        Type(Kind::Sd, "0.4");
+        Type(Kind::Size2, "40");
         if (form == 1) {
-            Type(62, second);
+            Type(Kind::H1Mean2Minus1, second);
         } else {
-            Type(86, "2");
+            Type(Kind::H1Mean1, "2");
             Type(form == 0 ? 87 : 88, second);
         }
-        return ReadNumber(Solve(4));
+        return ReadNumber(Solve(Kind::Size1));
     };
     FileCommand(CalculationWindow);
     const f64 byDifference = solve(1, "0.3");
@@ -175,14 +177,14 @@ TEST_F(Means, EachFormOfTheSecondMeanSaysTheSame) {
 TEST_F(Means, SizesInAllThreeFormsSayTheSame) {
     const auto solve = [this](i16 form, i16 kind, const std::string& second) {
         NewTest(0);
-        Pick(1, 1);
-        Pick(2, form);
+        Pick(Group::Mean2, 1);
+        Pick(Group::Size2, form);
         AcceptOptions();
-        Type(62, "0.5");
-        Type(2, "1");
-        Type(4, "40");
+        Type(Kind::H1Mean2Minus1, "0.5");
+        Type(Kind::Sd, "1");
+        Type(Kind::Size1, "40");
         Type(kind, second);
-        return Solve(1);
+        return Solve(Kind::Power);
     };
     FileCommand(CalculationWindow);
     const std::string byValue = solve(0, 37, "60");
@@ -202,7 +204,7 @@ TEST_F(Means, OneGroupOfOneSampleHasItsOwnDegreesOfFreedom) {
     TESTSTUD::SetupTest();
     CheckValue(5) = 1;
     TESTSTUD::SetParList();
-    ASSERT_GE(PositionOf(17), 0);
+    ASSERT_GE(PositionOf(Kind::NoOfGroups), 0);
     Put(0, 0.05);
     Put(57, 0);
     Put(58, 0.5);
@@ -221,11 +223,11 @@ TEST_F(Means, OneGroupOfOneSampleHasItsOwnDegreesOfFreedom) {
 
 TEST_F(Means, WithUnequalDeviationsNoDegreesOfFreedomAreEntered) {
     OpenTest(0);
-    Tick(0);
-    Tick(16);
+    Tick(Check::DegreesOfFreedom);
+    Tick(Check::Satterthwaite);
     AcceptOptions();
-    EXPECT_EQ(PositionOf(36), -1);
-    EXPECT_EQ(PositionOf(17), -1);
+    EXPECT_EQ(PositionOf(Kind::DegreesOfFreedom), -1);
+    EXPECT_EQ(PositionOf(Kind::NoOfGroups), -1);
 }
 
 TEST_F(Means, EqualDeviationsAndSizesMakeSatterthwaiteTheUsualTest) {
@@ -241,9 +243,9 @@ class Bioequivalence : public Means {
   protected:
     void Open() {
         OpenTest(810);
-        Pick(10, 1);
-        Pick(19, 1);
-        Pick(53, 2);
+        Pick(Group::Median2, 1);
+        Pick(Group::LogSd, 1);
+        Pick(Group::SequenceSize2, 2);
         AcceptOptions();
         platform.Messages.clear();
     }
@@ -251,17 +253,17 @@ class Bioequivalence : public Means {
 
 TEST_F(Bioequivalence, TheLimitsStartAtFourFifthsAndFiveFourths) {
     Open();
-    EXPECT_EQ(ParText(29), "0.8");
-    EXPECT_EQ(ParText(30), "1.25");
+    EXPECT_EQ(ParText(Kind::RatioLeftLimit), "0.8");
+    EXPECT_EQ(ParText(Kind::RatioRightLimit), "1.25");
 }
 
 TEST_F(Bioequivalence, ARatioAtALimitHasAtMostTheLevelAsPower) {
     Open();
     for (const char* ratio : {"0.8", "1.25"}) {
-        Type(96, ratio);
-        Type(156, "0.3");
-        Type(322, "60");
-        const f64 power = ReadNumber(Solve(1));
+        Type(Kind::H1Median2Over1, ratio);
+        Type(Kind::CoefficientOfVariation, "0.3");
+        Type(Kind::SequenceSize1, "60");
+        const f64 power = ReadNumber(Solve(Kind::Power));
         EXPECT_LE(power, 0.05 + powerError) << ratio;
         EXPECT_GT(power, 0.04) << ratio;
     }
@@ -269,8 +271,8 @@ TEST_F(Bioequivalence, ARatioAtALimitHasAtMostTheLevelAsPower) {
 
 TEST_F(Bioequivalence, AVariationOfNothingIsRefused) {
     Open();
-    Type(156, "0");
-    EXPECT_EQ(Solve(322), "-");
+    Type(Kind::CoefficientOfVariation, "0");
+    EXPECT_EQ(Solve(Kind::SequenceSize1), "-");
     EXPECT_EQ(platform.Texts(),
               std::vector<std::string>{
                   "Coefficient of Variation Has To Be Greater Than or Equal to 0.00001."});
@@ -278,30 +280,30 @@ TEST_F(Bioequivalence, AVariationOfNothingIsRefused) {
 
 TEST_F(Bioequivalence, TwoMediansSayTheSameAsTheirRatio) {
     Open();
-    Type(1, "0.8");
-    Type(96, "1.1");
-    Type(156, "0.25");
-    const std::string byRatio = Solve(322);
+    Type(Kind::Power, "0.8");
+    Type(Kind::H1Median2Over1, "1.1");
+    Type(Kind::CoefficientOfVariation, "0.25");
+    const std::string byRatio = Solve(Kind::SequenceSize1);
     NewTest(810);
-    Pick(10, 0);
+    Pick(Group::Median2, 0);
     AcceptOptions();
-    Type(94, "20");
-    Type(95, "22");
-    Type(1, "0.8");
-    EXPECT_EQ(Solve(322), byRatio);
+    Type(Kind::H1Median1, "20");
+    Type(Kind::H1Median2, "22");
+    Type(Kind::Power, "0.8");
+    EXPECT_EQ(Solve(Kind::SequenceSize1), byRatio);
 }
 
 TEST_F(Bioequivalence, AWideSearchForTheRatioStaysBetweenMiddleAndLimit) {
     Open();
-    Type(1, "0.8");
-    Type(156, "0.3");
-    Type(322, "24");
-    const f64 upper = ReadNumber(Solve(96));
+    Type(Kind::Power, "0.8");
+    Type(Kind::CoefficientOfVariation, "0.3");
+    Type(Kind::SequenceSize1, "24");
+    const f64 upper = ReadNumber(Solve(Kind::H1Median2Over1));
     EXPECT_GT(upper, 1);
     EXPECT_LT(upper, 1.25);
     LeftTail = True;
     Calculated = False;
-    EXPECT_NEAR(ReadNumber(Solve(96)) * upper, 1, 1e-3);
+    EXPECT_NEAR(ReadNumber(Solve(Kind::H1Median2Over1)) * upper, 1, 1e-3);
 }
 
 // --- Equations and p-values -------------------------------------------------------------------
@@ -333,7 +335,7 @@ TEST(PowerEquations, DependentParameters) {
 }
 
 TEST(PowerEquations, TheLevelOfAnInterval) {
-    ParKind(0) = 321;
+    ParKind(0) = Kind::TestConfidenceLevel;
     ParValue(0) = 0.9;
     NoOfTails = TwoOneSided;
     EXPECT_FLOAT_EQ(SignificanceLevel(), 0.05F);
@@ -343,13 +345,13 @@ TEST(PowerEquations, TheLevelOfAnInterval) {
     CheckValue(36) = 1;
     EXPECT_FLOAT_EQ(SignificanceLevel(), 0.05F);
     CheckValue(36) = 0;
-    ParKind(0) = 0;
+    ParKind(0) = Kind::SignificanceLevel;
     EXPECT_FLOAT_EQ(SignificanceLevel(), 0.9F);
 }
 
 // The correction is subtracted at the left limit and added at the right one.
 TEST(PowerEquations, ContinuityCorrection) {
-    ParKind(0) = 0;
+    ParKind(0) = Kind::SignificanceLevel;
     ParValue(0) = 0.05;
     ParValue(1) = 0;
     NoOfTails = OneSided;

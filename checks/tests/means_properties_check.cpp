@@ -1,4 +1,5 @@
 // The tests of means, with every choice of their options.
+#include "core/kinds.h"
 #include "support/analysis_fixture.h"
 #include "support/properties.h"
 
@@ -22,42 +23,73 @@ class MeansProperties : public AnalysisFixture, public ::testing::WithParamInter
     static Values Plan(const AnalysisChoice& choice) {
         const bool equivalence = choice.NoOfTails == TwoOneSided;
         const bool left = choice.Left;
-        Values values{{0, "0.05"},  {1, "0.8"},   {321, "0.9"}, {318, "0.8"},   {61, "0"},
-                      {57, "1"},    {157, "1"},   {86, "1"},    {6, "-0.6"},    {7, "0.6"},
-                      {97, "0.6"},  {98, "1.6"},  {29, "0.75"}, {30, "1.3333"}, {330, "0"},
-                      {319, "1"},   {93, "1"},    {94, "1"},    {2, "1"},       {3, "1"},
-                      {216, "1"},   {217, "1.2"}, {218, "0.2"}, {219, "1.2"},   {27, "0.6"},
-                      {155, "0.3"}, {156, "0.3"}, {4, "50"},    {37, "50"},     {38, "0"},
-                      {5, "1"},     {85, "30"},   {322, "30"},  {323, "30"},    {324, "0"},
-                      {325, "1"},   {36, "20"},   {17, "4"}};
-        const Values effects = equivalence ? (left ? Values{{62, "-0.05"},
-                                                            {87, "0.95"},
-                                                            {88, "0.95"},
-                                                            {158, "-0.05"},
-                                                            {96, "0.97"},
-                                                            {95, "0.97"}}
-                                                   : Values{{62, "0.05"},
-                                                            {87, "1.05"},
-                                                            {88, "1.05"},
-                                                            {158, "0.05"},
-                                                            {96, "1.03"},
-                                                            {95, "1.03"}})
-                                           : (left ? Values{{62, "-0.5"},
-                                                            {87, "0.5"},
-                                                            {88, "0.5"},
-                                                            {158, "0.5"},
-                                                            {159, "-0.5"},
-                                                            {160, "0.5"},
-                                                            {96, "0.7"},
-                                                            {95, "0.7"}}
-                                                   : Values{{62, "0.5"},
-                                                            {87, "1.5"},
-                                                            {88, "1.5"},
-                                                            {158, "1.5"},
-                                                            {159, "0.5"},
-                                                            {160, "1.5"},
-                                                            {96, "1.4"},
-                                                            {95, "1.4"}});
+        Values values{{Kind::SignificanceLevel, "0.05"},
+                      {Kind::Power, "0.8"},
+                      {Kind::TestConfidenceLevel, "0.9"},
+                      {Kind::ProbabilityWithinLimits, "0.8"},
+                      {Kind::H0Mean2Minus1, "0"},
+                      {Kind::H0Mean, "1"},
+                      {Kind::H0MeanOfDifference, "1"},
+                      {Kind::H1Mean1, "1"},
+                      {Kind::MeanLeftLimit, "-0.6"},
+                      {Kind::MeanRightLimit, "0.6"},
+                      {Kind::MedianLeftLimit, "0.6"},
+                      {Kind::MedianRightLimit, "1.6"},
+                      {Kind::RatioLeftLimit, "0.75"},
+                      {Kind::RatioRightLimit, "1.3333"},
+                      {Kind::MeanNonInferiorityLimit, "0"},
+                      {Kind::RatioNonInferiorityLimit, "1"},
+                      {Kind::H0Median2Over1, "1"},
+                      {Kind::H1Median1, "1"},
+                      {Kind::Sd, "1"},
+                      {Kind::SdOfDifference, "1"},
+                      {Kind::Sd1, "1"},
+                      {Kind::Sd2, "1.2"},
+                      {Kind::Sd2Minus1, "0.2"},
+                      {Kind::Sd2Over1, "1.2"},
+                      {Kind::Shape, "0.6"},
+                      {Kind::LogSd, "0.3"},
+                      {Kind::CoefficientOfVariation, "0.3"},
+                      {Kind::Size1, "50"},
+                      {Kind::Size2, "50"},
+                      {Kind::Size2Minus1, "0"},
+                      {Kind::Size2Over1, "1"},
+                      {Kind::Size, "30"},
+                      {Kind::SequenceSize1, "30"},
+                      {Kind::SequenceSize2, "30"},
+                      {Kind::SequenceSize2Minus1, "0"},
+                      {Kind::SequenceSize2Over1, "1"},
+                      {Kind::DegreesOfFreedom, "20"},
+                      {Kind::NoOfGroups, "4"}};
+        const Values effects = equivalence
+                                   ? (left ? Values{{Kind::H1Mean2Minus1, "-0.05"},
+                                                    {Kind::H1Mean2, "0.95"},
+                                                    {Kind::H1Mean2Over1, "0.95"},
+                                                    {Kind::H1MeanOfDifference, "-0.05"},
+                                                    {Kind::H1Median2Over1, "0.97"},
+                                                    {Kind::H1Median2, "0.97"}}
+                                           : Values{{Kind::H1Mean2Minus1, "0.05"},
+                                                    {Kind::H1Mean2, "1.05"},
+                                                    {Kind::H1Mean2Over1, "1.05"},
+                                                    {Kind::H1MeanOfDifference, "0.05"},
+                                                    {Kind::H1Median2Over1, "1.03"},
+                                                    {Kind::H1Median2, "1.03"}})
+                                   : (left ? Values{{Kind::H1Mean2Minus1, "-0.5"},
+                                                    {Kind::H1Mean2, "0.5"},
+                                                    {Kind::H1Mean2Over1, "0.5"},
+                                                    {Kind::H1MeanOfDifference, "0.5"},
+                                                    {Kind::H1MeanOfDifferenceMinusH0, "-0.5"},
+                                                    {Kind::H1MeanOfDifferenceOverH0, "0.5"},
+                                                    {Kind::H1Median2Over1, "0.7"},
+                                                    {Kind::H1Median2, "0.7"}}
+                                           : Values{{Kind::H1Mean2Minus1, "0.5"},
+                                                    {Kind::H1Mean2, "1.5"},
+                                                    {Kind::H1Mean2Over1, "1.5"},
+                                                    {Kind::H1MeanOfDifference, "1.5"},
+                                                    {Kind::H1MeanOfDifferenceMinusH0, "0.5"},
+                                                    {Kind::H1MeanOfDifferenceOverH0, "1.5"},
+                                                    {Kind::H1Median2Over1, "1.4"},
+                                                    {Kind::H1Median2, "1.4"}});
         for (const auto& [kind, text] : effects)
             values[kind] = text;
         return values;
@@ -66,7 +98,8 @@ class MeansProperties : public AnalysisFixture, public ::testing::WithParamInter
 
 TEST_P(MeansProperties, FromTheStartValuesEveryParameterSolvesOrSaysWhy) {
     for (const AnalysisChoice& choice : Choices())
-        ExpectSolvesOrSaysWhy(choice, {{1, "0.8"}, {318, "0.8"}}, platform);
+        ExpectSolvesOrSaysWhy(
+            choice, {{Kind::Power, "0.8"}, {Kind::ProbabilityWithinLimits, "0.8"}}, platform);
 }
 
 TEST_P(MeansProperties, WhatIsSolvedGivesTheOldPowerBack) {

@@ -2,6 +2,7 @@
 //
 // Powers of other origin come from sums over all outcomes in rational arithmetic and from scipy's
 // normal distribution, as checks/reference/proportions.py forms them.
+#include "core/kinds.h"
 #include "core/option_choice.h"
 #include "core/search.h"
 #include "core/values.h"
@@ -230,7 +231,9 @@ TEST_F(ProportionTests, AnExactFormIsNeitherCorrectedNorTransformed) {
 // --- Switches between forms --------------------------------------------------------------------
 
 TEST_F(ProportionTests, ExactBinomialUpTo1000AndNormalAboveWithoutAMessage) {
-    const Values values{{0, "0.05"}, {35, "0.3"}, {83, "0.33"}};
+    const Values values{{Kind::SignificanceLevel, "0.05"},
+                        {Kind::H0Proportion, "0.3"},
+                        {Kind::H1Proportion, "0.33"}};
     const auto power = [&](const char* n) {
         Values with = values;
         with[85] = n;
@@ -245,8 +248,11 @@ TEST_F(ProportionTests, ExactBinomialUpTo1000AndNormalAboveWithoutAMessage) {
 
 TEST_F(ProportionTests, FisherEnumeratesUpTo50InEachGroup) {
     const auto power = [&](const char* n1, const char* n2) {
-        return PowerOf(Menu(menuFisher, 2),
-                       {{0, "0.05"}, {8, "0.3"}, {69, "0.5"}, {4, n1}, {37, n2}});
+        return PowerOf(Menu(menuFisher, 2), {{Kind::SignificanceLevel, "0.05"},
+                                             {Kind::H1Proportion1, "0.3"},
+                                             {Kind::H1Proportion2, "0.5"},
+                                             {4, n1},
+                                             {37, n2}});
     };
     EXPECT_NEAR(power("50", "50"), 0.4634623625, sumError);
     EXPECT_NEAR(power("50", "51"), 0.5429435402, normalError); // exact: 0.4588
@@ -255,7 +261,10 @@ TEST_F(ProportionTests, FisherEnumeratesUpTo50InEachGroup) {
 
 TEST_F(ProportionTests, PopulationAbove1000IsRefusedForExactCalculation) {
     const AnalysisChoice choice = Distribution(DistrHypergeometric, 1, 2, {7});
-    const Values values{{0, "0.05"}, {35, "0.3"}, {83, "0.5"}, {85, "40"}};
+    const Values values{{Kind::SignificanceLevel, "0.05"},
+                        {Kind::H0Proportion, "0.3"},
+                        {Kind::H1Proportion, "0.5"},
+                        {Kind::Size, "40"}};
     Values with = values;
     with[31] = "1001";
     EXPECT_EQ(PowerOf(choice, with), NoValue);
@@ -277,7 +286,10 @@ TEST_F(ProportionTests, PopulationAbove1000IsRefusedForExactCalculation) {
 TEST_F(ProportionTests, BetweenWholeSizesAnExactPowerIsOnTheStraightLine) {
     const AnalysisChoice binomial = Distribution(DistrBinomial, 1, 1, {7});
     const auto ofBinomial = [&](const char* n) {
-        return PowerOf(binomial, {{0, "0.05"}, {35, "0.6"}, {83, "0.8"}, {85, n}});
+        return PowerOf(binomial, {{Kind::SignificanceLevel, "0.05"},
+                                  {Kind::H0Proportion, "0.6"},
+                                  {Kind::H1Proportion, "0.8"},
+                                  {85, n}});
     };
     // The powers fall from 30 to 32 subjects and rise to 33: M. R. Chernick and C. Y. Liu (2002),
     // The American Statistician 56, 149-155.
@@ -287,20 +299,29 @@ TEST_F(ProportionTests, BetweenWholeSizesAnExactPowerIsOnTheStraightLine) {
     EXPECT_NEAR(ofBinomial("30.25"), 0.75 * 0.7607906187 + 0.25 * 0.7300264789, sumError);
 
     const auto ofFisher = [&](const char* n1, const char* n2) {
-        return PowerOf(Menu(menuFisher, 2),
-                       {{0, "0.05"}, {8, "0.2"}, {69, "0.6"}, {4, n1}, {37, n2}});
+        return PowerOf(Menu(menuFisher, 2), {{Kind::SignificanceLevel, "0.05"},
+                                             {Kind::H1Proportion1, "0.2"},
+                                             {Kind::H1Proportion2, "0.6"},
+                                             {4, n1},
+                                             {37, n2}});
     };
     EXPECT_NEAR(ofFisher("20.5", "20.5"), (0.6502249209 + 0.6537344765) / 2, sumError);
     EXPECT_NEAR(ofFisher("20", "20.25"), 0.75 * 0.6502249209 + 0.25 * 0.6638651748, sumError);
     EXPECT_NEAR(ofFisher("20.25", "20.75"),
                 0.25 * 0.6502249209 + 0.5 * 0.6638651748 + 0.25 * 0.6537344765, sumError);
 
-    EXPECT_NEAR(PowerOf(Distribution(DistrHypergeometric, 1, 2, {7}),
-                        {{0, "0.05"}, {35, "0.3"}, {83, "0.5"}, {31, "100"}, {85, "30.5"}}),
-                (0.7434538123 + 0.6670934569) / 2, sumError);
     EXPECT_NEAR(
-        PowerOf(Menu(menuMcNemar, 2), {{0, "0.05"}, {15, "0.5"}, {16, "0.2"}, {85, "100.5"}}),
-        (0.7890281805 + 0.7933794326) / 2, sumError);
+        PowerOf(Distribution(DistrHypergeometric, 1, 2, {7}), {{Kind::SignificanceLevel, "0.05"},
+                                                               {Kind::H0Proportion, "0.3"},
+                                                               {Kind::H1Proportion, "0.5"},
+                                                               {Kind::Population, "100"},
+                                                               {Kind::Size, "30.5"}}),
+        (0.7434538123 + 0.6670934569) / 2, sumError);
+    EXPECT_NEAR(PowerOf(Menu(menuMcNemar, 2), {{Kind::SignificanceLevel, "0.05"},
+                                               {Kind::H1Proportion10Plus01, "0.5"},
+                                               {Kind::DiagonalDifference, "0.2"},
+                                               {Kind::Size, "100.5"}}),
+                (0.7890281805 + 0.7933794326) / 2, sumError);
 }
 
 // The rounded-up size of an exact form has the power; where the least size has it there is none.
@@ -315,9 +336,9 @@ TEST_F(ProportionTests, TheSizeOfAnExactFormHasThePowerAskedFor) {
     const Plan plans[] = {
         {Distribution(DistrBinomial, 1, 1, {7}), 85, {}, 35, 83},
         {Distribution(DistrBinomial, 1, 2, {7}), 85, {}, 35, 83},
-        {Distribution(DistrHypergeometric, 1, 1, {7}), 85, {{31, "500"}}, 35, 83},
-        {With(Menu(menuFisher, 2), {}, {{12, 0}, {2, 2}}), 4, {{5, "1"}}, 8, 69},
-        {With(Menu(menuFisher, 1), {}, {{12, 0}, {2, 2}}), 4, {{5, "1.5"}}, 8, 69},
+        {Distribution(DistrHypergeometric, 1, 1, {7}), 85, {{Kind::Population, "500"}}, 35, 83},
+        {With(Menu(menuFisher, 2), {}, {{12, 0}, {2, 2}}), 4, {{Kind::Size2Over1, "1"}}, 8, 69},
+        {With(Menu(menuFisher, 1), {}, {{12, 0}, {2, 2}}), 4, {{Kind::Size2Over1, "1.5"}}, 8, 69},
         {Menu(menuMcNemar, 2), 85, {}, 16, 15}};
     for (const Plan& plan : plans)
         for (const char* alpha : {"0.01", "0.1"})
@@ -340,8 +361,14 @@ TEST_F(ProportionTests, TheSizeOfAnExactFormHasThePowerAskedFor) {
 // --- Single rules ------------------------------------------------------------------------------
 
 TEST_F(ProportionTests, TheCorrectionOfOneSampleIsHalfASubjectOnEitherSide) {
-    const Values right{{0, "0.05"}, {35, "0.3"}, {83, "0.5"}, {85, "40"}};
-    const Values left{{0, "0.05"}, {35, "0.3"}, {83, "0.15"}, {85, "40"}};
+    const Values right{{Kind::SignificanceLevel, "0.05"},
+                       {Kind::H0Proportion, "0.3"},
+                       {Kind::H1Proportion, "0.5"},
+                       {Kind::Size, "40"}};
+    const Values left{{Kind::SignificanceLevel, "0.05"},
+                      {Kind::H0Proportion, "0.3"},
+                      {Kind::H1Proportion, "0.15"},
+                      {Kind::Size, "40"}};
     EXPECT_NEAR(PowerOf(Distribution(DistrBinomial, 1, 1, {1}), right), 0.8062541168, normalError);
     EXPECT_NEAR(PowerOf(Distribution(DistrBinomial, 1, 1), right), 0.8466779821, normalError);
     EXPECT_NEAR(PowerOf(Distribution(DistrBinomial, 1, 1, {1}, true), left), 0.6272096976,
@@ -351,8 +378,12 @@ TEST_F(ProportionTests, TheCorrectionOfOneSampleIsHalfASubjectOnEitherSide) {
 }
 
 TEST_F(ProportionTests, ACorrectionLargerThanTheEffectLeavesTheLevel) {
-    EXPECT_NEAR(PowerOf(With(Menu(menuChi2, 2), {1}),
-                        {{0, "0.05"}, {51, "0"}, {8, "0.01"}, {69, "0.01"}, {4, "5"}, {37, "5"}}),
+    EXPECT_NEAR(PowerOf(With(Menu(menuChi2, 2), {1}), {{Kind::SignificanceLevel, "0.05"},
+                                                       {Kind::H0Proportion2Minus1, "0"},
+                                                       {Kind::H1Proportion1, "0.01"},
+                                                       {Kind::H1Proportion2, "0.01"},
+                                                       {Kind::Size1, "5"},
+                                                       {Kind::Size2, "5"}}),
                 0.05, normalError);
 }
 
@@ -408,19 +439,34 @@ TEST_F(ProportionTests, ConditionalProbabilityOfATable) {
 }
 
 TEST_F(ProportionTests, FisherIsTheSameFromEitherSide) {
-    const f64 right =
-        PowerOf(Menu(menuFisher, 1), {{0, "0.05"}, {8, "0.2"}, {69, "0.6"}, {4, "15"}, {37, "22"}});
-    const f64 left = PowerOf(Menu(menuFisher, 1, true),
-                             {{0, "0.05"}, {8, "0.6"}, {69, "0.2"}, {4, "22"}, {37, "15"}});
+    const f64 right = PowerOf(Menu(menuFisher, 1), {{Kind::SignificanceLevel, "0.05"},
+                                                    {Kind::H1Proportion1, "0.2"},
+                                                    {Kind::H1Proportion2, "0.6"},
+                                                    {Kind::Size1, "15"},
+                                                    {Kind::Size2, "22"}});
+    const f64 left = PowerOf(Menu(menuFisher, 1, true), {{Kind::SignificanceLevel, "0.05"},
+                                                         {Kind::H1Proportion1, "0.6"},
+                                                         {Kind::H1Proportion2, "0.2"},
+                                                         {Kind::Size1, "22"},
+                                                         {Kind::Size2, "15"}});
     EXPECT_GT(right, 0.69);
     EXPECT_NEAR(right, left, sumError);
 }
 
 TEST_F(ProportionTests, OddsAreProportionsInAnotherForm) {
     const f64 power = PowerOf(With(Menu(menuFisher, 2), {}, {{12, 0}, {2, 0}}),
-                              {{0, "0.05"}, {8, "0.2"}, {69, "0.6"}, {4, "20"}, {37, "20"}});
-    const Values odds{{0, "0.05"}, {229, "0.25"}, {230, "1.5"}, {231, "1.25"},
-                      {232, "6"},  {4, "20"},     {37, "20"}};
+                              {{Kind::SignificanceLevel, "0.05"},
+                               {Kind::H1Proportion1, "0.2"},
+                               {Kind::H1Proportion2, "0.6"},
+                               {Kind::Size1, "20"},
+                               {Kind::Size2, "20"}});
+    const Values odds{{Kind::SignificanceLevel, "0.05"},
+                      {Kind::H1Odds1, "0.25"},
+                      {Kind::H1Odds2, "1.5"},
+                      {Kind::H1Odds2Minus1, "1.25"},
+                      {Kind::H1Odds2Over1, "6"},
+                      {Kind::Size1, "20"},
+                      {Kind::Size2, "20"}};
     for (const auto& [option, kind] : {std::pair<i16, i16>{0, 230}, {1, 231}, {2, 232}}) {
         Values values = odds;
         for (const i16 other : {i16{230}, i16{231}, i16{232}})
@@ -435,8 +481,12 @@ TEST_F(ProportionTests, OddsAreProportionsInAnotherForm) {
 }
 
 TEST_F(ProportionTests, WithoutAnEffectTheTwoSidedPowerIsTheLevel) {
-    EXPECT_NEAR(PowerOf(Menu(menuChi2, 2),
-                        {{0, "0.05"}, {51, "0"}, {8, "0.4"}, {69, "0.4"}, {4, "60"}, {37, "60"}}),
+    EXPECT_NEAR(PowerOf(Menu(menuChi2, 2), {{Kind::SignificanceLevel, "0.05"},
+                                            {Kind::H0Proportion2Minus1, "0"},
+                                            {Kind::H1Proportion1, "0.4"},
+                                            {Kind::H1Proportion2, "0.4"},
+                                            {Kind::Size1, "60"},
+                                            {Kind::Size2, "60"}}),
                 0.05, normalError);
 }
 
@@ -446,28 +496,45 @@ TEST_F(ProportionTests, ADifferenceUnderH0CountsOnTheArcSineScale) {
     const f64 se = 0.5 * std::sqrt(2.0 / 200);
     const f64 power = 0.5 * std::erfc(-(a / se - 1.6448536269514722) / std::sqrt(2.0));
     EXPECT_NEAR(
-        PowerOf(Distribution(DistrBinomial, 2, 1, {2}),
-                {{0, "0.05"}, {51, "-0.1"}, {8, "0.65"}, {69, "0.65"}, {4, "200"}, {37, "200"}}),
+        PowerOf(Distribution(DistrBinomial, 2, 1, {2}), {{Kind::SignificanceLevel, "0.05"},
+                                                         {Kind::H0Proportion2Minus1, "-0.1"},
+                                                         {Kind::H1Proportion1, "0.65"},
+                                                         {Kind::H1Proportion2, "0.65"},
+                                                         {Kind::Size1, "200"},
+                                                         {Kind::Size2, "200"}}),
         power, normalError);
 }
 
 TEST_F(ProportionTests, ACensusDecidesByTheSideOfTheEffect) {
     const auto power = [&](const char* p1, bool left) {
         return PowerOf(Distribution(DistrHypergeometric, 1, 1, {}, left),
-                       {{0, "0.05"}, {35, "0.3"}, {83, p1}, {31, "100"}, {85, "100"}});
+                       {{Kind::SignificanceLevel, "0.05"},
+                        {Kind::H0Proportion, "0.3"},
+                        {83, p1},
+                        {Kind::Population, "100"},
+                        {Kind::Size, "100"}});
     };
     EXPECT_EQ(power("0.35", false), 1);
     EXPECT_EQ(power("0.25", true), 1);
-    EXPECT_EQ(PowerOf(Distribution(DistrHypergeometric, 1, 2),
-                      {{0, "0.05"}, {35, "0.3"}, {83, "0.25"}, {31, "100"}, {85, "100"}}),
+    EXPECT_EQ(PowerOf(Distribution(DistrHypergeometric, 1, 2), {{Kind::SignificanceLevel, "0.05"},
+                                                                {Kind::H0Proportion, "0.3"},
+                                                                {Kind::H1Proportion, "0.25"},
+                                                                {Kind::Population, "100"},
+                                                                {Kind::Size, "100"}}),
               1);
 }
 
 TEST_F(ProportionTests, AllDiscordantPairsOfOneKind) {
     // Five pairs of one kind reject one-sided at 5 % (0.5^5 = 0.031); P(M >= 5) of 20 at 0.2.
     constexpr f64 fiveOrMore = 0.3703517361;
-    const Values right{{0, "0.05"}, {15, "0.2"}, {16, "0.2"}, {85, "20"}};
-    const Values left{{0, "0.05"}, {15, "0.2"}, {16, "-0.2"}, {85, "20"}};
+    const Values right{{Kind::SignificanceLevel, "0.05"},
+                       {Kind::H1Proportion10Plus01, "0.2"},
+                       {Kind::DiagonalDifference, "0.2"},
+                       {Kind::Size, "20"}};
+    const Values left{{Kind::SignificanceLevel, "0.05"},
+                      {Kind::H1Proportion10Plus01, "0.2"},
+                      {Kind::DiagonalDifference, "-0.2"},
+                      {Kind::Size, "20"}};
     EXPECT_NEAR(PowerOf(Menu(menuMcNemar, 1), right), fiveOrMore, sumError);
     EXPECT_NEAR(PowerOf(Menu(menuMcNemar, 1, true), left), fiveOrMore, sumError);
     // The first order form has no variance there: the effect is above the critical value or below.
@@ -481,59 +548,79 @@ TEST_F(ProportionTests, AllDiscordantPairsOfOneKind) {
 TEST_F(ProportionTests, TheRatioOfDiscordantPairsMayBeTakenEitherWay) {
     const AnalysisChoice choice = With(Menu(menuPaired, 2), {}, {{12, 0}, {20, 2}});
     const auto power = [&](const char* ratio) {
-        return PowerOf(
-            choice, {{0, "0.05"}, {51, "0"}, {8, "0.4"}, {69, "0.5"}, {336, ratio}, {85, "150"}});
+        return PowerOf(choice, {{Kind::SignificanceLevel, "0.05"},
+                                {Kind::H0Proportion2Minus1, "0"},
+                                {Kind::H1Proportion1, "0.4"},
+                                {Kind::H1Proportion2, "0.5"},
+                                {336, ratio},
+                                {Kind::Size, "150"}});
     };
     EXPECT_NEAR(power("2.5"), power("0.4"), 1e-6);
     // s = 0.1 * 3.5/1.5.
-    EXPECT_NEAR(
-        power("2.5"),
-        PowerOf(With(Menu(menuPaired, 2), {}, {{12, 0}, {20, 1}}),
-                {{0, "0.05"}, {51, "0"}, {8, "0.4"}, {69, "0.5"}, {15, "0.2333333"}, {85, "150"}}),
-        1e-6);
+    EXPECT_NEAR(power("2.5"),
+                PowerOf(With(Menu(menuPaired, 2), {}, {{12, 0}, {20, 1}}),
+                        {{Kind::SignificanceLevel, "0.05"},
+                         {Kind::H0Proportion2Minus1, "0"},
+                         {Kind::H1Proportion1, "0.4"},
+                         {Kind::H1Proportion2, "0.5"},
+                         {Kind::H1Proportion10Plus01, "0.2333333"},
+                         {Kind::Size, "150"}}),
+                1e-6);
 }
 
 // --- Equivalence and non-inferiority -----------------------------------------------------------
 
 TEST_F(ProportionTests, ATrueDifferenceAtALimitHasAtMostTheLevel) {
     for (const i16 menu : {menuChi2, menuEquivalence}) {
-        const f64 power = PowerOf(With(Menu(menu, 3), {}, {{12, 0}, {2, 0}}), {{0, "0.05"},
-                                                                               {321, "0.9"},
-                                                                               {71, "-0.2"},
-                                                                               {72, "0.2"},
-                                                                               {8, "0.4"},
-                                                                               {69, "0.6"},
-                                                                               {4, "150"},
-                                                                               {37, "150"}});
+        const f64 power = PowerOf(With(Menu(menu, 3), {}, {{12, 0}, {2, 0}}),
+                                  {{Kind::SignificanceLevel, "0.05"},
+                                   {Kind::TestConfidenceLevel, "0.9"},
+                                   {Kind::ProportionDifferenceLeftLimit, "-0.2"},
+                                   {Kind::ProportionDifferenceRightLimit, "0.2"},
+                                   {Kind::H1Proportion1, "0.4"},
+                                   {Kind::H1Proportion2, "0.6"},
+                                   {Kind::Size1, "150"},
+                                   {Kind::Size2, "150"}});
         EXPECT_LE(power, 0.05 + normalError);
         EXPECT_GT(power, 0.04);
     }
 }
 
 TEST_F(ProportionTests, LimitsInTheWrongOrderAreRefused) {
-    EXPECT_EQ(PowerOf(Menu(menuEquivalence, 3), {{71, "0.2"}, {72, "-0.2"}}), NoValue);
+    EXPECT_EQ(PowerOf(Menu(menuEquivalence, 3), {{Kind::ProportionDifferenceLeftLimit, "0.2"},
+                                                 {Kind::ProportionDifferenceRightLimit, "-0.2"}}),
+              NoValue);
     EXPECT_EQ(platform.Texts(),
               std::vector<std::string>{"H0: Left Equivalence Limit Has To Be Less "
                                        "Than or Equal to -0.2."});
-    EXPECT_EQ(PowerOf(Distribution(DistrBinomial, 1, 3), {{47, "0.6"}, {48, "0.5"}}), NoValue);
+    EXPECT_EQ(PowerOf(Distribution(DistrBinomial, 1, 3),
+                      {{Kind::ProportionLeftLimit, "0.6"}, {Kind::ProportionRightLimit, "0.5"}}),
+              NoValue);
     EXPECT_EQ(platform.Texts(),
               std::vector<std::string>{"H0: Left Equivalence Limit Has To Be Less "
                                        "Than or Equal to 0.5."});
 }
 
 TEST_F(ProportionTests, EqualLimitsLeaveNoPower) {
-    StartAfresh(
-        Menu(menuChi2, 3),
-        Values{
-            {0, "0.05"}, {71, "0.1"}, {72, "0.1"}, {8, "0.5"}, {69, "0.6"}, {4, "50"}, {37, "50"}});
-    EXPECT_EQ(Solve(1), "-");
+    StartAfresh(Menu(menuChi2, 3), Values{{Kind::SignificanceLevel, "0.05"},
+                                          {Kind::ProportionDifferenceLeftLimit, "0.1"},
+                                          {Kind::ProportionDifferenceRightLimit, "0.1"},
+                                          {Kind::H1Proportion1, "0.5"},
+                                          {Kind::H1Proportion2, "0.6"},
+                                          {Kind::Size1, "50"},
+                                          {Kind::Size2, "50"}});
+    EXPECT_EQ(Solve(Kind::Power), "-");
     UnknownParNo = 1;
     EXPECT_LE(TryValue(0), 0);
 }
 
 TEST_F(ProportionTests, ATwoSidedIntervalHalvesTheLevel) {
-    const Values values{{321, "0.95"}, {317, "-0.1"}, {8, "0.8"},
-                        {69, "0.8"},   {4, "200"},    {37, "200"}};
+    const Values values{{Kind::TestConfidenceLevel, "0.95"},
+                        {Kind::ProportionNonInferiorityLimit, "-0.1"},
+                        {Kind::H1Proportion1, "0.8"},
+                        {Kind::H1Proportion2, "0.8"},
+                        {Kind::Size1, "200"},
+                        {Kind::Size2, "200"}};
     // (0.1/0.04 - z) with z of 0.975 and of 0.95.
     EXPECT_NEAR(PowerOf(With(Menu(menuNonInferiority, 1), {36}), values),
                 0.5 * std::erfc(-(2.5 - 1.959963985) / std::sqrt(2.0)), normalError);
@@ -549,23 +636,42 @@ TEST_F(ProportionTests, MessagesOfTheProportions) {
         EXPECT_EQ(PowerOf(choice, values), NoValue) << message;
         EXPECT_EQ(platform.Texts(), std::vector<std::string>{message});
     };
-    says(With(Menu(menuChi2, 2), {}, {{12, 1}, {2, 0}}), {{8, "0.9"}, {52, "0.2"}},
+    says(With(Menu(menuChi2, 2), {}, {{12, 1}, {2, 0}}),
+         {{Kind::H1Proportion1, "0.9"}, {Kind::H1Proportion2Minus1, "0.2"}},
          "H1: Proportion 2 - Proportion 1 Has To Be Less Than or Equal to 0.09999.");
-    says(With(Menu(menuChi2, 2), {}, {{12, 2}, {2, 0}}), {{8, "0.5"}, {70, "2.5"}},
+    says(With(Menu(menuChi2, 2), {}, {{12, 2}, {2, 0}}),
+         {{Kind::H1Proportion1, "0.5"}, {Kind::H1Proportion2Over1, "2.5"}},
          "H1: Proportion 2 / Proportion 1 Has To Be Less Than or Equal to 1.99998.");
     says(With(Menu(menuChi2, 2), {}, {{12, 0}, {2, 2}}),
-         {{8, "0.5"}, {69, "0.6"}, {4, "30"}, {5, "0.01"}},
+         {{Kind::H1Proportion1, "0.5"},
+          {Kind::H1Proportion2, "0.6"},
+          {Kind::Size1, "30"},
+          {Kind::Size2Over1, "0.01"}},
          "Sample Size 2 / Sample Size 1 Has To Be Greater Than or Equal to 0.1.");
-    says(With(Distribution(DistrBinomial, 1, 2), {}, {{11, 1}}), {{35, "0.3"}, {40, "0.8"}},
+    says(With(Distribution(DistrBinomial, 1, 2), {}, {{11, 1}}),
+         {{Kind::H0Proportion, "0.3"}, {Kind::H1ProportionMinusH0, "0.8"}},
          "H1:Proportion  -  H0:Proportion Has To Be Less Than or Equal to 0.69999.");
     says(Distribution(DistrHypergeometric, 1, 2),
-         {{35, "0.3"}, {83, "0.5"}, {31, "50"}, {85, "60"}},
+         {{Kind::H0Proportion, "0.3"},
+          {Kind::H1Proportion, "0.5"},
+          {Kind::Population, "50"},
+          {Kind::Size, "60"}},
          "Sample Size Has To Be Less Than or Equal to 50.");
     says(With(Distribution(DistrHypergeometric, 2, 2), {}, {{12, 0}, {25, 0}, {2, 0}}),
-         {{8, "0.3"}, {69, "0.5"}, {196, "50"}, {197, "60"}, {4, "60"}, {37, "60"}},
+         {{Kind::H1Proportion1, "0.3"},
+          {Kind::H1Proportion2, "0.5"},
+          {Kind::Population1, "50"},
+          {Kind::Population2, "60"},
+          {Kind::Size1, "60"},
+          {Kind::Size2, "60"}},
          "Sample Size 1 Has To Be Less Than or Equal to 50.");
     says(With(Distribution(DistrHypergeometric, 2, 2), {}, {{12, 0}, {25, 0}, {2, 0}}),
-         {{8, "0.3"}, {69, "0.5"}, {196, "50"}, {197, "60"}, {4, "50"}, {37, "61"}},
+         {{Kind::H1Proportion1, "0.3"},
+          {Kind::H1Proportion2, "0.5"},
+          {Kind::Population1, "50"},
+          {Kind::Population2, "60"},
+          {Kind::Size1, "50"},
+          {Kind::Size2, "61"}},
          "Sample Size 2 Has To Be Less Than or Equal to 60.");
 }
 
@@ -576,12 +682,12 @@ TEST_F(ProportionTests, ASampleIsAtMostItsPopulationWhicheverIsTheUnknown) {
     const auto says = [&](i16 unknown, const char* population1, const char* population2,
                           const std::string& message) {
         EXPECT_EQ(SolutionOf(choice,
-                             {{8, "0.3"},
-                              {69, "0.5"},
+                             {{Kind::H1Proportion1, "0.3"},
+                              {Kind::H1Proportion2, "0.5"},
                               {196, population1},
                               {197, population2},
-                              {4, "60"},
-                              {37, "60"}},
+                              {Kind::Size1, "60"},
+                              {Kind::Size2, "60"}},
                              unknown),
                   NoValue);
         EXPECT_EQ(platform.Texts(), std::vector<std::string>{message});
@@ -601,36 +707,65 @@ TEST_F(ProportionTests, MessagesOfThePairs) {
         ASSERT_FALSE(platform.Messages.empty()) << message;
         EXPECT_EQ(platform.Messages.front().Text, message);
     };
-    says(Menu(menuMcNemar, 2), {{15, "0.3"}, {16, "0.4"}},
+    says(Menu(menuMcNemar, 2),
+         {{Kind::H1Proportion10Plus01, "0.3"}, {Kind::DiagonalDifference, "0.4"}},
          "Diff. of Diagonal Probabilities Has To Be Less Than or Equal to 0.3.");
-    says(Menu(menuMcNemar, 2), {{15, "0.3"}, {16, "-0.4"}},
+    says(Menu(menuMcNemar, 2),
+         {{Kind::H1Proportion10Plus01, "0.3"}, {Kind::DiagonalDifference, "-0.4"}},
          "Diff. of Diagonal Probabilities Has To Be Greater Than or Equal to -0.3.");
     const AnalysisChoice both = With(Menu(menuPaired, 2), {}, {{12, 0}, {20, 0}});
-    says(both, {{8, "0.4"}, {69, "0.6"}, {123, "0.45"}},
+    says(both,
+         {{Kind::H1Proportion1, "0.4"},
+          {Kind::H1Proportion2, "0.6"},
+          {Kind::H1Proportion11, "0.45"}},
          "H1: Proportion 11 Has To Be Less Than or Equal to 0.4.");
-    says(both, {{8, "0.7"}, {69, "0.8"}, {123, "0.4"}},
-         "H1: Proportion 11 Has To Be Greater Than or Equal to 0.499995.");
+    says(
+        both,
+        {{Kind::H1Proportion1, "0.7"}, {Kind::H1Proportion2, "0.8"}, {Kind::H1Proportion11, "0.4"}},
+        "H1: Proportion 11 Has To Be Greater Than or Equal to 0.499995.");
     const AnalysisChoice sum = With(Menu(menuPaired, 2), {}, {{12, 0}, {20, 1}});
-    says(sum, {{8, "0.4"}, {69, "0.6"}, {15, "0.1"}},
+    says(sum,
+         {{Kind::H1Proportion1, "0.4"},
+          {Kind::H1Proportion2, "0.6"},
+          {Kind::H1Proportion10Plus01, "0.1"}},
          "H1: Proportion 10 + Proportion 01 Has To Be Greater Than or Equal to 0.2.");
-    says(sum, {{8, "0.1"}, {69, "0.2"}, {15, "0.5"}},
+    says(sum,
+         {{Kind::H1Proportion1, "0.1"},
+          {Kind::H1Proportion2, "0.2"},
+          {Kind::H1Proportion10Plus01, "0.5"}},
          "H1: Proportion 10 + Proportion 01 Has To Be Less Than or Equal to 0.3.");
-    says(sum, {{8, "0.8"}, {69, "0.9"}, {15, "0.5"}},
+    says(sum,
+         {{Kind::H1Proportion1, "0.8"},
+          {Kind::H1Proportion2, "0.9"},
+          {Kind::H1Proportion10Plus01, "0.5"}},
          "H1: Proportion 10 + Proportion 01 Has To Be Less Than or Equal to 0.30001.");
     const AnalysisChoice ratio = With(Menu(menuPaired, 2), {}, {{12, 0}, {20, 2}});
-    says(ratio, {{8, "0.5"}, {69, "0.5"}, {336, "2"}},
+    says(ratio,
+         {{Kind::H1Proportion1, "0.5"},
+          {Kind::H1Proportion2, "0.5"},
+          {Kind::H1Proportion10Over01, "2"}},
          "H1: Proportion 2 Has To Be Greater Than or Equal to 0.50001.");
     says(With(Menu(menuPaired, 1, true), {}, {{12, 0}, {20, 2}}),
-         {{8, "0.5"}, {69, "0.5"}, {336, "2"}},
+         {{Kind::H1Proportion1, "0.5"},
+          {Kind::H1Proportion2, "0.5"},
+          {Kind::H1Proportion10Over01, "2"}},
          "H1: Proportion 2 Has To Be Less Than or Equal to 0.49999.");
     // A tick that is left from a one-sided test has no part in a two-sided one.
     says(With(Menu(menuPaired, 2, true), {}, {{12, 0}, {20, 2}}),
-         {{8, "0.5"}, {69, "0.5"}, {336, "2"}},
+         {{Kind::H1Proportion1, "0.5"},
+          {Kind::H1Proportion2, "0.5"},
+          {Kind::H1Proportion10Over01, "2"}},
          "H1: Proportion 2 Has To Be Greater Than or Equal to 0.50001.");
     // s = 0.3 at most for a difference of 0.1: a ratio of 2 at least, or 0.5 at most.
-    says(ratio, {{8, "0.1"}, {69, "0.2"}, {336, "1.5"}},
+    says(ratio,
+         {{Kind::H1Proportion1, "0.1"},
+          {Kind::H1Proportion2, "0.2"},
+          {Kind::H1Proportion10Over01, "1.5"}},
          "H1: Proportion 10 / Proportion 01 Has To Be Greater Than or Equal to 2.");
-    says(ratio, {{8, "0.1"}, {69, "0.2"}, {336, "0.7"}},
+    says(ratio,
+         {{Kind::H1Proportion1, "0.1"},
+          {Kind::H1Proportion2, "0.2"},
+          {Kind::H1Proportion10Over01, "0.7"}},
          "H1: Proportion 10 / Proportion 01 Has To Be Less Than or Equal to 0.5.");
 }
 

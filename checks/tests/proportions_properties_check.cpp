@@ -1,4 +1,5 @@
 // The tests of proportions, with every choice of their options.
+#include "core/kinds.h"
 #include "support/analysis_fixture.h"
 #include "support/properties.h"
 
@@ -65,27 +66,48 @@ void Add(Values& values, const Values& more) {
 
 // The same number of subjects, and of the population, in each form.
 void AddSizes(Values& values, const std::string& size) {
-    Add(values, {{85, size}, {4, size}, {37, size}, {38, "0"}, {5, "1"}});
+    Add(values,
+        {{85, size}, {4, size}, {37, size}, {Kind::Size2Minus1, "0"}, {Kind::Size2Over1, "1"}});
 }
 
 // Two effects on the proportion scale, one of them for each direction.
 Values Effect(bool left) {
     if (left)
-        return {{35, "0.5"}, {83, "0.3"},     {40, "-0.2"},     {41, "0.6"},
-                {225, "1"},  {226, "0.4286"}, {227, "-0.5714"}, {228, "0.4286"},
-                {8, "0.5"},  {69, "0.3"},     {52, "-0.2"},     {70, "0.6"},
-                {229, "1"},  {230, "0.4286"}, {231, "-0.5714"}, {232, "0.4286"}};
-    return {{35, "0.3"},     {83, "0.5"}, {40, "0.2"},     {41, "1.6667"},
-            {225, "0.4286"}, {226, "1"},  {227, "0.5714"}, {228, "2.3333"},
-            {8, "0.3"},      {69, "0.5"}, {52, "0.2"},     {70, "1.6667"},
-            {229, "0.4286"}, {230, "1"},  {231, "0.5714"}, {232, "2.3333"}};
+        return {{Kind::H0Proportion, "0.5"},
+                {Kind::H1Proportion, "0.3"},
+                {Kind::H1ProportionMinusH0, "-0.2"},
+                {Kind::H1ProportionOverH0, "0.6"},
+                {Kind::H0Odds, "1"},
+                {Kind::H1Odds, "0.4286"},
+                {Kind::H1OddsMinusH0, "-0.5714"},
+                {Kind::H1OddsOverH0, "0.4286"},
+                {Kind::H1Proportion1, "0.5"},
+                {Kind::H1Proportion2, "0.3"},
+                {Kind::H1Proportion2Minus1, "-0.2"},
+                {Kind::H1Proportion2Over1, "0.6"},
+                {Kind::H1Odds1, "1"},
+                {Kind::H1Odds2, "0.4286"},
+                {Kind::H1Odds2Minus1, "-0.5714"},
+                {Kind::H1Odds2Over1, "0.4286"}};
+    return {{Kind::H0Proportion, "0.3"},        {Kind::H1Proportion, "0.5"},
+            {Kind::H1ProportionMinusH0, "0.2"}, {Kind::H1ProportionOverH0, "1.6667"},
+            {Kind::H0Odds, "0.4286"},           {Kind::H1Odds, "1"},
+            {Kind::H1OddsMinusH0, "0.5714"},    {Kind::H1OddsOverH0, "2.3333"},
+            {Kind::H1Proportion1, "0.3"},       {Kind::H1Proportion2, "0.5"},
+            {Kind::H1Proportion2Minus1, "0.2"}, {Kind::H1Proportion2Over1, "1.6667"},
+            {Kind::H1Odds1, "0.4286"},          {Kind::H1Odds2, "1"},
+            {Kind::H1Odds2Minus1, "0.5714"},    {Kind::H1Odds2Over1, "2.3333"}};
 }
 
 // One or two proportions. Where a relation is kept and its base sought, the target lies between the
 // power here and that at the mirror point.
 Values PlanOfProportions(const AnalysisChoice& choice) {
     Values values = Effect(choice.Left);
-    Add(values, {{31, "500"}, {196, "500"}, {197, "500"}, {198, "0"}, {199, "1"}});
+    Add(values, {{Kind::Population, "500"},
+                 {Kind::Population1, "500"},
+                 {Kind::Population2, "500"},
+                 {Kind::Population2Minus1, "0"},
+                 {Kind::Population2Over1, "1"}});
     const bool two = choice.NoOfSamples == TwoSamples;
     const bool isFinite = choice.MenuNo < 0 && choice.DistrNo == DistrHypergeometric;
     if (choice.NoOfTails != TwoOneSided) {
@@ -98,73 +120,124 @@ Values PlanOfProportions(const AnalysisChoice& choice) {
             AddSizes(values, isFinite ? (oneSided ? "57" : "72") : (oneSided ? "63" : "80"));
         return values;
     }
-    Add(values, {{47, "0.35"},
-                 {48, "0.65"},
-                 {83, "0.5"},
-                 {226, "1"},
-                 {71, "-0.2"},
-                 {72, "0.2"},
-                 {8, "0.3"},
-                 {229, "0.4286"}});
+    Add(values, {{Kind::ProportionLeftLimit, "0.35"},
+                 {Kind::ProportionRightLimit, "0.65"},
+                 {Kind::H1Proportion, "0.5"},
+                 {Kind::H1Odds, "1"},
+                 {Kind::ProportionDifferenceLeftLimit, "-0.2"},
+                 {Kind::ProportionDifferenceRightLimit, "0.2"},
+                 {Kind::H1Proportion1, "0.3"},
+                 {Kind::H1Odds1, "0.4286"}});
     if (choice.Left)
-        Add(values, {{69, "0.29"},
-                     {52, "-0.01"},
-                     {70, "0.95"},
-                     {230, "0.41"},
-                     {231, "-0.02"},
-                     {232, "0.95"}});
+        Add(values, {{Kind::H1Proportion2, "0.29"},
+                     {Kind::H1Proportion2Minus1, "-0.01"},
+                     {Kind::H1Proportion2Over1, "0.95"},
+                     {Kind::H1Odds2, "0.41"},
+                     {Kind::H1Odds2Minus1, "-0.02"},
+                     {Kind::H1Odds2Over1, "0.95"}});
     else
-        Add(values, {{69, "0.31"},
-                     {52, "0.01"},
-                     {70, "1.05"},
-                     {230, "0.45"},
-                     {231, "0.02"},
-                     {232, "1.05"}});
+        Add(values, {{Kind::H1Proportion2, "0.31"},
+                     {Kind::H1Proportion2Minus1, "0.01"},
+                     {Kind::H1Proportion2Over1, "1.05"},
+                     {Kind::H1Odds2, "0.45"},
+                     {Kind::H1Odds2Minus1, "0.02"},
+                     {Kind::H1Odds2Over1, "1.05"}});
     AddSizes(values, two ? (isFinite ? "78" : "93") : (isFinite ? "88" : "140"));
     return values;
 }
 
 Values PlanOfFisher(const AnalysisChoice& choice) {
-    Values values = {{8, "0.2"},    {69, "0.6"},  {52, "0.4"},   {70, "3"},
-                     {229, "0.25"}, {230, "1.5"}, {231, "1.25"}, {232, "6"}};
+    Values values = {{Kind::H1Proportion1, "0.2"},
+                     {Kind::H1Proportion2, "0.6"},
+                     {Kind::H1Proportion2Minus1, "0.4"},
+                     {Kind::H1Proportion2Over1, "3"},
+                     {Kind::H1Odds1, "0.25"},
+                     {Kind::H1Odds2, "1.5"},
+                     {Kind::H1Odds2Minus1, "1.25"},
+                     {Kind::H1Odds2Over1, "6"}};
     if (choice.Left)
-        values = {{8, "0.6"},   {69, "0.2"},   {52, "-0.4"},   {70, "0.3333"},
-                  {229, "1.5"}, {230, "0.25"}, {231, "-1.25"}, {232, "0.1667"}};
+        values = {{Kind::H1Proportion1, "0.6"},
+                  {Kind::H1Proportion2, "0.2"},
+                  {Kind::H1Proportion2Minus1, "-0.4"},
+                  {Kind::H1Proportion2Over1, "0.3333"},
+                  {Kind::H1Odds1, "1.5"},
+                  {Kind::H1Odds2, "0.25"},
+                  {Kind::H1Odds2Minus1, "-1.25"},
+                  {Kind::H1Odds2Over1, "0.1667"}};
     AddSizes(values, IsOdds(choice) ? "28" : "22");
     return values;
 }
 
 Values PlanOfMcNemar(const AnalysisChoice& choice) {
-    return {{15, "0.4"}, {16, choice.Left ? "-0.2" : "0.2"}, {85, "80"}};
+    return {{Kind::H1Proportion10Plus01, "0.4"},
+            {16, choice.Left ? "-0.2" : "0.2"},
+            {Kind::Size, "80"}};
 }
 
 Values PlanOfPairs(const AnalysisChoice& choice) {
     if (choice.NoOfTails == TwoOneSided && choice.Left)
-        return {{71, "-0.1"}, {72, "0.1"},   {8, "0.5"},  {69, "0.48"},    {52, "-0.02"},
-                {70, "0.96"}, {123, "0.39"}, {15, "0.2"}, {336, "1.2222"}, {85, "230"}};
+        return {{Kind::ProportionDifferenceLeftLimit, "-0.1"},
+                {Kind::ProportionDifferenceRightLimit, "0.1"},
+                {Kind::H1Proportion1, "0.5"},
+                {Kind::H1Proportion2, "0.48"},
+                {Kind::H1Proportion2Minus1, "-0.02"},
+                {Kind::H1Proportion2Over1, "0.96"},
+                {Kind::H1Proportion11, "0.39"},
+                {Kind::H1Proportion10Plus01, "0.2"},
+                {Kind::H1Proportion10Over01, "1.2222"},
+                {Kind::Size, "230"}};
     if (choice.NoOfTails == TwoOneSided)
-        return {{71, "-0.1"}, {72, "0.1"},   {8, "0.5"},  {69, "0.52"},    {52, "0.02"},
-                {70, "1.04"}, {123, "0.41"}, {15, "0.2"}, {336, "1.2222"}, {85, "230"}};
+        return {{Kind::ProportionDifferenceLeftLimit, "-0.1"},
+                {Kind::ProportionDifferenceRightLimit, "0.1"},
+                {Kind::H1Proportion1, "0.5"},
+                {Kind::H1Proportion2, "0.52"},
+                {Kind::H1Proportion2Minus1, "0.02"},
+                {Kind::H1Proportion2Over1, "1.04"},
+                {Kind::H1Proportion11, "0.41"},
+                {Kind::H1Proportion10Plus01, "0.2"},
+                {Kind::H1Proportion10Over01, "1.2222"},
+                {Kind::Size, "230"}};
     constexpr i16 nonInferiority = 833;
     const bool ratios = Option(choice, 12) == 2 && Option(choice, 20) == 2;
     const std::string pairs = Has(choice, 36) ? (ratios ? "84" : "94") : (ratios ? "63" : "74");
     if (choice.MenuNo == nonInferiority && choice.Left)
-        return {{317, "0.1"},  {8, "0.8"},  {69, "0.78"}, {52, "-0.02"},  {70, "0.975"},
-                {123, "0.69"}, {15, "0.2"}, {85, pairs},  {336, "1.2222"}};
+        return {{Kind::ProportionNonInferiorityLimit, "0.1"},
+                {Kind::H1Proportion1, "0.8"},
+                {Kind::H1Proportion2, "0.78"},
+                {Kind::H1Proportion2Minus1, "-0.02"},
+                {Kind::H1Proportion2Over1, "0.975"},
+                {Kind::H1Proportion11, "0.69"},
+                {Kind::H1Proportion10Plus01, "0.2"},
+                {85, pairs},
+                {Kind::H1Proportion10Over01, "1.2222"}};
     if (choice.MenuNo == nonInferiority)
-        return {{317, "-0.1"}, {8, "0.8"},  {69, "0.82"}, {52, "0.02"},   {70, "1.025"},
-                {123, "0.71"}, {15, "0.2"}, {85, pairs},  {336, "1.2222"}};
+        return {{Kind::ProportionNonInferiorityLimit, "-0.1"},
+                {Kind::H1Proportion1, "0.8"},
+                {Kind::H1Proportion2, "0.82"},
+                {Kind::H1Proportion2Minus1, "0.02"},
+                {Kind::H1Proportion2Over1, "1.025"},
+                {Kind::H1Proportion11, "0.71"},
+                {Kind::H1Proportion10Plus01, "0.2"},
+                {85, pairs},
+                {Kind::H1Proportion10Over01, "1.2222"}};
     const std::string size = choice.NoOfTails == OneSided ? "87" : "110";
     if (choice.Left)
-        return {{8, "0.55"},  {69, "0.4"},  {52, "-0.15"}, {70, "0.72727"},
-                {123, "0.3"}, {15, "0.35"}, {336, "2.5"},  {85, size}};
-    return {{8, "0.4"},   {69, "0.55"}, {52, "0.15"}, {70, "1.375"},
-            {123, "0.3"}, {15, "0.35"}, {336, "2.5"}, {85, size}};
+        return {{Kind::H1Proportion1, "0.55"},        {Kind::H1Proportion2, "0.4"},
+                {Kind::H1Proportion2Minus1, "-0.15"}, {Kind::H1Proportion2Over1, "0.72727"},
+                {Kind::H1Proportion11, "0.3"},        {Kind::H1Proportion10Plus01, "0.35"},
+                {Kind::H1Proportion10Over01, "2.5"},  {85, size}};
+    return {{Kind::H1Proportion1, "0.4"},        {Kind::H1Proportion2, "0.55"},
+            {Kind::H1Proportion2Minus1, "0.15"}, {Kind::H1Proportion2Over1, "1.375"},
+            {Kind::H1Proportion11, "0.3"},       {Kind::H1Proportion10Plus01, "0.35"},
+            {Kind::H1Proportion10Over01, "2.5"}, {85, size}};
 }
 
 Values PlanOfNonInferiority(const AnalysisChoice& choice) {
-    Values values = {
-        {317, choice.Left ? "0.1" : "-0.1"}, {8, "0.8"}, {69, "0.8"}, {52, "0"}, {70, "1"}};
+    Values values = {{317, choice.Left ? "0.1" : "-0.1"},
+                     {Kind::H1Proportion1, "0.8"},
+                     {Kind::H1Proportion2, "0.8"},
+                     {Kind::H1Proportion2Minus1, "0"},
+                     {Kind::H1Proportion2Over1, "1"}};
     AddSizes(values, "150");
     return values;
 }

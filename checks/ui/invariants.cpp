@@ -14,6 +14,7 @@
 #include "core/showpar.h"
 #include "core/values.h"
 #include "output/format.h"
+#include "output/formatpar.h"
 #include "output/presentation.h"
 #include "output/printcopy.h"
 #include "output/statement.h"

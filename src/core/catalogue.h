@@ -2,6 +2,7 @@
 // with which options, and what each kind of parameter is called, starts with and may be.
 #pragma once
 
+#include "core/form.h"
 #include "core/types.h"
 
 #include <span>
@@ -16,6 +17,40 @@ namespace quorvanta {
 // ParMax for every kind: each text becomes the text of its own number ("0.30" reads "0.3"), the z
 // values are minimum, start value and maximum. Kind 349 is not defined and stays empty.
 void SetAllParKinds();
+
+// What a kind is, whatever the analysis it stands in.
+//
+// It counts: sample sizes and their differences, events, subjects, raters, items, groups, levels,
+// blocks, squares, strata, sequences, periods, treatments, categories, populations. Sizes given as
+// a ratio don't count.
+bool IsCountKind(i16 kind);
+// The size of a population, or the difference of two.
+bool IsPopulationKind(i16 kind);
+// It lays out a design: groups, factor levels, squares, blocks, measurements, and the sequences,
+// periods and treatments of a crossover.
+bool IsLayoutKind(i16 kind);
+// It is always derived from a grid while grid data exist.
+bool IsGridKind(i16 kind);
+// A power, or another probability that the equation yields directly.
+bool IsPowerKind(i16 kind);
+
+// What a size belongs to.
+enum class SizeRole {
+    None,   // no size
+    Single, // one sample, or all of them: told with its own label
+    First,  // of two samples, or of many groups
+    Second,
+    EachOther,     // of the groups but the first
+    FirstSequence, // of a crossover
+    SecondSequence,
+    Exposure, // observation time, a size where no subjects are counted
+    TimeAtRisk,
+    FirstExposure,
+    SecondExposure
+};
+SizeRole SizeRoleOf(i16 kind);
+// How a second size is entered beside its first.
+Form SizeFormOf(i16 kind);
 
 // --- Options ----------------------------------------------------------------------------------
 

@@ -8,7 +8,6 @@
 
 #include <cmath>
 #include <string>
-#include <utility>
 
 namespace quorvanta {
 
@@ -23,22 +22,13 @@ std::string LimitText(f64 limit) {
     return Format(limit, "#####0.######");
 }
 
-// The range of b such that "a and b in this form" stays within min..max.
-std::pair<f64, f64> PartnerRange(f64 a, f64 min, f64 max, i16 form) {
-    if (form == AsDifference)
-        return {min - a, max - a};
-    if (a < 0)
-        return {max / a, min / a};
-    return {min / a, max / a};
-}
-
 f64 Rounded(f64 x) {
     return f64{static_cast<f32>(x)};
 }
 
 // The dependent value as the equations see it: formed from the 32-bit base, itself in 32 bits.
-f64 Dependent(f64 base, f64 entered, i16 form) {
-    return Rounded(form == AsDifference ? Rounded(base) + entered : Rounded(base) * entered);
+f64 Dependent(f64 base, f64 entered, Form form) {
+    return Rounded(FromForm(form, Rounded(base), entered));
 }
 
 // Is there a value at all? Shows a message if not.
@@ -108,7 +98,7 @@ bool CheckRange(i16 i, f64 min, f64 max) {
     return CheckLimits(i, min, max, !reachesMin, !reachesMax);
 }
 
-bool CheckPair(i16 i, i16 j, f64 min, f64 max, i16 form) {
+bool CheckPair(i16 i, i16 j, f64 min, f64 max, Form form) {
     if (j == UnknownParNo)
         return true;
     if (form == AsValue)
@@ -122,7 +112,7 @@ bool CheckPair(i16 i, i16 j, f64 min, f64 max, i16 form) {
     const bool mirrored = form == AsRatio && base < 0;
     const bool belowMin = !(value >= min);
     const bool aboveMax = !(value <= max);
-    const auto [low, high] = PartnerRange(base, min, max, form);
+    const auto [low, high] = InForm(form, base, Range{min, max});
     return CheckLimits(j, low, high, mirrored ? aboveMax : belowMin,
                        mirrored ? belowMin : aboveMax);
 }
@@ -136,7 +126,7 @@ bool CheckPairs(i16 i) {
     return CheckRange(i, ParMin(ParKind(i)), ParValue(right));
 }
 
-void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, i16 form) {
+void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, Form form) {
     const i16 j = static_cast<i16>(i + 1);
     if (UnknownParNo != i && UnknownParNo != j)
         return;
@@ -160,7 +150,7 @@ void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, i16 form) {
         return baseKnown ? std::nextafter(x, end)
                          : f64{std::nextafter(static_cast<f32>(x), static_cast<f32>(end))};
     };
-    auto [low, high] = PartnerRange(partner, min, max, form);
+    auto [low, high] = InForm(form, partner, Range{min, max});
     while (low < high && !inside(low))
         low = next(low, high);
     while (low < high && !inside(high))

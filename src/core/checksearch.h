@@ -1,6 +1,7 @@
 // Checks of single values and of pairs, and the search limits that follow from them.
 #pragma once
 
+#include "core/form.h"
 #include "core/types.h"
 
 namespace quorvanta {
@@ -19,15 +20,10 @@ void ForgetRefused();
 void SetVaryingPars(i16 xParNo, i16 zParNo);
 void ClearVaryingPars();
 
-// Forms in which the second value of a pair is entered.
-inline constexpr i16 AsValue = 0;
-inline constexpr i16 AsDifference = 1;
-inline constexpr i16 AsRatio = 2;
-
 // Parameter j stands for a quantity entered as itself, as a difference from parameter i or as a
 // ratio to it: is that quantity, in 32 bits as the equations see it, within min..max? True if it
 // can't be known yet because i or j is the unknown, or because the ratio is to 0.
-bool CheckPair(i16 i, i16 j, f64 min, f64 max, i16 form);
+bool CheckPair(i16 i, i16 j, f64 min, f64 max, Form form);
 
 // A left limit at i and a right limit at i + 1: is the left one not above the right one?
 bool CheckPairs(i16 i);
@@ -35,7 +31,7 @@ bool CheckPairs(i16 i);
 // Narrows the search when the unknown is parameter i or its partner i + 1, so that the quantity of
 // the pair stays within min..max at the limits themselves, as the equations see it: formed from the
 // 32-bit base, and in 32 bits.
-void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, i16 form);
+void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, Form form);
 
 // An effect has two values of the same power, one on each side of no effect (with two one-sided
 // tests: of the middle between the limits). The search takes the left one with LeftTail, and the

@@ -10,6 +10,7 @@
 #include "core/search.h"
 #include "core/values.h"
 #include "output/format.h"
+#include "output/formatpar.h"
 
 #include <string>
 

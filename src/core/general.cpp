@@ -23,7 +23,7 @@ Integer RoundTo(f64 x) {
 } // namespace
 
 f64 ExpClamped(f32 v) {
-    return std::exp(static_cast<f64>(v > 75.0F ? 75.0F : v));
+    return std::exp(f64{v > 75.0F ? 75.0F : v});
 }
 
 f64 Int(f64 x) {

@@ -12,7 +12,4 @@ void GetFromTable(i16 parNo);
 // The parameter's value is derived from an input grid: its box is blue.
 bool IsBluePar(i16 parNo);
 
-// Kinds that are always derived from a grid while grid data exist.
-bool IsGridKind(i16 kind);
-
 } // namespace quorvanta

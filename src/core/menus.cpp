@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/kinds.h"
 #include "core/platform.h"
 #include "core/records.h"
 #include "core/values.h"
@@ -14,7 +15,7 @@ namespace {
 
 std::string TailsInWords() {
     if (IsIntervalAnalysis())
-        return CheckValue(TwoSidedIntervalCheck) == 1 ? "two-sided" : "one-sided";
+        return CheckValue(Check::TwoSidedInterval) == 1 ? "two-sided" : "one-sided";
     switch (NoOfTails) {
     case OneSided:
         return "one-sided";

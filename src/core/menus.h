@@ -22,7 +22,4 @@ void ShowNotAvailable(const std::string& what);
 // The analysis is a confidence interval of a parameter.
 bool IsIntervalAnalysis();
 
-// The check box that makes such an interval two-sided.
-inline constexpr i16 TwoSidedIntervalCheck = 36;
-
 } // namespace quorvanta

@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
+#include "core/kinds.h"
 #include "core/menus.h"
 #include "core/options.h"
 #include "core/platform.h"
@@ -29,7 +30,7 @@ void OptionsChanged() {
 } // namespace
 
 void StartTwoSidedInterval() {
-    CheckValue(TwoSidedIntervalCheck) = IsIntervalAnalysis() ? 1 : 0;
+    CheckValue(Check::TwoSidedInterval) = IsIntervalAnalysis() ? 1 : 0;
 }
 
 void NewSetup() {

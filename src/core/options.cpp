@@ -1,6 +1,7 @@
 #include "core/options.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 
 #include <algorithm>
 
@@ -10,13 +11,20 @@ namespace {
 
 // Pairs of check boxes of which at most one makes sense.
 constexpr i16 exclusiveChecks[][2] = {
-    {0, 5},                       // entered degrees of freedom, number of groups in an ANOVA
-    {1, 2},                       // the arc-sine form has no continuity correction
-    {1, 7},   {2, 7},             // an exact form is neither corrected nor transformed
-    {3, 12},                      // incidences, medians
-    {24, 25},                     // approaches to McNemar's test
-    {24, 26}, {25, 26}, {27, 30}, // the variance of paired proportions under H0
-    {27, 39}, {30, 39},
+    {Check::DegreesOfFreedom, Check::GroupsInAnova},
+    // The arc-sine form has no continuity correction, an exact form neither.
+    {Check::Correction, Check::ArcSine},
+    {Check::Correction, Check::Exact},
+    {Check::ArcSine, Check::Exact},
+    {Check::Incidences, Check::Medians},
+    // Approaches to McNemar's test.
+    {Check::FirstOrder, Check::SecondOrder},
+    {Check::FirstOrder, Check::Multinomial},
+    {Check::SecondOrder, Check::Multinomial},
+    // The variance of paired proportions under H0.
+    {Check::Score, Check::UnrestrictedMl},
+    {Check::Score, Check::VarianceOfH1},
+    {Check::UnrestrictedMl, Check::VarianceOfH1},
 };
 
 int CheckPosition(i16 kind) {
@@ -98,6 +106,10 @@ bool Ticked(i16 kind) {
 
 i16 ChosenOption(i16 group) {
     return GroupPosition(group) >= 0 ? IntParValue(group) : i16{0};
+}
+
+Form ChosenForm(i16 group) {
+    return static_cast<Form>(ChosenOption(group));
 }
 
 void ClearExcludedChecks(i16 tickedKind) {

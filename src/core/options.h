@@ -2,6 +2,7 @@
 // the user has chosen there.
 #pragma once
 
+#include "core/form.h"
 #include "core/types.h"
 
 #include <initializer_list>
@@ -34,6 +35,9 @@ bool Ticked(i16 kind);
 
 // The chosen option of a group: 0, 1 or 2; 0 for a group that is not offered.
 i16 ChosenOption(i16 group);
+
+// The same of a group whose options are the forms of a quantity.
+Form ChosenForm(i16 group);
 
 // A tick in one box of a pair that can't go together clears the other.
 void ClearExcludedChecks(i16 tickedKind);

@@ -8,7 +8,7 @@
 
 namespace quorvanta {
 
-inline constexpr f64 RootTolerance = 1.0E-5;
+inline constexpr f64 RootTolerance = 1e-5;
 inline constexpr i16 RootIterations = 500;
 
 // The |f| up to which a found root counts as one.
@@ -28,7 +28,7 @@ inline constexpr f64 RootResidual = 0.001;
 template <class Function>
 void FindRootOf(Function&& f, f64 x1, f64 x2, f64 tol, i16 maxIter, i16& iterations, f64& root,
                 f64& fRoot) {
-    constexpr f64 Eps = 1.0E-10;
+    constexpr f64 Eps = 1e-10;
     f64 E = 0;
     f64 D = 0;
     f64 A = x1;

@@ -19,16 +19,9 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 PowerParNo = 1;
-constexpr i16 PowerKind = 1;
-constexpr i16 IntervalPowerKind = 318;
-constexpr i16 WidthProbabilityKind = 101;
-
-// The power, whatever its label says: a probability that the equation yields directly.
+// A probability that the equation yields directly.
 bool UnknownIsPower() {
-    const i16 kind = ParKind(UnknownParNo);
-    return (UnknownParNo == PowerParNo && (kind == PowerKind || kind == IntervalPowerKind)) ||
-           kind == WidthProbabilityKind;
+    return IsPowerKind(ParKind(UnknownParNo));
 }
 
 bool IsRoot(f64 residual) {
@@ -37,7 +30,7 @@ bool IsRoot(f64 residual) {
 
 // How far outside its limits a root may lie, where that can't turn it into something else: a level
 // of 0 or 1 is none.
-constexpr f64 Slack = 1.0E-5;
+constexpr f64 Slack = 1e-5;
 
 // A search without a change of sign may end on a zero outside its interval, which is no solution.
 // The power alone may lie outside the range in which it is searched: 0.999999 is a fact.

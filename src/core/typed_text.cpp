@@ -1,6 +1,7 @@
 #include "core/typed_text.h"
 
 #include "core/analysis_state.h"
+#include "core/catalogue.h"
 #include "core/codepage.h"
 #include "core/grids.h"
 #include "core/menus.h"

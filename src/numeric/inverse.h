@@ -7,7 +7,7 @@
 namespace quorvanta {
 
 // A pivot smaller than this makes a matrix count as singular.
-inline constexpr f64 PivotLimit = 1.0E-12;
+inline constexpr f64 PivotLimit = 1e-12;
 
 // Replaces the matrix a(1..n, 1..n) by its inverse; false when a pivot is too small, and then a
 // holds the elimination as far as it came. The limit is absolute: it is for the caller to scale.

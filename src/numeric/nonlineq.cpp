@@ -11,13 +11,13 @@ namespace quorvanta {
 namespace {
 
 constexpr f64 FirstDamping = 0.001;
-constexpr f64 MaxDamping = 1.0E6;
+constexpr f64 MaxDamping = 1e6;
 // Lost in the rounding of the scaled matrix, but it keeps a singular one from dividing by 0.
-constexpr f64 MinDamping = 1.0E-20;
+constexpr f64 MinDamping = 1e-20;
 constexpr f64 DerivativeStep = 0.01;
-constexpr f64 SmallUnknown = 1.0E-6;
+constexpr f64 SmallUnknown = 1e-6;
 constexpr int MaxSweeps = 10;
-constexpr f64 NegligibleProduct = 1.0E-16;
+constexpr f64 NegligibleProduct = 1e-16;
 
 f64 SumOfSquares(const Array1<f64>& f) {
     f64 sum = 0;

@@ -210,8 +210,8 @@ f64 DrawGammaBelowOne(f64 d) {
             Single(belowOne ? std::pow(u / c, 1.0 / d) : 1.0 - FastLog((u - c) / (1.0 - c)));
         if (belowOne && x < AcceptedAtOnce)
             return x;
-        const f64 power = std::pow(static_cast<f64>(x), 1.0 - d);
-        const f64 decay = std::exp(-static_cast<f64>(x));
+        const f64 power = std::pow(f64{x}, 1.0 - d);
+        const f64 decay = std::exp(-f64{x});
         const f32 w = Single(belowOne ? v / power : v * decay);
         const f32 t = Single(decay / power);
         if (w <= t)
@@ -292,7 +292,7 @@ void RandMultiNormal(const Array2<f64>& T, const Array2<f32>& M) {
         f32 s = 0;
         for (int j = 1; j <= n; ++j)
             s = Single(s + z[static_cast<std::size_t>(j)] * T(j, i));
-        RandSample(i) = Single(static_cast<f64>(s) + M(i, 1));
+        RandSample(i) = Single(f64{s} + M(i, 1));
     }
 }
 
@@ -365,8 +365,8 @@ void DrawGroup(i16 n, int before, f32 group, f32 scale, f32 laterScale, f32 loss
     for (int i = 1; i <= n; ++i) {
         const int subject = before + i;
         record.Entry(subject) = entry.Draw();
-        const f32 eventTime = Single(static_cast<f64>(RandSample(i)) * scale);
-        record.Time(subject) = Single(static_cast<f64>(eventTime) * laterScale);
+        const f32 eventTime = Single(f64{RandSample(i)} * scale);
+        record.Time(subject) = Single(f64{eventTime} * laterScale);
         record.Group(subject) = group;
         if (lossRate > 0) {
             const f64 lossTime = -FastLog(OneGuarded - Rnd()) / lossRate;
@@ -478,7 +478,7 @@ void RandMultinomial(i16 n, const Array1<f32>& P) {
     static std::vector<f32> Cum; // (0..k); keeps its memory between replicates
     Cum.assign(1, 0.0F);
     for (int i = 1; i <= k; ++i)
-        Cum.push_back(Single(static_cast<f64>(Cum.back()) + P(i)));
+        Cum.push_back(Single(f64{Cum.back()} + P(i)));
     for (i16 trial = 0; trial < n; ++trial) {
         const f32 u = Rnd();
         for (int i = 1; i <= k; ++i) {

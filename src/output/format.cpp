@@ -95,7 +95,7 @@ std::size_t ColumnDecimals(f32 x) {
     const std::size_t decimals = TextDecimals(Str(x));
     if (decimals < MostColumnDecimals)
         return decimals;
-    const std::string rounded = Str(static_cast<f32>(RoundPow10(static_cast<f64>(x), -7)));
+    const std::string rounded = Str(static_cast<f32>(RoundPow10(f64{x}, -7)));
     if (rounded.find('E') != std::string::npos)
         return MostColumnDecimals;
     return TextDecimals(rounded);
@@ -169,7 +169,7 @@ std::string FormatBySize(f64 x) {
 std::string FormatByRange(i16 n, f32 min, f32 max) {
     f32 step = 1;
     if (min != max)
-        step = static_cast<f32>(std::fabs((static_cast<f64>(max) - static_cast<f64>(min)) / n));
+        step = static_cast<f32>(std::fabs((f64{max} - f64{min}) / n));
     if (step >= 100.0F)
         return "#########0 ";
     if (step >= 1.0F)
@@ -207,31 +207,6 @@ std::string FormatCell(f64 x, std::string_view picture) {
 f64 RoundPow10(f64 x, i16 p) {
     const f64 unit = std::pow(10.0, p);
     return Int(x / unit + 0.5) * unit;
-}
-
-std::string FormatPar(i16 kind, f64 x) {
-    if (IsCountKind(kind))
-        return Format(WholeCount(kind, x), "0");
-    return Format(x, FormatBySize(x));
-}
-
-f64 WholeCount(i16 kind, f64 x) {
-    constexpr f64 slack = 1e-5;
-    return IsPopulationKind(kind) ? Int(x + slack) : Int(x - slack) + 1;
-}
-
-bool IsCountKind(i16 kind) {
-    constexpr auto counts = std::to_array<i16>(
-        {4,   14,  17,  31,  37,  38,  39,  42,  85,  99,  149, 150, 163, 164, 165, 196,
-         197, 198, 201, 223, 224, 238, 239, 243, 244, 245, 246, 248, 256, 270, 280, 281,
-         282, 283, 285, 286, 288, 289, 310, 320, 322, 323, 324, 326, 327, 328, 334, 335});
-    static_assert(std::ranges::is_sorted(counts));
-    return std::ranges::binary_search(counts, kind);
-}
-
-bool IsPopulationKind(i16 kind) {
-    constexpr auto populations = std::to_array<i16>({31, 196, 197, 198});
-    return std::ranges::find(populations, kind) != populations.end();
 }
 
 } // namespace quorvanta

@@ -43,21 +43,4 @@ std::string FormatCell(f64 x, std::string_view picture);
 // x rounded to a multiple of 10^p: Int(x / 10^p + 0.5) * 10^p.
 f64 RoundPow10(f64 x, i16 p);
 
-// The text of a value of a parameter kind: a count is a whole number, any other value is shown by
-// its size.
-std::string FormatPar(i16 kind, f64 x);
-
-// The whole number that a solved count stands for: rounded up, since power and precision grow with
-// it; a population rounded down, since they fall. A count that is beyond a whole number by 1e-5 or
-// less is that number.
-f64 WholeCount(i16 kind, f64 x);
-
-// True for the kinds that count: sample sizes and their differences, events, subjects, raters,
-// items, groups, levels, blocks, squares, strata, sequences, periods, treatments, categories,
-// populations. Sizes given as a ratio don't count.
-bool IsCountKind(i16 kind);
-
-// True for the sizes of populations and their difference.
-bool IsPopulationKind(i16 kind);
-
 } // namespace quorvanta

@@ -21,7 +21,7 @@ f64 RoundStep(int i) {
 // The decimals of a number that is meant to be a short one.
 int Decimals(f32 x) {
     constexpr int most = 7; // a 32-bit number has no more that are worth showing
-    f64 scaled = std::fabs(static_cast<f64>(x));
+    f64 scaled = std::fabs(f64{x});
     int decimals = 0;
     while (decimals < most && std::fabs(scaled - std::round(scaled)) > Slack * MinOf(scaled, 1)) {
         ++decimals;
@@ -34,8 +34,8 @@ int Decimals(f32 x) {
 
 void NiceScale(f32 low, f32 high, i16 n, f32& newLow, f32& newHigh, f32& step) {
     n = MaxInteger(n, 2);
-    const f64 Low = static_cast<f64>(low);
-    f64 High = static_cast<f64>(high);
+    const f64 Low = f64{low};
+    f64 High = f64{high};
     constexpr f64 smallestRange = 1e-30; // a step of less is 0 in 32 bits
     if (!(High - Low > smallestRange)) {
         constexpr f64 visible = 1e-6; // of a value so large that 1 more is the same 32-bit number
@@ -56,13 +56,13 @@ void NiceScale(f32 low, f32 high, i16 n, f32& newLow, f32& newHigh, f32& step) {
     f64 m2 = 0;
     for (;; ++i) {
         step = static_cast<f32>(RoundStep(i) * decade);
-        const f64 f = Low / static_cast<f64>(step);
+        const f64 f = Low / f64{step};
         m1 = std::trunc(f);
         if (f < 0)
             m1 -= 1;
         if (std::fabs(m1 + 1 - f) < Slack)
             m1 += 1;
-        const f64 g = High / static_cast<f64>(step);
+        const f64 g = High / f64{step};
         m2 = std::trunc(g + 1);
         if (g < -1)
             m2 -= 1;
@@ -71,11 +71,11 @@ void NiceScale(f32 low, f32 high, i16 n, f32& newLow, f32& newHigh, f32& step) {
         if (m2 - m1 <= n)
             break;
     }
-    const f64 Step = static_cast<f64>(step);
+    const f64 Step = f64{step};
     const f64 spare = std::trunc((n - (m2 - m1)) / 2);
     newLow = static_cast<f32>(m1 * Step);
-    newLow = static_cast<f32>(static_cast<f64>(newLow) - spare * Step);
-    newHigh = static_cast<f32>(static_cast<f64>(newLow) + n * Step);
+    newLow = static_cast<f32>(f64{newLow} - spare * Step);
+    newHigh = static_cast<f32>(f64{newLow} + n * Step);
     newLow = MinSingle(newLow, low);
     newHigh = MaxSingle(newHigh, high);
 }

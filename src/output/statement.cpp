@@ -51,8 +51,8 @@ std::string RunClause(SumUsed& used) {
         text += " and with " + ParPhrase(ZParNo) + " set to " + SumList(values);
         used.Add(ZParNo);
     }
-    const std::string lowest = UnknownText(static_cast<f64>(TableYMin));
-    const std::string highest = UnknownText(static_cast<f64>(TableYMax));
+    const std::string lowest = UnknownText(f64{TableYMin});
+    const std::string highest = UnknownText(f64{TableYMax});
     text += ", " + WithArticle(ParPhrase(UnknownParNo));
     text += lowest == highest ? " will be " + lowest
                               : " will be ranging from " + lowest + " to " + highest;

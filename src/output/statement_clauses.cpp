@@ -4,10 +4,12 @@
 #include "core/catalogue.h"
 #include "core/checksearch.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/number_text.h"
 #include "core/records.h"
 #include "core/values.h"
 #include "output/format.h"
+#include "output/formatpar.h"
 #include "output/statement_labels.h"
 #include "output/statement_words.h"
 
@@ -26,75 +28,10 @@ constexpr i16 firstDesignParNo = 2;
 
 // --- Sizes --------------------------------------------------------------------------------------
 
-enum class SizeRole {
-    Single, // told with its own label
-    First,  // of two samples, or of many groups
-    Second,
-    EachOther,     // of the groups but the first
-    FirstSequence, // of a crossover
-    SecondSequence,
-    Exposure, // observation time, a size where no subjects are counted
-    TimeAtRisk,
-    FirstExposure,
-    SecondExposure
-};
-
-struct SizeRow {
-    i16 Kind;
-    SizeRole Role;
-    i16 Form; // how a second size is entered beside its first
-};
-
-// A ratio of sizes beside a total (320, 99, 347) has no first size to relate to and is left to the
-// statement's last sentence.
-constexpr SizeRow sizeRows[] = {
-    {4, SizeRole::First, AsValue},
-    {5, SizeRole::Second, AsRatio},
-    {14, SizeRole::Single, AsValue},
-    {37, SizeRole::Second, AsValue},
-    {38, SizeRole::Second, AsDifference},
-    {39, SizeRole::First, AsValue},
-    {42, SizeRole::Second, AsValue},
-    {85, SizeRole::Single, AsValue},
-    {99, SizeRole::Single, AsValue},
-    {149, SizeRole::EachOther, AsValue},
-    {150, SizeRole::EachOther, AsDifference},
-    {151, SizeRole::EachOther, AsRatio},
-    {163, SizeRole::Single, AsValue},
-    {164, SizeRole::First, AsValue},
-    {165, SizeRole::Second, AsValue},
-    {170, SizeRole::Exposure, AsValue},
-    {171, SizeRole::FirstExposure, AsValue},
-    {172, SizeRole::SecondExposure, AsValue},
-    {173, SizeRole::SecondExposure, AsDifference},
-    {174, SizeRole::SecondExposure, AsRatio},
-    {224, SizeRole::Single, AsValue},
-    {248, SizeRole::Single, AsValue},
-    {289, SizeRole::Single, AsValue},
-    {320, SizeRole::Single, AsValue},
-    {322, SizeRole::FirstSequence, AsValue},
-    {323, SizeRole::SecondSequence, AsValue},
-    {324, SizeRole::SecondSequence, AsDifference},
-    {325, SizeRole::SecondSequence, AsRatio},
-    {326, SizeRole::Single, AsValue},
-    {327, SizeRole::Single, AsValue},
-    {328, SizeRole::Single, AsValue},
-    {347, SizeRole::TimeAtRisk, AsValue},
-};
-static_assert(std::ranges::is_sorted(sizeRows, {}, &SizeRow::Kind));
-
-constexpr i16 kindNoOfGroups = 17;
-
-const SizeRow* SizeRowOf(i16 kind) {
-    const auto* row = std::ranges::lower_bound(sizeRows, kind, {}, &SizeRow::Kind);
-    return row != std::end(sizeRows) && row->Kind == kind ? row : nullptr;
-}
-
 i16 FindSize(std::initializer_list<SizeRole> roles) {
     for (i16 i = firstDesignParNo; i <= NoOfPar; ++i)
-        if (const SizeRow* row = SizeRowOf(ParKind(i)))
-            if (std::ranges::find(roles, row->Role) != roles.end())
-                return i;
+        if (std::ranges::find(roles, SizeRoleOf(ParKind(i))) != roles.end())
+            return i;
     return none;
 }
 
@@ -105,25 +42,13 @@ i16 FindKind(i16 kind) {
     return none;
 }
 
-f64 InForm(i16 form, f64 base, f64 v) {
-    switch (form) {
-    case AsDifference:
-        return base + v;
-    case AsRatio:
-        return base * v;
-    default:
-        return v;
-    }
-}
-
 bool HasText(i16 parNo) {
     return HasValue(ParText(ParKind(parNo)));
 }
 
 // A size rounded up as the box of a size shows it.
 f64 SizeOf(f64 v) {
-    constexpr i16 kindSampleSize = 85;
-    return Val(FormatPar(kindSampleSize, v));
+    return Val(FormatPar(Kind::Size, v));
 }
 
 std::string SingleSize(i16 parNo) {
@@ -138,13 +63,13 @@ struct SizePair {
 // The second size in its own terms, whatever form it is entered in.
 SizePair ExposurePair(i16 first, i16 second) {
     const f64 t = ParNumber(first);
-    return {t, InForm(SizeRowOf(ParKind(second))->Form, t, ParNumber(second))};
+    return {t, FromForm(SizeFormOf(ParKind(second)), t, ParNumber(second))};
 }
 
 // A difference or a ratio applies to the first size as it will be used, in whole subjects.
 SizePair CountedPair(i16 first, i16 second) {
     const f64 n = SizeOf(ParNumber(first));
-    return {n, SizeOf(InForm(SizeRowOf(ParKind(second))->Form, n, ParNumber(second)))};
+    return {n, SizeOf(FromForm(SizeFormOf(ParKind(second)), n, ParNumber(second)))};
 }
 
 // "total ... of 60 (30 in sample 1 and 30 in sample 2)".
@@ -157,7 +82,7 @@ std::string PairText(std::string_view total, f64 sum, const SizePair& pair,
 constexpr std::string_view totalSize = "total sample size of ";
 
 std::string PairClause(i16 first, i16 second) {
-    switch (SizeRowOf(ParKind(first))->Role) {
+    switch (SizeRoleOf(ParKind(first))) {
     case SizeRole::FirstSequence: {
         const SizePair n = CountedPair(first, second);
         return PairText(totalSize, n.First + n.Second, n, " in sequence 1 and ", " in sequence 2)");
@@ -176,7 +101,7 @@ std::string PairClause(i16 first, i16 second) {
 
 // The first group and k - 1 others; empty if the number of groups is not to be had.
 std::string GroupsClause(i16 first, i16 second) {
-    const i16 groups = FindKind(kindNoOfGroups);
+    const i16 groups = FindKind(Kind::NoOfGroups);
     if (groups == none || !HasText(groups))
         return "";
     const SizePair n = CountedPair(first, second);
@@ -197,15 +122,6 @@ i16 FindSecond(SizeRole role) {
     default:
         return none;
     }
-}
-
-// --- Designs ------------------------------------------------------------------------------------
-
-// Groups, factor levels, squares, blocks, measurements, and the layout of a crossover.
-bool IsLayoutKind(i16 kind) {
-    constexpr auto kinds =
-        std::to_array<i16>({17, 238, 239, 243, 244, 245, 246, 255, 256, 270, 285, 286, 288});
-    return std::ranges::binary_search(kinds, kind);
 }
 
 } // namespace
@@ -253,7 +169,7 @@ std::string UnknownText(f64 x) {
 i16 PowerParNoOfTest() {
     if (IsTest == False && ProcedureNo != ProcedureTest)
         return none;
-    return LabelSays(ParLabel(ParKind(powerParNo)), Says::Power) ? powerParNo : none;
+    return IsPowerKind(ParKind(powerParNo)) ? powerParNo : none;
 }
 
 std::string ParPhrase(i16 parNo) {
@@ -297,13 +213,12 @@ std::string SumSampleClause(SumUsed& used) {
         first = FindSize({SizeRole::TimeAtRisk, SizeRole::FirstExposure, SizeRole::Exposure});
     if (first == none || !HasText(first))
         return "";
-    const SizeRole role = SizeRowOf(ParKind(first))->Role;
+    const SizeRole role = SizeRoleOf(ParKind(first));
     const i16 second = FindSecond(role);
     std::string clause;
     if (second != none && HasText(second))
-        clause = SizeRowOf(ParKind(second))->Role == SizeRole::EachOther
-                     ? GroupsClause(first, second)
-                     : PairClause(first, second);
+        clause = SizeRoleOf(ParKind(second)) == SizeRole::EachOther ? GroupsClause(first, second)
+                                                                    : PairClause(first, second);
     else if (role == SizeRole::Exposure || role == SizeRole::FirstExposure)
         clause = "total exposure time of " + ParValueText(first);
     else if (role == SizeRole::TimeAtRisk)

@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/records.h"
 #include "output/statement_labels.h"
 #include "output/statement_simulation.h"
@@ -35,7 +36,7 @@ std::string WidthPhrase(i16 parNo) {
 // The position of the probability that the interval is as narrow as wanted.
 i16 WidthProbabilityParNo() {
     for (i16 i = powerParNo + 1; i <= NoOfPar; ++i)
-        if (LabelSays(ParLabel(ParKind(i)), Says::WidthProbability))
+        if (IsPowerKind(ParKind(i)))
             return i;
     return none;
 }
@@ -82,10 +83,9 @@ std::string DistributionPhrase() {
 }
 
 bool IsOneSidedInterval() {
-    constexpr i16 checkTwoSidedInterval = 36;
     for (i16 i = 0; i < NoOfCheck; ++i)
-        if (CheckList(i) == checkTwoSidedInterval)
-            return CheckValue(checkTwoSidedInterval) == 0;
+        if (CheckList(i) == Check::TwoSidedInterval)
+            return CheckValue(Check::TwoSidedInterval) == 0;
     return false;
 }
 

@@ -16,9 +16,6 @@ struct LabelPart {
 
 constexpr LabelPart labelParts[] = {
     {Says::ConfidenceLevel, "Confidence"},
-    {Says::Power, "Power"},
-    {Says::Power, "Prob"},
-    {Says::WidthProbability, "Prob ("},
     {Says::Relative, "Relative"},
     {Says::Limit, "Limit"},
     {Says::Inferiority, "Inferior"},

@@ -8,8 +8,6 @@ namespace quorvanta {
 
 enum class Says {
     ConfidenceLevel,
-    Power, // or a probability in its place
-    WidthProbability,
     Relative, // an error or a width in units of the estimate
     Limit,
     Inferiority,

@@ -1,8 +1,10 @@
 #include "output/table_layout.h"
 
+#include "core/catalogue.h"
 #include "core/codepage.h"
 #include "core/general.h"
 #include "output/format.h"
+#include "output/formatpar.h"
 #include "output/xyzplot.h"
 
 #include <algorithm>
@@ -33,7 +35,7 @@ std::string CellPicture(const Presentation& result) {
 
 // The text of a y-value. A count without decimals is a whole one: 23.4 subjects are 24.
 std::string CellText(f32 y, i16 kind, const std::string& picture) {
-    const f64 value = static_cast<f64>(y);
+    const f64 value{y};
     const bool isWhole = picture.find('.') == std::string::npos;
     if (isWhole && IsCountKind(kind) && HasCellValue(y))
         return FormatCell(WholeCount(kind, value), picture);
@@ -47,7 +49,7 @@ TableBlock LayOutBlock(const Presentation& result, int firstColumn, int lastColu
     const std::string xPicture = FormatForColumn(1, result.X.HighBound(), result.X);
     const std::string yPicture = CellPicture(result);
     for (int k = 1; k <= result.X.HighBound(); ++k) {
-        std::vector<std::string> row = {FormatCell(static_cast<f64>(result.X(k)), xPicture)};
+        std::vector<std::string> row = {FormatCell(f64{result.X(k)}, xPicture)};
         for (int j = firstColumn; j <= lastColumn; ++j)
             row.push_back(CellText(result.Y(k, j), result.YKind, yPicture));
         block.Rows.push_back(row);

@@ -242,7 +242,7 @@ std::vector<std::vector<Point>> CurveLines(const Layout& layout, const Presentat
         return k >= 1 && k <= n && HasCellValue(graph.Y(k, j));
     };
     const auto at = [&layout, &graph, j](int k) {
-        return layout.At(static_cast<f64>(graph.X(k)), static_cast<f64>(graph.Y(k, j)));
+        return layout.At(f64{graph.X(k)}, f64{graph.Y(k, j)});
     };
     for (int k = 1; k <= n; ++k) {
         if (!has(k))
@@ -439,13 +439,13 @@ AxisScale ScaleAxis(ValueRange data, i16 n, const FixedArray<std::string, 0, 3>&
     NiceScale(low, high, n, newLow, newHigh, step);
 
     AxisScale scale;
-    scale.Low = typedLow.value_or(static_cast<f64>(newLow));
-    scale.High = typedHigh.value_or(static_cast<f64>(newHigh));
+    scale.Low = typedLow.value_or(f64{newLow});
+    scale.High = typedHigh.value_or(f64{newHigh});
     if (!(scale.High > scale.Low)) { // a typed limit that 32 bits can't tell from the other one
-        scale.Low = static_cast<f64>(newLow);
-        scale.High = static_cast<f64>(newHigh);
+        scale.Low = f64{newLow};
+        scale.High = f64{newHigh};
     }
-    scale.Step = static_cast<f64>(step);
+    scale.Step = f64{step};
     scale.FirstTick = std::ceil(scale.Low / scale.Step - 1e-4) * scale.Step;
     constexpr f64 mostTicks = 200;
     const auto typedTick = TypedLimit(axisTexts(3));

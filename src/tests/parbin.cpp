@@ -2,13 +2,15 @@
 
 #include "core/analysis_state.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "core/root.h"
 #include "numeric/probdist_discrete.h"
 #include "numeric/rounding.h"
 #include "tests/exactsums.h"
-#include "tests/precision.h"
-#include "tests/turningpoint.h"
+#include "tests/lists/precision.h"
+#include "tests/lists/turningpoint.h"
+#include "tests/precisioneq.h"
 
 #include <cmath>
 
@@ -16,9 +18,8 @@ namespace quorvanta {
 
 namespace {
 
-constexpr SampleKinds oddsKinds{233, 35, 234, {235, 236, 237}};
-
-constexpr i16 checkExact = 7;
+constexpr SampleKinds oddsKinds{
+    Kind::Odds, Group::Odds2, Kind::Odds1, {Kind::Odds2, Kind::Odds2Minus1, Kind::Odds2Over1}};
 
 SampleValues parameters; // proportions or odds
 SampleValues sizes;
@@ -80,7 +81,7 @@ f64 UpperLimit(i16 n, i16 count, f64 outside) {
     if (count >= n)
         return 1;
     const auto excess = [=](f64 p) { return BinCdf(n, count, Single(p)) - outside; };
-    constexpr f64 tolerance = 1.0E-7;
+    constexpr f64 tolerance = 1e-7;
     i16 iterations = 0;
     f64 rest = 0;
     f64 limit = 1;
@@ -138,7 +139,7 @@ void PARBIN::SetupTest() {
     OfferSamples({OneSample, TwoSamples});
     OfferPrecision();
     if (IsInterval() && NoOfSamples == OneSample && !IsOdds())
-        OfferChecks({checkExact});
+        OfferChecks({Check::Exact});
     OfferForms(Kinds());
     OfferForms(SizeKinds);
 }
@@ -165,7 +166,7 @@ void PARBIN::SearchLimits(f64& lower, f64& upper) {
 f64 PARBIN::RootFunction() {
     if (IsOdds())
         return LogPrecisionEq(LogOddsStandardError());
-    if (Ticked(checkExact) && sizes.First() <= MaxExactSize)
+    if (Ticked(Check::Exact) && sizes.First() <= MaxExactSize)
         return ExactWidthEq();
     return NormalPrecisionEq(ProportionStandardError(parameters, Weights()));
 }

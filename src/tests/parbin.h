@@ -2,8 +2,9 @@
 // difference of two proportions or the ratio of two odds.
 #pragma once
 
+#include "core/kinds.h"
 #include "core/types.h"
-#include "tests/samplevalues.h"
+#include "tests/lists/samples.h"
 
 namespace quorvanta {
 
@@ -15,7 +16,11 @@ struct PARBIN {
     static f64 RootFunction();
 };
 
-inline constexpr SampleKinds ProportionKinds{102, 12, 103, {104, 105, 106}};
+inline constexpr SampleKinds ProportionKinds{
+    Kind::Proportion,
+    Group::Proportion2,
+    Kind::Proportion1,
+    {Kind::Proportion2, Kind::Proportion2Minus1, Kind::Proportion2Over1}};
 
 // What a variance p (1 - p) is divided by turns into a weight of each sample.
 struct SampleWeights {

@@ -1,18 +1,18 @@
 #include "tests/parexp.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
-#include "tests/precision.h"
-#include "tests/samplevalues.h"
+#include "tests/lists/precision.h"
+#include "tests/lists/samples.h"
+#include "tests/precisioneq.h"
 #include "tests/scalestatistic.h"
 
 namespace quorvanta {
 
 namespace {
-
-constexpr i16 kindScale = 146;
 
 // By ParListNo.
 constexpr i16 location = 0;
@@ -48,7 +48,7 @@ void PAREXP::SetupTest() {
 void PAREXP::SetParList() {
     if (ParListNo == location) {
         StartPrecisionList(Precision::Absolute);
-        scale = AddPar(kindScale);
+        scale = AddPar(Kind::Scale);
         sizes = AddSizes();
         return;
     }
@@ -65,6 +65,8 @@ void PAREXP::SearchLimits(f64& lower, f64& upper) {
     sizes.Narrow(lower, upper);
 }
 
+// 2 n estimate / scale is chi-square with 2 n df, with 2 (n - 1) where the location is estimated
+// (B. Epstein and M. Sobel, Annals of Mathematical Statistics 25, 1954, 373-381).
 f64 PAREXP::RootFunction() {
     if (ParListNo == location)
         return LocationRoot();

@@ -4,20 +4,20 @@
 #include "core/general.h"
 #include "core/options.h"
 #include "numeric/rounding.h"
-#include "tests/hypotheses.h"
+#include "tests/lists/means.h"
+#include "tests/lists/proportions.h"
+#include "tests/lists/testorprecision.h"
+#include "tests/lists/turningpoint.h"
+#include "tests/normaltest.h"
 #include "tests/parbin.h"
 #include "tests/parhyper.h"
-#include "tests/precision.h"
-#include "tests/turningpoint.h"
+#include "tests/precisioneq.h"
 
 #include <cmath>
 
 namespace quorvanta {
 
 namespace {
-
-constexpr OneSampleKinds meanKinds{0, 57, {58, 59, 60}, 6, 7};
-constexpr OneSampleKinds proportionKinds{11, 35, {83, 40, 41}, 47, 48};
 
 Hypotheses hypotheses;
 SampleValues parameter; // the standard deviation, or the proportion of an estimate
@@ -27,83 +27,68 @@ FiniteSamples samples;
 // side of H0 the truth lies: the smallest error stands for none.
 f64 Weight() {
     constexpr f64 smallest = 1e-16;
-    return MaxOf(smallest, samples.Weights().First);
-}
-
-void Offer(const OneSampleKinds& kinds) {
-    FixSamples(OneSample);
-    if (IsEstimation())
-        OfferPrecision();
-    else
-        OfferForms(kinds);
-}
-
-void StartList(const OneSampleKinds& kinds) {
-    if (IsEstimation()) {
-        StartPrecisionList(Precision::Absolute);
-    } else {
-        StartTestList();
-        hypotheses = AddHypotheses(kinds, EffectScale::Plain);
-    }
+    return MaxOf(smallest, WeightsOf(samples).First);
 }
 
 } // namespace
 
 void PARFINNOR::SetupTest() {
-    Offer(meanKinds);
+    OfferTestOrPrecision(OneMeanKinds);
 }
 
 void PARFINNOR::SetParList() {
-    StartList(meanKinds);
+    hypotheses = StartTestOrPrecision(OneMeanKinds, EffectScale::Plain, Precision::Absolute);
     parameter = AddCommonValue(SdKinds);
     samples.Add();
 }
 
 bool PARFINNOR::CheckPar() {
-    return (IsEstimation() || hypotheses.Check()) && samples.Check();
+    return CheckTest(hypotheses) && samples.Check();
 }
 
 void PARFINNOR::SearchLimits(f64& lower, f64& upper) {
-    if (!IsEstimation())
-        hypotheses.Narrow(lower, upper);
+    NarrowTest(hypotheses, lower, upper);
     samples.Narrow(lower, upper);
 }
 
+// The variance of a mean without replacement (W. G. Cochran, Sampling Techniques, 3rd edition,
+// 1977, chapter 2).
 f64 PARFINNOR::RootFunction() {
     const f64 sd{parameter.First()};
     if (IsEstimation())
-        return NormalPrecisionEq(Single(sd * std::sqrt(samples.Weights().First)));
+        return NormalPrecisionEq(Single(sd * std::sqrt(WeightsOf(samples).First)));
     const f32 se = Single(sd * std::sqrt(Weight()));
     return NormalTestEq(
         hypotheses, PlainDistance, [se](f64) { return se; }, se);
 }
 
 void PARFINITE::SetupTest() {
-    Offer(proportionKinds);
+    OfferTestOrPrecision(OneProportionKinds);
 }
 
 void PARFINITE::SetParList() {
-    StartList(proportionKinds);
+    hypotheses = StartTestOrPrecision(OneProportionKinds, EffectScale::Plain, Precision::Absolute);
     if (IsEstimation())
         parameter = AddCommonValue(ProportionKinds);
     samples.Add();
 }
 
 bool PARFINITE::CheckPar() {
-    return (IsEstimation() || hypotheses.Check()) && samples.Check();
+    return CheckTest(hypotheses) && samples.Check();
 }
 
 void PARFINITE::SearchLimits(f64& lower, f64& upper) {
     samples.Narrow(lower, upper);
     if (IsEstimation())
-        return NarrowProportions(lower, upper, parameter, samples.Weights(), &RootFunction);
+        return NarrowProportions(lower, upper, parameter, WeightsOf(samples), &RootFunction);
     hypotheses.Narrow(lower, upper);
     KeepOneSide(lower, upper, hypotheses.BaseOfLeastPower(0.5), SideOfTail(), &RootFunction);
 }
 
+// The variance of a proportion without replacement (the same, chapter 3).
 f64 PARFINITE::RootFunction() {
     if (IsEstimation())
-        return NormalPrecisionEq(ProportionStandardError(parameter, samples.Weights()));
+        return NormalPrecisionEq(ProportionStandardError(parameter, WeightsOf(samples)));
     const auto se = [](f64 p) { return Single(std::sqrt(p * (1 - p) * Weight())); };
     return NormalTestEq(hypotheses, PlainDistance, se, se(hypotheses.Truth()));
 }

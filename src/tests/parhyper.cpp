@@ -3,7 +3,8 @@
 #include "core/analysis_state.h"
 #include "core/general.h"
 #include "core/options.h"
-#include "tests/precision.h"
+#include "tests/lists/precision.h"
+#include "tests/precisioneq.h"
 
 namespace quorvanta {
 
@@ -13,61 +14,28 @@ SampleValues proportions;
 FiniteSamples samples;
 
 f64 Weight(f32 population, f32 size) {
-    const f64 N{population};
-    const f64 n{size};
     // Beyond a census, where a search may try, there is no less than no error.
-    return MaxOf(0, (N - n) / (N - 1) / n);
+    return MaxOf(0, FiniteCorrection(population, size) / f64{size});
 }
 
 } // namespace
 
-void FiniteSamples::Add() {
-    populations_ = AddSampleValues(PopulationKinds);
-    sizes_ = AddSizes();
+f64 FiniteCorrection(f32 population, f32 size) {
+    return (f64{population} - f64{size}) / (f64{population} - 1);
 }
 
-bool FiniteSamples::Check() const {
-    if (!populations_.Check())
-        return false;
-    // A population that depends on the unknown is narrowed by the search instead.
-    Range first = sizes_.FirstRange();
-    Range second = sizes_.SecondRange();
-    if (!populations_.FirstIsUnknown())
-        first.Max = populations_.FirstAt(0);
-    if (sizes_.HasSecond() && !populations_.SecondDependsOnUnknown())
-        second.Max = f64{populations_.Second()};
-    return sizes_.Check(first, second);
-}
-
-void FiniteSamples::Narrow(f64& lower, f64& upper) const {
-    Range first = sizes_.FirstRange();
-    Range second = sizes_.SecondRange();
-    if (populations_.HasUnknown()) {
-        Range population1 = populations_.FirstRange();
-        Range population2 = populations_.SecondRange();
-        population1.Min = f64{sizes_.First()};
-        if (sizes_.HasSecond())
-            population2.Min = f64{sizes_.Second()};
-        populations_.Narrow(lower, upper, population1, population2);
-    } else {
-        first.Max = f64{populations_.First()};
-        if (sizes_.HasSecond())
-            second.Max = f64{populations_.Second()};
-        sizes_.Narrow(lower, upper, first, second);
-    }
-}
-
-SampleWeights FiniteSamples::Weights() const {
-    return {Weight(populations_.First(), sizes_.First()),
-            sizes_.HasSecond() ? Weight(populations_.Second(), sizes_.Second()) : 0};
+SampleWeights WeightsOf(const FiniteSamples& samples) {
+    const SampleValues& populations = samples.Populations();
+    const SampleValues& sizes = samples.Sizes();
+    return {Weight(populations.First(), sizes.First()),
+            sizes.HasSecond() ? Weight(populations.Second(), sizes.Second()) : 0};
 }
 
 void PARHYPER::SetupTest() {
     OfferSamples({OneSample, TwoSamples});
     OfferPrecision();
     OfferForms(ProportionKinds);
-    OfferForms(PopulationKinds);
-    OfferForms(SizeKinds);
+    FiniteSamples::Offer();
 }
 
 void PARHYPER::SetParList() {
@@ -83,11 +51,13 @@ bool PARHYPER::CheckPar() {
 void PARHYPER::SearchLimits(f64& lower, f64& upper) {
     proportions.Narrow(lower, upper);
     samples.Narrow(lower, upper);
-    NarrowProportions(lower, upper, proportions, samples.Weights(), &RootFunction);
+    NarrowProportions(lower, upper, proportions, WeightsOf(samples), &RootFunction);
 }
 
+// The normal form with the variance of sampling without replacement (W. G. Cochran, Sampling
+// Techniques, 3rd edition, 1977, chapter 3).
 f64 PARHYPER::RootFunction() {
-    return NormalPrecisionEq(ProportionStandardError(proportions, samples.Weights()));
+    return NormalPrecisionEq(ProportionStandardError(proportions, WeightsOf(samples)));
 }
 
 } // namespace quorvanta

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "core/types.h"
+#include "tests/lists/finitesamples.h"
 #include "tests/parbin.h"
-#include "tests/samplevalues.h"
 
 namespace quorvanta {
 
@@ -16,25 +16,11 @@ struct PARHYPER {
     static f64 RootFunction();
 };
 
-// Samples without replacement from finite populations (W. G. Cochran, Sampling Techniques, 3rd
-// edition, 1977, chapters 2 and 3).
-class FiniteSamples {
-  public:
-    // Adds populations and sizes to the list.
-    void Add();
+// The finite population correction (N - n)/(N - 1) of the variance of a mean.
+f64 FiniteCorrection(f32 population, f32 size);
 
-    // No sample is larger than its population.
-    bool Check() const;
-    void Narrow(f64& lower, f64& upper) const;
-
-    // (N - n)/(N - 1)/n: the variance of a mean over that of an observation.
-    SampleWeights Weights() const;
-
-  private:
-    SampleValues populations_;
-    SampleValues sizes_;
-};
-
-inline constexpr SampleKinds PopulationKinds{31, 25, 196, {197, 198, 199}};
+// (N - n)/(N - 1)/n: the variance of the mean of a sample without replacement over that of an
+// observation (W. G. Cochran, Sampling Techniques, 3rd edition, 1977, chapters 2 and 3).
+SampleWeights WeightsOf(const FiniteSamples& samples);
 
 } // namespace quorvanta

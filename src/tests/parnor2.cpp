@@ -1,14 +1,17 @@
 #include "tests/parnor2.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
-#include "tests/hypotheses.h"
-#include "tests/precision.h"
-#include "tests/samplevalues.h"
+#include "tests/lists/means.h"
+#include "tests/lists/samples.h"
+#include "tests/lists/testorprecision.h"
+#include "tests/lists/turningpoint.h"
+#include "tests/normaltest.h"
+#include "tests/precisioneq.h"
 #include "tests/teststud.h"
-#include "tests/turningpoint.h"
 
 #include <cmath>
 
@@ -16,17 +19,17 @@ namespace quorvanta {
 
 namespace {
 
-constexpr TwoSampleKinds meanKinds{1, 61, 62, 86, {87, 0, 88}, 6, 7};
-constexpr TwoSampleKinds sdRatioKinds{13, 114, 115, 139, {140, 0, 0}, 116, 117};
-constexpr OneSampleKinds correlationKinds{23, 185, {186, 187, 188}, 194, 195};
-constexpr OneSampleKinds slopeKinds{27, 203, {204, 205, 206}, 6, 7};
-
-constexpr i16 kindTrueSdRatio = 138;
-constexpr i16 kindCorrelation = 220;
-constexpr i16 kindResidualSd = 212;
-constexpr i16 kindCovariateSd = 213;
-constexpr i16 kindPairs = 85;
-constexpr i16 kindPairsFisherZ = 14; // at least 4: the variance is 1/(n - 3)
+constexpr OneSampleKinds correlationKinds{
+    Group::H1Correlation,
+    Kind::H0Correlation,
+    {Kind::H1Correlation, Kind::H1CorrelationMinusH0, Kind::H1CorrelationOverH0},
+    Kind::CorrelationLeftLimit,
+    Kind::CorrelationRightLimit};
+constexpr OneSampleKinds slopeKinds{Group::H1Slope,
+                                    Kind::H0Slope,
+                                    {Kind::H1Slope, Kind::H1SlopeMinusH0, Kind::H1SlopeOverH0},
+                                    Kind::MeanLeftLimit,
+                                    Kind::MeanRightLimit};
 
 Hypotheses hypotheses;
 SampleValues deviations;
@@ -35,34 +38,6 @@ i16 trueRatio;
 i16 residualSd;
 i16 covariateSd;
 i16 pairs;
-
-template <class Kinds>
-void Offer(const Kinds& kinds) {
-    FixSamples(OneSample);
-    if (IsEstimation())
-        OfferPrecision();
-    else
-        OfferForms(kinds);
-}
-
-template <class Kinds>
-void StartList(const Kinds& kinds, EffectScale scale, Precision precision) {
-    if (IsEstimation()) {
-        StartPrecisionList(precision);
-    } else {
-        StartTestList();
-        hypotheses = AddHypotheses(kinds, scale);
-    }
-}
-
-bool CheckHypotheses() {
-    return IsEstimation() || hypotheses.Check();
-}
-
-void NarrowHypotheses(f64& lower, f64& upper) {
-    if (!IsEstimation())
-        hypotheses.Narrow(lower, upper);
-}
 
 f64 Pairs() {
     return f64{Single(ParValue(pairs))};
@@ -111,26 +86,26 @@ f64 DifferenceVariance(f64 sd1, f64 sd2) {
 } // namespace
 
 void PARNOR2MEAN::SetupTest() {
-    Offer(meanKinds);
+    OfferTestOrPrecision(TwoMeansKinds);
     OfferGroups({SdKinds.Group});
 }
 
 void PARNOR2MEAN::SetParList() {
-    StartList(meanKinds, EffectScale::Plain, Precision::Absolute);
+    hypotheses = StartTestOrPrecision(TwoMeansKinds, EffectScale::Plain, Precision::Absolute);
     deviations = AddPair(SdKinds);
-    correlation = AddPar(kindCorrelation);
-    pairs = AddPar(kindPairs);
+    correlation = AddPar(Kind::Correlation);
+    pairs = AddPar(Kind::Size);
     AddWidthProbability();
 }
 
 bool PARNOR2MEAN::CheckPar() {
-    return CheckHypotheses() && deviations.Check();
+    return CheckTest(hypotheses) && deviations.Check();
 }
 
 // With correlated variables the variance is smallest at a deviation above 0: of two such deviations
 // the search finds the larger one.
 void PARNOR2MEAN::SearchLimits(f64& lower, f64& upper) {
-    NarrowHypotheses(lower, upper);
+    NarrowTest(hypotheses, lower, upper);
     deviations.Narrow(lower, upper);
     if (deviations.HasUnknown())
         KeepOneSide(lower, upper, TurningPoint([](f64 x) {
@@ -140,6 +115,7 @@ void PARNOR2MEAN::SearchLimits(f64& lower, f64& upper) {
     NarrowPairs(lower, upper, &RootFunction);
 }
 
+// The differences of the pairs are one normal sample (Student, Biometrika 6, 1908, 1-25).
 f64 PARNOR2MEAN::RootFunction() {
     const f64 sd = std::sqrt(DifferenceVariance(f64{deviations.First()}, f64{deviations.Second()}));
     return StudentRoot(Single(sd / std::sqrt(Pairs())), Pairs() - 1);
@@ -168,28 +144,29 @@ f64 RatioOfZ(f64 z) {
 } // namespace
 
 void PARNOR2SD::SetupTest() {
-    Offer(sdRatioKinds);
+    OfferTestOrPrecision(TwoSdsKinds);
 }
 
 void PARNOR2SD::SetParList() {
-    StartList(sdRatioKinds, EffectScale::Log,
-              IsInterval() ? Precision::Absolute : Precision::Relative);
-    trueRatio = IsInterval() ? AddPar(kindTrueSdRatio) : i16{0};
-    correlation = AddPar(kindCorrelation);
-    pairs = AddPar(kindPairsFisherZ);
+    hypotheses = StartTestOrPrecision(TwoSdsKinds, EffectScale::Log,
+                                      IsInterval() ? Precision::Absolute : Precision::Relative);
+    trueRatio = IsInterval() ? AddPar(Kind::TrueSd2Over1) : i16{0};
+    correlation = AddPar(Kind::Correlation);
+    pairs = AddPar(Kind::SizeFrom4);
 }
 
 bool PARNOR2SD::CheckPar() {
-    return CheckHypotheses();
+    return CheckTest(hypotheses);
 }
 
 // A correlation counts by its square: the search finds the positive one.
 void PARNOR2SD::SearchLimits(f64& lower, f64& upper) {
-    NarrowHypotheses(lower, upper);
+    NarrowTest(hypotheses, lower, upper);
     if (UnknownParNo == correlation)
         KeepOneSide(lower, upper, 0, Side::Above, &RootFunction);
 }
 
+// E. J. G. Pitman 1939, Biometrika 31, 9-12, and W. A. Morgan 1939, Biometrika 31, 13-19.
 f64 PARNOR2SD::RootFunction() {
     const f32 se = FisherZError();
     if (!IsEstimation())
@@ -208,18 +185,18 @@ f64 PARNOR2SD::RootFunction() {
 // --- Correlation ------------------------------------------------------------------------------
 
 void PARNOR2CORREL::SetupTest() {
-    Offer(correlationKinds);
+    OfferTestOrPrecision(correlationKinds);
 }
 
 void PARNOR2CORREL::SetParList() {
-    StartList(correlationKinds, EffectScale::FisherZ, Precision::Absolute);
+    hypotheses = StartTestOrPrecision(correlationKinds, EffectScale::FisherZ, Precision::Absolute);
     if (IsEstimation())
-        correlation = AddPar(kindCorrelation);
-    pairs = AddPar(kindPairsFisherZ);
+        correlation = AddPar(Kind::Correlation);
+    pairs = AddPar(Kind::SizeFrom4);
 }
 
 bool PARNOR2CORREL::CheckPar() {
-    return CheckHypotheses();
+    return CheckTest(hypotheses);
 }
 
 // An estimate is least precise at this correlation, about 0: of the two correlations of a precision
@@ -235,13 +212,14 @@ f64 LeastPreciseCorrelation() {
 } // namespace
 
 void PARNOR2CORREL::SearchLimits(f64& lower, f64& upper) {
-    NarrowHypotheses(lower, upper);
+    NarrowTest(hypotheses, lower, upper);
     if (!IsEstimation())
         KeepOneSide(lower, upper, hypotheses.BaseOfLeastPower(0), SideOfTail(), &RootFunction);
     else if (UnknownParNo == correlation)
         KeepOneSide(lower, upper, LeastPreciseCorrelation(), Side::Above, &RootFunction);
 }
 
+// R. A. Fisher, Metron 1, 1921, 3-32.
 f64 PARNOR2CORREL::RootFunction() {
     const f32 se = FisherZError();
     if (!IsEstimation())
@@ -266,26 +244,28 @@ f64 PARNOR2CORREL::RootFunction() {
 // --- Regression -------------------------------------------------------------------------------
 
 void PARNOR2REGRESS::SetupTest() {
-    Offer(slopeKinds);
+    OfferTestOrPrecision(slopeKinds);
 }
 
 void PARNOR2REGRESS::SetParList() {
-    StartList(slopeKinds, EffectScale::Plain, Precision::Absolute);
-    residualSd = AddPar(kindResidualSd);
-    covariateSd = AddPar(kindCovariateSd);
-    pairs = AddPar(kindPairs);
+    hypotheses = StartTestOrPrecision(slopeKinds, EffectScale::Plain, Precision::Absolute);
+    residualSd = AddPar(Kind::ResidualSd);
+    covariateSd = AddPar(Kind::CovariateSd);
+    pairs = AddPar(Kind::Size);
     AddWidthProbability();
 }
 
 bool PARNOR2REGRESS::CheckPar() {
-    return CheckHypotheses();
+    return CheckTest(hypotheses);
 }
 
 void PARNOR2REGRESS::SearchLimits(f64& lower, f64& upper) {
-    NarrowHypotheses(lower, upper);
+    NarrowTest(hypotheses, lower, upper);
     NarrowPairs(lower, upper, &RootFunction);
 }
 
+// The standard error of a slope, sd(residuals)/(sqrt(n) sd(covariate)), on n - 2 df (N. R. Draper
+// and H. Smith, Applied Regression Analysis, 2nd edition, 1981, chapter 1).
 f64 PARNOR2REGRESS::RootFunction() {
     const f64 residual{Single(ParValue(residualSd))};
     const f64 covariate{Single(ParValue(covariateSd))};

@@ -1,9 +1,11 @@
 #include "tests/parnorm.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "core/options.h"
-#include "tests/precision.h"
-#include "tests/samplevalues.h"
+#include "tests/lists/means.h"
+#include "tests/lists/precision.h"
+#include "tests/precisioneq.h"
 #include "tests/scalestatistic.h"
 #include "tests/testnor.h"
 #include "tests/teststud.h"
@@ -11,11 +13,6 @@
 namespace quorvanta {
 
 namespace {
-
-constexpr SampleKinds shapeKinds{27, 31, 50, {54, 107, 108}};
-constexpr i16 checkDf = 0;
-constexpr i16 checkGroups = 5;
-constexpr i16 kindTrueRatio = 138;
 
 // Parameters of the normal distribution, by ParListNo; the lognormal one has the first two.
 constexpr i16 deviationKnown = 0;
@@ -34,7 +31,7 @@ bool IsSd() {
 void OfferMeans(const SampleKinds& kinds, bool quantileOfT) {
     OfferSamples({OneSample, TwoSamples});
     if (quantileOfT)
-        OfferChecks({checkDf, checkGroups});
+        OfferChecks({Check::DegreesOfFreedom, Check::GroupsInAnova});
     OfferPrecision();
     if (ParListNo == deviationKnown)
         OfferForms(kinds);
@@ -55,7 +52,7 @@ f32 StandardError() {
 }
 
 f32 DegreesOfFreedom() {
-    return CommonSdDf(sizes.First(), sizes.HasSecond() ? sizes.Second() : 0, dfEntry);
+    return CommonSdDf(sizes, dfEntry);
 }
 
 } // namespace
@@ -76,7 +73,7 @@ void PARNORM::SetParList() {
     // The interval of a ratio is told in its own units, so that it needs the true ratio.
     const bool ratioInterval = NoOfSamples == TwoSamples && IsInterval();
     StartPrecisionList(ratioInterval ? Precision::Absolute : Precision::Relative);
-    trueRatio = ratioInterval ? AddPar(kindTrueRatio) : i16{0};
+    trueRatio = ratioInterval ? AddPar(Kind::TrueSd2Over1) : i16{0};
     deviations = SampleValues();
     sizes = AddSizes();
     AddWidthProbability();
@@ -91,6 +88,9 @@ void PARNORM::SearchLimits(f64& lower, f64& upper) {
     sizes.Narrow(lower, upper);
 }
 
+// z or t times the standard error; of a standard deviation and of random widths the chi-square
+// distribution of the estimated variance (L. L. Kupper and K. B. Hafner, The American Statistician
+// 43, 1989, 101-105).
 f64 PARNORM::RootFunction() {
     if (IsSd())
         return ScalePrecisionEq(StatisticOf(sizes, 1, ParListNo == sdMeanKnown), 2,
@@ -100,12 +100,12 @@ f64 PARNORM::RootFunction() {
 }
 
 void PARLNORM::SetupTest() {
-    OfferMeans(shapeKinds, ParListNo != deviationKnown && IsInterval());
+    OfferMeans(ShapeKinds, ParListNo != deviationKnown && IsInterval());
 }
 
 void PARLNORM::SetParList() {
     StartPrecisionList(Precision::Relative);
-    AddMeans(shapeKinds);
+    AddMeans(ShapeKinds);
 }
 
 bool PARLNORM::CheckPar() {
@@ -116,6 +116,8 @@ void PARLNORM::SearchLimits(f64& lower, f64& upper) {
     PARNORM::SearchLimits(lower, upper);
 }
 
+// The same on the logarithms, whose mean is that of the median (J. Aitchison and J. A. C. Brown,
+// The Lognormal Distribution, 1957, chapter 2).
 f64 PARLNORM::RootFunction() {
     return ParListNo == deviationKnown ? LogPrecisionEq(StandardError())
                                        : LogStudentPrecisionEq(StandardError(), DegreesOfFreedom());

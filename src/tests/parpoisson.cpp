@@ -1,12 +1,15 @@
 #include "tests/parpoisson.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/rounding.h"
-#include "tests/hypotheses.h"
-#include "tests/precision.h"
-#include "tests/samplevalues.h"
-#include "tests/turningpoint.h"
+#include "tests/lists/hypotheses.h"
+#include "tests/lists/precision.h"
+#include "tests/lists/samples.h"
+#include "tests/lists/turningpoint.h"
+#include "tests/normaltest.h"
+#include "tests/precisioneq.h"
 
 #include <cmath>
 
@@ -14,19 +17,50 @@ namespace quorvanta {
 
 namespace {
 
-constexpr SampleKinds sizeKinds{163, 2, 164, {165, 38, 5}};
-constexpr SampleKinds timeKinds{170, 22, 171, {172, 173, 174}};
+constexpr SampleKinds sizeKinds{Kind::PoissonSize,
+                                Group::Size2,
+                                Kind::PoissonSize1,
+                                {Kind::PoissonSize2, Kind::Size2Minus1, Kind::Size2Over1}};
+constexpr SampleKinds timeKinds{Kind::StudyTime,
+                                Group::StudyTime2,
+                                Kind::StudyTime1,
+                                {Kind::StudyTime2, Kind::StudyTime2Minus1, Kind::StudyTime2Over1}};
 
 constexpr SampleTestKinds meanTest{EffectScale::Plain,
-                                   {0, 161, {162, 59, 60}, 166, 167},
-                                   {1, 61, 0, 168, {169, 62, 88}, 6, 7},
+                                   {Group::H1Mean,
+                                    Kind::H0PoissonMean,
+                                    {Kind::H1PoissonMean, Kind::H1MeanMinusH0, Kind::H1MeanOverH0},
+                                    Kind::PoissonMeanLeftLimit,
+                                    Kind::PoissonMeanRightLimit},
+                                   {Group::Mean2,
+                                    Kind::H0Mean2Minus1,
+                                    NoKind,
+                                    Kind::H1PoissonMean1,
+                                    {Kind::H1PoissonMean2, Kind::H1Mean2Minus1, Kind::H1Mean2Over1},
+                                    Kind::MeanLeftLimit,
+                                    Kind::MeanRightLimit},
                                    sizeKinds};
 constexpr SampleTestKinds rateTest{EffectScale::Plain,
-                                   {4, 63, {81, 43, 44}, 75, 76},
-                                   {5, 64, 0, 9, {73, 65, 74}, 77, 78},
+                                   {Group::H1Rate,
+                                    Kind::H0Rate,
+                                    {Kind::H1Rate, Kind::H1RateMinusH0, Kind::H1RateOverH0},
+                                    Kind::RateLeftLimit,
+                                    Kind::RateRightLimit},
+                                   {Group::Rate2,
+                                    Kind::H0Rate2Minus1,
+                                    NoKind,
+                                    Kind::H1Rate1,
+                                    {Kind::H1Rate2, Kind::H1Rate2Minus1, Kind::H1Rate2Over1},
+                                    Kind::RateDifferenceLeftLimit,
+                                    Kind::RateDifferenceRightLimit},
                                    timeKinds};
-constexpr SampleKinds meanKinds{175, 1, 176, {177, 178, 179}};
-constexpr SampleKinds rateKinds{180, 5, 181, {182, 183, 184}};
+constexpr SampleKinds meanKinds{
+    Kind::PoissonMean,
+    Group::Mean2,
+    Kind::PoissonMean1,
+    {Kind::PoissonMean2, Kind::PoissonMean2Minus1, Kind::PoissonMean2Over1}};
+constexpr SampleKinds rateKinds{
+    Kind::Rate, Group::Rate2, Kind::Rate1, {Kind::Rate2, Kind::Rate2Minus1, Kind::Rate2Over1}};
 
 SampleTest test;
 SampleValues means; // of an estimate
@@ -44,12 +78,15 @@ const SampleKinds& MeanKinds() {
     return IsRate() ? rateKinds : meanKinds;
 }
 
+// A Poisson variable has its mean as its variance (F. A. Haight, Handbook of the Poisson
+// Distribution, 1967).
 f64 OneSampleRoot() {
     const auto se = [](f64 mean) { return Single(std::sqrt(mean / f64{test.Sizes.First()})); };
     return NormalTestEq(test.Hypothesis, PlainDistance, se, se(test.Hypothesis.Truth()));
 }
 
-// The null hypothesis pools where it says that the two are equal.
+// The null hypothesis pools where it says that the two are equal (K. Krishnamoorthy and J. Thomson,
+// Journal of Statistical Planning and Inference 119, 2004, 23-35).
 f64 TwoSampleRoot() {
     const f64 n1{test.Sizes.First()};
     const f64 n2{test.Sizes.Second()};

@@ -1,9 +1,12 @@
 #include "tests/powereq.h"
 
 #include "core/analysis_state.h"
+#include "core/form.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/probdist.h"
+#include "numeric/rounding.h"
 
 #include <cmath>
 
@@ -11,30 +14,23 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 confidenceLevelKind = 321;
-constexpr i16 twoSidedIntervalCheck = 36;
-
-f64 Wide(f32 x) {
-    return static_cast<f64>(x);
-}
-
 f64 NormalCdf(f64 z) {
-    return Wide(NorCdf(static_cast<f32>(z)));
+    return f64{NorCdf(Single(z))};
 }
 
 } // namespace
 
 f32 SignificanceLevel() {
-    if (ParKind(0) != confidenceLevelKind)
-        return static_cast<f32>(ParValue(0));
-    const bool halved = NoOfTails == TwoOneSided || CheckValue(twoSidedIntervalCheck) == 1;
-    return static_cast<f32>((1 - ParValue(0)) / (halved ? 2 : 1));
+    if (ParKind(0) != Kind::TestConfidenceLevel)
+        return Single(ParValue(0));
+    const bool halved = NoOfTails == TwoOneSided || CheckValue(Check::TwoSidedInterval) == 1;
+    return Single((1 - ParValue(0)) / (halved ? 2 : 1));
 }
 
 f64 PowerZ(f32 x, f32 c, f32 s, f32 z) {
     if (s <= 0)
         return NoValue;
-    return (Wide(x) - Wide(c) * Wide(z)) / Wide(s);
+    return (f64{x} - f64{c} * f64{z}) / f64{s};
 }
 
 f64 PowerOneTail(f32 x, f32 c, f32 s, f32 z) {
@@ -49,60 +45,61 @@ f64 PowerBetween(f32 xa, f32 xb, f32 ca, f32 cb, f32 s, f32 z) {
     return NormalCdf(PowerZ(xa, ca, s, z)) + NormalCdf(PowerZ(xb, cb, s, z)) - 1;
 }
 
-f64 NorPowerEq(f32 delta, f32 se0, f32 se1, f32 deltaLow, f32 deltaHigh, f32 se0Low, f32 se0High,
-               f32 correction) {
-    const f64 alpha = Wide(SignificanceLevel());
+// J. M. Lachin, Controlled Clinical Trials 2, 1981, 93-113; two one-sided tests: D. J. Schuirmann,
+// Journal of Pharmacokinetics and Biopharmaceutics 15, 1987, 657-680.
+f64 NormalPowerEq(const NormalStatistic& statistic) {
+    const auto& [effect, se0, se1, aboveLeft, belowRight, se0Left, se0Right, correction] =
+        statistic;
+    const f64 alpha{SignificanceLevel()};
+    const f64 less{correction};
     f64 power = 0;
     if (NoOfTails == TwoOneSided) {
-        const f32 z = NorInv(static_cast<f32>(1 - alpha));
-        power = PowerBetween(static_cast<f32>(Wide(deltaLow) - Wide(correction)),
-                             static_cast<f32>(Wide(deltaHigh) + Wide(correction)), se0Low, se0High,
+        const f32 z = NorInv(Single(1 - alpha));
+        power = PowerBetween(Single(aboveLeft - less), Single(belowRight + less), se0Left, se0Right,
                              se1, z);
     } else if (NoOfTails == TwoSided) {
-        const f32 z = NorInv(static_cast<f32>(1 - alpha / 2));
+        const f32 z = NorInv(Single(1 - alpha / 2));
         // A correction larger than the effect leaves no effect: below 0 the other tail would make
         // the power fall while the effect grows.
-        const f64 distance = MaxOf(0, std::fabs(Wide(delta)) - Wide(correction));
-        power = PowerTwoTails(static_cast<f32>(distance), se0, se1, z);
+        const f64 distance = MaxOf(0, std::fabs(f64{effect}) - less);
+        power = PowerTwoTails(Single(distance), se0, se1, z);
     } else if (LeftTail == True) {
-        const f32 z = -NorInv(static_cast<f32>(1 - alpha));
-        power = 1 - PowerOneTail(static_cast<f32>(Wide(delta) + Wide(correction)), se0, se1, z);
+        const f32 z = -NorInv(Single(1 - alpha));
+        power = 1 - PowerOneTail(Single(effect + less), se0, se1, z);
     } else {
-        const f32 z = NorInv(static_cast<f32>(1 - alpha));
-        power = PowerOneTail(static_cast<f32>(Wide(delta) - Wide(correction)), se0, se1, z);
+        const f32 z = NorInv(Single(1 - alpha));
+        power = PowerOneTail(Single(effect - less), se0, se1, z);
     }
     return power - ParValue(1);
+}
+
+f64 NorPowerEq(f32 delta, f32 se0, f32 se1, f32 deltaLow, f32 deltaHigh, f32 se0Low, f32 se0High,
+               f32 correction) {
+    return NormalPowerEq({delta, se0, se1, deltaLow, deltaHigh, se0Low, se0High, correction});
 }
 
 f32 NorPValue(f32 mean, f32 m0, f32 se, f32 low, f32 high, f32 correction) {
     if (se <= 0)
         return 0;
-    const f64 s = Wide(se);
-    const f64 c = Wide(correction);
-    const f64 d = Wide(mean) - Wide(m0);
+    const f64 s{se};
+    const f64 c{correction};
+    const f64 d = f64{mean} - f64{m0};
     if (NoOfTails == TwoOneSided) {
-        const f64 left = 1 - NormalCdf((Wide(mean) - Wide(low) - c) / s);
-        const f64 right = NormalCdf((Wide(mean) - Wide(high) + c) / s);
-        return static_cast<f32>(left > right ? left : right);
+        const f64 left = 1 - NormalCdf((f64{mean} - f64{low} - c) / s);
+        const f64 right = NormalCdf((f64{mean} - f64{high} + c) / s);
+        return Single(left > right ? left : right);
     }
     if (NoOfTails == TwoSided)
-        return static_cast<f32>(2 * (1 - NormalCdf((std::fabs(d) - c) / s)));
+        return Single(2 * (1 - NormalCdf((std::fabs(d) - c) / s)));
     if (LeftTail == True)
-        return static_cast<f32>(NormalCdf((d + c) / s));
-    return static_cast<f32>(1 - NormalCdf((d - c) / s));
+        return Single(NormalCdf((d + c) / s));
+    return Single(1 - NormalCdf((d - c) / s));
 }
 
 f32 ParDep(i16 position, f32 base, i16 mode) {
-    switch (mode) {
-    case 0:
-        return static_cast<f32>(ParValue(position));
-    case 1:
-        return static_cast<f32>(Wide(base) + ParValue(position));
-    case 2:
-        return static_cast<f32>(Wide(base) * ParValue(position));
-    default:
+    if (mode < AsValue || mode > AsRatio)
         return 0;
-    }
+    return Single(FromForm(static_cast<Form>(mode), f64{base}, ParValue(position)));
 }
 
 i16 ParSelect(i16 mode, i16 a, i16 b, i16 c) {

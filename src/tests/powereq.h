@@ -26,11 +26,25 @@ f64 PowerTwoTails(f32 x, f32 c, f32 s, f32 z);
 // Probability that both one-sided tests reject; below 0 where their tails overlap.
 f64 PowerBetween(f32 xa, f32 xb, f32 ca, f32 cb, f32 s, f32 z);
 
-// Power by the normal approximation for NoOfTails and LeftTail, minus the power entered. delta is
-// the effect (H1 minus H0), se0 and se1 its standard error under H0 and H1; with two one-sided
-// tests deltaLow and deltaHigh are the distances to the limits and se0Low, se0High the standard
-// errors there. The continuity correction makes the distance smaller; in two one-sided tests it is
-// subtracted on the left and added on the right, deliberately.
+// A statistic that is normal, and what its power follows from. With one or two tails that is the
+// effect, with two one-sided tests the distances to the two limits.
+struct NormalStatistic {
+    f32 Effect = 0;     // H1 minus H0
+    f32 Se0 = 0;        // its standard error under H0
+    f32 Se1 = 0;        // its standard error under H1, also between two limits
+    f32 AboveLeft = 0;  // how far the truth lies above the left limit
+    f32 BelowRight = 0; // how far it lies below the right one
+    f32 Se0Left = 0;    // standard errors where the truth is a limit
+    f32 Se0Right = 0;
+    f32 Correction = 0; // for continuity
+};
+
+// Its power for NoOfTails and LeftTail, minus the power entered. The continuity correction makes
+// the distance smaller; in two one-sided tests it is subtracted on the left and added on the right,
+// deliberately.
+f64 NormalPowerEq(const NormalStatistic& statistic);
+
+// The same with the members of the record one by one, in its order.
 f64 NorPowerEq(f32 delta, f32 se0, f32 se1, f32 deltaLow, f32 deltaHigh, f32 se0Low, f32 se0High,
                f32 correction);
 

@@ -1,78 +1,11 @@
-// What the tests of proportions share: their parameter lists and the reading of them, the limits
-// of a search, and the normal and the arc-sine form of the power equation.
+// The normal and the arc-sine form of the power of tests of proportions.
 #pragma once
 
 #include "core/types.h"
+#include "tests/lists/proportions.h"
 
 namespace quorvanta {
 
-// --- Parameter lists --------------------------------------------------------------------------
-
-// Where the proportions of the current test stand in its parameter list; 0 where there is none.
-struct ProportionList {
-    bool Odds = false; // proportions are entered as odds; a difference and limits never are
-    i16 Mode = 0;      // form of the last H1 entry: value (0), difference (1), ratio (2)
-    i16 H0 = 0;        // H0 proportion or difference; with two one-sided tests the left limit, the
-                       // right one next; none: the H0 difference is 0
-    i16 H1 = 0;        // H1 proportion; the first of two
-    i16 Second = 0;    // the second of two
-    bool Paired = false; // of two measurements of the same subjects
-};
-
-// The group of interchangeable parameters of one proportion, or of two. Between two limits there is
-// no single H0 proportion to relate one proportion to, so it has no group there.
-void OfferOneProportion(bool odds);
-void OfferTwoProportions(bool odds);
-
-// Adds the proportions of one sample, or of two, to the parameter list.
-ProportionList AddOneProportion(bool odds);
-enum class NullDifference { Entered, Zero };
-ProportionList AddTwoProportions(bool odds, NullDifference null);
-
-bool CheckProportions(const ProportionList& list);
-
-// Narrows the search for one of the proportions to where H1 lies on its side of H0: above it, or
-// below it when the search goes left. With two one-sided tests the true value lies between the
-// middle of the limits and one of them.
-//
-// Where a proportion is sought to which another is entered in relation, the power has the same
-// value twice, on both sides of the point at which the two add up to 1: the search takes the side
-// above that point, or below it when it goes left.
-void LimitProportions(const ProportionList& list, f64& lower, f64& upper, f64 (*residual)());
-
-// Narrows the search to where the effect (H1 proportion, or difference of the two) lies between a
-// and b. The unknown is an H1 proportion of the list.
-void KeepEffectBetween(const ProportionList& list, f64& lower, f64& upper, f64 a, f64 b);
-
-// "Sample Size 1" and the second size in its form: adds them and sets WorkNo; returns the position
-// of the first. The second size has the range of its kind, and may have a least upper bound of its
-// own: the size of its population.
-inline constexpr f64 AnySize = 1.0E+300;
-i16 AddTwoSizes();
-bool CheckTwoSizes(i16 size1, f64 largestSize2 = AnySize);
-void LimitTwoSizes(i16 size1, f64& lower, f64& upper, f64 largestSize2 = AnySize);
-
-// Two proportions and the sizes of their samples together.
-bool CheckTwoSamples(const ProportionList& list, i16 size1);
-void LimitTwoSamples(const ProportionList& list, i16 size1, f64& lower, f64& upper,
-                     f64 (*residual)());
-
-// --- Values -----------------------------------------------------------------------------------
-
-struct ProportionValues {
-    f32 Null = 0;  // H0 proportion or difference; with two one-sided tests the left limit
-    f32 Right = 0; // the right limit
-    f32 P1 = 0;    // H1 proportion; of the first of two samples
-    f32 P2 = 0;
-};
-
-ProportionValues ReadProportions(const ProportionList& list);
-
-// o/(o + 1), for odds o >= 0.
-f32 OddsToProp(f32 odds);
-
-// --- Equations --------------------------------------------------------------------------------
-//
 // Residuals: power for NoOfTails and LeftTail minus the power entered. factor is the finite
 // population correction (N - n)/(N - 1) of the variance of a sample, 1 for an endless population.
 // The continuity correction is half a subject: 1/(2 n), and (1/n1 + 1/n2)/2 for two samples.

@@ -4,7 +4,7 @@
 #include "core/general.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
-#include "tests/hypotheses.h"
+#include "tests/lists/hypotheses.h"
 #include "tests/powereq.h"
 
 #include <cmath>
@@ -60,6 +60,8 @@ ScaleStatistic StatisticOf(const SampleValues& sizes, i16 dfPerSubject, bool loc
     return NoOfSamples == OneSample ? ScaleStatistic(df1) : ScaleStatistic(df(sizes.Second()), df1);
 }
 
+// The chi-square test of a variance and the F test of two (A. M. Mood, F. A. Graybill and D. C.
+// Boes, Introduction to the Theory of Statistics, 3rd edition, 1974, chapter IX).
 f64 ScalePowerEq(ScaleStatistic statistic, const SampleTest& list, int exponent) {
     const f64 truth = list.Hypothesis.Truth();
     const auto below = [&](f32 hypothesis, f64 p) {

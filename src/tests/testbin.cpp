@@ -1,6 +1,7 @@
 #include "tests/testbin.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/probdist_discrete.h"
 #include "tests/exactsums.h"
@@ -16,19 +17,10 @@ i16 BinH1Mode;
 
 namespace {
 
-constexpr i16 groupSize2 = 2;
-constexpr i16 checkCorrection = 1;
-constexpr i16 checkArcSine = 2;
-constexpr i16 checkExact = 7;
-
-constexpr i16 kindAlpha = 0;
-constexpr i16 kindPower = 1;
-constexpr i16 kindSize = 85;
-
 constexpr i16 listOfOdds = 1;
 
 ProportionList list;
-i16 size;
+SampleValues sizes;
 
 // A test of the catalogue is about proportions, whatever distribution was looked at before.
 bool IsOdds() {
@@ -39,6 +31,8 @@ auto BinDensities(i16 n, f32 p) {
     return [n, p](i16 x) { return BinDensity(n, x, p); };
 }
 
+// The power of the exact test goes up and down with the size (M. R. Chernick and C. Y. Liu, The
+// American Statistician 56, 2002, 149-155).
 f64 ExactEq(const ProportionValues& values, i16 n) {
     const f32 right = NoOfTails == TwoOneSided ? values.Right : values.Null;
     const auto cdf = [&values, n](i16 x) { return BinCdf(n, x, values.P1); };
@@ -46,7 +40,7 @@ f64 ExactEq(const ProportionValues& values, i16 n) {
 }
 
 f64 OneSampleEq(const ProportionValues& values) {
-    const f32 n = Single(ParValue(size));
+    const f32 n = sizes.First();
     if (BinArcSine == 1)
         return ArcSineEq(values, n);
     if (BinExact == 0 || Int(n) > MaxExactSize)
@@ -63,52 +57,41 @@ f64 OneSampleEq(const ProportionValues& values) {
 void TESTBIN::SetupTest() {
     if (IsTest == False)
         OfferSamples({OneSample, TwoSamples});
-    OfferChecks({checkCorrection, checkArcSine});
-    if (NoOfSamples == OneSample) {
-        OfferChecks({checkExact});
-        OfferOneProportion(IsOdds());
-    } else {
-        OfferTwoProportions(IsOdds());
-        OfferGroups({groupSize2});
-    }
+    OfferChecks({Check::Correction, Check::ArcSine});
+    if (NoOfSamples == OneSample)
+        OfferChecks({Check::Exact});
+    OfferProportions(IsOdds());
+    OfferForms(SizeKinds);
 }
 
 void TESTBIN::SetParList() {
-    BinCorrection = Ticked(checkCorrection) ? 1 : 0;
-    BinArcSine = Ticked(checkArcSine) ? 1 : 0;
-    BinExact = Ticked(checkExact) ? 1 : 0;
-    StartParList();
-    AddPar(kindAlpha);
-    AddPar(kindPower);
-    if (NoOfSamples == OneSample) {
-        list = AddOneProportion(IsOdds());
-        size = AddPar(kindSize);
-    } else {
-        list =
-            AddTwoProportions(IsOdds(), IsOdds() ? NullDifference::Zero : NullDifference::Entered);
-        size = AddTwoSizes();
-    }
-    BinH1Mode = list.Mode;
+    BinCorrection = Ticked(Check::Correction) ? 1 : 0;
+    BinArcSine = Ticked(Check::ArcSine) ? 1 : 0;
+    BinExact = Ticked(Check::Exact) ? 1 : 0;
+    StartTestList();
+    list = AddProportions(IsOdds(), NullDifference::Entered);
+    sizes = AddSizes();
+    BinH1Mode = list.Hypothesis.TruthForm();
 }
 
 bool TESTBIN::CheckPar() {
-    return NoOfSamples == OneSample ? CheckProportions(list) : CheckTwoSamples(list, size);
+    return list.Check() && sizes.Check();
 }
 
 void TESTBIN::SearchLimits(f64& lower, f64& upper) {
-    if (NoOfSamples == TwoSamples)
-        return LimitTwoSamples(list, size, lower, upper, RootFunction);
-    LimitProportions(list, lower, upper, RootFunction);
-    if (BinExact == 1 && BinArcSine == 0 && UnknownParNo == size)
+    list.Narrow(lower, upper, RootFunction);
+    sizes.Narrow(lower, upper);
+    if (NoOfSamples == OneSample && BinExact == 1 && BinArcSine == 0 && sizes.HasUnknown())
         StartFromTooSmall(lower, upper, RootFunction);
 }
 
+// The other forms have their sources with the equations of proportions.
 f64 TESTBIN::RootFunction() {
     const ProportionValues values = ReadProportions(list);
     if (NoOfSamples == OneSample)
         return OneSampleEq(values);
-    const f32 n1 = Single(ParValue(size));
-    const f32 n2 = ParDep(static_cast<i16>(size + 1), n1, WorkNo);
+    const f32 n1 = sizes.First();
+    const f32 n2 = sizes.Second();
     if (BinArcSine == 1)
         return ArcSineEq(values, n1, n2);
     return TwoProportionsEq(values, n1, n2, 1, 1, BinCorrection == 1);

@@ -1,15 +1,17 @@
 #include "tests/testequiv.h"
 
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "core/options.h"
+
+// The interval within the limits and the two one-sided tests are the same decision (W. J. Westlake,
+// Biometrics 37, 1981, 589-594; D. J. Schuirmann, Journal of Pharmacokinetics and Biopharmaceutics
+// 15, 1987, 657-680), so that the engines of the tests serve.
 
 namespace quorvanta {
 
 namespace {
 
-constexpr i16 checkTwoSidedInterval = 36;
-constexpr i16 kindConfidenceLevel = 321;
-constexpr i16 kindIntervalPower = 318;
 constexpr i16 limitParNo = 2;
 
 bool IsNonInferiority() {
@@ -18,12 +20,9 @@ bool IsNonInferiority() {
 
 // The limit of a non-inferiority test stands where the test has its H0 value.
 i16 NonInferiorityKind() {
-    constexpr i16 difference = 330;
-    constexpr i16 ratio = 319;
-    constexpr i16 proportions = 317;
     if (TestNo == 83 || TestNo == 122)
-        return proportions;
-    return TestNo == 81 ? difference : ratio;
+        return Kind::ProportionNonInferiorityLimit;
+    return TestNo == 81 ? Kind::MeanNonInferiorityLimit : Kind::RatioNonInferiorityLimit;
 }
 
 } // namespace
@@ -32,12 +31,12 @@ void IntervalMember::OfferInterval() {
     OfferTails({IsNonInferiority() ? OneSided : TwoOneSided});
     FixSamples(TwoSamples);
     if (IsNonInferiority())
-        OfferChecks({checkTwoSidedInterval});
+        OfferChecks({Check::TwoSidedInterval});
 }
 
 void IntervalMember::NameAsInterval() {
-    ParKind(0) = kindConfidenceLevel;
-    ParKind(1) = kindIntervalPower;
+    ParKind(0) = Kind::TestConfidenceLevel;
+    ParKind(1) = Kind::ProbabilityWithinLimits;
     if (IsNonInferiority())
         ParKind(limitParNo) = NonInferiorityKind();
 }

@@ -2,10 +2,12 @@
 
 #include "core/analysis_state.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/options.h"
-#include "tests/hypotheses.h"
+#include "numeric/rounding.h"
+#include "tests/lists/hypotheses.h"
+#include "tests/lists/turningpoint.h"
 #include "tests/powereq.h"
-#include "tests/turningpoint.h"
 
 #include <cmath>
 
@@ -13,8 +15,11 @@ namespace quorvanta {
 
 namespace {
 
-constexpr OneSampleKinds kinds{14, 131, {132, 133, 134}, 135, 136};
-constexpr i16 kindScale = 146;
+constexpr OneSampleKinds kinds{Group::H1Location,
+                               Kind::H0Location,
+                               {Kind::H1Location, Kind::H1LocationMinusH0, Kind::H1LocationOverH0},
+                               Kind::LocationLeftLimit,
+                               Kind::LocationRightLimit};
 
 Hypotheses hypotheses;
 i16 truth;
@@ -27,9 +32,9 @@ f64 Clip(f64 probability) {
 
 // exp(-n d/s) for a location under H0 that is d above the true one.
 f64 Factor(f32 null) {
-    const f64 d{static_cast<f32>(f64{null} - hypotheses.Truth())};
-    const f64 s{static_cast<f32>(ParValue(scale))};
-    return ExpClamped(static_cast<f32>(-f64{sizes.First()} * d / s));
+    const f64 d{Single(f64{null} - hypotheses.Truth())};
+    const f64 s{Single(ParValue(scale))};
+    return ExpClamped(Single(-f64{sizes.First()} * d / s));
 }
 
 // Probability of a smallest observation below the lower, or above the upper, critical value.
@@ -51,7 +56,7 @@ void TESTEXPLOC::SetParList() {
     StartTestList();
     hypotheses = AddHypotheses(kinds, EffectScale::Plain);
     truth = NoOfPar;
-    scale = AddPar(kindScale);
+    scale = AddPar(Kind::Scale);
     sizes = AddSizes();
 }
 
@@ -70,6 +75,8 @@ void TESTEXPLOC::SearchLimits(f64& lower, f64& upper) {
     }
 }
 
+// The smallest of n observations is itself exponential, with scale s/n (B. Epstein and M. Sobel,
+// Annals of Mathematical Statistics 25, 1954, 373-381).
 f64 TESTEXPLOC::RootFunction() {
     const f64 alpha{SignificanceLevel()};
     const f32 null = hypotheses.H0();

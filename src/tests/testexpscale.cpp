@@ -1,7 +1,8 @@
 #include "tests/testexpscale.h"
 
 #include "core/analysis_state.h"
-#include "tests/hypotheses.h"
+#include "core/kinds.h"
+#include "tests/lists/hypotheses.h"
 #include "tests/scalestatistic.h"
 
 namespace quorvanta {
@@ -9,8 +10,18 @@ namespace quorvanta {
 namespace {
 
 constexpr SampleTestKinds kinds{EffectScale::Log,
-                                {15, 142, {124, 125, 126}, 129, 130},
-                                {16, 127, 128, 26, {141, 0, 0}, 129, 130},
+                                {Group::H1Scale,
+                                 Kind::H0Scale,
+                                 {Kind::H1Scale, Kind::H1ScaleMinusH0, Kind::H1ScaleOverH0},
+                                 Kind::ScaleLeftLimit,
+                                 Kind::ScaleRightLimit},
+                                {Group::H1Scale2,
+                                 Kind::H0Scale2Over1,
+                                 Kind::H1Scale2Over1,
+                                 Kind::H1Scale1,
+                                 {Kind::H1Scale2, NoKind, NoKind},
+                                 Kind::ScaleLeftLimit,
+                                 Kind::ScaleRightLimit},
                                 SizeKinds};
 
 SampleTest list;
@@ -33,6 +44,8 @@ void TESTEXPSCALE::SearchLimits(f64& lower, f64& upper) {
     list.Narrow(lower, upper);
 }
 
+// 2 n estimate / scale is chi-square with 2 n df, with 2 (n - 1) where the location is estimated
+// (B. Epstein and M. Sobel, Annals of Mathematical Statistics 25, 1954, 373-381).
 f64 TESTEXPSCALE::RootFunction() {
     constexpr i16 locationKnown = 1;
     return ScalePowerEq(StatisticOf(list.Sizes, 2, ParListNo == locationKnown), list, 1);

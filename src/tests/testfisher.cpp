@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/probdist_discrete.h"
 #include "tests/exactsums.h"
@@ -17,17 +18,11 @@ i16 FisherH1Mode;
 
 namespace {
 
-constexpr i16 groupSize2 = 2;
-constexpr i16 checkOdds = 9;
-
-constexpr i16 kindAlpha = 0;
-constexpr i16 kindPower = 1;
-
 // The largest size of either group that is enumerated.
 constexpr i16 maxEnumerated = 50;
 
 ProportionList list;
-i16 size1;
+SampleValues sizes;
 
 std::vector<f32> Densities(i16 n, f32 p) {
     std::vector<f32> densities;
@@ -73,6 +68,7 @@ class Tables {
     std::vector<f32> density2_;
 };
 
+// The power of the exact test (B. M. Bennett and P. Hsu, Biometrika 47, 1960, 393-398).
 f64 ExactEq(const ProportionValues& values, i16 n1, i16 n2) {
     const Tables tables(n1, n2, values.P1, values.P2);
     const f64 alpha = SignificanceLevel();
@@ -91,35 +87,34 @@ f64 ExactEq(const ProportionValues& values, i16 n1, i16 n2) {
 void TESTFISHER::SetupTest() {
     FixSamples(TwoSamples);
     OfferTails({OneSided, TwoSided});
-    OfferChecks({checkOdds});
-    OfferTwoProportions(Ticked(checkOdds));
-    OfferGroups({groupSize2});
+    OfferChecks({Check::Odds});
+    OfferProportions(Ticked(Check::Odds));
+    OfferForms(SizeKinds);
 }
 
 void TESTFISHER::SetParList() {
-    FisherOdds = Ticked(checkOdds) ? 1 : 0;
-    StartParList();
-    AddPar(kindAlpha);
-    AddPar(kindPower);
-    list = AddTwoProportions(FisherOdds == 1, NullDifference::Zero);
-    FisherH1Mode = list.Mode;
-    size1 = AddTwoSizes();
+    FisherOdds = Ticked(Check::Odds) ? 1 : 0;
+    StartTestList();
+    list = AddProportions(FisherOdds == 1, NullDifference::Zero);
+    FisherH1Mode = list.Hypothesis.TruthForm();
+    sizes = AddSizes();
 }
 
 bool TESTFISHER::CheckPar() {
-    return CheckTwoSamples(list, size1);
+    return list.Check() && sizes.Check();
 }
 
 void TESTFISHER::SearchLimits(f64& lower, f64& upper) {
-    LimitTwoSamples(list, size1, lower, upper, RootFunction);
-    if (UnknownParNo == size1 || UnknownParNo == size1 + 1)
+    list.Narrow(lower, upper, RootFunction);
+    sizes.Narrow(lower, upper);
+    if (sizes.HasUnknown())
         StartFromTooSmall(lower, upper, RootFunction);
 }
 
 f64 TESTFISHER::RootFunction() {
     const ProportionValues values = ReadProportions(list);
-    const f32 n1 = Single(ParValue(size1));
-    const f32 n2 = ParDep(static_cast<i16>(size1 + 1), n1, WorkNo);
+    const f32 n1 = sizes.First();
+    const f32 n2 = sizes.Second();
     if (Int(n1) > maxEnumerated || Int(n2) > maxEnumerated)
         return ArcSineEq(values, n1, n2);
     return AtWholeSizes(n1, n2, [&values](f64 whole1, f64 whole2) {

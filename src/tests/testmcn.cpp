@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/checksearch.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/probdist.h"
 #include "numeric/probdist_discrete.h"
@@ -15,16 +16,6 @@
 namespace quorvanta {
 
 namespace {
-
-constexpr i16 checkFirstOrder = 24;
-constexpr i16 checkSecondOrder = 25;
-constexpr i16 checkMultinomial = 26;
-
-constexpr i16 kindAlpha = 0;
-constexpr i16 kindPower = 1;
-constexpr i16 kindDiscordant = 15;
-constexpr i16 kindDifference = 16;
-constexpr i16 kindSize = 85;
 
 constexpr i16 discordant = 2;
 constexpr i16 difference = 3;
@@ -46,7 +37,7 @@ struct DiscordantPairs {
 // sign of the effect decide, where a standard error of 0 would give power 1, and 0 in the left
 // tail, whatever the effect is.
 f32 SeFromVariance(f64 variance) {
-    constexpr f64 least = 1.0E-12;
+    constexpr f64 least = 1e-12;
     return Single(std::sqrt(MaxOf(least, variance)));
 }
 
@@ -57,8 +48,9 @@ f64 NormalEq(const DiscordantPairs& pairs, f32 n) {
     const f64 s = pairs.S;
     const f64 d = pairs.D;
     const f64 loss = approach == Approach::FirstOrder ? d * d / s : d * d * (3 + s) / (4 * s);
-    return NorPowerEq(pairs.D, Single(std::sqrt(s / n)), SeFromVariance((s - loss) / n), 0, 0, 0, 0,
-                      0);
+    return NormalPowerEq({.Effect = pairs.D,
+                          .Se0 = Single(std::sqrt(s / n)),
+                          .Se1 = SeFromVariance((s - loss) / n)});
 }
 
 // The test given m discordant pairs, r of them expected to be of the kind that d counts: the sign
@@ -108,7 +100,7 @@ class ConditionalTest {
         const f64 excess = (test_.Left == True && test_.Tails == OneSided ? 0.5 - r : r - 0.5) * m;
         const f32 x = Single(test_.Tails == TwoSided ? std::fabs(excess) : excess);
         const f32 distance = Single(x - correction);
-        const f32 se0 = Single(std::sqrt(f64(m) / 4));
+        const f32 se0 = Single(std::sqrt(static_cast<f64>(m) / 4));
         const f32 se1 = SeFromVariance(r * (1 - r) * m);
         return Single(test_.Tails == TwoSided ? PowerTwoTails(distance, se0, se1, z_)
                                               : PowerOneTail(distance, se0, se1, z_));
@@ -136,8 +128,12 @@ class Weights {
     i32 Mode() const { return mode_; }
     f64 AtMode() const { return atMode_; }
     // The probability of m + 1, m - 1, from that of m.
-    f64 Up(i32 m, f64 weight) const { return weight * (f64(n_ - m) / (m + 1) * odds_); }
-    f64 Down(i32 m, f64 weight) const { return weight * (m / (f64(n_ - m + 1) * odds_)); }
+    f64 Up(i32 m, f64 weight) const {
+        return weight * (static_cast<f64>(n_ - m) / (m + 1) * odds_);
+    }
+    f64 Down(i32 m, f64 weight) const {
+        return weight * (m / (static_cast<f64>(n_ - m + 1) * odds_));
+    }
 
   private:
     i32 n_;
@@ -178,19 +174,19 @@ f64 MultinomialPower(i32 n, const DiscordantPairs& pairs) {
 void TESTMCN::SetupTest() {
     FixSamples(OneSample);
     OfferTails({OneSided, TwoSided});
-    OfferChecks({checkFirstOrder, checkSecondOrder, checkMultinomial});
+    OfferChecks({Check::FirstOrder, Check::SecondOrder, Check::Multinomial});
 }
 
 void TESTMCN::SetParList() {
-    approach = Ticked(checkFirstOrder)    ? Approach::FirstOrder
-               : Ticked(checkSecondOrder) ? Approach::SecondOrder
-                                          : Approach::Multinomial;
+    approach = Ticked(Check::FirstOrder)    ? Approach::FirstOrder
+               : Ticked(Check::SecondOrder) ? Approach::SecondOrder
+                                            : Approach::Multinomial;
     StartParList();
-    AddPar(kindAlpha);
-    AddPar(kindPower);
-    AddPar(kindDiscordant);
-    AddPar(kindDifference);
-    AddPar(kindSize);
+    AddPar(Kind::SignificanceLevel);
+    AddPar(Kind::Power);
+    AddPar(Kind::H1Proportion10Plus01);
+    AddPar(Kind::DiagonalDifference);
+    AddPar(Kind::Size);
 }
 
 bool TESTMCN::CheckPar() {

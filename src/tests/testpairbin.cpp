@@ -3,10 +3,12 @@
 #include "core/analysis_state.h"
 #include "core/checksearch.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/rounding.h"
+#include "tests/lists/proportions.h"
+#include "tests/lists/turningpoint.h"
 #include "tests/powereq.h"
-#include "tests/proportions.h"
 #include "tests/trialvalue.h"
 
 #include <cmath>
@@ -15,15 +17,8 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 groupDiscordant = 20;
-constexpr i16 checkScore = 27;
-constexpr i16 checkUnrestricted = 30;
-constexpr i16 checkVarianceH1 = 39;
-
-constexpr i16 kindAlpha = 0;
-constexpr i16 kindPower = 1;
-constexpr i16 kindDiscordant[] = {123, 15, 336};
-constexpr i16 kindSize = 85;
+constexpr i16 discordantKinds[] = {Kind::H1Proportion11, Kind::H1Proportion10Plus01,
+                                   Kind::H1Proportion10Over01};
 
 // How the discordant pairs are entered, by option of the group.
 constexpr i16 asBoth = 0;  // p11, the pairs with both events
@@ -45,7 +40,7 @@ NullVariance nullVariance = NullVariance::Unrestricted;
 ProportionList list;
 i16 third;
 i16 thirdMode;
-i16 size;
+SampleValues sizes;
 
 // s as a multiple of |d|, from the ratio of the two kinds of discordant pairs. It is the same for
 // the ratio and its reciprocal, so it does not matter which kind comes first.
@@ -116,7 +111,7 @@ Pairs PairsAt(f64 unknown) {
 
 // Narrows the search to where a quantity that is linear in the unknown is not negative.
 void KeepNotNegative(f64& lower, f64& upper, f64 atLower, f64 atUpper) {
-    constexpr f64 rounding = -1.0E-6;
+    constexpr f64 rounding = -1e-6;
     if (atLower >= rounding && atUpper >= rounding)
         return;
     if (atLower < 0 && atUpper < 0) {
@@ -134,7 +129,7 @@ void KeepNotNegative(f64& lower, f64& upper, f64 atLower, f64 atUpper) {
 // probabilities are linear in the unknown, with the ratio as long as the difference keeps its sign.
 void LimitByCells(f64& lower, f64& upper) {
     if (thirdMode == asRatio)
-        KeepEffectBetween(list, lower, upper, 0, SearchesLeft() ? -1 : 1);
+        list.Hypothesis.KeepEffect(lower, upper, SideOfTail(), 0);
     const auto keep = [&lower, &upper](auto&& quantity) {
         if (upper > lower)
             KeepNotNegative(lower, upper, quantity(PairsAt(lower)), quantity(PairsAt(upper)));
@@ -145,17 +140,12 @@ void LimitByCells(f64& lower, f64& upper) {
     keep([](const Pairs& p) { return 2 - p.P1 - p.P2 - p.S; });
 }
 
-struct Range {
-    f64 Min;
-    f64 Max;
-};
-
 // What the third parameter may be with the two proportions as they are, in its form. Of the ratios
 // that above 1 while the ratio is sought, and the side of the one entered otherwise.
 Range ThirdRange(f64 p1, f64 p2) {
     const f64 d = std::fabs(p2 - p1);
     const f64 sum = LargestSum(p1, p2);
-    const i16 kind = kindDiscordant[thirdMode];
+    const i16 kind = discordantKinds[thirdMode];
     if (thirdMode == asSum)
         return {MaxOf(ParMin(kind), d), MinOf(ParMax(kind), sum)};
     if (thirdMode == asBoth)
@@ -169,42 +159,41 @@ Range ThirdRange(f64 p1, f64 p2) {
 
 // Equal proportions leave nothing for a ratio of discordant pairs to say.
 bool CheckDifferent(f64 p1, f64 p2) {
-    const i16 kind = ParKind(list.Second);
     if (thirdMode != asRatio || std::fabs(p2 - p1) >= leastSum)
         return true;
+    const i16 second = list.Hypothesis.TruthParNo();
+    const i16 kind = ParKind(second);
     const f64 step = SearchesLeft() ? -leastSum : leastSum;
-    const f64 entry = ParValue(list.Second) + (list.Mode == AsRatio ? step / p1 : step);
-    return SearchesLeft() ? CheckRange(list.Second, ParMin(kind), entry)
-                          : CheckRange(list.Second, entry, ParMax(kind));
+    const f64 entry =
+        ParValue(second) + (list.Hypothesis.TruthForm() == AsRatio ? step / p1 : step);
+    return SearchesLeft() ? CheckRange(second, ParMin(kind), entry)
+                          : CheckRange(second, entry, ParMax(kind));
 }
 
 } // namespace
 
 void TESTPAIRBIN::SetupTest() {
     FixSamples(OneSample);
-    OfferChecks({checkScore, checkUnrestricted, checkVarianceH1});
-    OfferTwoProportions(false);
-    OfferGroups({groupDiscordant});
+    OfferChecks({Check::Score, Check::UnrestrictedMl, Check::VarianceOfH1});
+    OfferPairedProportions();
+    OfferGroups({Group::Discordant});
 }
 
 void TESTPAIRBIN::SetParList() {
-    nullVariance = Ticked(checkScore)        ? NullVariance::Score
-                   : Ticked(checkVarianceH1) ? NullVariance::AsUnderH1
-                                             : NullVariance::Unrestricted;
-    StartParList();
-    AddPar(kindAlpha);
-    AddPar(kindPower);
-    list = AddTwoProportions(false, NullDifference::Entered);
-    list.Paired = true;
-    thirdMode = ChosenOption(groupDiscordant);
-    third = AddPar(kindDiscordant[thirdMode]);
-    size = AddPar(kindSize);
+    nullVariance = Ticked(Check::Score)          ? NullVariance::Score
+                   : Ticked(Check::VarianceOfH1) ? NullVariance::AsUnderH1
+                                                 : NullVariance::Unrestricted;
+    StartTestList();
+    list = AddPairedProportions();
+    thirdMode = ChosenOption(Group::Discordant);
+    third = AddPar(discordantKinds[thirdMode]);
+    sizes = AddCommonValue(SizeKinds);
 }
 
 bool TESTPAIRBIN::CheckPar() {
-    if (!CheckProportions(list))
+    if (!list.Check())
         return false;
-    if (UnknownParNo == list.H1 || UnknownParNo == list.Second)
+    if (list.Hypothesis.TruthIsUnknown())
         return true;
     const ProportionValues values = ReadProportions(list);
     if (!CheckDifferent(values.P1, values.P2))
@@ -221,8 +210,8 @@ bool TESTPAIRBIN::CheckPar() {
 }
 
 void TESTPAIRBIN::SearchLimits(f64& lower, f64& upper) {
-    LimitProportions(list, lower, upper, RootFunction);
-    if (UnknownParNo == list.H1 || UnknownParNo == list.Second) {
+    list.Narrow(lower, upper, RootFunction);
+    if (list.Hypothesis.TruthIsUnknown()) {
         LimitByCells(lower, upper);
     } else if (UnknownParNo == third) {
         const ProportionValues values = ReadProportions(list);
@@ -234,18 +223,22 @@ void TESTPAIRBIN::SearchLimits(f64& lower, f64& upper) {
 
 f64 TESTPAIRBIN::RootFunction() {
     const ProportionValues values = ReadProportions(list);
-    const f32 n = Single(ParValue(size));
+    const f32 n = sizes.First();
     const f32 difference = Single(f64{values.P2} - values.P1);
     const f64 d = difference;
     // A search may touch the ends of what is possible, where rounding decides.
     const f32 sum =
         Single(MaxOf(DiscordantSum(values.P1, values.P2), MaxOf(std::fabs(d), leastSum)));
     const f64 s = sum;
-    const f32 se1 = Single(std::sqrt((s - d * d) / n));
     const auto se0 = [s, d, n](f32 d0) { return NullSe(s, d, d0, n); };
-    const f32 delta = Single(d - values.Null);
-    return NorPowerEq(delta, se0(values.Null), se1, delta, Single(values.Right - d),
-                      se0(values.Null), se0(values.Right), 0);
+    const f32 above = Single(d - values.Null);
+    return NormalPowerEq({.Effect = above,
+                          .Se0 = se0(values.Null),
+                          .Se1 = Single(std::sqrt((s - d * d) / n)),
+                          .AboveLeft = above,
+                          .BelowRight = Single(values.Right - d),
+                          .Se0Left = se0(values.Null),
+                          .Se0Right = se0(values.Right)});
 }
 
 } // namespace quorvanta

@@ -1,7 +1,8 @@
 #include "tests/tests2.h"
 
 #include "core/analysis_state.h"
-#include "tests/hypotheses.h"
+#include "core/kinds.h"
+#include "tests/lists/means.h"
 #include "tests/scalestatistic.h"
 
 namespace quorvanta {
@@ -9,8 +10,12 @@ namespace quorvanta {
 namespace {
 
 constexpr SampleTestKinds kinds{EffectScale::Log,
-                                {3, 110, {111, 112, 113}, 116, 117},
-                                {13, 114, 115, 139, {140, 0, 0}, 116, 117},
+                                {Group::H1Sd,
+                                 Kind::H0Sd,
+                                 {Kind::H1Sd, Kind::H1SdMinusH0, Kind::H1SdOverH0},
+                                 Kind::SdLeftLimit,
+                                 Kind::SdRightLimit},
+                                TwoSdsKinds,
                                 SizeKinds};
 
 SampleTest list;
@@ -33,6 +38,9 @@ void TESTS2::SearchLimits(f64& lower, f64& upper) {
     list.Narrow(lower, upper);
 }
 
+// df estimated variance / true variance is chi-square, the ratio of two such over their df F
+// distributed (A. M. Mood, F. A. Graybill and D. C. Boes, Introduction to the Theory of Statistics,
+// 3rd edition, 1974, chapter VI).
 f64 TESTS2::RootFunction() {
     constexpr i16 meanKnown = 2;
     return ScalePowerEq(StatisticOf(list.Sizes, 1, ParListNo == meanKnown), list, 2);

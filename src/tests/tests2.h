@@ -1,5 +1,5 @@
-// TESTS2: tests of a standard deviation of a normal distribution, or of the ratio of two, with
-// known or estimated means.
+// TESTS2: tests of variances: of the standard deviation of a normal distribution (S2 is its
+// square), or of the ratio of two, with known or estimated means.
 #pragma once
 
 #include "core/types.h"

@@ -2,12 +2,15 @@
 
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/kinds.h"
 #include "core/options.h"
 #include "core/records.h"
 #include "numeric/probdist.h"
+#include "numeric/rounding.h"
+#include "tests/lists/means.h"
+#include "tests/lists/turningpoint.h"
 #include "tests/powereq.h"
 #include "tests/testnor.h"
-#include "tests/turningpoint.h"
 
 #include <cmath>
 
@@ -15,22 +18,15 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 checkDf = 0;
-constexpr i16 checkGroups = 5;
-constexpr i16 checkSatterthwaite = 16;
-
-f64 Wide(f32 x) {
-    return static_cast<f64>(x);
-}
-
 f64 NoncentralT(f64 t, f32 df, f64 delta) {
-    return Wide(NcTCdf(static_cast<f32>(t), df, static_cast<f32>(delta)));
+    return f64{NcTCdf(Single(t), df, Single(delta))};
 }
 
-f32 DegreesOfFreedom(const MeansValues& values) {
-    if (NorUneqSd == 1)
-        return SatterthwaiteDf(values.Sd1, values.Sd2, values.N1, values.N2);
-    return CommonSdDf(values.N1, values.N2, CurrentMeans().Extra);
+f32 DegreesOfFreedom(const MeansList& list) {
+    if (list.Deviations.HasSecond())
+        return SatterthwaiteDf(list.Deviations.First(), list.Deviations.Second(),
+                               list.Sizes.First(), list.Sizes.Second());
+    return CommonSdDf(list.Sizes, list.DfEntry);
 }
 
 // In a simulation the degrees of freedom are those of the simulated data.
@@ -39,10 +35,10 @@ bool IsSimulation() {
 }
 
 void OfferTwoSampleChecks() {
-    OfferChecks({checkDf, checkGroups, checkSatterthwaite});
-    if (IsSimulation() || Ticked(checkSatterthwaite)) {
-        DisableCheck(checkDf);
-        DisableCheck(checkGroups);
+    OfferChecks({Check::DegreesOfFreedom, Check::GroupsInAnova, Check::Satterthwaite});
+    if (IsSimulation() || Ticked(Check::Satterthwaite)) {
+        DisableCheck(Check::DegreesOfFreedom);
+        DisableCheck(Check::GroupsInAnova);
     }
 }
 
@@ -53,7 +49,7 @@ void TESTSTUD::SetupTest() {
     case TestVariant::PTT:
         FixSamples(OneSample);
         if (!IsSimulation())
-            OfferChecks({checkDf});
+            OfferChecks({Check::DegreesOfFreedom});
         break;
     case TestVariant::GSTT:
         break;
@@ -63,7 +59,7 @@ void TESTSTUD::SetupTest() {
         break;
     default:
         if (NoOfSamples == OneSample)
-            OfferChecks({checkDf, checkGroups});
+            OfferChecks({Check::DegreesOfFreedom, Check::GroupsInAnova});
         else
             OfferTwoSampleChecks();
     }
@@ -80,28 +76,30 @@ bool TESTSTUD::CheckPar() {
 
 void TESTSTUD::SearchLimits(f64& lower, f64& upper) {
     TESTNOR::SearchLimits(lower, upper);
-    if (UnknownParNo == CurrentMeans().Size1)
+    if (CurrentMeans().Sizes.FirstIsUnknown())
         StartWherePowerRises(lower, upper, &RootFunction);
 }
 
 f64 TESTSTUD::RootFunction() {
     const MeansValues values = ReadMeans();
     return TPowerEq(values.Delta, values.Se, values.DeltaLow, values.DeltaHigh,
-                    DegreesOfFreedom(values));
+                    DegreesOfFreedom(CurrentMeans()));
 }
 
+// N. L. Johnson and B. L. Welch, Biometrika 31, 1940, 362-389; two one-sided tests: D. J.
+// Schuirmann, Journal of Pharmacokinetics and Biopharmaceutics 15, 1987, 657-680.
 f64 TPowerEq(f32 delta, f32 se, f32 deltaLow, f32 deltaHigh, f32 df) {
-    const f64 alpha = Wide(SignificanceLevel());
-    const f64 shift = Wide(delta) / Wide(se);
+    const f64 alpha{SignificanceLevel()};
+    const f64 shift = f64{delta} / f64{se};
     f64 power = 0;
     if (NoOfTails == TwoSided) {
-        const f64 t = Wide(TInv(static_cast<f32>(1 - alpha / 2), df));
+        const f64 t{TInv(Single(1 - alpha / 2), df)};
         power = 1 - NoncentralT(t, df, shift) + NoncentralT(-t, df, shift);
     } else {
-        const f64 t = Wide(TInv(static_cast<f32>(1 - alpha), df));
+        const f64 t{TInv(Single(1 - alpha), df)};
         if (NoOfTails == TwoOneSided)
-            power = NoncentralT(-t, df, -Wide(deltaHigh) / Wide(se)) -
-                    NoncentralT(t, df, Wide(deltaLow) / Wide(se));
+            power = NoncentralT(-t, df, -f64{deltaHigh} / f64{se}) -
+                    NoncentralT(t, df, f64{deltaLow} / f64{se});
         else if (LeftTail == True)
             power = NoncentralT(-t, df, shift);
         else
@@ -110,42 +108,39 @@ f64 TPowerEq(f32 delta, f32 se, f32 deltaLow, f32 deltaHigh, f32 df) {
     return power - ParValue(1);
 }
 
-f32 CommonSdDf(f32 n1Single, f32 n2Single, i16 entry) {
-    const f64 n1 = Wide(n1Single);
-    const f64 n2 = Wide(n2Single);
-    if (entry != 0) {
-        const f64 entered = Wide(static_cast<f32>(ParValue(entry)));
-        if (Ticked(checkDf))
-            return static_cast<f32>(entered);
-        // Group 1 has n1 subjects, each of the others n2.
-        return static_cast<f32>(NoOfSamples == OneSample ? (n1 - 1) * entered
-                                                         : (n1 - 1) + (n2 - 1) * (entered - 1));
-    }
-    return static_cast<f32>(NoOfSamples == OneSample ? n1 - 1 : n1 + n2 - 2);
+f32 CommonSdDf(const SampleValues& sizes, i16 entry) {
+    const f64 n1{sizes.First()};
+    const f64 n2 = sizes.HasSecond() ? f64{sizes.Second()} : 0;
+    if (entry == 0)
+        return Single(sizes.HasSecond() ? n1 + n2 - 2 : n1 - 1);
+    const f32 entered = Single(ParValue(entry));
+    if (Ticked(Check::DegreesOfFreedom))
+        return entered;
+    // Group 1 has n1 subjects, each of the others n2.
+    return Single(sizes.HasSecond() ? (n1 - 1) + (n2 - 1) * (f64{entered} - 1)
+                                    : (n1 - 1) * f64{entered});
 }
 
+// F. E. Satterthwaite, Biometrics Bulletin 2, 1946, 110-114.
 f32 SatterthwaiteDf(f32 sd1, f32 sd2, f32 n1, f32 n2) {
-    const f32 a = static_cast<f32>(Wide(sd1) * Wide(sd1) / Wide(n1));
-    const f32 b = static_cast<f32>(Wide(sd2) * Wide(sd2) / Wide(n2));
-    const f64 va = Wide(a);
-    const f64 vb = Wide(b);
-    return static_cast<f32>((va + vb) * (va + vb) /
-                            (va * va / (Wide(n1) - 1) + vb * vb / (Wide(n2) - 1)));
+    const f32 a = Single(f64{sd1} * f64{sd1} / f64{n1});
+    const f32 b = Single(f64{sd2} * f64{sd2} / f64{n2});
+    const f64 va{a};
+    const f64 vb{b};
+    return Single((va + vb) * (va + vb) / (va * va / (f64{n1} - 1) + vb * vb / (f64{n2} - 1)));
 }
 
 f32 TPValue(f32 mean, f32 m0, f32 se, f32 low, f32 high, f32 df) {
-    const auto cdf = [se, df](f64 distance) {
-        return Wide(TCdf(static_cast<f32>(distance / Wide(se)), df));
-    };
-    const f64 d = Wide(mean) - Wide(m0);
+    const auto cdf = [se, df](f64 distance) { return f64{TCdf(Single(distance / f64{se}), df)}; };
+    const f64 d = f64{mean} - f64{m0};
     if (NoOfTails == TwoOneSided) {
-        const f64 left = 1 - cdf(Wide(mean) - Wide(low));
-        const f64 right = cdf(Wide(mean) - Wide(high));
-        return static_cast<f32>(left > right ? left : right);
+        const f64 left = 1 - cdf(f64{mean} - f64{low});
+        const f64 right = cdf(f64{mean} - f64{high});
+        return Single(left > right ? left : right);
     }
     if (NoOfTails == TwoSided)
-        return static_cast<f32>(2 * (1 - cdf(std::fabs(d))));
-    return static_cast<f32>(LeftTail == True ? cdf(d) : 1 - cdf(d));
+        return Single(2 * (1 - cdf(std::fabs(d))));
+    return Single(LeftTail == True ? cdf(d) : 1 - cdf(d));
 }
 
 } // namespace quorvanta

@@ -6,6 +6,8 @@
 
 namespace quorvanta {
 
+class SampleValues;
+
 struct TESTSTUD {
     static void SetupTest();
     static void SetParList();
@@ -21,8 +23,8 @@ f64 TPowerEq(f32 delta, f32 se, f32 deltaLow, f32 deltaHigh, f32 df);
 
 // Degrees of freedom of the estimate of a standard deviation that the samples share: their own,
 // entered, or those of an analysis of variance with more groups than are compared. entry is the
-// position of what is entered, or 0; n2 counts with two samples only.
-f32 CommonSdDf(f32 n1, f32 n2, i16 entry);
+// position of what is entered, or 0.
+f32 CommonSdDf(const SampleValues& sizes, i16 entry);
 
 // Degrees of freedom of the test with unequal standard deviations (Satterthwaite, 1946).
 f32 SatterthwaiteDf(f32 sd1, f32 sd2, f32 n1, f32 n2);

@@ -1,9 +1,5 @@
-// Precision of an estimate: the equations that the point estimates and confidence intervals of all
-// parameters share. Position 0 of the list is the error or confidence level, position 1 the error
-// or the width; where the width is random the last position is the probability that it is small.
-//
-// An interval is two-sided or, with its check box cleared, has one limit; the width is then the
-// distance from the estimate to that limit.
+// The equations of precision that the point estimates and confidence intervals of all parameters
+// share.
 #pragma once
 
 #include "core/types.h"
@@ -11,31 +7,6 @@
 namespace quorvanta {
 
 class ScaleStatistic;
-
-// A point estimate or a confidence interval is asked for, not a test.
-bool IsEstimation();
-
-// A confidence interval is.
-bool IsInterval();
-
-// The error counts in both directions, or the interval has two limits.
-bool IsTwoSidedPrecision();
-
-// What every analysis of precision offers: a point estimate errs in one direction or in both, an
-// interval has its check box.
-void OfferPrecision();
-
-// Starts the parameter list. Errors are absolute, or relative to the true value; widths likewise,
-// or relative to the estimate where the width is not random.
-enum class Precision { Absolute, Relative };
-void StartPrecisionList(Precision precision);
-
-// At the end of the list of an interval whose width depends on an estimated deviation: the
-// probability of a width below the one entered.
-void AddWidthProbability();
-
-// The probability below the quantile that limits the error or the interval.
-f32 PrecisionLevel();
 
 // Residuals of an estimate with these probabilities to lie below the lower edge of the error
 // allowed and below the upper one: the error allowed is kept with probability 1 - level.

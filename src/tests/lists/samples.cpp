@@ -1,11 +1,10 @@
-#include "tests/samplevalues.h"
+#include "tests/lists/samples.h"
 
 #include "core/analysis_state.h"
 #include "core/general.h"
 #include "core/options.h"
+#include "numeric/rounding.h"
 #include "tests/powereq.h"
-
-#include <cmath>
 
 namespace quorvanta {
 
@@ -15,7 +14,7 @@ void OfferForms(const SampleKinds& kinds) {
 }
 
 f32 SampleValues::First() const {
-    return static_cast<f32>(ParValue(first_));
+    return Single(ParValue(first_));
 }
 
 f32 SampleValues::Second() const {
@@ -85,7 +84,7 @@ SampleValues AddCommonValue(const SampleKinds& kinds) {
 
 SampleValues AddPair(const SampleKinds& kinds) {
     SampleValues values;
-    values.form_ = ChosenOption(kinds.Group);
+    values.form_ = ChosenForm(kinds.Group);
     values.kind_ = kinds.Second[0];
     values.first_ = AddPar(kinds.First);
     values.second_ = AddPar(kinds.Second[values.form_]);
@@ -97,27 +96,12 @@ SampleValues AddSizes(const SampleKinds& kinds) {
     return AddSampleValues(kinds);
 }
 
-f32 MeanStandardError(const SampleValues& deviations, const SampleValues& sizes) {
-    const f64 sd1{deviations.First()};
-    const f64 n1{sizes.First()};
-    if (!sizes.HasSecond())
-        return static_cast<f32>(sd1 / std::sqrt(n1));
-    const f64 n2{sizes.Second()};
-    if (!deviations.HasSecond())
-        return static_cast<f32>(sd1 * std::sqrt(1 / n1 + 1 / n2));
-    const f64 sd2{deviations.Second()};
-    return static_cast<f32>(std::sqrt(sd2 * sd2 / n2 + sd1 * sd1 / n1));
-}
-
 f64 ValueAt(i16 position, f64 x) {
     return position == UnknownParNo ? x : ParValue(position);
 }
 
-f64 DependentAt(i16 position, f64 base, i16 form, f64 x) {
-    const f64 entered = ValueAt(position, x);
-    if (form == AsDifference)
-        return base + entered;
-    return form == AsRatio ? base * entered : entered;
+f64 DependentAt(i16 position, f64 base, Form form, f64 x) {
+    return FromForm(form, base, ValueAt(position, x));
 }
 
 } // namespace quorvanta

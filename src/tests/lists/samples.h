@@ -3,12 +3,16 @@
 #pragma once
 
 #include "core/checksearch.h"
+#include "core/kinds.h"
 #include "core/types.h"
 
 namespace quorvanta {
 
+// In the kinds of a list: there is none.
+inline constexpr i16 NoKind = 0;
+
 // The kinds of such a quantity: of a single sample; with two samples the group of forms, the first
-// sample's and the second sample's by form. 0: there is none.
+// sample's and the second sample's by form.
 struct SampleKinds {
     i16 One;
     i16 Group;
@@ -16,16 +20,17 @@ struct SampleKinds {
     i16 Second[3];
 };
 
-inline constexpr SampleKinds SizeKinds{85, 2, 4, {37, 38, 5}};
-inline constexpr SampleKinds SdKinds{2, 29, 216, {217, 218, 219}};
+inline constexpr SampleKinds SizeKinds{
+    Kind::Size, Group::Size2, Kind::Size1, {Kind::Size2, Kind::Size2Minus1, Kind::Size2Over1}};
+inline constexpr SampleKinds SdKinds{
+    Kind::Sd, Group::Sd2, Kind::Sd1, {Kind::Sd2, Kind::Sd2Minus1, Kind::Sd2Over1}};
+inline constexpr SampleKinds ShapeKinds{Kind::Shape,
+                                        Group::Shape2,
+                                        Kind::Shape1,
+                                        {Kind::Shape2, Kind::Shape2Minus1, Kind::Shape2Over1}};
 
 // Offers the forms, where there are two samples.
 void OfferForms(const SampleKinds& kinds);
-
-struct Range {
-    f64 Min;
-    f64 Max;
-};
 
 class SampleValues {
   public:
@@ -38,6 +43,8 @@ class SampleValues {
     f64 SecondAt(f64 x) const;
 
     bool HasSecond() const { return second_ != 0; }
+    // How it is entered.
+    Form SecondForm() const { return form_; }
     bool FirstIsUnknown() const;
     bool HasUnknown() const;
     bool SecondDependsOnUnknown() const;
@@ -61,7 +68,7 @@ class SampleValues {
 
     i16 first_ = 0;
     i16 second_ = 0; // 0: one sample
-    i16 form_ = AsValue;
+    Form form_ = AsValue;
     i16 kind_ = 0; // of the second value as such
 };
 
@@ -77,14 +84,10 @@ SampleValues AddPair(const SampleKinds& kinds);
 // The sizes of the samples; their form is also left in WorkNo.
 SampleValues AddSizes(const SampleKinds& kinds = SizeKinds);
 
-// Standard error of a mean, or of a difference of two, from the standard deviations of the samples
-// or a common one.
-f32 MeanStandardError(const SampleValues& deviations, const SampleValues& sizes);
-
 // ParValue(position), with x in the place of the unknown.
 f64 ValueAt(i16 position, f64 x);
 
 // The same for a value that is entered in a form relative to base.
-f64 DependentAt(i16 position, f64 base, i16 form, f64 x);
+f64 DependentAt(i16 position, f64 base, Form form, f64 x);
 
 } // namespace quorvanta

@@ -1,10 +1,10 @@
-#include "tests/precision.h"
+#include "tests/precisioneq.h"
 
 #include "core/analysis_state.h"
 #include "core/general.h"
-#include "core/options.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
+#include "tests/lists/precision.h"
 #include "tests/scalestatistic.h"
 
 #include <cmath>
@@ -13,25 +13,12 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 checkTwoSidedInterval = 36;
-constexpr i16 kindErrorLevel = 143;
-constexpr i16 kindError = 18;
-constexpr i16 kindUpperError = 19;
-constexpr i16 kindRelativeError = 23;
-constexpr i16 kindUpperRelativeError = 24;
-constexpr i16 kindConfidenceLevel = 22;
-constexpr i16 kindWidth = 100;
-constexpr i16 kindRelativeWidth = 145;
-constexpr i16 kindWidthProbability = 101;
-
-i16 widthProbability;
-
 // The error or the width entered, and the level.
 f64 Entered() {
     return ParValue(1);
 }
 f64 Level() {
-    return f64{static_cast<f32>(ParValue(0))};
+    return f64{Single(ParValue(0))};
 }
 
 f64 Width(f64 other, f64 single) {
@@ -46,63 +33,16 @@ f64 WidthRatio(f64 entered, f64 width) {
 }
 
 f64 WidthProbabilityEq(f64 probability) {
-    return probability - ParValue(widthProbability);
+    return probability - WidthProbability();
 }
 
-// A width that shrinks and grows with a deviation estimated on df degrees of freedom.
+// A width that shrinks and grows with a deviation estimated on df degrees of freedom (L. L. Kupper
+// and K. B. Hafner, The American Statistician 43, 1989, 101-105).
 f64 RandomWidthEq(f64 ratio, f32 df) {
     return WidthProbabilityEq(ScaleStatistic(df).Cdf(f64{df} * ratio * ratio));
 }
 
 } // namespace
-
-bool IsEstimation() {
-    return IsTest == False && ProcedureNo != ProcedureTest;
-}
-
-bool IsInterval() {
-    return IsTest == False && ProcedureNo == ProcedureInterval;
-}
-
-bool IsTwoSidedPrecision() {
-    return IsInterval() ? Ticked(checkTwoSidedInterval) : NoOfTails == TwoSided;
-}
-
-void OfferPrecision() {
-    if (IsInterval()) {
-        OfferTails({TwoSided});
-        TailsShown = false;
-        OfferChecks({checkTwoSidedInterval});
-    } else {
-        OfferTails({OneSided, TwoSided});
-    }
-}
-
-void StartPrecisionList(Precision precision) {
-    const bool relative = precision == Precision::Relative;
-    StartParList();
-    widthProbability = 0;
-    if (IsInterval()) {
-        AddPar(kindConfidenceLevel);
-        AddPar(relative ? kindRelativeWidth : kindWidth);
-        return;
-    }
-    AddPar(kindErrorLevel);
-    if (NoOfTails == OneSided)
-        AddPar(relative ? kindUpperRelativeError : kindUpperError);
-    else
-        AddPar(relative ? kindRelativeError : kindError);
-}
-
-void AddWidthProbability() {
-    if (IsInterval())
-        widthProbability = AddPar(kindWidthProbability);
-}
-
-f32 PrecisionLevel() {
-    const f64 outside = IsInterval() ? 1 - Level() : Level();
-    return static_cast<f32>(1 - (IsTwoSidedPrecision() ? outside / 2 : outside));
-}
 
 f64 ErrorProbabilityEq(f64 belowLowerEdge, f64 belowUpperEdge) {
     return belowUpperEdge - (IsTwoSidedPrecision() ? belowLowerEdge : 0) - (1 - Level());

@@ -1,4 +1,4 @@
-#include "tests/turningpoint.h"
+#include "tests/lists/turningpoint.h"
 
 #include "core/analysis_state.h"
 #include "core/checksearch.h"

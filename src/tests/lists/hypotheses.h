@@ -5,15 +5,19 @@
 #include "core/analysis_state.h"
 #include "core/checksearch.h"
 #include "core/types.h"
-#include "tests/powereq.h"
-#include "tests/samplevalues.h"
+#include "tests/lists/samples.h"
+#include "tests/lists/turningpoint.h"
+
+#include <optional>
 
 namespace quorvanta {
 
-// What truth and H0 are to each other: the middle between two limits, where two one-sided tests
-// have their highest power, lies there on this scale; and the effect of two samples is a difference
-// or, on the scale of logarithms, a ratio.
-enum class EffectScale { Plain, Log, FisherZ };
+// What the values that are entered, the truth and H0 are to each other.
+//
+// The middle between two limits, where two one-sided tests have their highest power, lies there on
+// this scale. The effect of two samples is a difference; on the scale of logarithms it is a ratio.
+// Odds are entered as such, but their effect, and limits, are of proportions.
+enum class EffectScale { Plain, Log, FisherZ, Proportion, Odds };
 
 // Kinds of one sample: the group of forms, the H0 value, the H1 value by form, the limits.
 struct OneSampleKinds {
@@ -24,9 +28,9 @@ struct OneSampleKinds {
     i16 Right;
 };
 
-// Kinds of two samples: the group of forms, the H0 effect, the H1 effect that option 1 enters
-// itself (0: option 1 enters the second value as a difference), the first sample's value, the
-// second sample's by form, the limits.
+// Kinds of two samples: the group of forms, the H0 effect (0: it is always 0), the H1 effect that
+// option 1 enters itself (0: option 1 enters the second value as a difference), the first sample's
+// value, the second sample's by form, the limits.
 struct TwoSampleKinds {
     i16 Group;
     i16 H0;
@@ -44,7 +48,12 @@ void OfferForms(const TwoSampleKinds& kinds);
 
 class Hypotheses {
   public:
-    // The H0 value or effect.
+    // Are there two values, of one sample each? Else the truth is one value or effect.
+    bool HasTwo() const { return first_ != 0; }
+    // How the truth, or the second of two values, is entered.
+    Form TruthForm() const { return form_; }
+
+    // The H0 value or effect; an effect of 0 where none is entered.
     f32 H0() const;
     // The limits of two one-sided tests.
     f32 Left() const;
@@ -59,6 +68,15 @@ class Hypotheses {
     f64 FirstAt(f64 x) const;
     f64 SecondAt(f64 x) const;
 
+    // Is the unknown the truth, or one of its two values?
+    bool TruthIsUnknown() const;
+    // Is it the second of two values?
+    bool SecondIsUnknown() const;
+    // Is it what a dependent truth is related to?
+    bool BaseIsUnknown() const;
+    // The entry of a dependent truth.
+    i16 TruthParNo() const { return truth_; }
+
     // The H0 value at which a test that keeps the difference from it has the least power, where
     // null and true value are equally far from the middle of their scale; NoValue where the unknown
     // is not such a value.
@@ -71,22 +89,39 @@ class Hypotheses {
     // its side of H0, or between the limits, on one side of their middle.
     void Narrow(f64& lower, f64& upper) const;
 
+    // Narrows the search for the truth, or for one of its two values, to a true effect above this
+    // one, or below it.
+    void KeepEffect(f64& lower, f64& upper, Side side, f64 effect) const;
+
   private:
     friend Hypotheses AddHypotheses(const OneSampleKinds& kinds, EffectScale scale);
     friend Hypotheses AddHypotheses(const TwoSampleKinds& kinds, EffectScale scale);
 
+    // A value of the unknown at which the true effect is what was asked for, and whether the effect
+    // grows with the unknown.
+    struct EffectPoint {
+        f64 At;
+        bool Rising;
+    };
+
     void AddNull(i16 h0, i16 left, i16 right);
-    f64 Excess(f64 x, f64 target) const;
-    template <class Target>
-    void Keep(f64& lower, f64& upper, bool above, Target&& target) const;
+    f64 Entry(f64 value) const;
+    f64 FromEntry(f64 entry) const;
+    f64 EffectAbove(f64 value, f64 effect) const;
+    f64 EffectBelow(f64 value, f64 effect) const;
+    std::optional<EffectPoint> PointOf(f64 effect) const;
+    std::optional<EffectPoint> PointOfFirst(f64 effect) const;
+    f64 EnteredEffect() const;
     f64 Middle() const;
+    void NarrowTruth(f64& lower, f64& upper) const;
+    void NarrowNull(f64& lower, f64& upper) const;
 
     EffectScale scale_ = EffectScale::Plain;
     i16 h0_ = 0;    // the H0 value; with two limits the left one, the right one next
     i16 first_ = 0; // of two values; 0: the truth is one value
     i16 truth_ = 0; // the true value or effect; the second of two values
     i16 base_ = 0;  // what a dependent truth is related to; 0: nothing
-    i16 form_ = AsValue;
+    Form form_ = AsValue;
     i16 kind_ = 0; // of a dependent truth as such
 };
 
@@ -110,24 +145,6 @@ struct SampleTest {
     Hypotheses Hypothesis;
     SampleValues Sizes;
 };
-
-// Power minus the power entered of a test whose statistic is normal: distance tells how far a true
-// value is above a null value on the scale of the statistic, se0 its standard error under a null
-// value, se1 that under the truth.
-template <class Distance, class NullError>
-f64 NormalTestEq(const Hypotheses& list, Distance&& distance, NullError&& se0, f32 se1) {
-    const f64 truth = list.Truth();
-    const f64 left{list.H0()};
-    const f64 right = NoOfTails == TwoOneSided ? f64{list.Right()} : left;
-    const f32 above = static_cast<f32>(distance(truth, left));
-    return NorPowerEq(above, se0(left), se1, above, static_cast<f32>(-distance(truth, right)),
-                      se0(left), se0(right), 0);
-}
-
-// The distance on the scale of the values themselves.
-constexpr f64 PlainDistance(f64 truth, f64 null) {
-    return truth - null;
-}
 
 // Starts a parameter list with significance level and power.
 void StartTestList();

@@ -1,0 +1,276 @@
+// The names by which code speaks of kinds: of parameters, of groups of interchangeable parameters
+// and of check boxes. What each is called on the screen, and what it may be, stands in the
+// catalogues.
+//
+// "MinusH0" and "OverH0" name an H1 value entered as a difference from the H0 value or a ratio to
+// it, "2Minus1" and "2Over1" what compares two samples. A name without H0 or H1 is that of an
+// estimate, or of a quantity that both hypotheses share.
+#pragma once
+
+#include "core/types.h"
+
+namespace quorvanta {
+
+namespace Kind {
+
+// Level and power.
+inline constexpr i16 SignificanceLevel = 0;
+inline constexpr i16 Power = 1;
+inline constexpr i16 ErrorLevel = 143; // of a point estimate
+inline constexpr i16 ConfidenceLevel = 22;
+inline constexpr i16 TestConfidenceLevel = 321; // of a test that is stated through an interval
+inline constexpr i16 ProbabilityWithinLimits = 318;
+
+// Sizes.
+inline constexpr i16 Size = 85;
+inline constexpr i16 Size1 = 4;
+inline constexpr i16 Size2 = 37;
+inline constexpr i16 Size2Minus1 = 38;
+inline constexpr i16 Size2Over1 = 5;
+inline constexpr i16 SizeFrom4 = 14; // of a statistic that needs four subjects
+inline constexpr i16 SequenceSize1 = 322;
+inline constexpr i16 SequenceSize2 = 323;
+inline constexpr i16 SequenceSize2Minus1 = 324;
+inline constexpr i16 SequenceSize2Over1 = 325;
+inline constexpr i16 Population = 31;
+inline constexpr i16 Population1 = 196;
+inline constexpr i16 Population2 = 197;
+inline constexpr i16 Population2Minus1 = 198;
+inline constexpr i16 Population2Over1 = 199;
+inline constexpr i16 DegreesOfFreedom = 36;
+inline constexpr i16 NoOfGroups = 17;
+
+// Precision of an estimate.
+inline constexpr i16 AbsoluteError = 18;
+inline constexpr i16 UpperAbsoluteError = 19;
+inline constexpr i16 RelativeError = 23;
+inline constexpr i16 UpperRelativeError = 24;
+inline constexpr i16 IntervalWidth = 100;
+inline constexpr i16 RelativeWidth = 145;
+inline constexpr i16 WidthProbability = 101;
+
+// Means.
+inline constexpr i16 H0Mean = 57;
+inline constexpr i16 H1Mean = 58;
+inline constexpr i16 H1MeanMinusH0 = 59;
+inline constexpr i16 H1MeanOverH0 = 60;
+inline constexpr i16 H0Mean2Minus1 = 61;
+inline constexpr i16 H1Mean2Minus1 = 62;
+inline constexpr i16 H1Mean1 = 86;
+inline constexpr i16 H1Mean2 = 87;
+inline constexpr i16 H1Mean2Over1 = 88;
+inline constexpr i16 MeanLeftLimit = 6;
+inline constexpr i16 MeanRightLimit = 7;
+inline constexpr i16 MeanNonInferiorityLimit = 330;
+inline constexpr i16 H0MeanOfDifference = 157;
+inline constexpr i16 H1MeanOfDifference = 158;
+inline constexpr i16 H1MeanOfDifferenceMinusH0 = 159;
+inline constexpr i16 H1MeanOfDifferenceOverH0 = 160;
+inline constexpr i16 Sd = 2;
+inline constexpr i16 SdOfDifference = 3;
+inline constexpr i16 Sd1 = 216;
+inline constexpr i16 Sd2 = 217;
+inline constexpr i16 Sd2Minus1 = 218;
+inline constexpr i16 Sd2Over1 = 219;
+
+// Medians of lognormal distributions.
+inline constexpr i16 H0Median = 89;
+inline constexpr i16 H1Median = 90;
+inline constexpr i16 H1MedianMinusH0 = 91;
+inline constexpr i16 H1MedianOverH0 = 92;
+inline constexpr i16 H0Median2Over1 = 93;
+inline constexpr i16 H1Median1 = 94;
+inline constexpr i16 H1Median2 = 95;
+inline constexpr i16 H1Median2Over1 = 96;
+inline constexpr i16 MedianLeftLimit = 97;
+inline constexpr i16 MedianRightLimit = 98;
+inline constexpr i16 RatioLeftLimit = 29;
+inline constexpr i16 RatioRightLimit = 30;
+inline constexpr i16 RatioNonInferiorityLimit = 319;
+inline constexpr i16 Shape = 27;
+inline constexpr i16 Shape1 = 50;
+inline constexpr i16 Shape2 = 54;
+inline constexpr i16 Shape2Minus1 = 107;
+inline constexpr i16 Shape2Over1 = 108;
+inline constexpr i16 LogSd = 155;
+inline constexpr i16 CoefficientOfVariation = 156;
+
+// Standard deviations.
+inline constexpr i16 H0Sd = 110;
+inline constexpr i16 H1Sd = 111;
+inline constexpr i16 H1SdMinusH0 = 112;
+inline constexpr i16 H1SdOverH0 = 113;
+inline constexpr i16 H0Sd2Over1 = 114;
+inline constexpr i16 H1Sd2Over1 = 115;
+inline constexpr i16 H1Sd1 = 139;
+inline constexpr i16 H1Sd2 = 140;
+inline constexpr i16 SdLeftLimit = 116;
+inline constexpr i16 SdRightLimit = 117;
+inline constexpr i16 TrueSd2Over1 = 138;
+
+// Exponential distributions.
+inline constexpr i16 H0Location = 131;
+inline constexpr i16 H1Location = 132;
+inline constexpr i16 H1LocationMinusH0 = 133;
+inline constexpr i16 H1LocationOverH0 = 134;
+inline constexpr i16 LocationLeftLimit = 135;
+inline constexpr i16 LocationRightLimit = 136;
+inline constexpr i16 H0Scale = 142;
+inline constexpr i16 H1Scale = 124;
+inline constexpr i16 H1ScaleMinusH0 = 125;
+inline constexpr i16 H1ScaleOverH0 = 126;
+inline constexpr i16 H0Scale2Over1 = 127;
+inline constexpr i16 H1Scale2Over1 = 128;
+inline constexpr i16 H1Scale1 = 26;
+inline constexpr i16 H1Scale2 = 141;
+inline constexpr i16 ScaleLeftLimit = 129;
+inline constexpr i16 ScaleRightLimit = 130;
+inline constexpr i16 Scale = 146;
+
+// Proportions and odds.
+inline constexpr i16 H0Proportion = 35;
+inline constexpr i16 H1Proportion = 83;
+inline constexpr i16 H1ProportionMinusH0 = 40;
+inline constexpr i16 H1ProportionOverH0 = 41;
+inline constexpr i16 ProportionLeftLimit = 47;
+inline constexpr i16 ProportionRightLimit = 48;
+inline constexpr i16 H0Proportion2Minus1 = 51;
+inline constexpr i16 H1Proportion1 = 8;
+inline constexpr i16 H1Proportion2 = 69;
+inline constexpr i16 H1Proportion2Minus1 = 52;
+inline constexpr i16 H1Proportion2Over1 = 70;
+inline constexpr i16 ProportionDifferenceLeftLimit = 71;
+inline constexpr i16 ProportionDifferenceRightLimit = 72;
+inline constexpr i16 ProportionNonInferiorityLimit = 317;
+inline constexpr i16 Proportion = 102;
+inline constexpr i16 Proportion1 = 103;
+inline constexpr i16 Proportion2 = 104;
+inline constexpr i16 Proportion2Minus1 = 105;
+inline constexpr i16 Proportion2Over1 = 106;
+inline constexpr i16 H0Odds = 225;
+inline constexpr i16 H1Odds = 226;
+inline constexpr i16 H1OddsMinusH0 = 227;
+inline constexpr i16 H1OddsOverH0 = 228;
+inline constexpr i16 H1Odds1 = 229;
+inline constexpr i16 H1Odds2 = 230;
+inline constexpr i16 H1Odds2Minus1 = 231;
+inline constexpr i16 H1Odds2Over1 = 232;
+inline constexpr i16 Odds = 233;
+inline constexpr i16 Odds1 = 234;
+inline constexpr i16 Odds2 = 235;
+inline constexpr i16 Odds2Minus1 = 236;
+inline constexpr i16 Odds2Over1 = 237;
+inline constexpr i16 H1Proportion11 = 123;
+inline constexpr i16 H1Proportion10Plus01 = 15;
+inline constexpr i16 H1Proportion10Over01 = 336;
+inline constexpr i16 DiagonalDifference = 16;
+
+// Poisson distributions: means, and rates of events in a study time.
+inline constexpr i16 H0PoissonMean = 161;
+inline constexpr i16 H1PoissonMean = 162;
+inline constexpr i16 PoissonMeanLeftLimit = 166;
+inline constexpr i16 PoissonMeanRightLimit = 167;
+inline constexpr i16 H1PoissonMean1 = 168;
+inline constexpr i16 H1PoissonMean2 = 169;
+inline constexpr i16 PoissonMean = 175;
+inline constexpr i16 PoissonMean1 = 176;
+inline constexpr i16 PoissonMean2 = 177;
+inline constexpr i16 PoissonMean2Minus1 = 178;
+inline constexpr i16 PoissonMean2Over1 = 179;
+inline constexpr i16 PoissonSize = 163;
+inline constexpr i16 PoissonSize1 = 164;
+inline constexpr i16 PoissonSize2 = 165;
+inline constexpr i16 H0Rate = 63;
+inline constexpr i16 H1Rate = 81;
+inline constexpr i16 H1RateMinusH0 = 43;
+inline constexpr i16 H1RateOverH0 = 44;
+inline constexpr i16 RateLeftLimit = 75;
+inline constexpr i16 RateRightLimit = 76;
+inline constexpr i16 H0Rate2Minus1 = 64;
+inline constexpr i16 H1Rate1 = 9;
+inline constexpr i16 H1Rate2 = 73;
+inline constexpr i16 H1Rate2Minus1 = 65;
+inline constexpr i16 H1Rate2Over1 = 74;
+inline constexpr i16 RateDifferenceLeftLimit = 77;
+inline constexpr i16 RateDifferenceRightLimit = 78;
+inline constexpr i16 Rate = 180;
+inline constexpr i16 Rate1 = 181;
+inline constexpr i16 Rate2 = 182;
+inline constexpr i16 Rate2Minus1 = 183;
+inline constexpr i16 Rate2Over1 = 184;
+inline constexpr i16 StudyTime = 170;
+inline constexpr i16 StudyTime1 = 171;
+inline constexpr i16 StudyTime2 = 172;
+inline constexpr i16 StudyTime2Minus1 = 173;
+inline constexpr i16 StudyTime2Over1 = 174;
+
+// Correlation and regression.
+inline constexpr i16 H0Correlation = 185;
+inline constexpr i16 H1Correlation = 186;
+inline constexpr i16 H1CorrelationMinusH0 = 187;
+inline constexpr i16 H1CorrelationOverH0 = 188;
+inline constexpr i16 CorrelationLeftLimit = 194;
+inline constexpr i16 CorrelationRightLimit = 195;
+inline constexpr i16 Correlation = 220;
+inline constexpr i16 H0Slope = 203;
+inline constexpr i16 H1Slope = 204;
+inline constexpr i16 H1SlopeMinusH0 = 205;
+inline constexpr i16 H1SlopeOverH0 = 206;
+inline constexpr i16 ResidualSd = 212;
+inline constexpr i16 CovariateSd = 213;
+
+} // namespace Kind
+
+namespace Group {
+
+inline constexpr i16 H1Mean = 0;
+inline constexpr i16 Mean2 = 1;
+inline constexpr i16 Size2 = 2;
+inline constexpr i16 H1Sd = 3;
+inline constexpr i16 H1Rate = 4;
+inline constexpr i16 Rate2 = 5;
+inline constexpr i16 H1Median = 9;
+inline constexpr i16 Median2 = 10;
+inline constexpr i16 H1Proportion = 11;
+inline constexpr i16 Proportion2 = 12;
+inline constexpr i16 H1Sd2 = 13;
+inline constexpr i16 H1Location = 14;
+inline constexpr i16 H1Scale = 15;
+inline constexpr i16 H1Scale2 = 16;
+inline constexpr i16 LogSd = 19;
+inline constexpr i16 Discordant = 20;
+inline constexpr i16 H1MeanOfDifference = 21;
+inline constexpr i16 StudyTime2 = 22;
+inline constexpr i16 H1Correlation = 23;
+inline constexpr i16 Population2 = 25;
+inline constexpr i16 H1Slope = 27;
+inline constexpr i16 Sd2 = 29;
+inline constexpr i16 Shape2 = 31;
+inline constexpr i16 H1Odds = 34;
+inline constexpr i16 Odds2 = 35;
+inline constexpr i16 SequenceSize2 = 53;
+
+} // namespace Group
+
+namespace Check {
+
+inline constexpr i16 DegreesOfFreedom = 0;
+inline constexpr i16 Correction = 1;
+inline constexpr i16 ArcSine = 2;
+inline constexpr i16 Incidences = 3;
+inline constexpr i16 GroupsInAnova = 5;
+inline constexpr i16 Exact = 7;
+inline constexpr i16 Odds = 9;
+inline constexpr i16 Medians = 12;
+inline constexpr i16 Satterthwaite = 16;
+inline constexpr i16 FirstOrder = 24;
+inline constexpr i16 SecondOrder = 25;
+inline constexpr i16 Multinomial = 26;
+inline constexpr i16 Score = 27;
+inline constexpr i16 UnrestrictedMl = 30;
+inline constexpr i16 TwoSidedInterval = 36;
+inline constexpr i16 VarianceOfH1 = 39;
+
+} // namespace Check
+
+} // namespace quorvanta
