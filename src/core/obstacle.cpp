@@ -6,6 +6,7 @@
 #include "core/general.h"
 #include "core/search.h"
 #include "output/format.h"
+#include "output/formatpar.h"
 
 #include <algorithm>
 #include <cmath>
