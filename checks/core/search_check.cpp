@@ -173,6 +173,24 @@ TEST_F(Location, TheMarksOfARangeThatWasSearchedToItsEndAreNoRoots) {
     EXPECT_EQ(LocationAt(99998), "99998");
 }
 
+// While a run shows its progress each evaluation lets an event through.
+TEST_F(Location, ACancelledSearchDoesNotGoOn) {
+    LevelOf(0.00002, 0.8);
+    Calculating = True;
+    platform.Yields = 0;
+    EXPECT_NE(SolveUnknown(), NoValue);
+    EXPECT_GT(platform.Yields, 5);
+    for (int last = 1; last <= 5; ++last) {
+        platform.Yields = 0;
+        platform.OnDoEvents = [this, last] { Cancelled = platform.Yields >= last ? True : False; };
+        EXPECT_EQ(SolveUnknown(), NoValue);
+        EXPECT_EQ(platform.Yields, last == 2 ? 3 : last)
+            << "a cancel is seen after the first evaluation and from the third on";
+    }
+    Cancelled = False;
+    Calculating = False;
+}
+
 // A small level, where the power is steep: the trial values are as close as the tolerance asks
 // before one of them solves the equation.
 TEST_F(Search, ASmallLevelIsFoundBetweenItsLastTrialValues) {
