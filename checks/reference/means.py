@@ -129,6 +129,10 @@ unpaired(2, 0, base(k36=12, k4=30), 1, None, POWER, 0)
 unpaired(2, 0, base(k17=4), 4, (3, 1e4), SIZE, 5)
 unpaired(2, 0, base(k17=3, k4=15, k62=1), 1, None, POWER, 5)
 
+# Groups of an ANOVA with sizes unlike each other: the first has n1 subjects, each other one n2.
+unpaired(2, 0, base(k17=5, k4=3, k5=3, k62=1.6), 1, None, POWER, 5)
+unpaired(1, 0, base(k17=4, k4=12, k5=0.25, k62=1.6), 1, None, POWER, 5)
+
 
 def welch(tails, left, values, unknown, bracket=None, tolerance=SIZE):
     """Unequal standard deviations, on the t distribution with Satterthwaite's degrees of freedom.
