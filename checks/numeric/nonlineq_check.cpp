@@ -178,6 +178,22 @@ TEST_F(SolveSystemCheck, TheDampingFallsToAHundredthWithEachStepThatHelps) {
     }
 }
 
+// The same where no trial helps: each is made with ten times the damping of the one before, until
+// it is within the tolerance of the start.
+TEST_F(SolveSystemCheck, TheDampingGrowsTenfoldWithEachStepThatDoesNotHelp) {
+    std::vector<f64> looks;
+    const auto g = [&looks](const Array1<f64>& x, Array1<f64>& values) {
+        constexpr std::size_t startAndDerivative = 3;
+        values(1) = looks.size() < startAndDerivative ? x(1) : 5;
+        looks.push_back(x(1));
+    };
+    EXPECT_EQ(Solve(g, Cells({1}), Cells({0})), Cells({1}));
+    const std::vector<f64> dampings{1e-3, 1e-2, 0.1, 1, 10, 100, 1000, 1e4, 1e5};
+    ASSERT_EQ(looks.size(), 3 + dampings.size());
+    for (std::size_t k = 0; k < dampings.size(); ++k)
+        EXPECT_NEAR(looks[3 + k], dampings[k] / (1 + dampings[k]), 1e-7) << dampings[k];
+}
+
 TEST_F(SolveSystemCheck, TheIterationLimitHolds) {
     EXPECT_EQ(Solve(Rosenbrock, Cells({-1.2, 1}), Cells({0, 0}), -far, far, 0), Cells({-1.2, 1}));
     EXPECT_EQ(Evaluations, 1);
