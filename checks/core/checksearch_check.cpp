@@ -1,4 +1,5 @@
 #include "core/checksearch.h"
+#include "core/fault.h"
 #include "support/analysis_fixture.h"
 
 namespace quorvanta::checks {
@@ -231,6 +232,40 @@ TEST_F(CheckSearch, AtTheLimitsOfAPairTheDependentValueIsInItsRange) {
                 expectInside(dependent(lower, ParValue(3)), min, high, where + ", base");
                 expectInside(dependent(upper, ParValue(3)), min, high, where + ", base");
             }
+}
+
+// The base counts as the equation will see it, in 32 bits.
+TEST_F(CheckSearch, LimitsOfAPairAreFormedWithThe32BitBase) {
+    const f64 base = 0.1;
+    const f64 seen = static_cast<f64>(0.1F);
+    ASSERT_NE(base, seen);
+    f64 lower = -1e9;
+    f64 upper = 1e9;
+    UnknownParNo = 3;
+    Put(2, base);
+    PairLimits(lower, upper, 2, 0.25, 0.5, AsDifference);
+    EXPECT_EQ(lower, 0.25 - seen);
+    EXPECT_EQ(upper, 0.5 - seen);
+    lower = -1e9;
+    upper = 1e9;
+    PairLimits(lower, upper, 2, 0.25, 0.5, AsRatio);
+    EXPECT_NEAR(lower, 0.25 / seen, 1e-12);
+    EXPECT_NEAR(upper, 0.5 / seen, 1e-12);
+}
+
+TEST_F(CheckSearch, ARatioToNothingLeavesTheLimitsAlone) {
+    ClearFloatFaults();
+    for (const i16 unknown : {i16{2}, i16{3}}) {
+        f64 lower = -7;
+        f64 upper = 8;
+        UnknownParNo = unknown;
+        Put(2, 0);
+        Put(3, 0);
+        PairLimits(lower, upper, 2, 1, 2, AsRatio);
+        EXPECT_EQ(lower, -7);
+        EXPECT_EQ(upper, 8);
+    }
+    EXPECT_FALSE(HasFloatFault());
 }
 
 TEST_F(CheckSearch, TheTailDecidesTheSide) {

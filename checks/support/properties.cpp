@@ -279,6 +279,11 @@ void ExpectSafeInsideLimits(const AnalysisChoice& choice, const Values& values) 
             f64 residual = NAN;
             EXPECT_NO_THROW(residual = TryValue(trial)) << Unknown(choice, i) << " at " << trial;
             EXPECT_TRUE(std::isfinite(residual)) << Unknown(choice, i) << " at " << trial;
+            if (i != powerParNo && IsPowerKind(ParKind(powerParNo))) {
+                constexpr f64 rounding = 1e-6; // of a sum of probabilities in 32 bits
+                EXPECT_LE(residual + ParValue(powerParNo), 1 + rounding)
+                    << Unknown(choice, i) << " at " << trial;
+            }
         }
     }
 }

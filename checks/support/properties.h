@@ -48,8 +48,8 @@ void ExpectAllSolve(const AnalysisChoice& choice, const Values& values, Scripted
 // the search tolerates. Returns how many parameters could be solved.
 int ExpectRoundTrip(const AnalysisChoice& choice, const Values& values);
 
-// The equation has a finite value, and no fault, at values of the unknown all over its limits, for
-// each parameter as the unknown.
+// The equation has a finite value, no power that is more than 1 and no fault, at values of the
+// unknown all over its limits, for each parameter as the unknown.
 void ExpectSafeInsideLimits(const AnalysisChoice& choice, const Values& values);
 
 // The same, at and next to the limits, while one of the other parameters is of any size, from 0.001

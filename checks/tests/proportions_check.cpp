@@ -282,6 +282,27 @@ TEST_F(ProportionTests, PopulationAbove1000IsRefusedForExactCalculation) {
         EXPECT_EQ(text, "Can't Be Calculated.");
 }
 
+// In 32 bits their probabilities add up to 1.0000001 at some sizes.
+TEST_F(ProportionTests, ThePowerOfManySubjectsIsOne) {
+    const Values pairs{{Kind::SignificanceLevel, "0.05"},
+                       {Kind::H1Proportion10Plus01, "0.4"},
+                       {Kind::DiagonalDifference, "-0.2"}};
+    const Values one{{Kind::SignificanceLevel, "0.05"},
+                     {Kind::H0Proportion, "0.5"},
+                     {Kind::H1Proportion, "0.3"}};
+    const auto expectSolved = [this](const AnalysisChoice& choice, Values values) {
+        for (int n = 300; n <= 499; ++n) {
+            values[Kind::Size] = std::to_string(n);
+            const f64 power = PowerOf(choice, values);
+            EXPECT_LE(power, 1) << choice << " of " << n;
+            EXPECT_NEAR(power, 1, 1e-3) << choice << " of " << n;
+        }
+    };
+    expectSolved(Menu(menuMcNemar, OneSided, true), pairs);
+    expectSolved(Distribution(DistrBinomial, OneSample, OneSided, {Check::Exact}, true), one);
+    expectSolved(Distribution(DistrBinomial, OneSample, TwoSided, {Check::Exact}), one);
+}
+
 // --- Sizes between whole numbers ---------------------------------------------------------------
 
 TEST_F(ProportionTests, BetweenWholeSizesAnExactPowerIsOnTheStraightLine) {

@@ -53,7 +53,9 @@ class Search {
             GoOn();
         if (!IsRoot(residual_))
             return NoValue;
-        if (!UnknownIsPower())
+        if (UnknownIsPower())
+            TakeRoundingOff();
+        else
             MoveToLimit();
         return IsWithin(root_, lower_, upper_) ? root_ : NoValue;
     }
@@ -83,6 +85,13 @@ class Search {
         constexpr f64 relativeOnly = 0;
         FindRootOf(TryValue, *negative_, *positive_, relativeOnly, RootIterations, iterations_,
                    root_, residual_);
+    }
+
+    // An exact power is a sum of probabilities, each rounded to 32 bits: 1 may come out
+    // as 1.0000001.
+    void TakeRoundingOff() {
+        if (root_ > 1 && root_ <= 1 + Slack)
+            root_ = 1;
     }
 
     // A root next to a limit without slack: the limit is one itself.
