@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/dispatch.h"
+#include "core/form.h"
 #include "core/kinds.h"
 #include "core/values.h"
 #include "support/number.h"
@@ -31,7 +32,7 @@ i16 Option(const AnalysisChoice& choice, i16 group) {
 }
 
 bool IsOdds(const AnalysisChoice& choice) {
-    return Has(choice, 9) || (choice.MenuNo < 0 && choice.ParListNo == 1);
+    return Has(choice, Check::Odds) || (choice.MenuNo < 0 && choice.ParListNo == 1);
 }
 
 // --- Tests of means ---------------------------------------------------------------------------
@@ -114,7 +115,10 @@ Values PlanOfMeans(const AnalysisChoice& choice) {
 // --- Parameters of distributions --------------------------------------------------------------
 
 void AddAllSizes(Values& values, const std::string& size) {
-    for (const i16 kind : std::initializer_list<i16>{85, 14, 4, 37, 163, 164, 165, 170, 171, 172})
+    for (const i16 kind :
+         std::initializer_list<i16>{Kind::Size, Kind::SizeFrom4, Kind::Size1, Kind::Size2,
+                                    Kind::PoissonSize, Kind::PoissonSize1, Kind::PoissonSize2,
+                                    Kind::StudyTime, Kind::StudyTime1, Kind::StudyTime2})
         values[kind] = size;
     Add(values, {{Kind::Size2Minus1, "0"},
                  {Kind::Size2Over1, "1"},
@@ -199,21 +203,39 @@ Values PlanOfTest(const AnalysisChoice& choice) {
     // Means, of one sample and of two; Poisson counts and rates have means above 0.
     const bool counts = choice.DistrNo == DistrPoisson;
     const f64 null = counts ? 0.5 : 1;
-    AddHypotheses(values, {57, 86, 161, 168, 63, 9}, null, {58, 87, 162, 169, 81, 73},
-                  {59, 62, 43, 65}, {60, 88, 44, 74},
-                  counts ? (left ? 0.25 : 0.9) : (left ? 0.5 : 1.5));
+    AddHypotheses(
+        values,
+        {Kind::H0Mean, Kind::H1Mean1, Kind::H0PoissonMean, Kind::H1PoissonMean1, Kind::H0Rate,
+         Kind::H1Rate1},
+        null,
+        {Kind::H1Mean, Kind::H1Mean2, Kind::H1PoissonMean, Kind::H1PoissonMean2, Kind::H1Rate,
+         Kind::H1Rate2},
+        {Kind::H1MeanMinusH0, Kind::H1Mean2Minus1, Kind::H1RateMinusH0, Kind::H1Rate2Minus1},
+        {Kind::H1MeanOverH0, Kind::H1Mean2Over1, Kind::H1RateOverH0, Kind::H1Rate2Over1},
+        counts ? (left ? 0.25 : 0.9) : (left ? 0.5 : 1.5));
     Add(values, {{Kind::H0Mean2Minus1, "0"},
                  {Kind::H0Rate2Minus1, "0"},
                  {Kind::H0Median2Over1, "1"},
                  {Kind::H0Sd2Over1, "1"},
                  {Kind::H0Scale2Over1, "1"}});
     // Medians, deviations, scales.
-    AddHypotheses(values, {89, 94, 110, 139, 142, 26}, 1, {90, 95, 111, 140, 124, 141},
-                  {91, 112, 125}, {92, 96, 113, 115, 126, 128}, left ? 0.7 : 1.5);
-    AddHypotheses(values, {131}, 1, {132}, {133}, {134}, left ? 0.8 : 1.2);
-    AddHypotheses(values, {35}, 0.4, {83}, {40}, {41}, left ? 0.2 : 0.6);
-    AddHypotheses(values, {185}, 0.3, {186}, {187}, {188}, left ? -0.1 : 0.6);
-    AddHypotheses(values, {203}, 0.1, {204}, {205}, {206}, left ? -0.3 : 0.5);
+    AddHypotheses(
+        values,
+        {Kind::H0Median, Kind::H1Median1, Kind::H0Sd, Kind::H1Sd1, Kind::H0Scale, Kind::H1Scale1},
+        1,
+        {Kind::H1Median, Kind::H1Median2, Kind::H1Sd, Kind::H1Sd2, Kind::H1Scale, Kind::H1Scale2},
+        {Kind::H1MedianMinusH0, Kind::H1SdMinusH0, Kind::H1ScaleMinusH0},
+        {Kind::H1MedianOverH0, Kind::H1Median2Over1, Kind::H1SdOverH0, Kind::H1Sd2Over1,
+         Kind::H1ScaleOverH0, Kind::H1Scale2Over1},
+        left ? 0.7 : 1.5);
+    AddHypotheses(values, {Kind::H0Location}, 1, {Kind::H1Location}, {Kind::H1LocationMinusH0},
+                  {Kind::H1LocationOverH0}, left ? 0.8 : 1.2);
+    AddHypotheses(values, {Kind::H0Proportion}, 0.4, {Kind::H1Proportion},
+                  {Kind::H1ProportionMinusH0}, {Kind::H1ProportionOverH0}, left ? 0.2 : 0.6);
+    AddHypotheses(values, {Kind::H0Correlation}, 0.3, {Kind::H1Correlation},
+                  {Kind::H1CorrelationMinusH0}, {Kind::H1CorrelationOverH0}, left ? -0.1 : 0.6);
+    AddHypotheses(values, {Kind::H0Slope}, 0.1, {Kind::H1Slope}, {Kind::H1SlopeMinusH0},
+                  {Kind::H1SlopeOverH0}, left ? -0.3 : 0.5);
     return values;
 }
 
@@ -226,36 +248,41 @@ Values PlanOfEquivalence(const AnalysisChoice& choice) {
     const bool counts = choice.DistrNo == DistrPoisson;
     const bool one = choice.NoOfSamples == OneSample;
     AddAllSizes(values, location ? "10" : (counts || !one ? "80" : "30"));
-    Add(values, {{6, counts ? "-0.3" : "-0.6"},
-                 {7, counts ? "0.3" : "0.6"},
+    Add(values, {{Kind::MeanLeftLimit, counts ? "-0.3" : "-0.6"},
+                 {Kind::MeanRightLimit, counts ? "0.3" : "0.6"},
                  {Kind::RateDifferenceLeftLimit, "-0.3"},
                  {Kind::RateDifferenceRightLimit, "0.3"},
                  {Kind::PoissonMeanLeftLimit, "0.2"},
                  {Kind::PoissonMeanRightLimit, "0.8"},
                  {Kind::RateLeftLimit, "0.2"},
                  {Kind::RateRightLimit, "0.8"}});
-    AddHypotheses(values, {86, 168, 9}, 0.5, {87, 169, 73}, {62, 65}, {88, 74}, left ? 0.45 : 0.55);
+    AddHypotheses(values, {Kind::H1Mean1, Kind::H1PoissonMean1, Kind::H1Rate1}, 0.5,
+                  {Kind::H1Mean2, Kind::H1PoissonMean2, Kind::H1Rate2},
+                  {Kind::H1Mean2Minus1, Kind::H1Rate2Minus1},
+                  {Kind::H1Mean2Over1, Kind::H1Rate2Over1}, left ? 0.45 : 0.55);
     Add(values, {{Kind::MedianLeftLimit, "0.6"},
                  {Kind::MedianRightLimit, "1.6667"},
                  {Kind::SdLeftLimit, "0.6"},
                  {Kind::SdRightLimit, "1.6667"},
                  {Kind::ScaleLeftLimit, "0.6"},
                  {Kind::ScaleRightLimit, "1.6667"}});
-    AddHypotheses(values, {94, 139, 26}, 1, {90, 95, 111, 140, 124, 141}, {}, {96, 115, 128},
-                  left ? 0.9 : 1.1);
-    for (const i16 kind : std::initializer_list<i16>{58, 204})
+    AddHypotheses(
+        values, {Kind::H1Median1, Kind::H1Sd1, Kind::H1Scale1}, 1,
+        {Kind::H1Median, Kind::H1Median2, Kind::H1Sd, Kind::H1Sd2, Kind::H1Scale, Kind::H1Scale2},
+        {}, {Kind::H1Median2Over1, Kind::H1Sd2Over1, Kind::H1Scale2Over1}, left ? 0.9 : 1.1);
+    for (const i16 kind : std::initializer_list<i16>{Kind::H1Mean, Kind::H1Slope})
         values[kind] = left ? "-0.05" : "0.05";
-    for (const i16 kind : std::initializer_list<i16>{162, 81})
+    for (const i16 kind : std::initializer_list<i16>{Kind::H1PoissonMean, Kind::H1Rate})
         values[kind] = left ? "0.4" : "0.52"; // the variance grows with the mean
     Add(values, {{Kind::LocationLeftLimit, "-0.5"},
                  {Kind::LocationRightLimit, "0.5"},
-                 {132, left ? "-0.05" : "0.05"},
+                 {Kind::H1Location, left ? "-0.05" : "0.05"},
                  {Kind::ProportionLeftLimit, "0.3"},
                  {Kind::ProportionRightLimit, "0.7"},
-                 {83, left ? "0.48" : "0.52"},
+                 {Kind::H1Proportion, left ? "0.48" : "0.52"},
                  {Kind::CorrelationLeftLimit, "0.1"},
                  {Kind::CorrelationRightLimit, "0.7"},
-                 {186, left ? "0.4" : "0.5"}});
+                 {Kind::H1Correlation, left ? "0.4" : "0.5"}});
     return values;
 }
 
@@ -263,8 +290,11 @@ Values PlanOfEquivalence(const AnalysisChoice& choice) {
 
 // The same number of subjects, and of the population, in each form.
 void AddSizes(Values& values, const std::string& size) {
-    Add(values,
-        {{85, size}, {4, size}, {37, size}, {Kind::Size2Minus1, "0"}, {Kind::Size2Over1, "1"}});
+    Add(values, {{Kind::Size, size},
+                 {Kind::Size1, size},
+                 {Kind::Size2, size},
+                 {Kind::Size2Minus1, "0"},
+                 {Kind::Size2Over1, "1"}});
 }
 
 // Two effects on the proportion scale, one of them for each direction.
@@ -367,7 +397,7 @@ Values PlanOfFisher(const AnalysisChoice& choice) {
 
 Values PlanOfMcNemar(const AnalysisChoice& choice) {
     return {{Kind::H1Proportion10Plus01, "0.4"},
-            {16, choice.Left ? "-0.2" : "0.2"},
+            {Kind::DiagonalDifference, choice.Left ? "-0.2" : "0.2"},
             {Kind::Size, "80"}};
 }
 
@@ -395,8 +425,10 @@ Values PlanOfPairs(const AnalysisChoice& choice) {
                 {Kind::H1Proportion10Over01, "1.2222"},
                 {Kind::Size, "230"}};
     constexpr i16 nonInferiority = 833;
-    const bool ratios = Option(choice, 12) == 2 && Option(choice, 20) == 2;
-    const std::string pairs = Has(choice, 36) ? (ratios ? "84" : "94") : (ratios ? "63" : "74");
+    const bool ratios =
+        Option(choice, Group::Proportion2) == 2 && Option(choice, Group::Discordant) == 2;
+    const std::string pairs =
+        Has(choice, Check::TwoSidedInterval) ? (ratios ? "84" : "94") : (ratios ? "63" : "74");
     if (choice.MenuNo == nonInferiority && choice.Left)
         return {{Kind::ProportionNonInferiorityLimit, "0.1"},
                 {Kind::H1Proportion1, "0.8"},
@@ -405,7 +437,7 @@ Values PlanOfPairs(const AnalysisChoice& choice) {
                 {Kind::H1Proportion2Over1, "0.975"},
                 {Kind::H1Proportion11, "0.69"},
                 {Kind::H1Proportion10Plus01, "0.2"},
-                {85, pairs},
+                {Kind::Size, pairs},
                 {Kind::H1Proportion10Over01, "1.2222"}};
     if (choice.MenuNo == nonInferiority)
         return {{Kind::ProportionNonInferiorityLimit, "-0.1"},
@@ -415,22 +447,22 @@ Values PlanOfPairs(const AnalysisChoice& choice) {
                 {Kind::H1Proportion2Over1, "1.025"},
                 {Kind::H1Proportion11, "0.71"},
                 {Kind::H1Proportion10Plus01, "0.2"},
-                {85, pairs},
+                {Kind::Size, pairs},
                 {Kind::H1Proportion10Over01, "1.2222"}};
     const std::string size = choice.NoOfTails == OneSided ? "87" : "110";
     if (choice.Left)
         return {{Kind::H1Proportion1, "0.55"},        {Kind::H1Proportion2, "0.4"},
                 {Kind::H1Proportion2Minus1, "-0.15"}, {Kind::H1Proportion2Over1, "0.72727"},
                 {Kind::H1Proportion11, "0.3"},        {Kind::H1Proportion10Plus01, "0.35"},
-                {Kind::H1Proportion10Over01, "2.5"},  {85, size}};
+                {Kind::H1Proportion10Over01, "2.5"},  {Kind::Size, size}};
     return {{Kind::H1Proportion1, "0.4"},        {Kind::H1Proportion2, "0.55"},
             {Kind::H1Proportion2Minus1, "0.15"}, {Kind::H1Proportion2Over1, "1.375"},
             {Kind::H1Proportion11, "0.3"},       {Kind::H1Proportion10Plus01, "0.35"},
-            {Kind::H1Proportion10Over01, "2.5"}, {85, size}};
+            {Kind::H1Proportion10Over01, "2.5"}, {Kind::Size, size}};
 }
 
 Values PlanOfNonInferiority(const AnalysisChoice& choice) {
-    Values values = {{317, choice.Left ? "0.1" : "-0.1"},
+    Values values = {{Kind::ProportionNonInferiorityLimit, choice.Left ? "0.1" : "-0.1"},
                      {Kind::H1Proportion1, "0.8"},
                      {Kind::H1Proportion2, "0.8"},
                      {Kind::H1Proportion2Minus1, "0"},
@@ -458,16 +490,21 @@ Values PlanOfProportionTest(const AnalysisChoice& choice) {
 
 // --- All ----------------------------------------------------------------------------------------
 
+// Menu numbers: t-tests and tests of medians, of equivalence and of non-inferiority; chi-square and
+// exact tests of proportions, of pairs, of equivalence and of non-inferiority.
+constexpr std::initializer_list<i16> meansMenus{0, 1, 800, 801, 810, 811, 830, 831};
+constexpr std::initializer_list<i16> proportionsMenus{70, 80, 100, 111, 802, 803, 832, 833};
+
 bool IsIn(const AnalysisChoice& choice, std::initializer_list<i16> menus) {
-    return std::find(menus.begin(), menus.end(), choice.MenuNo) != menus.end();
+    return std::ranges::find(menus, choice.MenuNo) != menus.end();
 }
 
 bool IsTestOfMeans(const AnalysisChoice& choice) {
-    return IsIn(choice, {0, 1, 800, 801, 810, 811, 830, 831});
+    return IsIn(choice, meansMenus);
 }
 
 bool IsTestOfProportions(const AnalysisChoice& choice) {
-    return IsIn(choice, {70, 80, 100, 111, 802, 803, 832, 833}) ||
+    return IsIn(choice, proportionsMenus) ||
            (choice.MenuNo < 0 && choice.ProcedureNo == ProcedureTest &&
             (choice.DistrNo == DistrBinomial || choice.DistrNo == DistrHypergeometric));
 }
@@ -498,19 +535,19 @@ Values TextsOf(const AnalysisChoice& choice) {
 std::set<i16> WithoutInfluence(const AnalysisChoice& choice) {
     std::set<i16> kinds;
     const bool hasVarianceOfItsMean = choice.DistrNo == DistrPoisson;
-    if (Option(choice, Group::H1Mean) == 1 && !hasVarianceOfItsMean)
+    if (Option(choice, Group::H1Mean) == AsDifference && !hasVarianceOfItsMean)
         kinds.insert(Kind::H0Mean);
-    if (Option(choice, Group::H1MeanOfDifference) == 1)
+    if (Option(choice, Group::H1MeanOfDifference) == AsDifference)
         kinds.insert(Kind::H0MeanOfDifference);
-    if (Option(choice, Group::H1Median) == 2)
+    if (Option(choice, Group::H1Median) == AsRatio)
         kinds.insert(Kind::H0Median);
-    if (Option(choice, Group::H1Sd) == 2)
+    if (Option(choice, Group::H1Sd) == AsRatio)
         kinds.insert(Kind::H0Sd);
-    if (Option(choice, Group::H1Scale) == 2)
+    if (Option(choice, Group::H1Scale) == AsRatio)
         kinds.insert(Kind::H0Scale);
-    if (Option(choice, Group::H1Location) == 1)
+    if (Option(choice, Group::H1Location) == AsDifference)
         kinds.insert(Kind::H0Location);
-    if (Option(choice, Group::H1Slope) == 1)
+    if (Option(choice, Group::H1Slope) == AsDifference)
         kinds.insert(Kind::H0Slope);
     return kinds;
 }
@@ -546,8 +583,9 @@ Values PlanOf(const AnalysisChoice& choice) {
 }
 
 bool IsExact(const AnalysisChoice& choice) {
-    return choice.MenuNo == 100 || (Has(choice, 7) && !Has(choice, 2)) ||
-           (choice.MenuNo == 70 && !Has(choice, 24) && !Has(choice, 25));
+    return choice.MenuNo == 100 || (Has(choice, Check::Exact) && !Has(choice, Check::ArcSine)) ||
+           (choice.MenuNo == 70 && !Has(choice, Check::FirstOrder) &&
+            !Has(choice, Check::SecondOrder));
 }
 
 // An exact power jumps where a critical value does: with the level and with what holds under H0,
@@ -556,12 +594,14 @@ bool IsExact(const AnalysisChoice& choice) {
 std::set<i16> Unsolvable(const AnalysisChoice& choice) {
     std::set<i16> kinds = WithoutInfluence(choice);
     if (IsExact(choice))
-        kinds.insert({0, 35, 225, 47, 48});
+        kinds.insert({Kind::SignificanceLevel, Kind::H0Proportion, Kind::H0Odds,
+                      Kind::ProportionLeftLimit, Kind::ProportionRightLimit});
     if (IsExact(choice) && choice.MenuNo < 0 && choice.DistrNo == DistrHypergeometric)
-        kinds.insert({83, 40, 41});
+        kinds.insert({Kind::H1Proportion, Kind::H1ProportionMinusH0, Kind::H1ProportionOverH0});
     const bool isPaired = choice.MenuNo == 80 || choice.MenuNo == 803 || choice.MenuNo == 833;
-    if (isPaired && Option(choice, 12) == 1 && Option(choice, 20) != 0)
-        kinds.insert(8);
+    if (isPaired && Option(choice, Group::Proportion2) == 1 &&
+        Option(choice, Group::Discordant) != 0)
+        kinds.insert(Kind::H1Proportion1);
     return kinds;
 }
 
@@ -571,7 +611,8 @@ Growth GrowthOf(const AnalysisChoice& choice) {
     // Half a subject of a handful outweighs all else: added on the right, it is lost again with the
     // next subject.
     if (IsTestOfProportions(choice))
-        return {1e-6, Has(choice, 1) && choice.NoOfTails == TwoOneSided ? 10.0 : 0.0};
+        return {1e-6,
+                Has(choice, Check::Correction) && choice.NoOfTails == TwoOneSided ? 10.0 : 0.0};
     // Where the formula for chi-square and F changes, at 10, 21 and 100 df. A handful of subjects
     // may estimate the deviation as next to nothing, and thereby give a very small interval more
     // often than a dozen; and the normal approximation of t is not made for them.
