@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <regex>
 
 namespace quorvanta::checks {
 namespace {
@@ -31,6 +33,18 @@ TEST_P(Validation, SolutionsAgreeWithExactValues) {
             << Describe(validation) << " solved for "
             << StripAmpersand(ParLabel(validation.UnknownKind));
     }
+}
+
+// The head of a file says where its values come from: a program that lies beside the data.
+TEST_P(Validation, NamesTheProgramOfItsValues) {
+    std::ifstream file(std::string(CHECK_DATA_DIR) + "/validation/" + GetParam() + ".tsv");
+    std::string head;
+    std::getline(file, head);
+    std::smatch program;
+    ASSERT_TRUE(std::regex_search(head, program, std::regex("checks/(reference/\\w+\\.(py|R))")))
+        << head;
+    EXPECT_TRUE(std::filesystem::exists(std::string(CHECK_DATA_DIR) + "/../" + program[1].str()))
+        << head;
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, Validation, ::testing::ValuesIn(ValidationFiles()),
