@@ -1,6 +1,7 @@
 #include "core/analysis.h"
 #include "core/analysis_file.h"
 #include "core/driver.h"
+#include "core/kinds.h"
 #include "core/option_choice.h"
 #include "core/options.h"
 #include "core/records.h"
@@ -81,16 +82,16 @@ TEST_F(Analyses, WindowsAreNumberedAndCascaded) {
 TEST_F(Analyses, ASwitchBringsEveryChoiceBack) {
     FileCommand(CalculationWindow);
     NewTest(unpaired);
-    Tick(16);
-    Pick(1, 1);
-    Pick(29, 2);
-    Pick(2, 1);
+    Tick(Check::Satterthwaite);
+    Pick(Group::Mean2, 1);
+    Pick(Group::Sd2, 2);
+    Pick(Group::Size2, 1);
     ChooseTails(OneSided);
     ChooseLeftTail(true);
     AcceptOptions();
-    Type(1, "0.9");
-    Type(62, "-0.7");
-    Type(216, "1,5");
+    Type(Kind::Power, "0.9");
+    Type(Kind::H1Mean2Minus1, "-0.7");
+    Type(Kind::Sd1, "1,5");
     SolveFor(PositionOf(size1));
     StoreAnalysis();
     const AnalysisRecord before = Analysis(AnalysisNo);
@@ -107,8 +108,8 @@ TEST_F(Analyses, ASwitchBringsEveryChoiceBack) {
     EXPECT_EQ(LeftTail, True);
     EXPECT_TRUE(Ticked(16));
     EXPECT_EQ(ChosenOption(29), 2);
-    EXPECT_EQ(ParText(62), "-0.7");
-    EXPECT_EQ(ParText(216), "1,5");
+    EXPECT_EQ(ParText(Kind::H1Mean2Minus1), "-0.7");
+    EXPECT_EQ(ParText(Kind::Sd1), "1,5");
     EXPECT_EQ(ParText(size1), result);
     EXPECT_EQ(ParText(alpha), "0.05");
     EXPECT_EQ(Calculated, True);

@@ -2,6 +2,7 @@
 #include "core/analysis_codec.h"
 #include "core/analysis_file.h"
 #include "core/driver.h"
+#include "core/kinds.h"
 #include "core/option_choice.h"
 #include "core/records.h"
 #include "core/run.h"
@@ -43,7 +44,7 @@ class Files : public AnalysisFixture {
     void OpenRun(i16 windowKind) {
         FileCommand(windowKind);
         NewTest(unpaired);
-        Pick(1, 1);
+        Pick(Group::Mean2, 1);
         AcceptOptions();
         SwapAxis(YRole, PositionOf(size1));
         SwapAxis(XRole, PositionOf(h1Difference));
@@ -288,10 +289,10 @@ TEST_F(Files, ClosingStopsWhenTheSaveIsGivenUpOrFails) {
 TEST_F(Files, ACalculationComesBackFieldByField) {
     FileCommand(CalculationWindow);
     NewTest(unpaired);
-    Tick(16);
-    Pick(1, 1);
-    Pick(29, 2);
-    Pick(2, 1);
+    Tick(Check::Satterthwaite);
+    Pick(Group::Mean2, 1);
+    Pick(Group::Sd2, 2);
+    Pick(Group::Size2, 1);
     ChooseTails(OneSided);
     AcceptOptions();
     Type(power, "0,9");
@@ -541,7 +542,7 @@ TEST_F(Files, TheRebuiltListRulesOverTheKindsOfTheFile) {
     AnalysisRecord record = RecordIn(SaveTo("a.dim"));
     record.ParKind(record.UnknownParNo) = 85;
     Open(WriteRecord(record));
-    EXPECT_EQ(PositionOf(85), -1);
+    EXPECT_EQ(PositionOf(Kind::Size), -1);
     EXPECT_EQ(PositionOf(size1), record.UnknownParNo);
     EXPECT_EQ(ParText(size1), "-");
     EXPECT_EQ(Calculated, False);
@@ -569,7 +570,7 @@ TEST_F(Files, TheTextsOfAnotherListAreNotTaken) {
     Open(WriteRecord(record));
     EXPECT_EQ(ParText(ParKind(3)), former) << "another kind";
     EXPECT_EQ(ParText(kindOfLast), "44") << "the last one";
-    EXPECT_NE(ParText(85), "0.33");
+    EXPECT_NE(ParText(Kind::Size), "0.33");
 
     record = saved;
     record.NoOfPar = 2;
@@ -771,7 +772,8 @@ TEST_F(BadFiles, ListsWithImpossibleEntriesOpenNothing) {
         "option that the group does not have");
     ExpectRefused([](AnalysisRecord& record) { record.CheckList(2) = 40; }, "check box");
     ExpectRefused([](AnalysisRecord& record) { record.CheckList(0) = -1; }, "check box");
-    ExpectRefused([](AnalysisRecord& record) { record.CheckValue(16) = 2; }, "tick");
+    ExpectRefused([](AnalysisRecord& record) { record.CheckValue(Check::Satterthwaite) = 2; },
+                  "tick");
     ExpectRefused([](AnalysisRecord& record) { record.GridRows(7) = 11; }, "rows");
     ExpectRefused([](AnalysisRecord& record) { record.GridCols(1) = -1; }, "columns");
     ExpectRefused([](AnalysisRecord& record) { record.GridCols(1) = 12; }, "columns");

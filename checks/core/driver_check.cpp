@@ -3,6 +3,7 @@
 #include "core/driver.h"
 #include "core/fault.h"
 #include "core/grids.h"
+#include "core/kinds.h"
 #include "core/option_choice.h"
 #include "core/records.h"
 #include "core/root.h"
@@ -373,8 +374,8 @@ TEST_F(Driver, AMultipleComparisonGivesItsGridUp) {
 // Two one-sided tests in a handful of subjects: the tails overlap, and the "power" is below 0.
 TEST_F(Driver, APowerBelow0IsNone) {
     OpenTTest(TwoOneSided);
-    Type(6, "-0.1");
-    Type(7, "0.1");
+    Type(Kind::MeanLeftLimit, "-0.1");
+    Type(Kind::MeanRightLimit, "0.1");
     Type(h1Difference, "0");
     Type(sd, "1");
     Type(size1, "5");
@@ -545,14 +546,17 @@ TEST_F(Run, XIsAccumulatedIn64Bits) {
 TEST_F(Run, OneMarkOfARangeIsNoValueInATable) {
     OpenDistribution(DistrExponential, 0, ProcedureTest);
     ChooseTails(OneSided);
-    Pick(14, AsValue);
+    Pick(Group::H1Location, AsValue);
     AcceptOptions();
     Analysis(AnalysisNo).WindowKind = TableWindow;
     constexpr i16 h0 = 131;
     constexpr i16 h1 = 132;
     const f64 distance = 100 * std::log(16.0); // power 0.8 at the level 0.05
-    for (const auto& [kind, text] : std::map<i16, std::string>{
-             {0, "0.05"}, {power, "0.8"}, {146, "1000"}, {85, "10"}, {h0, "0"}})
+    for (const auto& [kind, text] : std::map<i16, std::string>{{Kind::SignificanceLevel, "0.05"},
+                                                               {power, "0.8"},
+                                                               {Kind::Scale, "1000"},
+                                                               {Kind::Size, "10"},
+                                                               {h0, "0"}})
         ParText(kind) = text;
     UnknownParNo = PositionOf(h1);
     XParNo = PositionOf(h0);

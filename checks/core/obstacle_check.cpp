@@ -1,4 +1,5 @@
 // What the status line tells when nothing can be calculated.
+#include "core/kinds.h"
 #include "support/analysis_fixture.h"
 
 namespace quorvanta::checks {
@@ -15,14 +16,14 @@ class ObstacleCheck : public AnalysisFixture {
         OpenTest(0);
         ChooseTails(tails);
         ChooseLeftTail(false);
-        Pick(1, 1); // the difference of the means
-        Pick(2, 2); // the ratio of the sizes
+        Pick(Group::Mean2, 1); // the difference of the means
+        Pick(Group::Size2, 2); // the ratio of the sizes
         AcceptOptions();
         Type(level, "0.05");
         Type(power, "0.8");
-        Type(61, "0");
-        Type(2, "1");
-        Type(5, "1");
+        Type(Kind::H0Mean2Minus1, "0");
+        Type(Kind::Sd, "1");
+        Type(Kind::Size2Over1, "1");
         platform.Messages.clear();
         platform.Statuses.clear();
     }
@@ -76,15 +77,15 @@ TEST_F(ObstacleCheck, WhatTheLeastSizeHasAlreadyIsTold) {
     ChooseSamples(OneSample);
     ChooseTails(OneSided);
     ChooseLeftTail(false);
-    Tick(7); // exact
-    Pick(11, 0);
+    Tick(Check::Exact); // exact
+    Pick(Group::H1Proportion, 0);
     AcceptOptions();
     Type(level, "0.05");
     Type(power, "0.5");
-    Type(35, "0.01");
-    Type(83, "0.99");
+    Type(Kind::H0Proportion, "0.01");
+    Type(Kind::H1Proportion, "0.99");
     platform.Statuses.clear();
-    EXPECT_EQ(Solve(85), "-");
+    EXPECT_EQ(Solve(Kind::Size), "-");
     EXPECT_EQ(Told(), "Power is 1.0 already with Sample Size 3, and 0.5 is asked.");
 }
 

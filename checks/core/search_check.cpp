@@ -2,6 +2,7 @@
 // give the same bits whatever the compiler and its options.
 #include "core/checksearch.h"
 #include "core/dispatch.h"
+#include "core/kinds.h"
 #include "core/root.h"
 #include "core/search.h"
 #include "support/analysis_fixture.h"
@@ -20,16 +21,16 @@ class Search : public AnalysisFixture {
     void OpenPlan(const std::string& level, const std::string& power, const std::string& effect,
                   const std::string& deviation) {
         OpenTest(0);
-        Pick(1, 1);
-        Pick(2, 2);
+        Pick(Group::Mean2, 1);
+        Pick(Group::Size2, 2);
         AcceptOptions();
-        Type(0, level);
-        Type(1, power);
-        Type(61, "0");
-        Type(62, effect);
-        Type(2, deviation);
-        Type(4, "30");
-        Type(5, "1");
+        Type(Kind::SignificanceLevel, level);
+        Type(Kind::Power, power);
+        Type(Kind::H0Mean2Minus1, "0");
+        Type(Kind::H1Mean2Minus1, effect);
+        Type(Kind::Sd, deviation);
+        Type(Kind::Size1, "30");
+        Type(Kind::Size2Over1, "1");
     }
 
     // Searches for a kind within its limits; the number of evaluations.
@@ -87,7 +88,7 @@ class Location : public AnalysisFixture {
         OpenDistribution(DistrExponential, 0, ProcedureTest);
         ChooseTails(OneSided);
         ChooseLeftTail(false);
-        Pick(14, AsValue);
+        Pick(Group::H1Location, AsValue);
         AcceptOptions();
         platform.Messages.clear();
     }
@@ -150,11 +151,11 @@ TEST_F(Location, ARootOutsideItsLimitsIsNone) {
 // Where the H0 location moves with H1 it has no influence: the residual is constant.
 TEST_F(Location, AConstantResidualIsNoSolution) {
     OpenDistribution(DistrExponential, 0, ProcedureTest);
-    Pick(14, AsDifference);
+    Pick(Group::H1Location, AsDifference);
     AcceptOptions();
     platform.Messages.clear();
     Type(power, "0.8");
-    Type(133, "0.5");
+    Type(Kind::H1LocationMinusH0, "0.5");
     EXPECT_EQ(Solve(h0), "-");
     EXPECT_TRUE(SaysCantCalculate());
 }
@@ -196,8 +197,8 @@ TEST_F(Location, ACancelledSearchDoesNotGoOn) {
 TEST_F(Search, ASmallLevelIsFoundBetweenItsLastTrialValues) {
     OpenPlan("0.05", "0.80", "0.5", "1");
     for (const char* effect : {"0.9", "1.1", "1.2", "1.25", "1.3", "1.35", "1.4"}) {
-        Type(62, effect);
-        EXPECT_NE(Solve(0), "-") << effect;
+        Type(Kind::H1Mean2Minus1, effect);
+        EXPECT_NE(Solve(Kind::SignificanceLevel), "-") << effect;
         UnknownParNo = 1;
         EXPECT_NEAR(SolveUnknown(), 0.8, RootResidual) << effect << ", level " << ParValue(0);
     }

@@ -1,6 +1,7 @@
 #include "core/analysis.h"
 #include "core/analysis_file.h"
 #include "core/fault.h"
+#include "core/kinds.h"
 #include "core/menus.h"
 #include "core/option_choice.h"
 #include "core/options.h"
@@ -78,14 +79,14 @@ TEST_F(SetUp, AWindowKindThatIsNotThereIsToldAndChangesNothing) {
 TEST_F(SetUp, GivingUpTheOptionsBringsTheFormerAnalysisBack) {
     OpenTest(unpaired);
     AcceptOptions();
-    Type(2, "0.75");
+    Type(Kind::Sd, "0.75");
     StoreAnalysis();
     const AnalysisRecord before = Analysis(1);
     NewTest(paired);
     ChooseTails(OneSided);
     CancelOptions();
     EXPECT_EQ(TestNo, 0);
-    EXPECT_EQ(ParText(2), "0.75");
+    EXPECT_EQ(ParText(Kind::Sd), "0.75");
     EXPECT_EQ(NoOfTails, TwoSided);
     EXPECT_FALSE(platform.Shown.count(FloatingWindow::Options));
     StoreAnalysis();
@@ -173,7 +174,7 @@ TEST_F(SetUp, TheUnpairedTestOffersItsOptions) {
     ASSERT_EQ(NoOfIntPar, 2);
     EXPECT_EQ(IntParList(0), 1);
     EXPECT_EQ(IntParList(1), 2);
-    Tick(16);
+    Tick(Check::Satterthwaite);
     ASSERT_EQ(NoOfIntPar, 3);
     EXPECT_EQ(IntParList(1), 29);
     EXPECT_FALSE(CheckEnabled(0));
@@ -182,25 +183,25 @@ TEST_F(SetUp, TheUnpairedTestOffersItsOptions) {
 
 TEST_F(SetUp, DegreesOfFreedomAndGroupsExcludeEachOther) {
     OpenTest(unpaired);
-    Tick(0);
-    Tick(5);
+    Tick(Check::DegreesOfFreedom);
+    Tick(Check::GroupsInAnova);
     EXPECT_FALSE(Ticked(0));
     EXPECT_TRUE(Ticked(5));
-    Tick(0);
+    Tick(Check::DegreesOfFreedom);
     EXPECT_FALSE(Ticked(5));
-    Tick(16);
+    Tick(Check::Satterthwaite);
     EXPECT_FALSE(Ticked(0)) << "neither applies to unequal standard deviations";
 }
 
 TEST_F(SetUp, InASimulationWindowTheDegreesOfFreedomAreOutOfReach) {
     FileCommand(CalculationWindow);
     Analysis(1).WindowKind = SimulationWindow;
-    CheckValue(0) = 1;
+    CheckValue(Check::DegreesOfFreedom) = 1;
     NewTest(unpaired);
     EXPECT_FALSE(CheckEnabled(0));
     EXPECT_FALSE(CheckEnabled(1));
     EXPECT_TRUE(CheckEnabled(2));
-    EXPECT_EQ(CheckValue(0), 0);
+    EXPECT_EQ(CheckValue(Check::DegreesOfFreedom), 0);
     NewTest(paired);
     EXPECT_EQ(NoOfCheck, 0);
 }
@@ -254,25 +255,25 @@ TEST_F(SetUp, TheListsOfTheUnpairedTest) {
     AcceptOptions();
     EXPECT_EQ(KindsInList(), (Kinds{0, 1, 61, 86, 87, 2, 4, 37}));
     NewTest(unpaired);
-    Pick(1, 1);
-    Pick(2, 1);
+    Pick(Group::Mean2, 1);
+    Pick(Group::Size2, 1);
     AcceptOptions();
     EXPECT_EQ(KindsInList(), (Kinds{0, 1, 61, 62, 2, 4, 38}));
     NewTest(unpaired);
-    Pick(1, 2);
-    Pick(2, 2);
-    Tick(5);
+    Pick(Group::Mean2, 2);
+    Pick(Group::Size2, 2);
+    Tick(Check::GroupsInAnova);
     AcceptOptions();
     EXPECT_EQ(KindsInList(), (Kinds{0, 1, 61, 86, 88, 2, 4, 5, 17}));
     NewTest(unpaired);
-    Tick(16);
-    Pick(29, 1);
+    Tick(Check::Satterthwaite);
+    Pick(Group::Sd2, 1);
     AcceptOptions();
     EXPECT_EQ(KindsInList(), (Kinds{0, 1, 61, 86, 88, 216, 218, 4, 5}));
     NewTest(unpaired);
-    Tick(16, false);
-    Tick(0);
-    Pick(1, 1);
+    Tick(Check::Satterthwaite, false);
+    Tick(Check::DegreesOfFreedom);
+    Pick(Group::Mean2, 1);
     ChooseTails(TwoOneSided);
     AcceptOptions();
     EXPECT_EQ(KindsInList(), (Kinds{0, 1, 6, 7, 62, 2, 4, 5, 36}));
@@ -283,8 +284,8 @@ TEST_F(SetUp, TheListsOfThePairedTest) {
     AcceptOptions();
     EXPECT_EQ(KindsInList(), (Kinds{0, 1, 157, 158, 3, 85}));
     NewTest(paired);
-    Pick(21, 2);
-    Tick(0);
+    Pick(Group::H1MeanOfDifference, 2);
+    Tick(Check::DegreesOfFreedom);
     AcceptOptions();
     EXPECT_EQ(KindsInList(), (Kinds{0, 1, 157, 160, 3, 85, 36}));
     NewTest(paired);
@@ -295,7 +296,7 @@ TEST_F(SetUp, TheListsOfThePairedTest) {
 
 TEST_F(SetUp, TheListsOfEquivalenceAndNonInferiority) {
     OpenTest(equivalence);
-    Pick(1, 1);
+    Pick(Group::Mean2, 1);
     AcceptOptions();
     EXPECT_EQ(KindsInList(), (Kinds{321, 318, 6, 7, 62, 2, 4, 37}));
     NewTest(801);
@@ -305,16 +306,16 @@ TEST_F(SetUp, TheListsOfEquivalenceAndNonInferiority) {
     AcceptOptions();
     EXPECT_EQ(KindsInList(), (Kinds{321, 318, 330, 62, 2, 4, 37}));
     NewTest(831);
-    Pick(10, 1);
+    Pick(Group::Median2, 1);
     AcceptOptions();
     EXPECT_EQ(KindsInList(), (Kinds{321, 318, 319, 96, 27, 4, 37}));
     NewTest(bioequivalence);
     AcceptOptions();
     EXPECT_EQ(KindsInList(), (Kinds{0, 1, 29, 30, 96, 155, 322, 323}));
     NewTest(811);
-    Pick(10, 0);
-    Pick(19, 1);
-    Pick(53, 2);
+    Pick(Group::Median2, 0);
+    Pick(Group::LogSd, 1);
+    Pick(Group::SequenceSize2, 2);
     AcceptOptions();
     EXPECT_EQ(KindsInList(), (Kinds{321, 318, 29, 30, 94, 95, 156, 322, 325}));
 }
@@ -345,10 +346,10 @@ TEST_F(SetUp, TheHeadlineOfAParameterAnalysis) {
     EXPECT_EQ(Headline(),
               "Point Estimate of mean (std.dev. known) Normal Distribution, two-sided.");
     ProcedureNo = ProcedureInterval;
-    CheckValue(36) = 1;
+    CheckValue(Check::TwoSidedInterval) = 1;
     EXPECT_EQ(Headline(),
               "Conf. Interval for mean (std.dev. known) Normal Distribution, two-sided.");
-    CheckValue(36) = 0;
+    CheckValue(Check::TwoSidedInterval) = 0;
     EXPECT_EQ(Headline(),
               "Conf. Interval for mean (std.dev. known) Normal Distribution, one-sided.");
 }
@@ -357,22 +358,22 @@ TEST_F(SetUp, AConfidenceIntervalStartsTwoSidedAndStaysAsTheUserMakesIt) {
     OpenDistribution(DistrNormal, 0, ProcedureInterval);
     ASSERT_EQ(NoOfCheck, 1);
     ASSERT_EQ(CheckList(0), 36);
-    EXPECT_EQ(CheckValue(36), 1);
+    EXPECT_EQ(CheckValue(Check::TwoSidedInterval), 1);
     EXPECT_FALSE(TailsShown);
-    Tick(36, false);
+    Tick(Check::TwoSidedInterval, false);
     ChooseSamples(TwoSamples);
     ChooseParList(1);
     ChooseProcedure(ProcedureInterval);
-    EXPECT_EQ(CheckValue(36), 0) << "other choices leave it alone";
+    EXPECT_EQ(CheckValue(Check::TwoSidedInterval), 0) << "other choices leave it alone";
     AcceptOptions();
     NewTest(unpaired);
     CancelOptions();
-    EXPECT_EQ(CheckValue(36), 0) << "so does coming back to the analysis";
+    EXPECT_EQ(CheckValue(Check::TwoSidedInterval), 0) << "so does coming back to the analysis";
     NewDistribution(DistrLognormal);
-    EXPECT_EQ(CheckValue(36), 1) << "a new analysis starts anew";
+    EXPECT_EQ(CheckValue(Check::TwoSidedInterval), 1) << "a new analysis starts anew";
     ChooseProcedure(ProcedureTest);
     ChooseProcedure(ProcedureInterval);
-    EXPECT_EQ(CheckValue(36), 1);
+    EXPECT_EQ(CheckValue(Check::TwoSidedInterval), 1);
 }
 
 TEST_F(SetUp, ATestOfNonInferiorityStartsWithAOneSidedInterval) {
@@ -380,7 +381,7 @@ TEST_F(SetUp, ATestOfNonInferiorityStartsWithAOneSidedInterval) {
     AcceptOptions();
     NewTest(nonInferiority);
     ASSERT_EQ(CheckList(0), 36);
-    EXPECT_EQ(CheckValue(36), 0);
+    EXPECT_EQ(CheckValue(Check::TwoSidedInterval), 0);
 }
 
 TEST_F(SetUp, OnlyATestRejectsInATail) {

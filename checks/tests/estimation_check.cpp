@@ -134,7 +134,7 @@ TEST_F(Estimation, AnIntervalHasNoTailsToChooseFrom) {
         EXPECT_FALSE(TailsOffered(OneSided) || TailsOffered(TwoOneSided));
         EXPECT_FALSE(TailsShown);
         EXPECT_EQ(CheckList(0), 36);
-        EXPECT_EQ(CheckValue(36), 1);
+        EXPECT_EQ(CheckValue(Check::TwoSidedInterval), 1);
     }
 }
 
@@ -159,11 +159,11 @@ TEST_F(Estimation, WithoutAnEffectTheTestOfAScaleKeepsItsLevel) {
         for (const i16 tails : {OneSided, TwoSided}) {
             Open(distrNo, distrNo == DistrNormal ? 3 : 2, ProcedureTest, OneSample, tails);
             AcceptOptions();
-            Put(0, 0.05);
+            Put(Kind::SignificanceLevel, 0.05);
             Put(distrNo == DistrNormal ? 110 : 142, 2);
             Put(distrNo == DistrNormal ? 111 : 124, 2);
             for (const f64 n : {5.0, 12.0, 40.0}) {
-                Put(85, n);
+                Put(Kind::Size, n);
                 // The quantile and the distribution function are approximated apart.
                 EXPECT_NEAR(PowerNow(), 0.05, 0.002) << n;
                 ParValue(1) = 0;
@@ -175,10 +175,10 @@ TEST_F(Estimation, AKnownMeanIsWorthOneObservation) {
     const auto power = [this](i16 parListNo, f64 n) {
         Open(DistrNormal, parListNo, ProcedureTest, OneSample, OneSided);
         AcceptOptions();
-        Put(0, 0.05);
-        Put(110, 1);
-        Put(111, 1.5);
-        Put(85, n);
+        Put(Kind::SignificanceLevel, 0.05);
+        Put(Kind::H0Sd, 1);
+        Put(Kind::H1Sd, 1.5);
+        Put(Kind::Size, n);
         return PowerNow();
     };
     EXPECT_EQ(power(2, 19), power(3, 20));
@@ -188,27 +188,27 @@ TEST_F(Estimation, AKnownMeanIsWorthOneObservation) {
 TEST_F(Estimation, ALocationAboveTheNullOneIsNeverSeenInTheLeftTail) {
     Open(DistrExponential, 0, ProcedureTest, OneSample, OneSided);
     AcceptOptions();
-    Put(0, 0.05);
-    Put(131, 0);
-    Put(146, 1);
-    Put(85, 10);
+    Put(Kind::SignificanceLevel, 0.05);
+    Put(Kind::H0Location, 0);
+    Put(Kind::Scale, 1);
+    Put(Kind::Size, 10);
     LeftTail = True;
-    Put(132, 0.5); // the true location is larger than under H0: exp(-n d/s) is above 1
+    Put(Kind::H1Location, 0.5); // the true location is larger than under H0: exp(-n d/s) is above 1
     EXPECT_EQ(PowerNow(), 0);
     LeftTail = False;
-    Put(132, 0.5);
+    Put(Kind::H1Location, 0.5);
     EXPECT_EQ(PowerNow(), 1) << "0.05 exp(5) is more than 1";
-    Put(132, 0.1);
+    Put(Kind::H1Location, 0.1);
     EXPECT_NEAR(PowerNow(), 0.05 * std::exp(1), 1e-6);
 }
 
 TEST_F(Estimation, AnExponentialScaleWithoutDegreesOfFreedom) {
     Open(DistrExponential, 2, ProcedureTest, OneSample, OneSided);
     AcceptOptions();
-    Put(0, 0.05);
-    Put(142, 1);
-    Put(124, 1.2);
-    Put(85, 1);
+    Put(Kind::SignificanceLevel, 0.05);
+    Put(Kind::H0Scale, 1);
+    Put(Kind::H1Scale, 1.2);
+    Put(Kind::Size, 1);
     EXPECT_EQ(Chi2Cdf(5, 0), 1.0F);
     EXPECT_EQ(PowerNow(), 0) << "1 - P(X <= x) = 1 - 1 with 0 df";
     LeftTail = True;
@@ -223,14 +223,14 @@ TEST_F(Estimation, TheSizesBelongToTheirSamples) {
     Pick(Group::H1Sd2, 1);
     Pick(Group::Size2, 0);
     AcceptOptions();
-    Put(0, 0.05);
-    Put(114, 1);
-    Put(115, 2);
-    Put(4, 12);
-    Put(37, 60);
+    Put(Kind::SignificanceLevel, 0.05);
+    Put(Kind::H0Sd2Over1, 1);
+    Put(Kind::H1Sd2Over1, 2);
+    Put(Kind::Size1, 12);
+    Put(Kind::Size2, 60);
     EXPECT_NEAR(PowerNow(), 0.8791074, 0.003);
-    Put(4, 60);
-    Put(37, 12);
+    Put(Kind::Size1, 60);
+    Put(Kind::Size2, 12);
     EXPECT_NEAR(PowerNow(), 0.9029151, 0.001);
 }
 
@@ -432,13 +432,16 @@ TEST_F(Estimation, TheSearchForASizeStartsWhereThePowerRises) {
 
 TEST_F(Estimation, ASizeIsFoundThoughTheLeastOneSeemsToHaveMorePower) {
     Open(DistrNormal, 1, ProcedureTest, OneSample, TwoSided);
-    Pick(0, 0);
+    Pick(Group::H1Mean, 0);
     AcceptOptions();
     platform.Messages.clear();
     // The powers of 3 to 5 subjects are 0.107, 0.101 and 0.139.
-    const std::map<i16, std::string> values{{0, "0.01"}, {57, "0"}, {58, "1"}, {2, "1"}};
+    const std::map<i16, std::string> values{{Kind::SignificanceLevel, "0.01"},
+                                            {Kind::H0Mean, "0"},
+                                            {Kind::H1Mean, "1"},
+                                            {Kind::Sd, "1"}};
     std::map<i16, std::string> with = values;
-    with[1] = "0.105";
+    with[Kind::Power] = "0.105";
     const f64 size = SolveWith(with, 85);
     EXPECT_GT(size, 4);
     EXPECT_LT(size, 5);
@@ -509,6 +512,37 @@ TEST_F(Estimation, ASampleIsAtMostItsPopulationWhicheverIsTheUnknown) {
     says(18, {{Kind::Population1, "200"}, {Kind::Population2, "50"}}, second);
     says(196, {{Kind::Population1, "200"}, {Kind::Population2, "50"}}, second);
     says(4, {{Kind::Population1, "200"}, {Kind::Population2, "50"}}, second);
+}
+
+// Nor does a population that is sought limit its sample by what its box held before.
+TEST_F(Estimation, ASoughtPopulationIsAtLeastItsSample) {
+    for (const bool first : {true, false})
+        for (const i16 form : {AsValue, AsDifference, AsRatio}) {
+            Open(DistrHypergeometric, 0, ProcedureEstimate, TwoSamples);
+            Pick(Group::Proportion2, AsValue);
+            Pick(Group::Population2, form);
+            Pick(Group::Size2, AsValue);
+            AcceptOptions();
+            platform.Messages.clear();
+            const i16 second = std::array{Kind::Population2, Kind::Population2Minus1,
+                                          Kind::Population2Over1}[static_cast<std::size_t>(form)];
+            std::map<i16, std::string> values{
+                {Kind::AbsoluteError, "0.1"},  {Kind::Proportion1, "0.3"},
+                {Kind::Proportion2, "0.4"},    {Kind::Population1, "400"},
+                {Kind::Population2, "400"},    {Kind::Population2Minus1, "0"},
+                {Kind::Population2Over1, "1"}, {Kind::Size1, "120"},
+                {Kind::Size2, "120"}};
+            std::erase_if(values, [](const auto& value) { return PositionOf(value.first) < 0; });
+            const i16 unknown = first ? Kind::Population1 : second;
+            values[unknown] = first || form == AsValue ? "10" : "0.001";
+            const f64 found = SolveWith(values, unknown);
+            ASSERT_NE(found, NoValue) << first << " " << form;
+            const f64 population = first || form == AsValue
+                                       ? found
+                                       : (form == AsDifference ? 400 + found : 400 * found);
+            EXPECT_GE(population, 120 - 1e-4) << first << " " << form;
+            EXPECT_TRUE(platform.Messages.empty());
+        }
 }
 
 TEST_F(Estimation, ANegativeH1DeviationIsRefused) {
@@ -650,10 +684,10 @@ TEST_F(Estimation, ACensusHasNoError) {
               1);
     Open(DistrFinitePopulation, 0, ProcedureEstimate);
     AcceptOptions();
-    Put(143, 0.05);
-    Put(2, 1);
-    Put(31, 50);
-    Put(85, 50);
+    Put(Kind::ErrorLevel, 0.05);
+    Put(Kind::Sd, 1);
+    Put(Kind::Population, 50);
+    Put(Kind::Size, 50);
     ParValue(1) = 0;
     EXPECT_EQ(SelRootFunction(), 0);
 }
@@ -661,10 +695,10 @@ TEST_F(Estimation, ACensusHasNoError) {
 TEST_F(Estimation, AnEstimateOfACorrelationLeavesNoRoomAboveOne) {
     Open(DistrBivariateNormal, 2, ProcedureEstimate, OneSample, OneSided);
     AcceptOptions();
-    Put(143, 0.05);
-    Put(220, 0.95);
-    Put(14, 10);
-    Put(19, 0.06);
+    Put(Kind::ErrorLevel, 0.05);
+    Put(Kind::Correlation, 0.95);
+    Put(Kind::SizeFrom4, 10);
+    Put(Kind::UpperAbsoluteError, 0.06);
     EXPECT_NEAR(SelRootFunction(), 0.05, 1e-6) << "1 - (1 - level)";
 }
 
@@ -674,12 +708,12 @@ TEST_F(Estimation, ThePowerOfAFewSubjectsGrowsWithoutSteps) {
     Open(DistrNormal, 3, ProcedureTest, OneSample, OneSided);
     Pick(Group::H1Sd, 0);
     AcceptOptions();
-    Put(0, 0.05);
-    Put(110, 1);
-    Put(111, 3);
+    Put(Kind::SignificanceLevel, 0.05);
+    Put(Kind::H0Sd, 1);
+    Put(Kind::H1Sd, 3);
     f64 former = 0;
     for (f64 n = 3; n <= 11; n += 0.125) {
-        Put(85, n);
+        Put(Kind::Size, n);
         const f64 power = PowerNow();
         EXPECT_GT(power, former) << n;
         former = power;

@@ -37,17 +37,17 @@ class Means : public AnalysisFixture {
         Pick(Group::Size2, 2);
         ChooseTails(tails);
         AcceptOptions();
-        Put(0, 0.05);
+        Put(Kind::SignificanceLevel, 0.05);
         if (tails == TwoOneSided) {
-            Put(6, -0.4);
-            Put(7, 0.4);
+            Put(Kind::MeanLeftLimit, -0.4);
+            Put(Kind::MeanRightLimit, 0.4);
         } else {
-            Put(61, 0);
+            Put(Kind::H0Mean2Minus1, 0);
         }
-        Put(62, difference);
-        Put(2, 1);
-        Put(4, n);
-        Put(5, 1);
+        Put(Kind::H1Mean2Minus1, difference);
+        Put(Kind::Sd, 1);
+        Put(Kind::Size1, n);
+        Put(Kind::Size2Over1, 1);
     }
 };
 
@@ -70,19 +70,19 @@ TEST_F(Means, TheTailsMirrorEachOther) {
     OpenUnpaired(OneSided, 0.5, 40);
     const f64 right = PowerNow();
     LeftTail = True;
-    Put(62, -0.5);
+    Put(Kind::H1Mean2Minus1, -0.5);
     EXPECT_NEAR(PowerNow(), right, 1e-6);
 }
 
 TEST_F(Means, TwoOneSidedTestsOfExchangedLimitsHaveNoPower) {
     OpenUnpaired(TwoOneSided, 0, 50);
-    Put(6, 0.4);
-    Put(7, -0.4);
+    Put(Kind::MeanLeftLimit, 0.4);
+    Put(Kind::MeanRightLimit, -0.4);
     const f64 power = PowerNow();
     EXPECT_LE(power, 0);
     EXPECT_LT(power, -0.5) << "the value is not clamped";
-    Put(6, 0.1);
-    Put(7, 0.1);
+    Put(Kind::MeanLeftLimit, 0.1);
+    Put(Kind::MeanRightLimit, 0.1);
     EXPECT_LE(PowerNow(), 0);
 }
 
@@ -243,20 +243,20 @@ TEST_F(Means, OneGroupOfOneSampleHasItsOwnDegreesOfFreedom) {
     NoOfSamples = OneSample;
     ClearOptions();
     TESTSTUD::SetupTest();
-    CheckValue(5) = 1;
+    CheckValue(Check::GroupsInAnova) = 1;
     TESTSTUD::SetParList();
     ASSERT_GE(PositionOf(Kind::NoOfGroups), 0);
-    Put(0, 0.05);
-    Put(57, 0);
-    Put(58, 0.5);
-    Put(2, 1);
-    Put(85, 20);
-    Put(17, 1);
+    Put(Kind::SignificanceLevel, 0.05);
+    Put(Kind::H0Mean, 0);
+    Put(Kind::H1Mean, 0.5);
+    Put(Kind::Sd, 1);
+    Put(Kind::Size, 20);
+    Put(Kind::NoOfGroups, 1);
     ParValue(1) = 0;
     const f64 oneGroup = TESTSTUD::RootFunction();
-    Put(17, 3);
+    Put(Kind::NoOfGroups, 3);
     const f64 threeGroups = TESTSTUD::RootFunction();
-    CheckValue(5) = 0;
+    CheckValue(Check::GroupsInAnova) = 0;
     TESTSTUD::SetParList();
     EXPECT_EQ(TESTSTUD::RootFunction(), oneGroup);
     EXPECT_GT(threeGroups, oneGroup);
@@ -403,11 +403,11 @@ TEST(PowerEquations, TheLevelOfAnInterval) {
     NoOfTails = TwoOneSided;
     EXPECT_FLOAT_EQ(SignificanceLevel(), 0.05F);
     NoOfTails = OneSided;
-    CheckValue(36) = 0;
+    CheckValue(Check::TwoSidedInterval) = 0;
     EXPECT_FLOAT_EQ(SignificanceLevel(), 0.1F);
-    CheckValue(36) = 1;
+    CheckValue(Check::TwoSidedInterval) = 1;
     EXPECT_FLOAT_EQ(SignificanceLevel(), 0.05F);
-    CheckValue(36) = 0;
+    CheckValue(Check::TwoSidedInterval) = 0;
     ParKind(0) = Kind::SignificanceLevel;
     EXPECT_FLOAT_EQ(SignificanceLevel(), 0.9F);
 }

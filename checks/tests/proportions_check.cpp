@@ -237,7 +237,7 @@ TEST_F(ProportionTests, ExactBinomialUpTo1000AndNormalAboveWithoutAMessage) {
                         {Kind::H1Proportion, "0.33"}};
     const auto power = [&](const char* n) {
         Values with = values;
-        with[85] = n;
+        with[Kind::Size] = n;
         return PowerOf(Distribution(DistrBinomial, 1, 1, {7}), with);
     };
     EXPECT_NEAR(power("1000"), 0.6430280655, sumError); // normal: 0.6608
@@ -267,16 +267,16 @@ TEST_F(ProportionTests, PopulationAbove1000IsRefusedForExactCalculation) {
                         {Kind::H1Proportion, "0.5"},
                         {Kind::Size, "40"}};
     Values with = values;
-    with[31] = "1001";
+    with[Kind::Population] = "1001";
     EXPECT_EQ(PowerOf(choice, with), NoValue);
     EXPECT_EQ(platform.Texts(), std::vector<std::string>{
                                     "Exact Calculation Chosen. Population Size Must Be <= 1000."});
-    with[31] = "1000";
+    with[Kind::Population] = "1000";
     EXPECT_NE(PowerOf(choice, with), NoValue);
     EXPECT_TRUE(platform.Messages.empty());
     // Not when the population is sought.
     with = values;
-    with[1] = "0.74";
+    with[Kind::Power] = "0.74";
     SolutionOf(choice, with, 31);
     for (const std::string& text : platform.Texts())
         EXPECT_EQ(text, "Can't Be Calculated.");
