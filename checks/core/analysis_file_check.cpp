@@ -555,6 +555,87 @@ TEST_F(Files, TheRebuiltListRulesOverTheKindsOfTheFile) {
     EXPECT_NE(UnknownParNo, XParNo);
 }
 
+// Texts go by position and kind: what stands at another kind, or beyond either list, is nobody's.
+TEST_F(Files, TheTextsOfAnotherListAreNotTaken) {
+    OpenInWindow(CalculationWindow, unpaired);
+    const AnalysisRecord saved = RecordIn(SaveTo("a.dim"));
+    const i16 last = NoOfPar;
+    const i16 kindOfLast = ParKind(last);
+    AnalysisRecord record = saved;
+    record.ParKind(3) = 85;
+    record.ParText(3) = "0.33";
+    record.ParText(last) = "44";
+    const std::string former = ParText(ParKind(3));
+    Open(WriteRecord(record));
+    EXPECT_EQ(ParText(ParKind(3)), former) << "another kind";
+    EXPECT_EQ(ParText(kindOfLast), "44") << "the last one";
+    EXPECT_NE(ParText(85), "0.33");
+
+    record = saved;
+    record.NoOfPar = 2;
+    record.UnknownParNo = record.XParNo = record.ZParNo = 1;
+    record.ParText(last) = "77";
+    Open(WriteRecord(record));
+    EXPECT_EQ(ParText(kindOfLast), "44") << "beyond the list of the file";
+
+    record = saved;
+    record.NoOfPar = static_cast<i16>(last + 1);
+    record.ParKind(last + 1) = alpha;
+    record.ParText(last + 1) = "0.9";
+    Open(WriteRecord(record));
+    EXPECT_EQ(NoOfPar, last);
+    EXPECT_EQ(ParText(alpha), "0.05") << "beyond today's list";
+}
+
+// A calculation that was never given out has none.
+TEST_F(Files, AFileWithoutTitlesHasAnEmptyOne) {
+    OpenRun(TableWindow);
+    AnalysisRecord record = RecordIn(SaveTo("a.dim"));
+    record.NoOfTitles = 0;
+    record.OutTitle(0).clear();
+    Open(WriteRecord(record));
+    EXPECT_EQ(AnalysisNo, 2);
+    EXPECT_EQ(OutTitle.HighBound(), 0);
+    EXPECT_EQ(OutTitle(0), "");
+    record.NoOfTitles = 1;
+    record.OutTitle(0) = "The only one";
+    Open(WriteRecord(record));
+    EXPECT_EQ(OutTitle.HighBound(), 0);
+    EXPECT_EQ(OutTitle(0), "The only one");
+}
+
+TEST_F(Files, AFullListOfCheckBoxesComesBack) {
+    OpenInWindow(CalculationWindow, unpaired);
+    AnalysisRecord record = RecordIn(SaveTo("a.dim"));
+    record.NoOfCheck = 5;
+    const i16 kinds[] = {30, 27, 24, 25, 39};
+    for (int i = 0; i < 5; ++i) {
+        record.CheckList(i) = kinds[i];
+        record.CheckValue(kinds[i]) = 1;
+    }
+    Open(WriteRecord(record));
+    EXPECT_EQ(AnalysisNo, 2);
+    for (const i16 kind : kinds)
+        EXPECT_EQ(CheckValue(kind), 1) << kind;
+}
+
+// What is chosen in a group, or ticked, that the analysis does not offer, is another's.
+TEST_F(Files, OnlyActiveGroupsAndCheckBoxesComeBack) {
+    OpenInWindow(CalculationWindow, unpaired);
+    AnalysisRecord record = RecordIn(SaveTo("a.dim"));
+    constexpr i16 active = 1;
+    constexpr i16 another = 3;
+    constexpr i16 anothersBox = 25;
+    ASSERT_EQ(record.IntParList(0), active);
+    record.IntParValue(active) = 1;
+    record.IntParValue(another) = 2;
+    record.CheckValue(anothersBox) = 1;
+    Open(WriteRecord(record));
+    EXPECT_EQ(IntParValue(active), 1);
+    EXPECT_EQ(IntParValue(another), 0);
+    EXPECT_EQ(CheckValue(anothersBox), 0);
+}
+
 TEST_F(Files, AnyNumberButNoughtIsATrueFlag) {
     OpenInWindow(CalculationWindow, unpaired);
     AnalysisRecord record = RecordIn(SaveTo("a.dim"));

@@ -315,6 +315,29 @@ TEST_F(Driver, AHandChangeOfAGridValueDiscardsTheGrid) {
     EXPECT_FALSE(IsBluePar(3));
 }
 
+// The grid is not consulted, and stays.
+TEST_F(Driver, ABlueLabelSolvesLikeAnyOther) {
+    OpenTTest();
+    Type(sd, "1");
+    Type(power, "0.8");
+    Type(size1, "30");
+    const i16 position = PositionOf(h1Difference);
+    const std::string plain = Solve(h1Difference);
+    ASSERT_NE(plain, "-");
+    Calculated = False;
+    ParKind(position) = 34; // a kind that comes from a grid
+    ParText(34) = "1";
+    HasGridData = True;
+    ASSERT_TRUE(IsBluePar(position));
+    platform.Shown.clear();
+    SolveFor(position);
+    EXPECT_EQ(ParText(34), plain);
+    EXPECT_EQ(Calculated, True);
+    EXPECT_EQ(HasGridData, True);
+    EXPECT_TRUE(platform.Shown.empty());
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
 // --- What a calculation leaves behind ---------------------------------------------------------
 
 TEST_F(Driver, ACalculationIsStoredInItsRecord) {
@@ -643,6 +666,28 @@ TEST(FloatFaults, ArePutBackAsTheyWere) {
     }
     EXPECT_TRUE(HasFloatFault());
     ClearFloatFaults();
+}
+
+TEST(FloatFaults, HaveTheNameOfWhatTheProcessorFound) {
+    const auto faultOf = [](f64 a, char operation, f64 b) {
+        ClearFloatFaults();
+        const volatile f64 x = a;
+        const volatile f64 y = b;
+        [[maybe_unused]] const volatile f64 result = operation == '*' ? x * y : x / y;
+        try {
+            ThrowIfFloatFault();
+        } catch (const RunTimeError& error) {
+            return std::string(error.what());
+        }
+        return std::string("none");
+    };
+    EXPECT_EQ(faultOf(1e200, '*', 1e200), FaultName(Fault::Overflow));
+    EXPECT_EQ(faultOf(1, '/', 0), FaultName(Fault::DivisionByZero));
+    EXPECT_EQ(faultOf(0, '/', 0), FaultName(Fault::InvalidArgument));
+    EXPECT_EQ(faultOf(1e-200, '*', 1e-200), "none") << "too small a number is 0";
+    EXPECT_STREQ(FaultName(Fault::Overflow), "Overflow");
+    EXPECT_STREQ(FaultName(Fault::DivisionByZero), "Division by zero");
+    EXPECT_STREQ(FaultName(Fault::InvalidArgument), "Invalid argument");
 }
 
 TEST_F(Run, AFaultTakesTheProgressAway) {

@@ -1,5 +1,6 @@
 #include "core/analysis.h"
 #include "core/analysis_file.h"
+#include "core/fault.h"
 #include "core/menus.h"
 #include "core/option_choice.h"
 #include "core/options.h"
@@ -130,6 +131,19 @@ TEST_F(SetUp, AParameterThatTheDistributionLacksIsItsFirst) {
     OpenDistribution(DistrNormal, 3, ProcedureTest);
     NewDistribution(DistrLognormal);
     EXPECT_EQ(ParListNo, 0);
+}
+
+TEST_F(SetUp, AParameterBeyondTheListOfTheDistributionIsAFault) {
+    OpenDistribution(DistrBinomial, 1, ProcedureTest);
+    for (const int bad : {-1, 2, 32767}) {
+        try {
+            ChooseParList(static_cast<i16>(bad));
+            ADD_FAILURE() << bad;
+        } catch (const RunTimeError& error) {
+            EXPECT_EQ(error.Kind(), Fault::BadIndex) << bad;
+        }
+        EXPECT_EQ(ParListNo, 1) << bad;
+    }
 }
 
 TEST_F(SetUp, TheUnknownAndTheAxesAreParametersOfTheNewList) {

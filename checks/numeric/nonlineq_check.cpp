@@ -6,6 +6,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <vector>
 
 namespace quorvanta {
 namespace {
@@ -154,6 +155,43 @@ TEST_F(SolveSystemCheck, ASingularSystemIsSolved) {
     };
     const Array1<f64> x = Solve(g, Cells({1, 5}), Cells({3, 6}));
     EXPECT_NEAR(x(1) + x(2), 3.0, 1.0e-5);
+}
+
+// A single equation g(x) = x: with the damping lambda a step leaves lambda/(1 + lambda) of the
+// distance, and lambda goes from 0.001 to a hundredth of itself with each step that helps (D. W.
+// Marquardt, Journal of the Society for Industrial and Applied Mathematics 11, 1963, 431-441).
+TEST_F(SolveSystemCheck, TheDampingFallsToAHundredthWithEachStepThatHelps) {
+    std::vector<f64> looks;
+    const auto g = [&looks](const Array1<f64>& x, Array1<f64>& values) {
+        looks.push_back(x(1));
+        values(1) = x(1);
+    };
+    Solve(g, Cells({1000}), Cells({0}), -far, far, 3);
+    // The start; above, below and the trial of each iteration.
+    ASSERT_EQ(looks.size(), 1U + 3 * 3);
+    f64 damping = 0.001;
+    f64 distance = 1000;
+    for (const std::size_t trial : {3U, 6U, 9U}) {
+        distance *= damping / (1 + damping);
+        EXPECT_NEAR(looks[trial] / distance, 1, 1e-4) << trial;
+        damping /= 100;
+    }
+}
+
+// The same where no trial helps: each is made with ten times the damping of the one before, until
+// it is within the tolerance of the start.
+TEST_F(SolveSystemCheck, TheDampingGrowsTenfoldWithEachStepThatDoesNotHelp) {
+    std::vector<f64> looks;
+    const auto g = [&looks](const Array1<f64>& x, Array1<f64>& values) {
+        constexpr std::size_t startAndDerivative = 3;
+        values(1) = looks.size() < startAndDerivative ? x(1) : 5;
+        looks.push_back(x(1));
+    };
+    EXPECT_EQ(Solve(g, Cells({1}), Cells({0})), Cells({1}));
+    const std::vector<f64> dampings{1e-3, 1e-2, 0.1, 1, 10, 100, 1000, 1e4, 1e5};
+    ASSERT_EQ(looks.size(), 3 + dampings.size());
+    for (std::size_t k = 0; k < dampings.size(); ++k)
+        EXPECT_NEAR(looks[3 + k], dampings[k] / (1 + dampings[k]), 1e-7) << dampings[k];
 }
 
 TEST_F(SolveSystemCheck, TheIterationLimitHolds) {

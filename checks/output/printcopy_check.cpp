@@ -285,6 +285,32 @@ TEST_F(Outputs, AStaleTableThatCantBeCalculatedGivesNothing) {
     EXPECT_EQ(Cancelled, False);
 }
 
+// From the Output window, which shows the result already.
+TEST_F(Outputs, OnlyACopyOfAShownResultIsTold) {
+    OpenWithResult(CalculationWindow);
+    OutputResult(OutputAction::Copy);
+    EXPECT_FALSE(platform.PlainClipboard.empty());
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Calculation Has Been Copied To the "
+                                                         "Clipboard for Pasting Into Other "
+                                                         "Applications"});
+    platform.Messages.clear();
+    OutputResult(OutputAction::Print);
+    EXPECT_EQ(platform.Printed.size(), 1U);
+    platform.FileNames.push_back(folder.Path("a.rtf"));
+    OutputResult(OutputAction::Save);
+    EXPECT_NE(Saved("a.rtf"), "(not saved)");
+    platform.FileNames.push_back(std::nullopt);
+    OutputResult(OutputAction::Save);
+    EXPECT_TRUE(platform.Messages.empty());
+    EXPECT_EQ(Cancelled, False);
+
+    platform.PlainClipboard.clear();
+    Type(alpha, "0.1");
+    OutputResult(OutputAction::Copy);
+    EXPECT_TRUE(platform.PlainClipboard.empty()) << "a stale result";
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
 TEST_F(Outputs, WithoutAResultThereIsNothingToGive) {
     FileCommand(FileCopyOutput);
     FileCommand(CalculationWindow);

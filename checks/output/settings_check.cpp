@@ -69,6 +69,14 @@ TEST_F(Settings, ATableTakesWhatIsTyped) {
     EXPECT_EQ(OutTitle(0), "");
 }
 
+TEST_F(Settings, NoDecimalsAreNotAutomaticOnes) {
+    Open(TableWindow);
+    TableSettings settings = CurrentTableSettings();
+    settings.Decimals = "0";
+    EXPECT_TRUE(ApplySettings(settings));
+    EXPECT_EQ(CurrentTableSettings().Decimals, "0");
+}
+
 TEST_F(Settings, ATableRefusesWhatItCantBe) {
     Open(TableWindow);
     const TableSettings good = CurrentTableSettings();

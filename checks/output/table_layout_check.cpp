@@ -220,6 +220,36 @@ TEST_F(Tables, AFullPageTurnsAndHasItsHeadsAgain) {
     EXPECT_EQ(surface.Texts.back().Text, "The end.");
 }
 
+// Two labels, the heads, a row and one to spare.
+TEST_F(Tables, ABlockBeginsWhereFiveLinesOfThePageAreLeft) {
+    TableX.ReDim(1, 1);
+    TableY.ReDim(1, 1, 1, 1);
+    ZValues.ReDim(1, 1);
+    constexpr f64 margins = 2 * 0.1;
+    constexpr f64 above = 2; // the title and a blank line
+    const auto pages = [](f64 lines) {
+        RecordingSurface surface(6, margins + lines * H);
+        surface.Pages = true;
+        DrawTable(surface, LayOutTable(PresentationOf(AnalysisNo)));
+        return surface.Page;
+    };
+    EXPECT_EQ(pages(above + 5.01), 1);
+    EXPECT_EQ(pages(above + 4.99), 2);
+}
+
+// The corner's label keeps a blank from the heads, and one that fills the column widens it.
+TEST_F(Tables, ALabelAsWideAsTheColumnKeepsItsBlank) {
+    OutCurveWidth = 1;
+    for (const auto& [label, blanks] : {std::pair{std::string(9, 'x'), 0U},
+                                        {std::string(10, 'x'), 0U},
+                                        {std::string(11, 'x'), 1U},
+                                        {std::string(12, 'x'), 2U}}) {
+        OutXAxis(0) = label;
+        const auto lines = TableLines(LayOutTable(PresentationOf(AnalysisNo)));
+        EXPECT_EQ(lines[2], std::string(11 + blanks + 2, ' ') + "Power") << label;
+    }
+}
+
 TEST_F(Tables, ParagraphsAreAsWideAsAPage) {
     RecordingSurface surface(2, 11);
     surface.Pages = true;

@@ -125,6 +125,27 @@ TEST_F(Plot, TheNumbersOfTheTicks) {
     EXPECT_EQ(surface.Find("6"), nullptr);
 }
 
+// A step for each point of the axis, but not more than 20.
+TEST_F(Plot, TheXAxisHasAtMostTwentySteps) {
+    const auto ticksOf = [this](int points) {
+        std::vector<f32> x;
+        for (int k = 0; k < points; ++k)
+            x.push_back(static_cast<f32>(k));
+        SetCurves(x, {std::vector<f32>(x.size(), 1.0F)});
+        Draw();
+        const f64 bottom = Frame(surface)[2].Y;
+        return std::count_if(surface.Lines.begin(), surface.Lines.end(),
+                             [bottom](const auto& line) {
+                                 return line.With.Width == 1 && line.Points.size() == 2 &&
+                                        line.Points[0].X == line.Points[1].X &&
+                                        std::fabs(line.Points[0].Y - bottom) < 0.2;
+                             });
+    };
+    EXPECT_EQ(ticksOf(11), 11 + 1);
+    EXPECT_EQ(ticksOf(21), 20 + 1);
+    EXPECT_EQ(ticksOf(101), 20 + 1) << "steps of 5, not of 1";
+}
+
 TEST_F(Plot, ACurveRunsThroughItsValues) {
     OutXAxis(1) = "0";
     OutXAxis(2) = "4";

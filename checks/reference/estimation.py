@@ -234,10 +234,12 @@ def scale_tests():
     scale_test(0, 3, 2, 1, change(two, k4=12, k5=5, k115=0.5), 1, PROBABILITY, left=-1)
     scale_test(0, 3, 2, 2, change(two, k114=1.2, k115=2), 4, (10, 1e4))
     scale_test(0, 3, 2, 1, two, 115, (1, 10))
+    scale_test(0, 2, 2, 1, change(two, k5=2), 4, (10, 1e4))
     tost2 = {0: 0.05, 1: 0.8, 116: 0.8, 117: 1.25, 115: 1, 4: 300, 5: 1}
     scale_test(0, 3, 2, 3, tost2, 4, (10, 1e4))
     scale_test(0, 3, 2, 3, change(tost2, k5=2), 4, (10, 1e4))
     scale_test(0, 3, 2, 3, change(tost2, k115=1.04, k5=0.5), 1, PROBABILITY)
+    scale_test(0, 2, 2, 3, change(tost2, k115=0.97, k5=1.5), 1, PROBABILITY)
 
     exponential = {0: 0.05, 1: 0.9, 142: 1, 124: 0.5, 85: 20}
     for par_list in (1, 2):
@@ -252,6 +254,10 @@ def scale_tests():
         scale_test(2, 1, 2, 1, change(ratio2, k5=ratio), 4, (8, 1e4))
         scale_test(2, 2, 2, 1, change(ratio2, k5=ratio, k128=0.45), 4, (8, 1e4), left=-1)
     scale_test(2, 1, 2, 2, change(ratio2, k5=3), 1, PROBABILITY)
+    scale_test(2, 2, 1, 3, {0: 0.05, 1: 0.8, 129: 0.7, 130: 1.4, 124: 1.05, 85: 120}, 1, PROBABILITY)
+    scale_test(2, 2, 2, 2, change(ratio2, k5=2), 4, (8, 1e4))
+    scale_test(2, 2, 2, 3, {0: 0.05, 1: 0.8, 129: 0.7, 130: 1.4, 128: 1.05, 4: 200, 5: 1.5}, 1,
+               PROBABILITY)
     scale_test(2, 1, 2, 3, {0: 0.05, 1: 0.8, 129: 0.7, 130: 1.4, 128: 1, 4: 200, 5: 0.5}, 4,
                (10, 1e4))
 
@@ -343,6 +349,7 @@ def poisson_tests():
     rate = {0: 0.05, 1: 0.9, 63: 0.3, 81: 0.5, 170: 30}
     poisson_test(True, 1, 1, rate, 170, (1, 1e4))
     poisson_test(True, 1, 2, change(rate, k170=60), 1, PROBABILITY)
+    poisson_test(True, 1, 3, {0: 0.05, 1: 0.8, 75: 0.3, 76: 0.7, 81: 0.5, 170: 120}, 1, PROBABILITY)
     two = {0: 0.05, 1: 0.9, 61: 0, 168: 0.5, 169: 0.8, 164: 50, 5: 1}
     poisson_test(False, 2, 2, two, 164, (1, 1e4))
     poisson_test(False, 2, 1, change(two, k5=2), 164, (1, 1e4))
@@ -354,6 +361,8 @@ def poisson_tests():
     poisson_test(True, 2, 2, rates, 171, (1, 1e4))
     poisson_test(True, 2, 1, change(rates, k174=0.5), 171, (1, 1e4))
     poisson_test(True, 2, 2, rates, 73, (0.3, 3))
+    poisson_test(True, 2, 3, {0: 0.05, 1: 0.8, 77: -0.2, 78: 0.2, 9: 0.5, 73: 0.52, 171: 150,
+                              174: 1.5}, 1, PROBABILITY)
 
 
 def finite_weight(N, n):
@@ -567,6 +576,7 @@ def mean_precisions():
     case(0, {143: 0.05, 18: 0.2, 216: 1, 219: 1.5, 4: 50, 5: 2}, 4, SIZE)
     case(0, {143: 0.1, 19: 0.2, 216: 1, 219: 1.5, 4: 50, 5: 0.5}, 4, SIZE, two=False)
     case(1, {143: 0.05, 18: 0.2, 2: 1, 4: 50, 5: 2}, 4, SIZE)
+    case(1, {143: 0.05, 19: 0.2, 2: 1, 4: 50, 5: 2}, 4, SIZE, two=False)
     interval = {22: 0.95, 100: 0.4, 2: 1, 85: 50}
     case(0, interval, 85, SIZE)
     case(0, interval, 85, SIZE, two=False)
@@ -608,7 +618,9 @@ def median_precisions():
         case(par_list, {143: 0.05, 24: 0.1, 27: 0.4, 85: 50}, 85, SIZE, two=False)
     case(0, point, 23, (1e-3, 0.9))
     case(0, {143: 0.05, 23: 0.2, 50: 0.4, 108: 1.5, 4: 50, 5: 2}, 4, SIZE)
+    case(0, {143: 0.05, 24: 0.2, 50: 0.4, 108: 1.5, 4: 50, 5: 2}, 4, SIZE, two=False)
     case(1, {143: 0.05, 23: 0.2, 27: 0.4, 4: 50, 5: 2}, 4, SIZE)
+    case(1, {143: 0.05, 24: 0.2, 27: 0.4, 4: 50, 5: 2}, 4, SIZE, two=False)
     case(0, {22: 0.95, 145: 0.3, 27: 0.4, 85: 50}, 85, SIZE)
     case(0, {22: 0.95, 145: 0.3, 27: 0.4, 85: 50}, 85, SIZE, two=False)
     case(0, {22: 0.95, 145: 0.3, 50: 0.4, 108: 1.5, 4: 50, 5: 2}, 4, SIZE)
@@ -649,8 +661,10 @@ def scale_precisions():
         case(distribution, par_lists[1], point, 23, (0.01, 0.95))
         for ratio in (1, 3):
             case(distribution, par_lists[1], {143: 0.1, 23: 0.4, 4: 100, 5: ratio}, 4, (8, 1e4))
-        case(distribution, par_lists[1], {143: 0.1, 24: 0.4, 4: 100, 5: 0.5}, 4, (20, 1e4),
-             two=False)
+        for par_list in par_lists:
+            case(distribution, par_list, {143: 0.1, 24: 0.4, 4: 100, 5: 0.5}, 4, (20, 1e4),
+                 two=False)
+        case(distribution, par_lists[0], {143: 0.1, 23: 0.4, 4: 100, 5: 2}, 4, (8, 1e4))
         for par_list in par_lists:
             case(distribution, par_list, {22: 0.95, 145: 0.5, 85: 50, 101: 0.8}, 85, (8, 1e4))
         case(distribution, par_lists[1], {22: 0.9, 145: 0.4, 85: 50, 101: 0.8}, 85, (8, 1e4),
@@ -659,7 +673,9 @@ def scale_precisions():
     case(0, 3, {22: 0.95, 145: 2.5, 85: 7, 101: 0.8}, 85, (3, 100))
     case(0, 3, {22: 0.95, 100: 0.8, 138: 1.2, 4: 60, 5: 2, 101: 0.8}, 4, (12, 1e4))
     case(0, 3, {22: 0.95, 100: 0.8, 138: 1.2, 4: 60, 5: 2, 101: 0.8}, 100, (0.05, 10))
+    case(0, 2, {22: 0.95, 100: 0.8, 138: 1.2, 4: 60, 5: 1.5, 101: 0.8}, 4, (12, 1e4))
     case(2, 1, {22: 0.95, 145: 0.8, 4: 60, 5: 0.5, 101: 0.8}, 4, (12, 1e4))
+    case(2, 2, {22: 0.95, 145: 0.8, 4: 60, 5: 0.8, 101: 0.8}, 4, (12, 1e4))
 
 
 def location_precisions():

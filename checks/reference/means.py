@@ -129,6 +129,10 @@ unpaired(2, 0, base(k36=12, k4=30), 1, None, POWER, 0)
 unpaired(2, 0, base(k17=4), 4, (3, 1e4), SIZE, 5)
 unpaired(2, 0, base(k17=3, k4=15, k62=1), 1, None, POWER, 5)
 
+# Groups of an ANOVA with sizes unlike each other: the first has n1 subjects, each other one n2.
+unpaired(2, 0, base(k17=5, k4=3, k5=3, k62=1.6), 1, None, POWER, 5)
+unpaired(1, 0, base(k17=4, k4=12, k5=0.25, k62=1.6), 1, None, POWER, 5)
+
 
 def welch(tails, left, values, unknown, bracket=None, tolerance=SIZE):
     """Unequal standard deviations, on the t distribution with Satterthwaite's degrees of freedom.
@@ -296,6 +300,116 @@ median_ratio(801, 3, {**mr, 4: 50}, 318, tolerance=POWER)
 mn = {321: 0.95, 318: 0.8, 319: 0.8, 96: 1, 27: 0.4, 4: 40, 5: 1}
 median_ratio(831, 1, mn, 4, (3, 1e4))
 median_ratio(831, 1, {**mn, 4: 60}, 318, tolerance=POWER)
+
+
+def parameter(analysis, samples, tails, groups, values, unknown, effect, se, df, bracket=None,
+              tolerance=SIZE, left=0):
+    """Parameters of distributions: effect(values, kind of the null value or limit) and its standard
+    error; df None where the deviations are known."""
+    null, low, high = NULL_AND_LIMITS[analysis.split()[1], samples]
+    def power(v):
+        shift = lambda kind: effect(v, kind) / se(v)
+        if tails == 3:
+            distances = shift(low), -shift(high)
+            return z_tost(v[0], *distances) if df is None else tost_power(v[0], *distances, df(v))
+        return z_power(v[0], tails, left, shift(null)) if df is None else \
+            t_power(v[0], tails, left, shift(null), df(v))
+    add(analysis, samples, tails, left, [], groups, values, unknown, power, bracket, tolerance)
+
+
+# Kinds of the null value and the limits, by distribution and samples: means (0), medians (1), means
+# and slopes of a bivariate normal distribution (10).
+NULL_AND_LIMITS = {('0', 1): (57, 6, 7), ('0', 2): (61, 6, 7), ('1', 1): (89, 97, 98),
+                   ('1', 2): (93, 97, 98), ('10', 1): (61, 6, 7)}
+
+
+def one_location(log, known, tails, values, unknown, bracket=None, tolerance=SIZE, left=0):
+    """One mean, or one median on the log scale. Kinds: 58, 90 truth, 2, 27 deviation, 85 size."""
+    truth, sd = (90, 27) if log else (58, 2)
+    scale = math.log if log else lambda x: x
+    parameter(f'distribution {int(log)} {0 if known else 1} 0', 1, tails,
+              {} if tails == 3 else {9 if log else 0: 0}, values, unknown,
+              lambda v, kind: scale(v[truth]) - scale(v[kind]),
+              lambda v: v[sd] / math.sqrt(v[85]), None if known else lambda v: v[85] - 1, bracket,
+              tolerance, left)
+
+
+def two_locations(log, known, tails, values, unknown, bracket=None, tolerance=SIZE, left=0):
+    """A difference of means, or a ratio of medians on the log scale. Kinds: 62, 96 truth; 216, 219
+    or 50, 108 known deviation and its ratio, 2 or 27 a common unknown one; 4 size 1, 5 ratio."""
+    truth, common, first, ratio = (96, 27, 50, 108) if log else (62, 2, 216, 219)
+    scale = math.log if log else lambda x: x
+    groups = {10 if log else 1: 1, 2: 2}
+    if known:
+        groups[31 if log else 29] = 2
+    def se(v):
+        s1, s2 = (v[first], v[first] * v[ratio]) if known else (v[common], v[common])
+        return math.sqrt(s1 ** 2 / v[4] + s2 ** 2 / (v[4] * v[5]))
+    parameter(f'distribution {int(log)} {0 if known else 1} 0', 2, tails, groups, values, unknown,
+              lambda v, kind: scale(v[truth]) - scale(v[kind]), se,
+              None if known else lambda v: v[4] + v[4] * v[5] - 2, bracket, tolerance, left)
+
+
+# The same as parameters of the normal and lognormal distributions. A z-test errs by the quantile
+# alone.
+Z_SIZE, Z_POWER = 0.06, 3e-4
+for known, size, accuracy in ((True, Z_SIZE, Z_POWER), (False, SIZE, POWER)):
+    mean = {0: 0.05, 1: 0.8, 57: 1, 58: 1.5, 2: 1, 85: 30}
+    one_location(False, known, 1, mean, 85, (3, 1e4), size)
+    one_location(False, known, 2, mean, 85, (3, 1e4), size)
+    one_location(False, known, 1, {**mean, 58: 0.6}, 1, None, accuracy, -1)
+    one_location(False, known, 3, {0: 0.05, 1: 0.8, 6: -0.6, 7: 0.6, 58: 0.1, 2: 1, 85: 40}, 1, None,
+                 accuracy)
+    deviations = {216: 1, 219: 1.5} if known else {2: 1.2}
+    means = {0: 0.05, 1: 0.8, 61: 0.1, 62: 0.7, **deviations, 4: 60, 5: 1.5}
+    two_locations(False, known, 1, means, 4, (3, 1e4), size)
+    two_locations(False, known, 2, means, 4, (3, 1e4), size)
+    two_locations(False, known, 1, {**means, 62: -0.5}, 1, None, accuracy, -1)
+    two_locations(False, known, 3, {0: 0.05, 1: 0.8, 6: -0.6, 7: 0.7, 62: 0.1, **deviations, 4: 60,
+                                    5: 1.5}, 1, None, accuracy)
+    median = {0: 0.05, 1: 0.8, 89: 2, 90: 2.6, 27: 0.5, 85: 30}
+    one_location(True, known, 1, median, 85, (3, 1e4), size)
+    one_location(True, known, 2, median, 85, (3, 1e4), size)
+    one_location(True, known, 1, {**median, 90: 1.6}, 1, None, accuracy, -1)
+    one_location(True, known, 3, {0: 0.05, 1: 0.8, 97: 1.5, 98: 2.5, 90: 2, 27: 0.5, 85: 40}, 1,
+                 None, accuracy)
+    shapes = {50: 0.5, 108: 1.4} if known else {27: 0.6}
+    medians = {0: 0.05, 1: 0.8, 93: 1.1, 96: 1.5, **shapes, 4: 60, 5: 1.5}
+    two_locations(True, known, 1, medians, 4, (3, 1e4), size)
+    two_locations(True, known, 2, medians, 4, (3, 1e4), size)
+    two_locations(True, known, 1, {**medians, 96: 0.9}, 1, None, accuracy, -1)
+    two_locations(True, known, 3, {0: 0.05, 1: 0.8, 97: 0.75, 98: 1.4, 96: 1.05, **shapes, 4: 60,
+                                   5: 1.5}, 1, None, accuracy)
+
+
+def paired_equivalence(values, unknown, bracket=None, tolerance=SIZE):
+    """Two one-sided paired t-tests. Kinds: 6, 7 limits, 158 true mean of the differences."""
+    def power(v):
+        se = v[3] / math.sqrt(v[85])
+        return tost_power(v[0], (v[158] - v[6]) / se, (v[7] - v[158]) / se, v[85] - 1)
+    add('menu 1', 1, 3, 0, [], {}, values, unknown, power, bracket, tolerance)
+
+
+paired_tost = {0: 0.05, 1: 0.8, 6: -0.5, 7: 0.5, 158: 0.05, 3: 1, 85: 40}
+paired_equivalence(paired_tost, 85, (5, 1e4))
+paired_equivalence(paired_tost, 1, None, POWER)
+
+
+def bivariate_deviation(v):
+    s2 = v[216] * v[219]
+    return math.sqrt(v[216] ** 2 + s2 ** 2 - 2 * v[220] * v[216] * s2)
+
+
+# Two one-sided tests of the means and of the slope of a bivariate normal distribution: kinds 216,
+# 219 deviations, 220 correlation; 204 slope, 212 residual deviation, 213 that of the covariate.
+parameter('distribution 10 0 0', 1, 3, {1: 1, 29: 2},
+          {0: 0.05, 1: 0.8, 6: -0.5, 7: 0.5, 62: 0.05, 216: 1, 219: 1.2, 220: 0.5, 85: 50}, 1,
+          lambda v, kind: v[62] - v[kind], lambda v: bivariate_deviation(v) / math.sqrt(v[85]),
+          lambda v: v[85] - 1, None, POWER)
+parameter('distribution 10 3 0', 1, 3, {},
+          {0: 0.05, 1: 0.8, 6: -0.4, 7: 0.5, 204: 0.1, 212: 1, 213: 1.1, 85: 60}, 1,
+          lambda v, kind: v[204] - v[kind], lambda v: v[212] / v[213] / math.sqrt(v[85]),
+          lambda v: v[85] - 2, None, POWER)
 
 with open('checks/data/validation/means.tsv', 'w') as out:
     out.write('# Exact values computed by checks/reference/means.py (scipy).\n')

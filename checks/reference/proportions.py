@@ -298,11 +298,20 @@ two_samples(BIN, 2, 0, base(TWO), 1, checks=(1,))
 two_samples('distribution 4 1 0', 2, 0, {0: 0.05, 1: 0.8, 229: 1, 232: 2.5, 4: 100, 5: 1}, 4,
             (3, 1e5), mode=2, odds=True)
 
+two_samples('distribution 4 1 0', 1, 0, {0: 0.05, 1: 0.8, 229: 0.5, 230: 1, 4: 100, 5: 1}, 4,
+            (3, 1e5), odds=True)
+two_samples('distribution 4 1 0', 3, 0,
+            {0: 0.05, 1: 0.8, 71: -0.15, 72: 0.15, 229: 1, 230: 1.1, 4: 250, 5: 1}, 1, odds=True)
+
 HYPER = {0: 0.05, 1: 0.8, 51: 0, 8: 0.3, 69: 0.5, 196: 300, 197: 400, 4: 80, 5: 1}
 two_samples('distribution 5 0 0', 2, 0, base(HYPER), 4, (3, 299), population=True)
 two_samples('distribution 5 0 0', 2, 0, base(HYPER), 1, population=True)
 two_samples('distribution 5 0 0', 1, 0, base(HYPER, k51=-0.1, k69=0.3), 4, (3, 299),
             population=True)
+
+two_samples('distribution 5 0 0', 3, 0,
+            {0: 0.05, 1: 0.8, 71: -0.2, 72: 0.2, 8: 0.3, 69: 0.32, 196: 300, 197: 400, 4: 80, 5: 1},
+            1, population=True)
 
 EQ2 = {321: 0.9, 318: 0.8, 71: -0.2, 72: 0.2, 8: 0.7, 69: 0.7, 4: 90, 5: 1}
 two_samples('menu 802', 3, 0, base(EQ2), 4, (20, 1e5), power_kind=318)

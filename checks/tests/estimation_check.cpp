@@ -700,6 +700,17 @@ TEST(ScaleStatistics, QuantileAndDistributionFunction) {
     EXPECT_NEAR(broken.Quantile(0.95), (9.487729 + 11.0705) / 2, 0.002);
 }
 
+// Where one df is small the quantile cuts the other one at 999, and the distribution function that
+// follows takes it from there.
+TEST(ScaleStatistics, TheDfThatTheQuantileCutsCountForTheProbability) {
+    ScaleStatistic many(50000, 4);
+    ScaleStatistic cut(999, 4);
+    const f64 before = many.Cdf(2);
+    ASSERT_NE(before, cut.Cdf(2));
+    EXPECT_EQ(many.Quantile(0.9), cut.Quantile(0.9));
+    EXPECT_EQ(many.Cdf(2), cut.Cdf(2));
+}
+
 TEST(FisherZ, IsCutAtTheEdges) {
     EXPECT_DOUBLE_EQ(FisherZ(0), 0);
     EXPECT_NEAR(FisherZ(0.5), 0.5493061, 1e-7);

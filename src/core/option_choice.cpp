@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
+#include "core/fault.h"
 #include "core/kinds.h"
 #include "core/menus.h"
 #include "core/options.h"
@@ -67,6 +68,8 @@ void ChooseProcedure(i16 procedureNo) {
 }
 
 void ChooseParList(i16 parListNo) {
+    if (parListNo < 0 || parListNo >= static_cast<i16>(DistrParList(DistrNo).size()))
+        throw RunTimeError(Fault::BadIndex);
     ParListNo = parListNo;
     OptionsChanged();
 }

@@ -18,7 +18,7 @@ void ChooseSamples(i16 noOfSamples);
 void ChooseTails(i16 noOfTails);
 void ChooseLeftTail(bool left);
 void ChooseProcedure(i16 procedureNo);
-void ChooseParList(i16 parListNo);
+void ChooseParList(i16 parListNo);           // RunTimeError (BadIndex) beyond DistrParList
 void ChooseCheck(i16 position, bool ticked); // position in CheckList
 void ChooseIntPar(i16 position, i16 option); // position in IntParList
 void ChooseInterim(i16 noOfInterim);
