@@ -46,6 +46,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <cmath>
 #include <iostream>
 
 namespace quorvanta {
@@ -139,7 +140,9 @@ QWidget* ActiveWindow() {
 bool HoldsAbsurdNumber() {
     const auto isAbsurd = [](const std::string& text) {
         constexpr std::ptrdiff_t most = 16;
-        return std::ranges::count_if(text, [](char c) { return c >= '0' && c <= '9'; }) > most;
+        constexpr f64 noCount = 2147483648.0; // the first that no 32-bit integer counts to
+        return std::fabs(ReadNumber(text)) >= noCount ||
+               std::ranges::count_if(text, [](char c) { return c >= '0' && c <= '9'; }) > most;
     };
     for (i16 i = 0; i <= NoOfPar; ++i) {
         const i16 kind = ParKind(i);
@@ -166,6 +169,8 @@ AnalysisRecord ShownOf(i16 analysisNo) {
     for (i16 i = 0; i < record.NoOfCheck; ++i)
         record.CheckValue(record.CheckList(i)) =
             Analysis(analysisNo).CheckValue(record.CheckList(i));
+    for (int i = record.NoOfCheck; i <= 4; ++i)
+        record.CheckList(i) = 0;
     return record;
 }
 
