@@ -76,7 +76,7 @@ TEST_F(StepBackCheck, ASlipOfALabelIsUndoneWithTheValueThatItTook) {
     StepBack();
     ExpectSolved();
     EXPECT_EQ(AnalysisState(1).Changed, True);
-    EXPECT_EQ(platform.Statuses.back(), "Undo Calculation.");
+    EXPECT_EQ(platform.Statuses.back(), "Undone; once more does it again.");
 }
 
 TEST_F(StepBackCheck, OnceMoreDoesTheStepAgain) {

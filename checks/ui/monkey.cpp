@@ -47,6 +47,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <iostream>
 
 namespace quorvanta {
@@ -141,7 +142,7 @@ bool HoldsAbsurdNumber() {
     const auto isAbsurd = [](const std::string& text) {
         constexpr std::ptrdiff_t most = 16;
         constexpr f64 noCount = 2147483648.0; // the first that no 32-bit integer counts to
-        return std::fabs(ReadNumber(text)) >= noCount ||
+        return std::fabs(std::strtod(text.c_str(), nullptr)) >= noCount ||
                std::ranges::count_if(text, [](char c) { return c >= '0' && c <= '9'; }) > most;
     };
     for (i16 i = 0; i <= NoOfPar; ++i) {

@@ -8,7 +8,6 @@
 #include "core/platform.h"
 #include "core/records.h"
 
-#include <string>
 #include <utility>
 
 namespace quorvanta {
@@ -23,13 +22,12 @@ void StepBack() {
     std::swap(record, step.Record);
     std::swap(static_cast<AnalysisResult&>(status), step.Result);
     record.AnalysisFileName = step.Record.AnalysisFileName; // it may have been saved since
-    const std::string told = StepBackName() + ".";
     step.IsUndone = !step.IsUndone;
     HideWindows(Occasion::ResultGone);
     LoadAnalysis();
     MarkChanged();
     UpdateMenus();
-    ThePlatform().ShowStatus(told);
+    ThePlatform().ShowStatus(step.IsUndone ? "Undone; once more does it again." : "Done again.");
 }
 
 } // namespace quorvanta

@@ -24,6 +24,7 @@
 #include "ui/mdiarea.h"
 #include "ui/mnemoniclabel.h"
 #include "ui/qttext.h"
+#include "ui/statusline.h"
 #include "ui/titlebarstyle.h"
 
 #include <QApplication>
@@ -99,6 +100,7 @@ frmMain::frmMain()
     setContextMenuPolicy(Qt::NoContextMenu); // which would offer to hide frmShowPar
     setAcceptDrops(true);
 
+    setStatusBar(new StatusLine(this));
     hint_->setObjectName("lblStatus");
     hint_->setContentsMargins(fontMetrics().averageCharWidth(), 0, 0, 0);
     statusBar()->addWidget(hint_, 1);
