@@ -4,6 +4,7 @@
 #include "core/catalogue.h"
 #include "core/general.h"
 #include "core/menus.h"
+#include "core/platform.h"
 #include "core/setup.h"
 #include "ui/childwindow.h"
 #include "ui/qttext.h"

@@ -485,11 +485,12 @@ QString MenusAreEnabledAsTheStateSays(const frmMain& window) {
 QString TheWindowMenuOffersWhatCanBeDone(const frmMain& window) {
     const auto& back = Part<QAction>(window, "mnuStepBack");
     const auto& options = Part<QAction>(window, "mnuReopenOptions");
-    return FirstOf(
-        {Is("the undo entry", back.text(), "&" + ToQt(StepBackName())),
-         Is("its being enabled", back.isEnabled(), CanStepBack()),
-         Is("the options' being enabled", options.isEnabled(), CanReopenOptions()),
-         Is("an analysis' having options", options.isEnabled(), HasList() && !ChoosingOptions)});
+    return FirstOf({Is("the undo entry", back.text(), "&" + ToQt(StepBackName())),
+                    Is("its being enabled", back.isEnabled(), CanStepBack()),
+                    Is("the options' being enabled", options.isEnabled(), CanReopenOptions()),
+                    !options.isEnabled() || (HasList() && !ChoosingOptions)
+                        ? QString()
+                        : QString("options of what has none")});
 }
 
 QString TheStatusBarSaysWhatToDo(const frmMain& window) {
