@@ -120,6 +120,8 @@ struct AnalysisStatus {
     f32 TableYMin = 0;
     f32 TableYMax = 0;
     DefaultTexts FormerDefaults;
+    i16 OwnSamples = 0;
+    i16 OwnTails = 0;
 };
 
 // Records by number; 0 is never a real analysis.
