@@ -122,6 +122,9 @@ struct AnalysisStatus {
     DefaultTexts FormerDefaults;
     i16 OwnSamples = 0;
     i16 OwnTails = 0;
+    // What the user has made of a statement, and the statement that it was made of.
+    std::string OwnStatement;
+    std::string OwnStatementOf;
 };
 
 // Records by number; 0 is never a real analysis.
