@@ -541,7 +541,7 @@ QString TheSummaryIsOfTheResult(const frmMain& window) {
     if (!summary.isVisible() || !GetInfoEnabled(3))
         return {};
     return Is("the summary", Part<QTextEdit>(summary, "txtSummary").toPlainText(),
-              ToQt(SumStatement()));
+              ToQt(StatementText()));
 }
 
 struct Invariant {

@@ -145,6 +145,8 @@ void StoreAnalysis() {
     StoreGrids(record);
     StoreSimulation(record);
     StoreResult(AnalysisState(AnalysisNo));
+    AnalysisState(AnalysisNo).OwnSamples = OwnSamples;
+    AnalysisState(AnalysisNo).OwnTails = OwnTails;
 }
 
 void ClearResult() {

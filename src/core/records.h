@@ -118,6 +118,11 @@ struct AnalysisResult {
     f32 TableYMin = 0;
     f32 TableYMax = 0;
     DefaultTexts FormerDefaults;
+    i16 OwnSamples = 0;
+    i16 OwnTails = 0;
+    // What the user has made of a statement, and the statement that it was made of.
+    std::string OwnStatement;
+    std::string OwnStatementOf;
 };
 
 // What a step of the user was.

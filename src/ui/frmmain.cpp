@@ -310,7 +310,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress || !watched->isWidgetType() ||
         !static_cast<QKeyEvent*>(event)->matches(QKeySequence::HelpContents))
         return QMainWindow::eventFilter(watched, event);
-    OpenHelp(HelpNumberAt(*static_cast<QWidget*>(watched)));
+    OpenHelpAt(*static_cast<QWidget*>(watched));
     return true;
 }
 
