@@ -396,5 +396,21 @@ TEST_F(Reopened, KeepsTheAxesOfATable) {
     EXPECT_EQ(ZParNo, PositionOf(sd));
 }
 
+// The paired t-test has one sample only; the user's own choice is two, and stays so after a test
+// that has two has been chosen over it and undone.
+TEST_F(StepBackCheck, WhatATestForcesIsStillNotTheUsersOwnAfterAnUndo) {
+    OpenSolved();
+    OpenTest(paired);
+    AcceptOptions();
+    ASSERT_EQ(NoOfSamples, OneSample);
+    OpenTest(unpaired);
+    AcceptOptions();
+    StepBack();
+    EXPECT_EQ(NoOfSamples, OneSample);
+    platform.WindowKinds.push_back(CalculationWindow);
+    OpenDistribution(DistrNormal, 0, ProcedureTest);
+    EXPECT_EQ(NoOfSamples, TwoSamples);
+}
+
 } // namespace
 } // namespace quorvanta::checks

@@ -260,8 +260,8 @@ void LoadAnalysis() {
     const AnalysisRecord& record = Analysis(AnalysisNo);
     const AnalysisStatus& status = AnalysisState(AnalysisNo);
     LoadChoices(record);
-    OwnSamples = status.OwnSamples;
-    OwnTails = status.OwnTails;
+    OwnSamples = status.Own.Samples;
+    OwnTails = status.Own.Tails;
     NewSetup();
     SelSetParList();
     LoadTexts(record);

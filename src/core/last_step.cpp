@@ -25,7 +25,8 @@ const char* NameOf(StepKind kind) {
 
 AnalysisStep BeforeStep(StepKind kind) {
     StoreAnalysis();
-    return {kind, false, Analysis(AnalysisNo), AnalysisState(AnalysisNo)};
+    const AnalysisStatus& status = AnalysisState(AnalysisNo);
+    return {kind, false, Analysis(AnalysisNo), status, status.Own};
 }
 
 void RememberStep(AnalysisStep step) {

@@ -145,8 +145,7 @@ void StoreAnalysis() {
     StoreGrids(record);
     StoreSimulation(record);
     StoreResult(AnalysisState(AnalysisNo));
-    AnalysisState(AnalysisNo).OwnSamples = OwnSamples;
-    AnalysisState(AnalysisNo).OwnTails = OwnTails;
+    AnalysisState(AnalysisNo).Own = {OwnSamples, OwnTails};
 }
 
 void ClearResult() {

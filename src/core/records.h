@@ -118,11 +118,16 @@ struct AnalysisResult {
     f32 TableYMin = 0;
     f32 TableYMax = 0;
     DefaultTexts FormerDefaults;
-    i16 OwnSamples = 0;
-    i16 OwnTails = 0;
     // What the user has made of a statement, and the statement that it was made of.
     std::string OwnStatement;
     std::string OwnStatementOf;
+};
+
+// The user's own choices where the analysis forces others (see OwnSamples); they are not part of
+// the file.
+struct OwnChoices {
+    i16 Samples = 0;
+    i16 Tails = 0;
 };
 
 // What a step of the user was.
@@ -134,6 +139,7 @@ struct AnalysisStep {
     bool IsUndone = false;
     AnalysisRecord Record;
     AnalysisResult Result;
+    OwnChoices Own;
 };
 
 // What is known of an analysis beside its record.
@@ -141,6 +147,7 @@ struct AnalysisStatus : AnalysisResult {
     i16 Changed = False; // -1: differs from its file
     i16 Closed = False;  // -1: the window has been closed
     std::string Path;    // of its file; empty: it was neither opened from one nor saved
+    OwnChoices Own;
     std::optional<AnalysisStep> LastStep;
 };
 

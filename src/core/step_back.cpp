@@ -21,6 +21,7 @@ void StepBack() {
     AnalysisStep& step = *status.LastStep;
     std::swap(record, step.Record);
     std::swap(static_cast<AnalysisResult&>(status), step.Result);
+    std::swap(status.Own, step.Own);
     record.AnalysisFileName = step.Record.AnalysisFileName; // it may have been saved since
     step.IsUndone = !step.IsUndone;
     HideWindows(Occasion::ResultGone);
