@@ -83,6 +83,14 @@ TEST(ReadNumber, ACommaCountsAsADecimalPoint) {
     EXPECT_EQ(ReadNumber("1,2,3"), 1.2);
 }
 
+TEST(ReadNumber, ATextWhoseNumberIsTooLargeIsNotReadable) {
+    EXPECT_FALSE(IsReadable(std::string(400, '9')));
+    EXPECT_FALSE(IsReadable("1,5E400"));
+    EXPECT_THROW(ReadNumber("1,5E400"), RunTimeError);
+    for (const char* text : {"1E300", "1E-400", "0,5", "", "-", "x"})
+        EXPECT_TRUE(IsReadable(text)) << text;
+}
+
 TEST(ReadNumber, WhatIsNoNumberIsZero) {
     EXPECT_EQ(ReadNumber(""), 0.0);
     EXPECT_EQ(ReadNumber("-"), 0.0);

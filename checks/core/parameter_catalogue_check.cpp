@@ -57,8 +57,8 @@ TEST_F(ParameterCatalogue, EveryCellIsAsListed) {
         EXPECT_EQ(ParXstepText(kind), Shortest(row[5]));
         EXPECT_EQ(ParZValuesText(kind),
                   Shortest(row[3]) + " " + Shortest(row[2]) + " " + Shortest(row[4]));
-        EXPECT_EQ(ParMin(kind), static_cast<f64>(std::strtof(row[6].c_str(), nullptr)));
-        EXPECT_EQ(ParMax(kind), static_cast<f64>(std::strtof(row[7].c_str(), nullptr)));
+        EXPECT_EQ(ParMin(kind), static_cast<f64>(static_cast<f32>(Number(row[6]))));
+        EXPECT_EQ(ParMax(kind), static_cast<f64>(static_cast<f32>(Number(row[7]))));
     }
     EXPECT_EQ(kinds.size(), 370U);
     EXPECT_EQ(*kinds.begin(), 0);

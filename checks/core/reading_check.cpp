@@ -1,6 +1,7 @@
 #include "core/reading.h"
 #include "core/showpar.h"
 #include "support/analysis_fixture.h"
+#include "support/number.h"
 
 namespace quorvanta::checks {
 namespace {
@@ -46,7 +47,7 @@ TEST(Readings, TheNumberOfTheNoteIsTheOneRead) {
     for (const char* text : {"15,420", "1.2.3", "12-5", "1 000", "- 5"}) {
         const std::string note = ReadingNote(text);
         const std::string number = note.substr(note.rfind(' ') + 1);
-        EXPECT_EQ(std::stod(number), ReadNumber(text)) << text;
+        EXPECT_EQ(checks::ParseNumber(number), ReadNumber(text)) << text;
     }
 }
 

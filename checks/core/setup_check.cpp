@@ -218,6 +218,51 @@ TEST_F(SetUp, ThePairedTestOffersItsOptions) {
     EXPECT_EQ(NoOfIntPar, 0) << "between two limits there is no single H0 value";
 }
 
+// What a test forces is no choice of the user, whose own comes back with the next test.
+TEST_F(SetUp, AForcedChoiceIsNotCarriedIntoTheNextTest) {
+    OpenTest(equivalence);
+    AcceptOptions();
+    EXPECT_EQ(NoOfTails, TwoOneSided);
+    NewTest(unpaired);
+    EXPECT_EQ(NoOfTails, TwoSided);
+    ChooseTails(OneSided);
+    NewTest(bioequivalence);
+    AcceptOptions();
+    NewTest(equivalence);
+    ChooseTails(TwoOneSided); // a click on what is chosen anyway
+    AcceptOptions();
+    NewTest(unpaired);
+    EXPECT_EQ(NoOfTails, OneSided);
+    ChooseTails(TwoOneSided);
+    AcceptOptions();
+    NewTest(paired);
+    EXPECT_EQ(NoOfTails, TwoOneSided) << "the user's own choice is carried";
+    EXPECT_EQ(NoOfSamples, OneSample);
+    AcceptOptions();
+    NewDistribution(DistrNormal);
+    EXPECT_EQ(NoOfSamples, TwoSamples);
+}
+
+TEST_F(SetUp, AForcedChoiceBelongsToItsAnalysis) {
+    OpenTest(unpaired);
+    ChooseTails(OneSided);
+    NewTest(equivalence);
+    AcceptOptions();
+    NewWindow(CalculationWindow);
+    NewTest(unpaired);
+    EXPECT_EQ(NoOfTails, OneSided);
+    ChooseTails(TwoSided);
+    AcceptOptions();
+    SwitchAnalysis(1);
+    EXPECT_EQ(NoOfTails, TwoOneSided);
+    NewTest(unpaired);
+    EXPECT_EQ(NoOfTails, OneSided);
+    CancelOptions();
+    EXPECT_EQ(NoOfTails, TwoOneSided);
+    SwitchAnalysis(2);
+    EXPECT_EQ(NoOfTails, TwoSided);
+}
+
 TEST_F(SetUp, EquivalenceIsTwoOneSidedAndNonInferiorityOneSided) {
     OpenTest(equivalence);
     EXPECT_EQ(NoOfTails, TwoOneSided);

@@ -113,7 +113,8 @@ TEST_F(HelpSite, ExplainsEveryParameter) {
                     const std::string& body = PageOfNumber(HelpParameters()).Body;
                     for (i16 i = 0; i <= NoOfPar; ++i) {
                         const std::string label = StripAmpersand(ParLabel(ParKind(i)));
-                        ASSERT_TRUE(Has(body, "<h3>" + Escape(label) + "</h3>"))
+                        ASSERT_TRUE(Has(body, "<h3><a name=\"p" + std::to_string(ParKind(i)) +
+                                                  "\"></a>" + Escape(label) + "</h3>"))
                             << HelpParameters() << ": " << label;
                     }
                 }

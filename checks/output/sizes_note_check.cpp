@@ -31,6 +31,22 @@ TEST_F(SizesNotes, TellTheSecondSizeAndTheTotalBesideARatio) {
     EXPECT_EQ(SizesNote(PositionOf(size1)), "") << "no longer what was calculated with";
 }
 
+// As a file may hold it beside a result: what shows the note is not to fail.
+TEST_F(SizesNotes, AreNotToldOfSizesThatNoNumberHolds) {
+    OpenTest(unpaired);
+    Pick(2, 2);
+    AcceptOptions();
+    Solve(power);
+    for (const std::string& text : {std::string(400, '9'), std::string("1E400"),
+                                    std::string(300, '9'), std::string("-5"), std::string("x")}) {
+        ParText(size1) = text;
+        Calculated = True;
+        EXPECT_NO_THROW(SizesNote(PositionOf(ratio))) << text;
+    }
+    ParText(size1) = "1E400";
+    EXPECT_EQ(SizesNote(PositionOf(ratio)), "");
+}
+
 TEST_F(SizesNotes, AreNotNeededForASingleSize) {
     OpenTest(paired);
     AcceptOptions();

@@ -209,12 +209,13 @@ TEST_F(Statement, PairedTTestTellsH1InAbsoluteTerms) {
     AcceptOptions();
     TypeAll({{1, "0.8"}, {157, "1.25"}, {159, "0.5"}, {3, "1"}});
     EXPECT_EQ(Solve(85), "34");
-    EXPECT_EQ(SumStatement(),
-              "With a sample size of 34, the power is 0.80 when testing the null hypothesis H0: "
-              "mean of difference = 1.25 against H1: mean of difference = 1.75. The test used is "
-              "Student's t-test, Paired, two-sided, at the significance level 0.05. The "
-              "calculation is based on the assumption that the standard deviation of difference "
-              "is 1.");
+    EXPECT_EQ(
+        SumStatement(),
+        "With a sample size of 34 pairs, the power is 0.80 when testing the null hypothesis "
+        "H0: mean of difference = 1.25 against H1: mean of difference = 1.75. The test used is "
+        "Student's t-test, Paired, two-sided, at the significance level 0.05. The "
+        "calculation is based on the assumption that the standard deviation of difference "
+        "is 1.");
 }
 
 // Two one-sided t-tests, true difference 0.1, limits -0.5 and 0.5, 70 per group: 0.73157, by
@@ -240,13 +241,19 @@ TEST_F(Statement, EquivalenceByConfidenceInterval) {
     TypeAll({{321, "0.90"}, {6, "-0.5"}, {7, "0.5"}, {62, "0.1"}, {2, "1"}, {4, "70"}, {37, "70"}});
     ExpectResult(Solve(318), 0.73157, 0.003);
     EXPECT_EQ(SumStatement(),
-              "With a total sample size of 140 (70 in sample 1 and 70 in sample 2), the Prob "
-              "(confidence interval within limits) is 0.73 when testing the null hypothesis H0: "
-              "non-equivalence, with left equivalence limit = -0.5 and right equivalence limit = "
-              "0.5, against H1: mean 2 - mean 1 = 0.1 (equivalence). The test used is "
-              "Equivalence, Confidence Interval, Difference of Means, t-distribution test, with "
-              "a two-sided interval, at the confidence level 0.9. The calculation is based on "
-              "the assumption that the standard deviation is 1.");
+              "With a total sample size of 140 (70 in sample 1 and 70 in sample 2), the "
+              "probability of a confidence interval within the equivalence limits is 0.73 when "
+              "testing the null hypothesis H0: non-equivalence, with left equivalence limit = "
+              "-0.5 and right equivalence limit = 0.5, against H1: mean 2 - mean 1 = 0.1 "
+              "(equivalence). The test used is a test of equivalence by a two-sided confidence "
+              "interval for the difference of means (t-distribution), at the confidence level "
+              "0.9. The calculation is based on the assumption that the standard deviation is "
+              "1.");
+    ParText(318) = "0.73";
+    UnknownParNo = PositionOf(2);
+    EXPECT_NE(SumStatement().find("the standard deviation is 1 for a probability of 0.73 of a "
+                                  "confidence interval within the equivalence limits when testing"),
+              std::string::npos);
 }
 
 // Non-inferiority, limit -0.5, no true difference, 50 per group, at a level of 0.95. One-sided:
@@ -263,16 +270,16 @@ TEST_F(Statement, NonInferiorityByConfidenceInterval) {
         const std::string power = isTwoSided ? "0.70" : "0.80";
         const std::string sides = isTwoSided ? "two" : "one";
         EXPECT_EQ(SumStatement(),
-                  "With a total sample size of 100 (50 in sample 1 and 50 in sample 2), the Prob "
-                  "(confidence interval within limits) is " +
+                  "With a total sample size of 100 (50 in sample 1 and 50 in sample 2), the "
+                  "probability of a confidence interval above the non-inferiority limit is " +
                       power +
                       " when testing the null hypothesis H0: inferiority, with non-inferiority "
                       "limit = -0.5, against H1: mean 2 - mean 1 = 0 (non-inferiority). The test "
-                      "used is Non-inferiority, Confidence Interval, Difference of Means, "
-                      "t-distribution test, with a " +
+                      "used is a test of non-inferiority by a " +
                       sides +
-                      "-sided interval, at the confidence level 0.95. The calculation is based on "
-                      "the assumption that the standard deviation is 1.");
+                      "-sided confidence interval for the difference of means (t-distribution), "
+                      "at the confidence level 0.95. The calculation is based on the assumption "
+                      "that the standard deviation is 1.");
     }
 }
 
@@ -289,8 +296,8 @@ TEST_F(Statement, Bioequivalence) {
               "With a total sample size of 24 (12 in sequence 1 and 12 in sequence 2), the power "
               "is 0.97 when testing the null hypothesis H0: non-equivalence, with left "
               "equivalence limit = 0.8 and right equivalence limit = 1.25, against H1: median 2 / "
-              "median 1 = 1 (equivalence). The test used is Bioequivalence, Two-way Crossover "
-              "Design, Test approach, as two one-sided tests, at the significance level 0.05. The "
+              "median 1 = 1 (equivalence). The test used is a test of bioequivalence in a two-way "
+              "crossover design, as two one-sided tests, at the significance level 0.05. The "
               "calculation is based on the assumption that the coefficient of variation is 0.2.");
 }
 
@@ -298,7 +305,7 @@ TEST_F(Statement, Bioequivalence) {
 
 // A table of the t-test's power over the difference 0.3 to 0.7, for 20, 64 and 100 subjects per
 // group. Smallest: power.t.test(n = 20, delta = 0.3) = 0.1521; largest: n = 100, delta = 0.7:
-// 0.99854, which is 1.00 with two decimals.
+// 0.99854, which two decimals would make a certainty.
 TEST_F(Statement, TableOfThePower) {
     NewWindow(TableWindow);
     OpenTest(0);
@@ -315,8 +322,9 @@ TEST_F(Statement, TableOfThePower) {
     EXPECT_NEAR(static_cast<f64>(TableYMax), 0.99854, 0.003);
     EXPECT_EQ(SumStatement(),
               "With mean 2 - mean 1 under H1 ranging from 0.3 to 0.7 and with sample size 1 set "
-              "to 20, 64 and 100, the power will be ranging from 0.15 to 1.00 when testing the "
-              "null hypothesis H0: mean 2 - mean 1 = 0 against H1: mean 2 - mean 1. The test used "
+              "to 20, 64 and 100, the power will be ranging from 0.15 to above 0.99 when "
+              "testing the null hypothesis H0: mean 2 - mean 1 = 0 against H1: mean 2 - mean 1 "
+              "from 0.3 to 0.7. The test used "
               "is Student's t-test, Unpaired, two-sided, at the significance level 0.05. The "
               "calculation is based on the assumptions that the standard deviation is 1 and the "
               "sample size 2 / sample size 1 is 1.");
@@ -355,24 +363,73 @@ TEST_F(Statement, TableOfAConstant) {
     EXPECT_EQ(SumStatement(),
               "With Prob (sample > 0) under H1 ranging from 0.7 to 0.9, the sample size will be 28 "
               "for a power of 0.85 when testing the null hypothesis H0: Prob (sample > 0) = 0.5 "
-              "(median 0) against H1: Prob (sample > 0). The test used is Sign test, two-sided, at "
+              "(median 0) against H1: Prob (sample > 0) from 0.7 to 0.9. The test used is Sign "
+              "test, two-sided, at "
               "the significance level 0.05.");
 }
 
-// An equivalence limit varies: it keeps its name and has no value.
+// An equivalence limit varies: it has a range.
 TEST_F(Statement, GraphOverAnEquivalenceLimit) {
     NewWindow(GraphWindow);
     AnalyseTest(0, TwoSamples, TwoOneSided, 1, {0, 1, 6, 7, 62, 2, 4, 37}, {{62, "0"}});
     Over(7, "0.3", "0.5", "0.1", 2, "0.3  0.4");
     Found(0.501F, 0.999F);
-    EXPECT_EQ(SumStatement(),
-              "With right equivalence limit ranging from 0.3 to 0.5 and with standard deviation "
-              "set to 0.3 and 0.4, the power will be ranging from 0.50 to 1.00 when testing the "
-              "null hypothesis H0: non-equivalence, with left equivalence limit = -0.4 and right "
-              "equivalence limit, against H1: mean 2 - mean 1 = 0 (equivalence). The test used is "
-              "Student's t-test, Unpaired, as two one-sided tests, at the significance level 0.05. "
-              "The calculation is based on the assumptions that the sample size 1 is 30 and the "
-              "sample size 2 is 30.");
+    EXPECT_EQ(
+        SumStatement(),
+        "With right equivalence limit ranging from 0.3 to 0.5 and with standard deviation "
+        "set to 0.3 and 0.4, the power will be ranging from 0.50 to above 0.99 when testing the "
+        "null hypothesis H0: non-equivalence, with left equivalence limit = -0.4 and right "
+        "equivalence limit from 0.3 to 0.5, against H1: mean 2 - mean 1 = 0 (equivalence). The "
+        "test used is "
+        "Student's t-test, Unpaired, as two one-sided tests, at the significance level 0.05. "
+        "The calculation is based on the assumptions that the sample size 1 is 30 and the "
+        "sample size 2 is 30.");
+}
+
+// Whatever of the alternative varies is told with its values, by axis, z-values or result.
+TEST_F(Statement, TheAlternativeOfATableIsWhole) {
+    NewWindow(TableWindow);
+    const Kinds kinds = {0, 1, 61, 62, 2, 4, 37};
+    AnalyseTest(0, TwoSamples, TwoSided, 62, kinds, {{61, "0"}});
+    Over(2, "1", "2", "0.5");
+    Found(4, 10);
+    EXPECT_NE(SumStatement().find("H0: mean 2 - mean 1 = 0 against H1: mean 2 - mean 1 from 4 to "
+                                  "10. The test"),
+              std::string::npos);
+    AnalyseTest(0, TwoSamples, TwoSided, 1, kinds, {{61, "0"}});
+    Over(2, "1", "2", "0.5", 62, "4 7 10");
+    EXPECT_NE(SumStatement().find("against H1: mean 2 - mean 1 = 4, 7 or 10. The test"),
+              std::string::npos);
+    Over(61, "-1", "1", "0.5", 2, "4");
+    EXPECT_NE(SumStatement().find("H0: mean 2 - mean 1 from -1 to 1 against H1: mean 2 - mean 1 ="),
+              std::string::npos);
+}
+
+// An H1 value that is entered as a difference or a ratio varies in absolute terms, with its base.
+TEST_F(Statement, TheAlternativeOfATableIsAbsolute) {
+    NewWindow(GraphWindow);
+    const auto alternative = [this] {
+        const std::string text = SumStatement();
+        const std::size_t from = text.find("against H1: ");
+        return from == std::string::npos ? text : text.substr(from, text.find(". ", from) - from);
+    };
+    AnalyseParameter(DistrNormal, 0, ProcedureTest, OneSample, TwoSided, 1, {0, 1, 57, 59, 2, 85},
+                     {{57, "100"}, {59, "3"}});
+    Found(0.1F, 0.9F);
+    Over(59, "4", "10", "2");
+    EXPECT_EQ(alternative(), "against H1: mean from 104 to 110");
+    Over(57, "90", "110", "10");
+    EXPECT_EQ(alternative(), "against H1: mean from 93 to 113");
+    Over(57, "90", "110", "10", 59, "2 5");
+    EXPECT_EQ(alternative(), "against H1: mean from 92 to 115");
+    UnknownParNo = PositionOf(59);
+    Over(2, "1", "2", "1");
+    Found(0.1F, 0.3F);
+    EXPECT_EQ(alternative(), "against H1: mean from 100.1 to 100.3");
+    AnalyseParameter(DistrNormal, 0, ProcedureTest, OneSample, TwoSided, 1, {0, 1, 57, 60, 2, 85},
+                     {{57, "-20"}});
+    Over(60, "1.1", "1.5", "0.1");
+    EXPECT_EQ(alternative(), "against H1: mean from -30 to -22");
 }
 
 // --- Parameters of distributions ----------------------------------------------------------------
@@ -444,7 +501,7 @@ TEST_F(Statement, ConfidenceIntervalOfADifference) {
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 90 (40 in sample 1 and 50 in sample 2), a two-sided "
               "99.9 % confidence interval will have a width of 0.48584. The confidence interval is "
-              "calculated for the parameter difference between two samples in mean (standard "
+              "calculated for the difference between two samples in the parameter mean (standard "
               "deviation known) in a normal distribution. The calculation is based on the "
               "assumptions that the standard deviation 1 is 0.3 and the standard deviation 2 is "
               "0.4.");
@@ -459,7 +516,7 @@ TEST_F(Statement, OneSidedConfidenceInterval) {
                      {22, 100, 102, 85}, {{22, "0.975"}, {100, "0.15"}});
     EXPECT_EQ(SumStatement(),
               "With a sample size of 30, a one-sided 97.5 % confidence interval will have a width "
-              "from the estimate to the limit of 0.15. The confidence interval is calculated for "
+              "of 0.15 from the estimate to the limit. The confidence interval is calculated for "
               "the parameter proportion in a binomial distribution. The calculation is based on "
               "the assumption that the proportion is 0.3.");
     CheckValue(36) = 1;
@@ -536,23 +593,72 @@ TEST_F(Statement, TestOfTwoOdds) {
 TEST_F(Statement, FisherTest) {
     AnalyseTest(100, TwoSamples, TwoSided, 4, {0, 1, 8, 69, 4, 5},
                 {{1, "0.9"}, {8, "0.2"}, {69, "0.6"}, {4, "34"}, {5, "1.5"}});
-    EXPECT_EQ(SumStatement(),
-              "With a total sample size of 85 (34 in sample 1 and 51 in sample 2), the power is "
-              "0.90 when testing the null hypothesis H0: proportion 2 = proportion 1 against H1: "
-              "proportion 1 = 0.2 and proportion 2 = 0.6. The test used is Fisher's Exact test, "
-              "two-sided, at the significance level 0.05.");
+    EXPECT_EQ(
+        SumStatement(),
+        "With a total sample size of 85 (34 in sample 1 and 51 in sample 2), the power is "
+        "0.90 when testing the null hypothesis H0: proportion 2 = proportion 1 against H1: "
+        "proportion 1 = 0.2 and proportion 2 = 0.6. The test used is Fisher's Exact test, "
+        "two-sided, at the significance level 0.05. With more than 50 subjects in a sample, the "
+        "power is that of the normal approximation on the arc-sine scale, not of the exact "
+        "test.");
 }
 
-// McNemar's test compares the discordant cells; the effect itself is no hypothesis of the list.
+// McNemar's test compares the discordant cells: their difference is the effect, their sum what it
+// is calculated with.
 TEST_F(Statement, McNemarTest) {
     AnalyseTest(70, OneSample, TwoSided, 85, {0, 1, 15, 16, 85},
                 {{1, "0.8"}, {15, "0.4"}, {16, "0.2"}, {85, "79"}});
     EXPECT_EQ(SumStatement(),
-              "With a sample size of 79, the power is 0.80 when testing the null hypothesis H0: "
-              "proportion 10 = proportion 01 against H1: proportion 10 + proportion 01 = 0.4. The "
-              "test used is McNemar test, two-sided, at the significance level 0.05. The "
-              "calculation is based on the assumption that the difference of diagonal "
-              "probabilities is 0.2.");
+              "With a sample size of 79 pairs, the power is 0.80 when testing the null hypothesis "
+              "H0: proportion 10 = proportion 01 against H1: proportion 10 - proportion 01 = 0.2. "
+              "The test used is McNemar test, two-sided, at the significance level 0.05. The "
+              "calculation is based on the assumption that the proportion 10 + proportion 01 under "
+              "H1 is 0.4.");
+    ParText(16) = "0.25";
+    UnknownParNo = PositionOf(16);
+    EXPECT_NE(SumStatement().find("the proportion 10 - proportion 01 under H1 is 0.25 for a power "
+                                  "of 0.80 when testing the null hypothesis H0: proportion 10 = "
+                                  "proportion 01 against H1: proportion 10 - proportion 01 = 0.25"),
+              std::string::npos);
+    UnknownParNo = PositionOf(15);
+    EXPECT_NE(SumStatement().find("the proportion 10 + proportion 01 under H1 is 0.4 for a power"),
+              std::string::npos);
+}
+
+// 50 subjects in each group are enumerated; from 51 on it is an approximation, and says so.
+TEST_F(Statement, FisherTestSaysWhereItIsNotExact) {
+    constexpr const char* approximation = "normal approximation on the arc-sine scale";
+    OpenTest(100);
+    AcceptOptions();
+    TypeAll({{4, "50"}, {37, "50"}});
+    Solve(1);
+    EXPECT_EQ(SumStatement().find(approximation), std::string::npos);
+    EXPECT_EQ(HeadlineNote(), "");
+    TypeAll({{37, "51"}});
+    EXPECT_EQ(HeadlineNote(),
+              "More than 50 per group: normal approximation on the arc-sine scale, not exact.");
+    Solve(1);
+    EXPECT_NE(SumStatement().find(approximation), std::string::npos);
+
+    // The second size by its ratio, and over an axis.
+    Pick(2, 2);
+    AcceptOptions();
+    TypeAll({{4, "40"}, {5, "1.25"}});
+    EXPECT_EQ(HeadlineNote(), "");
+    TypeAll({{5, "1.26"}});
+    EXPECT_NE(HeadlineNote(), "");
+    NewWindow(TableWindow);
+    AnalyseTest(100, TwoSamples, TwoSided, 1, {0, 1, 8, 69, 4, 37}, {{4, "20"}, {37, "20"}});
+    Over(4, "20", "50", "10");
+    Found(0.2F, 0.7F);
+    EXPECT_EQ(SumStatement().find(approximation), std::string::npos);
+    Over(4, "20", "60", "10");
+    EXPECT_NE(SumStatement().find(approximation), std::string::npos);
+    Over(8, "0.1", "0.2", "0.1", 37, "20 80 40");
+    EXPECT_NE(SumStatement().find(approximation), std::string::npos);
+    OpenTest(90);
+    AcceptOptions();
+    EXPECT_EQ(HeadlineNote(), "");
 }
 
 // Three groups with a standard deviation of the means of 0.3, sd 1, 30 per group: lambda = 90 x
@@ -1023,6 +1129,34 @@ TEST_F(EveryStatement, OfAParameterIsReadable) {
         GTEST_SKIP() << "no parameter analysis is available";
 }
 
+// --- Edited by hand ---------------------------------------------------------------------------
+
+TEST_F(Statement, GoesOutAsItWasEdited) {
+    EditStatement("too early");
+    EXPECT_EQ(StatementText(), "");
+    OpenUnpairedTTest(TwoSided, {{62, "0.5"}, {2, "1"}, {4, "64"}, {37, "64"}});
+    Solve(1);
+    const std::string ours = SumStatement();
+    EXPECT_EQ(StatementText(), ours);
+    EditStatement("My words.\nIn two lines.");
+    EXPECT_EQ(StatementText(), "My words.\nIn two lines.");
+    EXPECT_EQ(SumStatement(), ours);
+
+    // It belongs to this analysis, and to this result.
+    NewWindow(CalculationWindow);
+    EXPECT_EQ(StatementText(), "");
+    SwitchAnalysis(1);
+    EXPECT_EQ(StatementText(), "My words.\nIn two lines.");
+    Type(4, "65");
+    Solve(1);
+    EXPECT_EQ(StatementText(), SumStatement());
+    Type(4, "64");
+    Solve(1);
+    EXPECT_EQ(StatementText(), "My words.\nIn two lines.") << "the same result again";
+    EditStatement(" \n");
+    EXPECT_EQ(StatementText(), ours);
+}
+
 // --- Edges --------------------------------------------------------------------------------------
 
 // Two H0 entries with an inferiority limit: the comma after the first value stays.
@@ -1053,8 +1187,8 @@ TEST_F(Statement, EnteredNumbersAreToldInFull) {
                       {31, "99999"}});
     EXPECT_EQ(
         SumStatement(),
-        "With a sample size of 30, the power is 1.00 when testing the null hypothesis H0: "
-        "mean = 10000.5 against H1: mean = 10000.75. The test used is a test of the parameter "
+        "With a sample size of 30, the power is above 0.99 when testing the null hypothesis "
+        "H0: mean = 10000.5 against H1: mean = 10000.75. The test used is a test of the parameter "
         "population mean in a finite population, two-sided, at the significance level "
         "0.00001. The calculation is based on the assumptions that the standard deviation is "
         "0.99999 and the population size is 99999.");
@@ -1068,6 +1202,20 @@ TEST_F(Statement, ThePowerHasTwoDecimals) {
     EXPECT_NE(SumStatement().find("the power is 0.975 when"), std::string::npos);
     UnknownParNo = PositionOf(1);
     EXPECT_NE(SumStatement().find("the power is 0.98 when"), std::string::npos);
+    for (const auto& [power, told] : {std::pair{"0.9949", "0.99"},
+                                      {"0.9951", "above 0.99"},
+                                      {"1", "above 0.99"},
+                                      {"0.0051", "0.01"},
+                                      {"0.0049", "below 0.01"}}) {
+        ParText(1) = power;
+        EXPECT_NE(SumStatement().find(std::string("the power is ") + told + " when"),
+                  std::string::npos)
+            << power;
+    }
+    // What was asked for is told as it was typed.
+    UnknownParNo = PositionOf(4);
+    ParText(1) = "0.999";
+    EXPECT_NE(SumStatement().find("the power is 0.999 when"), std::string::npos);
 }
 
 // A size is rounded up, but for a rest of 1e-5 at most.

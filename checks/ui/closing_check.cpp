@@ -84,7 +84,9 @@ TEST_F(Closing, AsksInEveryWay) {
          [this] {
              auto& menu = *Window().findChild<QMenu*>("mnuWindowHead");
              emit menu.aboutToShow();
-             menu.actions()[3]->trigger();
+             for (QAction* action : menu.actions())
+                 if (action->text() == "C&lose")
+                     return action->trigger();
          }},
     };
     for (const auto& way : ways) {

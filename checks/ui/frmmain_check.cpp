@@ -4,9 +4,11 @@
 #include "core/catalogue.h"
 #include "core/general.h"
 #include "core/menus.h"
+#include "core/platform.h"
 #include "core/setup.h"
 #include "ui/childwindow.h"
 #include "ui/qttext.h"
+#include "ui/statusline.h"
 #include "ui/valuebox.h"
 #include "ui/window_fixture.h"
 
@@ -18,6 +20,7 @@
 #include <QMenuBar>
 #include <QPaintEvent>
 #include <QSet>
+#include <QStatusBar>
 #include <QTest>
 #include <QTextBrowser>
 
@@ -273,6 +276,25 @@ TEST_F(MainWindow, RunsTheFileCommandsFromTheOutputMenu) {
     EXPECT_EQ(Messages.FileQuestions.size(), 2);
     Trigger("mnuOutputOption(3)");
     EXPECT_NE(hands::TopWindow("frmOutput"), nullptr);
+}
+
+// --- The foot of the window -------------------------------------------------------------------
+
+// A small window, a long message: it ends in an ellipsis, and its whole text is told where it is
+// pointed at and to those who don't see it.
+TEST_F(MainWindow, TellsALongMessageWhole) {
+    auto& line = *qobject_cast<StatusLine*>(Window().statusBar());
+    const QString text = "No value of H1: Proportion 10 + Proportion 01 from 0.00001 to 0.99999 "
+                         "agrees with the other values.";
+    ThePlatform().ShowStatus(FromQt(text));
+    EXPECT_EQ(line.ShownMessage(), text);
+    EXPECT_TRUE(line.toolTip().isEmpty());
+    line.resize(300, line.height());
+    EXPECT_TRUE(line.ShownMessage().endsWith(QChar(0x2026)));
+    EXPECT_LE(line.fontMetrics().horizontalAdvance(line.ShownMessage()), 300);
+    EXPECT_EQ(line.toolTip(), text);
+    ThePlatform().ShowStatus("");
+    EXPECT_TRUE(line.toolTip().isEmpty());
 }
 
 // --- Help -------------------------------------------------------------------------------------

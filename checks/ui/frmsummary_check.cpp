@@ -56,7 +56,6 @@ TEST_F(SummaryWindow, ShowsTheStatementAlone) {
     OpenSummary();
     EXPECT_EQ(Summary().windowTitle(), "Summary");
     EXPECT_EQ(FromQt(Text().toPlainText()), SumStatement());
-    EXPECT_TRUE(Text().isReadOnly());
     EXPECT_EQ(hands::TextOf(Summary(), "cmdEdit"), "&Edit");
     EXPECT_TRUE(Text().toPlainText().contains("The test used is Student's t-test, Unpaired"));
     EXPECT_EQ(Text().verticalScrollBar()->maximum(), 0) << "all of it is seen";
@@ -72,6 +71,64 @@ TEST_F(SummaryWindow, ClosesByEsc) {
 // A table is calculated anew when it is printed, but its statement speaks of the old values.
 TEST_F(SummaryWindow, ClosesWhenItsStatementIsStale) {
     ExpectClosesWhenStale("frmSummary", "mnuGetInfo(3)");
+}
+
+// --- Its text, edited by hand -----------------------------------------------------------------
+
+TEST_F(SummaryWindow, GoesOutAsItWasEdited) {
+    OpenTTest();
+    OpenSummary();
+    const std::string ours = SumStatement();
+    QTextCursor cursor = Text().textCursor();
+    cursor.movePosition(QTextCursor::End);
+    Text().setTextCursor(cursor);
+    QTest::keyClicks(&Text(), " See Table 1.");
+    const std::string edited = ours + " See Table 1.";
+    EXPECT_EQ(FromQt(Text().toPlainText()), edited);
+    EXPECT_EQ(SumStatement(), ours);
+
+    EmptyClipboard();
+    Trigger("mnuFile(10)");
+    EXPECT_EQ(ClipboardText(), edited);
+    EXPECT_EQ(QString::fromStdU16String(checks::Read(ClipboardRtf()).Text), ToQt(edited) + "\n");
+    NameNextFile("summary");
+    Trigger("mnuFile(11)");
+    EXPECT_EQ(ContentOf("summary.rtf"), RtfDocument(edited));
+
+    // Its type, and another look at it, leave the text as it is; so does the output of the result.
+    EXPECT_TRUE(Edit([](QWidget& edit) {
+        hands::TypeInto(edit, "txtFontSize", "12");
+        hands::Click(edit, "cmdOK");
+    }));
+    EXPECT_EQ(FromQt(Text().toPlainText()), edited);
+    QTest::keyClick(&Summary(), Qt::Key_Escape);
+    EmptyClipboard();
+    Trigger("mnuFile(10)");
+    EXPECT_TRUE(ClipboardText().ends_with(edited));
+    OpenSummary();
+    EXPECT_EQ(FromQt(Text().toPlainText()), edited);
+
+    // Emptied, it is ours again when it is opened.
+    QTest::keyClick(&Text(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&Text(), Qt::Key_Delete);
+    QTest::keyClick(&Summary(), Qt::Key_Escape);
+    OpenSummary();
+    EXPECT_EQ(FromQt(Text().toPlainText()), ours);
+}
+
+TEST_F(SummaryWindow, IsPrintedAsItWasEditedInItsLines) {
+    OpenTTest();
+    OpenSummary();
+    Text().setFocus();
+    QTest::keyClick(&Text(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(&Text(), "One.");
+    QTest::keyClick(&Text(), Qt::Key_Return);
+    QTest::keyClicks(&Text(), "Two.");
+    EXPECT_EQ(StatementText(), "One.\nTwo.");
+    EmptyClipboard();
+    Trigger("mnuFile(10)");
+    EXPECT_EQ(ClipboardText(), "One.\nTwo.");
+    EXPECT_NE(ClipboardRtf().find("One.\\par Two."), std::string::npos);
 }
 
 // --- Its dialog -------------------------------------------------------------------------------

@@ -19,6 +19,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPrinter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -197,6 +198,39 @@ TEST_F(HelpWindow, SearchesAllPages) {
     EXPECT_GT(Search("equival").size(), 5) << "the last word may go on";
     EXPECT_EQ(Search("decimal comma").front(), "How numbers are typed");
     EXPECT_EQ(Search("Satterthwaite").front(), "Student's t-test, unpaired");
+}
+
+// The box to type into has the focus as soon as its tab is chosen.
+TEST_F(HelpWindow, TypesIntoTheTabThatIsChosen) {
+    for (const auto& [tab, box] : {std::pair{2, "txtSearch"}, {1, "txtIndex"}}) {
+        QTest::mouseClick(Tabs().tabBar(), Qt::LeftButton, {},
+                          Tabs().tabBar()->tabRect(tab).center());
+        EXPECT_EQ(Tabs().currentIndex(), tab);
+        EXPECT_EQ(QApplication::focusWidget()->objectName(), box);
+    }
+}
+
+TEST_F(HelpWindow, SearchesWordsInAllTheirForms) {
+    OpenHelpSearch();
+    const auto places = [this](const QString& words, const QString& title) {
+        return Search(words).indexOf(title);
+    };
+    EXPECT_GE(places("round up", "The Calculation window"), 0) << "has only \"rounded up\"";
+    EXPECT_EQ(Search("ttest"), Search("t-test"));
+    EXPECT_GT(Search("effect size").size(), 3);
+    EXPECT_GT(Search("Cohen's d").size(), 3);
+    EXPECT_GT(Search("noninferiority").size(), 3);
+}
+
+TEST_F(HelpWindow, FindsThePagesOfProofLast) {
+    OpenHelpSearch();
+    const QStringList found = Search("power");
+    const qsizetype proof = found.indexOf("Estimation");
+    ASSERT_GE(proof, 0) << "a chapter of the comparison with exact values";
+    for (const char* title : {"Few, df", "Means", "Proportions, published"})
+        EXPECT_GT(found.indexOf(title), found.indexOf("The main window")) << title;
+    for (const char* title : {"Student's t-test, unpaired", "The Summary window"})
+        EXPECT_LT(found.indexOf(title), proof) << title;
 }
 
 TEST_F(HelpWindow, SearchesForNothing) {

@@ -1,9 +1,11 @@
 // The help key in every window: which topic it opens, and that the help can be used while the
 // window waits for its answer.
 #include "core/analysis_state.h"
+#include "core/catalogue.h"
 #include "core/showpar.h"
 #include "ui/childwindow.h"
 #include "ui/helpviewer.h"
+#include "ui/valuebox.h"
 #include "ui/window_fixture.h"
 
 #include <QAbstractButton>
@@ -98,10 +100,44 @@ TEST_F(HelpKey, ExplainsTheChoiceOfAWindow) {
 TEST_F(HelpKey, ExplainsATable) {
     OpenRun("mnuFile(1)");
     EXPECT_EQ(PageAt(*hands::Control(Child(), "PicTable")), "301.html");
-    for (const char* control : {"cbYXZPar(0)", "txtXminValue", "txtZValue", "txtParValue(0)"})
+    for (const char* control : {"cbYXZPar(0)", "txtXminValue", "txtZValue"})
         EXPECT_EQ(PageAt(*hands::Control(Parameters(), control)), "24.html") << control;
     ExpectExplained(Child(), 25);
     EXPECT_EQ(PageInModal("frmEditTable", ClickIn(Child(), "cmdEditTable")), "26.html");
+}
+
+// The parameter's own words first, then the test's.
+TEST_F(HelpKey, ExplainsTheParameterOfABox) {
+    OpenTTest();
+    const int sd = PlaceOf("&Standard Deviation");
+    Box(sd).setFocus();
+    QTest::keyClick(&Box(sd), Qt::Key_F1);
+    QWidget& viewer = *hands::TopWindow("frmHelp");
+    const auto& page = *hands::Control<QTextBrowser>(viewer, "txtPage");
+    EXPECT_EQ(page.source().fileName(), QString("%1.html").arg(HelpParameters()));
+    EXPECT_EQ(page.source().fragment(), "p2");
+    EXPECT_TRUE(page.toPlainText().contains("Standard Deviation"));
+    Box(sd).setFocus();
+    QTest::keyClick(&Box(sd), Qt::Key_F1);
+    EXPECT_EQ(page.source().fileName(), "301.html");
+    QTest::keyClick(&Box(0), Qt::Key_F1);
+    EXPECT_EQ(page.source().fragment(), "p0");
+    QTest::keyClick(&Label(0), Qt::Key_F1);
+    EXPECT_EQ(page.source().fileName(), "301.html");
+    QTest::keyClick(&Box(0), Qt::Key_F1);
+    QTest::keyClick(&Box(1), Qt::Key_F1);
+    EXPECT_EQ(page.source().fragment(), "p1") << "another parameter";
+    viewer.close();
+    QTest::keyClick(&Box(1), Qt::Key_F1);
+    EXPECT_EQ(page.source().fragment(), "p1") << "after the help was closed, it is the first time";
+    viewer.close();
+    hands::Settle();
+}
+
+TEST_F(HelpKey, ExplainsTheParameterOfABoxBesideATable) {
+    OpenRun("mnuFile(1)");
+    EXPECT_EQ(PageAt(*hands::Control(Parameters(), "txtParValue(0)")),
+              QString("%1.html").arg(HelpParameters()));
 }
 
 TEST_F(HelpKey, ExplainsEveryWordOfTheParameters) {

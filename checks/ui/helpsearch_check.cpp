@@ -70,6 +70,55 @@ TEST_F(HelpTextSearch, FindsNothingForNothing) {
     EXPECT_EQ(HelpSearch().Find("power").size(), 0);
 }
 
+TEST(HelpStems, AreOneForAllFormsOfAWord) {
+    const QStringList families[] = {{"round", "rounds", "rounded", "rounding"},
+                                    {"size", "sizes", "sized", "sizing"},
+                                    {"plan", "plans", "planned", "planning"},
+                                    {"study", "studies"},
+                                    {"class", "classes"},
+                                    {"fall", "falls", "falling"},
+                                    {"pair", "pairs", "paired"}};
+    for (const QStringList& family : families)
+        for (const QString& word : family)
+            EXPECT_EQ(StemOf(word), StemOf(family.front())) << qPrintable(word);
+    for (const char* word : {"is", "bias", "radius", "less", "bed", "sing", "red", "n1", "chi"})
+        EXPECT_EQ(StemOf(word), StemOf(StemOf(word))) << word;
+    EXPECT_NE(StemOf("mean"), StemOf("median"));
+    EXPECT_EQ(StemOf("radius"), "radius");
+    EXPECT_EQ(StemOf("red"), "red");
+}
+
+TEST_F(HelpTextSearch, FindsAWordInAllItsForms) {
+    Add("d", "Counts", "<p>They are rounded up to whole sizes.</p>");
+    EXPECT_EQ(Find("round up"), "d");
+    EXPECT_EQ(Find("rounding sized "), "d");
+    EXPECT_EQ(Find("count"), "d");
+    EXPECT_EQ(Find("counting "), "d");
+    EXPECT_EQ(Find("rou"), "d");
+    EXPECT_EQ(Find("rou "), "");
+}
+
+TEST_F(HelpTextSearch, KnowsOtherWords) {
+    Add("d", "x", "<p>difference and standard deviation</p>");
+    Add("e", "y", "<p>An effect of some size: effect size.</p>");
+    EXPECT_EQ(Find("effect size"), "ed") << "first what has the words themselves";
+    EXPECT_EQ(Find("Cohen's d"), "d");
+    EXPECT_EQ(Find("ttest"), "a");
+    EXPECT_EQ(Find("ttest subjects"), "a");
+    EXPECT_EQ(Find("ttest zzz"), "");
+}
+
+TEST_F(HelpTextSearch, PutsProofLast) {
+    HelpSearch search;
+    search.Add(QUrl("proof"), "<html><head><title>Power</title></head><body class=\"proof\">"
+                              "<p>power power</p></body></html>");
+    search.Add(QUrl("page"), "<html><head><title>x</title></head><body>power</body></html>");
+    const QList<HelpHit> hits = search.Find("power");
+    ASSERT_EQ(hits.size(), 2);
+    EXPECT_EQ(hits[0].Page.toString(), "page");
+    EXPECT_EQ(hits[1].Page.toString(), "proof");
+}
+
 TEST_F(HelpTextSearch, LivesWithBrokenHtml) {
     Add("d", "x", "broken <p");
     Add("e", "x", "broken < b > <");

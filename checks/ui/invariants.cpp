@@ -6,11 +6,13 @@
 #include "core/catalogue.h"
 #include "core/fault.h"
 #include "core/general.h"
+#include "core/last_step.h"
 #include "core/menus.h"
 #include "core/reading.h"
 #include "core/records.h"
 #include "core/run.h"
 #include "core/search.h"
+#include "core/setup.h"
 #include "core/showpar.h"
 #include "core/values.h"
 #include "output/format.h"
@@ -74,9 +76,9 @@ QString FirstOf(std::initializer_list<QString> complaints) {
 
 // --- Controls ---------------------------------------------------------------------------------
 
-template <class Widget>
-const Widget& Part(const QWidget& window, const QString& name) {
-    const auto* found = window.findChild<const Widget*>(name);
+template <class Object>
+const Object& Part(const QWidget& window, const QString& name) {
+    const auto* found = window.findChild<const Object*>(name);
     if (found == nullptr)
         throw std::logic_error("no control " + name.toStdString());
     return *found;
@@ -480,6 +482,17 @@ QString MenusAreEnabledAsTheStateSays(const frmMain& window) {
     return complaint;
 }
 
+QString TheWindowMenuOffersWhatCanBeDone(const frmMain& window) {
+    const auto& back = Part<QAction>(window, "mnuStepBack");
+    const auto& options = Part<QAction>(window, "mnuReopenOptions");
+    return FirstOf({Is("the undo entry", back.text(), "&" + ToQt(StepBackName())),
+                    Is("its being enabled", back.isEnabled(), CanStepBack()),
+                    Is("the options' being enabled", options.isEnabled(), CanReopenOptions()),
+                    !options.isEnabled() || (HasList() && !ChoosingOptions)
+                        ? QString()
+                        : QString("options of what has none")});
+}
+
 QString TheStatusBarSaysWhatToDo(const frmMain& window) {
     const QString text = Part<QLabel>(window, "lblStatus").text();
     if (const std::string note = CurrentReadingNote(); !note.empty())
@@ -528,7 +541,7 @@ QString TheSummaryIsOfTheResult(const frmMain& window) {
     if (!summary.isVisible() || !GetInfoEnabled(3))
         return {};
     return Is("the summary", Part<QTextEdit>(summary, "txtSummary").toPlainText(),
-              ToQt(SumStatement()));
+              ToQt(StatementText()));
 }
 
 struct Invariant {
@@ -553,6 +566,7 @@ constexpr Invariant invariants[] = {
     {"the axes and the boxes are a permutation", TheAxesAndTheBoxesAreAPermutation},
     {"the parameter window shows the state", TheParameterWindowShowsTheState},
     {"menus are enabled as the state says", MenusAreEnabledAsTheStateSays},
+    {"the menu of windows offers what can be done", TheWindowMenuOffersWhatCanBeDone},
     {"the status bar says what to do", TheStatusBarSaysWhatToDo},
     {"the option window shows the options", TheOptionWindowShowsTheOptions},
     {"the summary is of the result", TheSummaryIsOfTheResult},

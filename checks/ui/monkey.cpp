@@ -7,6 +7,7 @@
 #include "core/dispatch.h"
 #include "core/general.h"
 #include "core/records.h"
+#include "core/values.h"
 #include "tour/hands.h"
 #include "ui/childwindow.h"
 #include "ui/invariants.h"
@@ -45,6 +46,8 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <iostream>
 
 namespace quorvanta {
@@ -138,7 +141,9 @@ QWidget* ActiveWindow() {
 bool HoldsAbsurdNumber() {
     const auto isAbsurd = [](const std::string& text) {
         constexpr std::ptrdiff_t most = 16;
-        return std::ranges::count_if(text, [](char c) { return c >= '0' && c <= '9'; }) > most;
+        constexpr f64 noCount = 2147483648.0; // the first that no 32-bit integer counts to
+        return std::fabs(std::strtod(text.c_str(), nullptr)) >= noCount ||
+               std::ranges::count_if(text, [](char c) { return c >= '0' && c <= '9'; }) > most;
     };
     for (i16 i = 0; i <= NoOfPar; ++i) {
         const i16 kind = ParKind(i);
@@ -149,6 +154,30 @@ bool HoldsAbsurdNumber() {
         }
     }
     return false;
+}
+
+// What a window shows of a record: without the choices, kept by kind, that its test does not have,
+// and without what lies beyond its list.
+AnalysisRecord ShownOf(i16 analysisNo) {
+    AnalysisRecord record = Analysis(analysisNo);
+    record.IntParValue.Fill(0);
+    record.CheckValue.Fill(0);
+    for (int i = record.NoOfPar + 1; i <= MaxPar; ++i)
+        record.ParKind(i) = 0;
+    for (i16 i = 0; i < record.NoOfIntPar; ++i)
+        record.IntParValue(record.IntParList(i)) =
+            Analysis(analysisNo).IntParValue(record.IntParList(i));
+    for (i16 i = 0; i < record.NoOfCheck; ++i)
+        record.CheckValue(record.CheckList(i)) =
+            Analysis(analysisNo).CheckValue(record.CheckList(i));
+    for (int i = record.NoOfCheck; i <= 4; ++i)
+        record.CheckList(i) = 0;
+    return record;
+}
+
+std::vector<f32> CellsOf(i16 analysisNo) {
+    const auto cells = AnalysisState(analysisNo).TableY.Raw();
+    return {cells.begin(), cells.end()};
 }
 
 // For the message of a failure.
@@ -572,6 +601,9 @@ void Monkey::ActOnWindows() {
             {6, &Monkey::ClickMenuBar},
             {5, &Monkey::OpenWindow},
             {5, &Monkey::UseFiles},
+            {5, &Monkey::StepBackOrForth},
+            {3, &Monkey::StepBackAndForth},
+            {4, &Monkey::ChooseOptionsAgain},
             {4, &Monkey::OutputSomething},
             {1, &Monkey::Exit},
             {26, &Monkey::ClickSomewhere},
@@ -631,6 +663,35 @@ void Monkey::UseFiles() {
     if (Children().size() >= ManyWindows)
         return CloseSomeChild();
     Trigger(ControlName("mnuFile", OneIn(2) ? FileOpenAnalysis : FileSaveAnalysis));
+}
+
+void Monkey::StepBackOrForth() {
+    Trigger("mnuStepBack");
+}
+
+void Monkey::ChooseOptionsAgain() {
+    Trigger("mnuReopenOptions");
+}
+
+// A step that is undone and done again leaves everything as it was.
+void Monkey::StepBackAndForth() {
+    auto* entry = Window().findChild<QAction*>("mnuStepBack");
+    if (!entry->isEnabled())
+        return;
+    Note("undo and redo");
+    StoreAnalysis();
+    const AnalysisRecord before = ShownOf(AnalysisNo);
+    const std::vector<f32> cells = CellsOf(AnalysisNo);
+    const i16 calculated = Calculated;
+    const i16 place = AnalysisNo;
+    entry->trigger();
+    entry->trigger();
+    StoreAnalysis();
+    if (AnalysisNo != place || ShownOf(place) != before || CellsOf(place) != cells)
+        Fail("a step that was undone and done again has changed the analysis");
+    // A calculation without a value is asked for again when it comes back.
+    else if (Calculated != calculated && HasValue(ParText(ParKind(UnknownParNo))))
+        Fail("a step that was undone and done again has changed the state of the result");
 }
 
 void Monkey::OutputSomething() {
@@ -751,6 +812,7 @@ void Monkey::PressSomeKey() {
                                                       Qt::CTRL | Qt::Key_S,
                                                       Qt::CTRL | Qt::Key_P,
                                                       Qt::CTRL | Qt::Key_O,
+                                                      Qt::CTRL | Qt::SHIFT | Qt::Key_O,
                                                       Qt::CTRL | Qt::Key_F4,
                                                       Qt::CTRL | Qt::Key_W,
                                                       Qt::CTRL | Qt::Key_Tab,

@@ -108,6 +108,9 @@ class Monkey : public QObject {
     void ClickMenuBar();
     void OpenWindow();
     void UseFiles();
+    void StepBackOrForth();
+    void StepBackAndForth();
+    void ChooseOptionsAgain();
     void OutputSomething();
     void Exit();
     void ClickSomewhere();

@@ -69,8 +69,8 @@ Page ParameterPage(const HelpSubject& subject, const ParameterTexts& texts) {
         "and it is calculated from the others.</p>\n";
     const auto lists = ParameterLists(subject);
     for (const i16 kind : KindsOf(lists))
-        page.Body += "<h3>" + Escape(Label(kind)) + "</h3>\n" +
-                     ToHtml(TextOf(texts, kind, description)) +
+        page.Body += "<h3><a name=\"p" + std::to_string(kind) + "\"></a>" + Escape(Label(kind)) +
+                     "</h3>\n" + ToHtml(TextOf(texts, kind, description)) +
                      FactsHtml(kind, ConditionOf(kind, lists));
     return page;
 }

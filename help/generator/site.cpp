@@ -73,14 +73,14 @@ class Builder {
         for (const std::string& keyword : topic.Keywords)
             page.Keywords.push_back({keyword, ""});
         try {
-            page.Body = TopicHtml(topic, page.Keywords);
+            page.Body = TopicHtml(topic, page);
         } catch (const std::exception& problem) {
             throw std::runtime_error(topic.File + ": " + problem.what());
         }
         site_.Pages.push_back(std::move(page));
     }
 
-    std::string TopicHtml(const Topic& topic, std::vector<Keyword>& keywords) {
+    std::string TopicHtml(const Topic& topic, Page& page) {
         const bool isExample = HelpSubjectOf(topic.Number).Topic == HelpTopic::Example;
         return ToHtml(isExample ? WithResults(topic.Text) : topic.Text,
                       [&](const std::string& name, const std::string& lines) {
@@ -89,7 +89,8 @@ class Builder {
                           if (name == "run")
                               return RunHtml(lines);
                           if (name == "parameters")
-                              return AllParametersHtml(texts_, keywords);
+                              return AllParametersHtml(texts_, page.Keywords);
+                          page.IsProof = page.IsProof || name == "document" || name == "chapters";
                           if (name == "document")
                               return ToHtml(Document(lines));
                           if (name == "chapters")
@@ -124,6 +125,7 @@ class Builder {
                 "chapter-" + std::to_string(chapters.size() + 1) + "-" + FileOf(number);
             chapters.push_back({chapter.substr(0, title), file, {}});
             AddPage(chapters.back(), ToHtml(chapter.substr(title)));
+            site_.Pages.back().IsProof = true;
         }
         return head + ListHtml(chapters);
     }
@@ -256,7 +258,8 @@ void WriteFile(const std::filesystem::path& path, const std::string& text) {
 std::string PageHtml(const Page& page) {
     const std::string title = Escape(page.Title);
     return "<!DOCTYPE html>\n<html lang=\"en\">\n<head><meta charset=\"utf-8\"/><title>" + title +
-           "</title></head>\n<body>\n<h1>" + title + "</h1>\n" + page.Body + "</body>\n</html>\n";
+           "</title></head>\n<body" + (page.IsProof ? " class=\"proof\"" : "") + ">\n<h1>" + title +
+           "</h1>\n" + page.Body + "</body>\n</html>\n";
 }
 
 void WriteEntry(const Entry& entry, std::string& xml) {

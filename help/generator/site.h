@@ -22,6 +22,7 @@ struct Page {
     std::string Title;
     std::string Body; // HTML
     std::vector<Keyword> Keywords;
+    bool IsProof = false; // it holds figures of a document, which are looked for last
 
     static constexpr i32 noNumber = -1;
 };

@@ -258,7 +258,10 @@ void ClearAnalysis() {
 
 void LoadAnalysis() {
     const AnalysisRecord& record = Analysis(AnalysisNo);
+    const AnalysisStatus& status = AnalysisState(AnalysisNo);
     LoadChoices(record);
+    OwnSamples = status.Own.Samples;
+    OwnTails = status.Own.Tails;
     NewSetup();
     SelSetParList();
     LoadTexts(record);
@@ -268,7 +271,6 @@ void LoadAnalysis() {
     ParListName = record.ParListName;
     HelpContext = static_cast<f32>(HelpDescription());
 
-    const AnalysisStatus& status = AnalysisState(AnalysisNo);
     TableX = status.TableX;
     TableY = status.TableY;
     ZValues = status.ZValues;

@@ -8,6 +8,7 @@
 #include "core/dispatch.h"
 #include "core/help_numbers.h"
 #include "core/menus.h"
+#include "core/options.h"
 #include "core/platform.h"
 #include "core/program_name.h"
 #include "core/records.h"
@@ -267,6 +268,7 @@ bool ReadAnalysisFile(const std::string& path) {
     AnalysisState(AnalysisNo).Calculated =
         ToFlag(!IsTableOrGraph() && HasValue(record->ParText(record->UnknownParNo)));
     LoadAnalysis();
+    DisownForcedChoices();
     if (!IsListOf(*record)) {
         // The result belonged to another list of parameters.
         Calculated = False;

@@ -10,6 +10,8 @@ std::string DistrName;
 std::string ParListName;
 i16 NoOfSamples;
 i16 NoOfTails;
+i16 OwnSamples;
+i16 OwnTails;
 i16 LeftTail;
 i16 ParListNo;
 i16 ProcedureNo;
@@ -123,6 +125,8 @@ void ResetChoice() {
     ParListName.clear();
     NoOfSamples = TwoSamples;
     NoOfTails = TwoSided;
+    OwnSamples = 0;
+    OwnTails = 0;
     LeftTail = False;
     ParListNo = 0;
     ProcedureNo = ProcedureTest;

@@ -21,6 +21,8 @@ extern std::string DistrName;   // its name
 extern std::string ParListName; // the analysis in words: the headline
 extern i16 NoOfSamples;         // 1 one sample, 2 two samples, 3 more than two
 extern i16 NoOfTails;           // 1 one-sided, 2 two-sided, 3 two one-sided
+extern i16 OwnSamples;          // the own choice of the user where the analysis forces another;
+extern i16 OwnTails;            // 0: the choice made is the own one
 extern i16 LeftTail;            // -1: reject in the left tail
 extern i16 ParListNo;           // parameter chosen in the distribution's list
 extern i16 ProcedureNo;         // 0 test, 1 point estimate, 2 confidence interval

@@ -151,6 +151,9 @@ bool HasSurvivalGraph();
 bool IsDiscreteTest();
 bool UsesEventTimes();
 
+// What the sizes of the current analysis count are pairs of observations.
+bool IsPaired();
+
 // Help numbers of the current analysis: its description, its parameters, its example. The second
 // has up to seven digits.
 i32 HelpDescription();

@@ -93,4 +93,13 @@ void SelSetLabels() {
     });
 }
 
+i16 SelExactUpTo() {
+    return WithModule(CurrentKey(), []<class M>() -> i16 {
+        if constexpr (requires { M::ExactUpTo(); })
+            return M::ExactUpTo();
+        else
+            return 0;
+    });
+}
+
 } // namespace quorvanta

@@ -24,4 +24,8 @@ bool SelIsTablePar(i16 parNo);
 f32 SelCalcTablePar();
 void SelSetLabels();
 
+// The largest sample up to which the power of the current analysis is exact, where it is an
+// approximation beyond; 0 where there is no such border.
+i16 SelExactUpTo();
+
 } // namespace quorvanta

@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/dispatch.h"
 #include "core/floating_windows.h"
+#include "core/last_step.h"
 #include "core/menus.h"
 #include "core/obstacle.h"
 #include "core/platform.h"
@@ -27,17 +28,31 @@ bool IsSettled(i16 parNo) {
            !(foundNothing && !HasValue(ParText(ParKind(parNo))));
 }
 
+// What was asked and found nothing is asked once more: the values from before the first time are
+// those to go back to.
+bool IsAskedAgain(i16 parNo) {
+    const auto& last = AnalysisState(AnalysisNo).LastStep;
+    return last && last->Kind == StepKind::Calculation && !last->IsUndone &&
+           parNo == UnknownParNo && !HasValue(ParText(ParKind(parNo)));
+}
+
 } // namespace
+
+void MakeUnknown(i16 parNo) {
+    UnknownParNo = parNo;
+    ZParNo = parNo == 0 ? 1 : 0;
+    XParNo = parNo <= 1 ? 2 : 1;
+    FixParNos();
+}
 
 void SolveFor(i16 parNo) {
     if (IsSettled(parNo))
         return;
+    if (!IsAskedAgain(parNo))
+        RememberStep(BeforeStep(StepKind::Calculation));
     Cancelled = False;
-    UnknownParNo = parNo;
     Calculated = False;
-    ZParNo = parNo == 0 ? 1 : 0;
-    XParNo = parNo <= 1 ? 2 : 1;
-    FixParNos();
+    MakeUnknown(parNo);
     CalcUnknown();
 }
 

@@ -5,6 +5,9 @@
 
 namespace quorvanta {
 
+// Parameter i is the unknown; the two lowest others have the roles of the axes.
+void MakeUnknown(i16 parNo);
+
 // Makes parameter i the unknown and solves for it; nothing if its value is already calculated.
 void SolveFor(i16 parNo);
 

@@ -44,10 +44,22 @@ std::string StripAmpersand(std::string_view text) {
     return stripped;
 }
 
-f64 ReadNumber(std::string_view text) {
+namespace {
+
+std::string WithPoints(std::string_view text) {
     std::string point(text);
     std::replace(point.begin(), point.end(), ',', '.');
-    return Val(point);
+    return point;
+}
+
+} // namespace
+
+f64 ReadNumber(std::string_view text) {
+    return Val(WithPoints(text));
+}
+
+bool IsReadable(std::string_view text) {
+    return NumberIn(WithPoints(text)).has_value();
 }
 
 } // namespace quorvanta

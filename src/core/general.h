@@ -53,4 +53,7 @@ std::string StripAmpersand(std::string_view text);
 // the first character that is not part of a number, a text without a number is 0.
 f64 ReadNumber(std::string_view text);
 
+// False for a text whose number is too large for ReadNumber.
+bool IsReadable(std::string_view text);
+
 } // namespace quorvanta

@@ -13,6 +13,7 @@ namespace quorvanta {
 
 namespace {
 
+// An interval has the sides that its check box gives it; tails are for tests.
 std::string TailsInWords() {
     if (IsIntervalAnalysis())
         return CheckValue(Check::TwoSidedInterval) == 1 ? "two-sided" : "one-sided";

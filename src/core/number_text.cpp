@@ -47,7 +47,7 @@ class NumberReader {
 
 } // namespace
 
-f64 Val(std::string_view text) {
+std::optional<f64> NumberIn(std::string_view text) {
     NumberReader reader(text);
     reader.SkipBlanks();
     const bool negative = reader.Take("+-") == '-';
@@ -74,10 +74,17 @@ f64 Val(std::string_view text) {
         // hundreds of digits, gets here, so the sign of one or the place of the other decides.
         const bool large = exponent.empty() ? first < whole.size() : !negativeExponent;
         if (large)
-            throw RunTimeError(Fault::Overflow);
+            return std::nullopt;
         return 0;
     }
     return negative ? -x : x;
+}
+
+f64 Val(std::string_view text) {
+    const auto number = NumberIn(text);
+    if (!number)
+        throw RunTimeError(Fault::Overflow);
+    return *number;
 }
 
 } // namespace quorvanta

@@ -28,6 +28,14 @@ void OptionsChanged() {
     UpdateMenus();
 }
 
+// What was forced and is chosen once more is still forced.
+void ChooseAsOwn(i16 choice, i16& chosen, i16& own) {
+    if (choice == chosen)
+        return;
+    chosen = choice;
+    own = 0;
+}
+
 } // namespace
 
 void StartTwoSidedInterval() {
@@ -45,12 +53,12 @@ void NewSetup() {
 }
 
 void ChooseSamples(i16 noOfSamples) {
-    NoOfSamples = noOfSamples;
+    ChooseAsOwn(noOfSamples, NoOfSamples, OwnSamples);
     OptionsChanged();
 }
 
 void ChooseTails(i16 noOfTails) {
-    NoOfTails = noOfTails;
+    ChooseAsOwn(noOfTails, NoOfTails, OwnTails);
     OptionsChanged();
 }
 

@@ -41,17 +41,36 @@ int GroupPosition(i16 group) {
     return -1;
 }
 
-void Offer(std::initializer_list<i16> choices, FixedArray<bool, 1, 3>& offered, i16& chosen) {
+void Offer(std::initializer_list<i16> choices, FixedArray<bool, 1, 3>& offered, i16& chosen,
+           i16& own) {
     offered.Fill(false);
     for (const i16 choice : choices)
         offered(choice) = true;
-    if (std::find(choices.begin(), choices.end(), chosen) == choices.end())
-        chosen = *(choices.end() - 1);
+    if (std::find(choices.begin(), choices.end(), chosen) != choices.end())
+        return;
+    if (own == 0)
+        own = chosen;
+    chosen = *(choices.end() - 1);
+}
+
+// What another offer has forced goes, and the user's own choice is back.
+void TakeBackOwn(i16& chosen, i16& own) {
+    if (own != 0)
+        chosen = own;
+    own = 0;
+}
+
+void Disown(const FixedArray<bool, 1, 3>& offered, i16 chosen, i16 start, i16& own) {
+    const bool isForced = offered(1) + offered(2) + offered(3) == 1;
+    if (isForced && chosen != start)
+        own = start;
 }
 
 } // namespace
 
 void ClearOptions() {
+    TakeBackOwn(NoOfSamples, OwnSamples);
+    TakeBackOwn(NoOfTails, OwnTails);
     NoOfCheck = 0;
     NoOfIntPar = 0;
     SamplesOffered.Fill(true);
@@ -68,11 +87,16 @@ void FixSamples(i16 noOfSamples) {
 }
 
 void OfferSamples(std::initializer_list<i16> choices) {
-    Offer(choices, SamplesOffered, NoOfSamples);
+    Offer(choices, SamplesOffered, NoOfSamples, OwnSamples);
 }
 
 void OfferTails(std::initializer_list<i16> choices) {
-    Offer(choices, TailsOffered, NoOfTails);
+    Offer(choices, TailsOffered, NoOfTails, OwnTails);
+}
+
+void DisownForcedChoices() {
+    Disown(SamplesOffered, NoOfSamples, TwoSamples, OwnSamples);
+    Disown(TailsOffered, NoOfTails, TwoSided, OwnTails);
 }
 
 void OfferChecks(std::initializer_list<i16> kinds) {

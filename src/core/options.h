@@ -9,16 +9,21 @@
 
 namespace quorvanta {
 
-// Nothing offered but the full choice of samples and tails: how every SetupTest starts.
+// Nothing offered but the full choice of samples and tails: how every SetupTest starts. What the
+// test before had forced there is the user's own choice again.
 void ClearOptions();
 
 // The test has this number of samples only.
 void FixSamples(i16 noOfSamples);
 
 // The numbers of samples, and the tails, to choose from; a former choice that is not among them
-// becomes the last one of the list.
+// becomes the last one of the list, and comes back for the next test.
 void OfferSamples(std::initializer_list<i16> choices);
 void OfferTails(std::initializer_list<i16> choices);
+
+// The analysis comes from a file, which doesn't tell what was forced: where there was nothing to
+// choose, the start values are the user's own choice.
+void DisownForcedChoices();
 
 // Check boxes and groups of interchangeable parameters, by kind, in the order of the window.
 void OfferChecks(std::initializer_list<i16> kinds);

@@ -122,9 +122,8 @@ std::string NoteOf(const std::vector<std::string>& leftOut, bool hasMoreLines) {
 } // namespace
 
 std::string ReadingNote(std::string_view text) {
-    constexpr std::size_t longest = 300; // what is longer may be no number of 64 bits
     const std::string_view typed = Trimmed(text);
-    if (!HasValue(std::string(typed)) || typed.size() > longest)
+    if (!HasValue(std::string(typed)) || !IsReadable(typed))
         return "";
     const PlainNumber number = PlainNumberIn(typed);
     if (number.IsOne() && !LooksLikeThousands(number))

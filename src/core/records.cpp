@@ -111,14 +111,14 @@ void StoreSimulation(AnalysisRecord& record) {
     record.HasDistrGraph = HasDistrGraph;
 }
 
-void StoreResult(AnalysisStatus& status) {
-    status.Calculated = Calculated;
-    status.TableX = TableX;
-    status.TableY = TableY;
-    status.ZValues = ZValues;
-    status.TableYKind = TableYKind;
-    status.TableYMin = TableYMin;
-    status.TableYMax = TableYMax;
+void StoreResult(AnalysisResult& result) {
+    result.Calculated = Calculated;
+    result.TableX = TableX;
+    result.TableY = TableY;
+    result.ZValues = ZValues;
+    result.TableYKind = TableYKind;
+    result.TableYMin = TableYMin;
+    result.TableYMax = TableYMax;
 }
 
 } // namespace
@@ -145,6 +145,7 @@ void StoreAnalysis() {
     StoreGrids(record);
     StoreSimulation(record);
     StoreResult(AnalysisState(AnalysisNo));
+    AnalysisState(AnalysisNo).Own = {OwnSamples, OwnTails};
 }
 
 void ClearResult() {

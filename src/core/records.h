@@ -5,6 +5,7 @@
 #include "core/checked_array.h"
 #include "core/types.h"
 
+#include <optional>
 #include <string>
 
 namespace quorvanta {
@@ -106,12 +107,9 @@ struct DefaultTexts {
     std::string Z;
 };
 
-// What is known of an analysis beside its record. The result of a table or graph run is not part
-// of the file, but belongs to its window as long as that is open.
-struct AnalysisStatus {
-    i16 Changed = False; // -1: differs from its file
-    i16 Closed = False;  // -1: the window has been closed
-    std::string Path;    // of its file; empty: it was neither opened from one nor saved
+// The result of an analysis. That of a table or graph run is not part of the file, but belongs to
+// its window as long as that is open.
+struct AnalysisResult {
     i16 Calculated = False;
     Array1<f32> TableX;
     Array2<f32> TableY;
@@ -120,6 +118,37 @@ struct AnalysisStatus {
     f32 TableYMin = 0;
     f32 TableYMax = 0;
     DefaultTexts FormerDefaults;
+    // What the user has made of a statement, and the statement that it was made of.
+    std::string OwnStatement;
+    std::string OwnStatementOf;
+};
+
+// The user's own choices where the analysis forces others (see OwnSamples); they are not part of
+// the file.
+struct OwnChoices {
+    i16 Samples = 0;
+    i16 Tails = 0;
+};
+
+// What a step of the user was.
+enum class StepKind { Calculation, NewTest, NewDistribution, Options };
+
+// An analysis as it was before a step; once the step is undone, as it was after it.
+struct AnalysisStep {
+    StepKind Kind = StepKind::Calculation;
+    bool IsUndone = false;
+    AnalysisRecord Record;
+    AnalysisResult Result;
+    OwnChoices Own;
+};
+
+// What is known of an analysis beside its record.
+struct AnalysisStatus : AnalysisResult {
+    i16 Changed = False; // -1: differs from its file
+    i16 Closed = False;  // -1: the window has been closed
+    std::string Path;    // of its file; empty: it was neither opened from one nor saved
+    OwnChoices Own;
+    std::optional<AnalysisStep> LastStep;
 };
 
 // Records by number; 0 is never a real analysis.

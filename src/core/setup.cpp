@@ -8,6 +8,7 @@
 #include "core/dispatch.h"
 #include "core/driver.h"
 #include "core/floating_windows.h"
+#include "core/last_step.h"
 #include "core/menus.h"
 #include "core/option_choice.h"
 #include "core/platform.h"
@@ -16,10 +17,14 @@
 #include "core/values.h"
 
 #include <string>
+#include <utility>
 
 namespace quorvanta {
 
 namespace {
+
+// What it will have been when the options that are being chosen are accepted.
+StepKind choosing = StepKind::NewTest;
 
 void Select(const AnalysisKey& key) {
     IsTest = key.IsTest;
@@ -40,9 +45,9 @@ bool EnsureWindow(bool offerSimulation) {
     return AnalysisNo != 0;
 }
 
-void ShowOptions() {
+void ShowOptions(StepKind step) {
     ChoosingOptions = true;
-    StartTwoSidedInterval();
+    choosing = step;
     HelpContext = static_cast<f32>(HelpDescription());
     NoOfPar = 0;
     Calculated = False;
@@ -75,7 +80,32 @@ void NewAnalysis(const AnalysisKey& key, const std::string& caption, bool offerS
     TestName.clear();
     DistrName.clear();
     name();
-    ShowOptions();
+    StartTwoSidedInterval();
+    ShowOptions(key.IsTest == True ? StepKind::NewTest : StepKind::NewDistribution);
+}
+
+// The role goes to the parameter that had it in the former list. One that the new list lacks leaves
+// it to the parameter in its place where that is the same list in another form, a difference for a
+// value; otherwise the role is as in a new analysis.
+void KeepRole(i16& parNo, const AnalysisRecord& former, i16 formerNo) {
+    if (formerNo > former.NoOfPar)
+        return;
+    for (i16 i = 0; i <= NoOfPar; ++i) {
+        if (ParKind(i) == former.ParKind(formerNo)) {
+            parNo = i;
+            return;
+        }
+    }
+    if (NoOfPar == former.NoOfPar)
+        parNo = formerNo;
+}
+
+void KeepRoles(const AnalysisRecord& former) {
+    KeepRole(UnknownParNo, former, former.UnknownParNo);
+    if (CurrentWindowKind() == CalculationWindow)
+        return MakeUnknown(UnknownParNo);
+    KeepRole(XParNo, former, former.XParNo);
+    KeepRole(ZParNo, former, former.ZParNo);
 }
 
 AnalysisKey KeyOfTest(i16 menuNo) {
@@ -120,10 +150,26 @@ void NewDistribution(i16 distrNo) {
     NewAnalysis(KeyOfDistribution(distrNo), caption, true, [&caption] { DistrName = caption; });
 }
 
+bool CanReopenOptions() {
+    return AnalysisNo > 0 && NoOfPar >= 1 && !ChoosingOptions && Calculating == False &&
+           IsServed(CurrentKey());
+}
+
+void ReopenOptions() {
+    if (!CanReopenOptions())
+        return;
+    StoreAnalysis(); // what CancelOptions brings back
+    HideWindows(Occasion::NewChoice);
+    ShowOptions(StepKind::Options);
+}
+
 void AcceptOptions() {
+    AnalysisStep before = BeforeStep(choosing);
     ChoosingOptions = false;
     SelSetParList();
     ParListName = Headline();
+    if (choosing == StepKind::Options)
+        KeepRoles(before.Record);
     FixParNos();
     // In a table or graph the text is the value that the parameter has once it is no axis.
     if (CurrentWindowKind() == CalculationWindow)
@@ -133,6 +179,7 @@ void AcceptOptions() {
     OutDecimals = AutoDecimals;
     ClearResult();
     MarkChanged();
+    RememberStep(std::move(before));
     ThePlatform().Hide(FloatingWindow::Options);
     ThePlatform().RefreshChild();
     SetupShowPar();

@@ -21,6 +21,14 @@ void NewDistribution(i16 distrNo);
 // values are all present is solved at once.
 void AcceptOptions();
 
+// The options of the current analysis, as they are chosen at present, to be chosen again. Once they
+// are accepted, unknown and axes are the parameters that they were, as far as the new list has
+// them, and the values stay. Nothing where CanReopenOptions says no.
+void ReopenOptions();
+
+// True for a window with an analysis, unless its options are open or it is being calculated.
+bool CanReopenOptions();
+
 // The options are given up: the analysis that the window held before comes back.
 void CancelOptions();
 

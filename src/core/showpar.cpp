@@ -4,6 +4,7 @@
 #include "core/catalogue.h"
 #include "core/general.h"
 #include "core/grids.h"
+#include "core/last_step.h"
 #include "core/menus.h"
 #include "core/platform.h"
 #include "core/records.h"
@@ -12,6 +13,7 @@
 #include "output/titles.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quorvanta {
 
@@ -126,11 +128,15 @@ void RunOrCancel() {
 
 bool EnsureRun() {
     Cancelled = False;
+    const bool isStep = Calculated == False;
+    AnalysisStep before = BeforeStep(StepKind::Calculation);
     CalcRun();
     if (Cancelled == True) {
         Cancelled = False;
         return false;
     }
+    if (isStep && Calculated == True)
+        RememberStep(std::move(before));
     // The texts change with the result and not before it: a run that comes to nothing leaves the
     // former drawing, whose labels have to stay true.
     BuildDefaultTitles();

@@ -28,6 +28,7 @@ constexpr Numbers SurvivalGraphTests[] = {{26, 35},   {37, 37},   {85, 104},
 constexpr Numbers DiscreteTests[] = {{41, 41}, {51, 52}, {107, 107}, {109, 109}, {111, 111}};
 constexpr Numbers EventTimeTests[] = {{26, 35},  {37, 38},   {57, 57},   {77, 77},   {84, 84},
                                       {85, 104}, {127, 127}, {183, 183}, {202, 205}, {331, 331}};
+constexpr Numbers PairedTests[] = {{1, 1}, {20, 20}, {120, 122}};
 
 // By menu number.
 constexpr Numbers NoSimulationMenus[] = {
@@ -169,6 +170,10 @@ bool IsDiscreteTest() {
 
 bool UsesEventTimes() {
     return IsTest ? IsIn(EventTimeTests, TestNo) : DistrNo == DistrPoisson && ParListNo == 1;
+}
+
+bool IsPaired() {
+    return IsTest ? IsIn(PairedTests, TestNo) : DistrNo == DistrBivariateNormal;
 }
 
 i32 HelpDescription() {

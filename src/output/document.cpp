@@ -44,11 +44,16 @@ std::vector<std::string> SplitLines(const std::string& text) {
     return lines;
 }
 
-// WrapText fills a text of one line up with blanks, which only a window needs.
+// Each paragraph by WrapText, which fills a text of one line up with blanks that only a window
+// needs.
 std::vector<std::string> WrappedLines(const std::string& statement) {
-    auto lines = SplitLines(WrapText(statement, [](std::string_view) { return 0.0; }).Text);
-    for (std::string& line : lines)
-        line.erase(line.find_last_not_of(' ') + 1);
+    std::vector<std::string> lines;
+    for (const std::string& paragraph : SplitLines(statement))
+        for (std::string& line :
+             SplitLines(WrapText(paragraph, [](std::string_view) { return 0.0; }).Text)) {
+            line.erase(line.find_last_not_of(' ') + 1);
+            lines.push_back(line);
+        }
     return lines;
 }
 
@@ -92,12 +97,12 @@ class UpperPart : public Surface {
 OutputDocument StatementDocument() {
     OutputDocument document;
     document.Table.Type = {SummaryFont, static_cast<f64>(SummaryFontSize), SummaryBold == 1};
-    document.Statement = SumStatement();
+    document.Statement = StatementText();
     return document;
 }
 
 OutputDocument ResultDocument() {
-    return {IsTableOrGraph() ? ResultTable() : ParameterTable(), SumStatement()};
+    return {IsTableOrGraph() ? ResultTable() : ParameterTable(), StatementText()};
 }
 
 std::string PlainText(const OutputDocument& document) {
@@ -117,7 +122,7 @@ std::string RtfOf(const OutputDocument& document) {
 
 Point DrawDocument(Surface& surface, const OutputDocument& document) {
     return DrawTable(surface, document.Table,
-                     surface.HasPages() ? std::vector{document.Statement}
+                     surface.HasPages() ? SplitLines(document.Statement)
                                         : WrappedLines(document.Statement));
 }
 
@@ -125,7 +130,11 @@ void DrawGraphPage(Surface& surface, const Presentation& graph, const std::strin
     constexpr f64 margin = 0.1;
     surface.SetFont(graph.Type);
     const f64 height = surface.TextHeight();
-    const auto lines = BreakLines(surface, statement, surface.ScaleWidth() - 2 * margin);
+    std::vector<std::string> lines;
+    for (const std::string& paragraph : SplitLines(statement))
+        for (const std::string& line :
+             BreakLines(surface, paragraph, surface.ScaleWidth() - 2 * margin))
+            lines.push_back(line);
     const f64 below = (static_cast<f64>(lines.size()) + 1) * height;
     const bool isTooLong = below > surface.ScaleHeight() / 2;
     UpperPart part(surface, surface.ScaleHeight() - (isTooLong ? 0 : below));

@@ -10,7 +10,7 @@ namespace quorvanta {
 
 struct OutputDocument {
     TableLayout Table;     // empty for the statement alone
-    std::string Statement; // one paragraph
+    std::string Statement; // one paragraph, unless the user has made it more
 };
 
 // The statement of the current analysis and nothing else.

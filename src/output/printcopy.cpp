@@ -22,7 +22,7 @@ void DrawGraph(Surface& surface) {
 bool GiveOutPicture(OutputAction action) {
     switch (action) {
     case OutputAction::Print:
-        ThePlatform().Print(OutputForm::Picture, [statement = SumStatement()](Surface& surface) {
+        ThePlatform().Print(OutputForm::Picture, [statement = StatementText()](Surface& surface) {
             DrawGraphPage(surface, PresentationOf(AnalysisNo), statement);
         });
         return true;

@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/dispatch.h"
 #include "core/general.h"
 #include "core/records.h"
 #include "core/values.h"
@@ -40,22 +41,21 @@ bool HasResult() {
 
 // "With ... ranging from ... to ..., the power will be ranging from ... to ...".
 std::string RunClause(SumUsed& used) {
-    const i16 xKind = ParKind(XParNo);
-    std::string text = "With " + ParPhrase(XParNo) + " ranging from " +
-                       NumberInFull(ReadNumber(ParXminText(xKind))) + " to " +
-                       NumberInFull(ReadNumber(ParXmaxText(xKind)));
+    const Range x = ExtentOf(XParNo);
+    std::string text = "With " + ParPhrase(XParNo) + " ranging from " + NumberInFull(x.Min) +
+                       " to " + NumberInFull(x.Max) + std::string(UnitOf(XParNo));
     if (HasZPar()) {
-        std::vector<std::string> values;
-        for (const std::string& word : Words(ParZValuesText(ParKind(ZParNo))))
-            values.push_back(NumberInFull(ReadNumber(word)));
-        text += " and with " + ParPhrase(ZParNo) + " set to " + SumList(values);
+        text += " and with " + ParPhrase(ZParNo) + " set to " + SumList(ZValueTexts()) +
+                std::string(UnitOf(ZParNo));
         used.Add(ZParNo);
     }
-    const std::string lowest = UnknownText(f64{TableYMin});
-    const std::string highest = UnknownText(f64{TableYMax});
+    const Range y = ExtentOf(UnknownParNo);
+    const std::string lowest = UnknownText(y.Min);
+    const std::string highest = UnknownText(y.Max);
     text += ", " + WithArticle(ParPhrase(UnknownParNo));
     text += lowest == highest ? " will be " + lowest
                               : " will be ranging from " + lowest + " to " + highest;
+    text += UnitOf(UnknownParNo);
     used.Add(XParNo);
     used.Add(UnknownParNo);
     return text;
@@ -76,6 +76,8 @@ std::string ForPower(SumUsed& used) {
     if (power < 0 || used.Has(power))
         return "";
     used.Add(power);
+    if (IsConfidenceLevel())
+        return " for a probability of " + ParValueText(power) + " of " + WithinLimitsPhrase();
     const std::string phrase = ParPhrase(power);
     return " for " + SumArticleLabel(phrase) + phrase + " of " + ParValueText(power);
 }
@@ -95,11 +97,45 @@ std::string TestNamePhrase() {
     return name;
 }
 
+// A test that is named after what it shows, "Equivalence, Confidence Interval, Difference of Means,
+// t-distribution", as a noun with all that belongs to it. Empty for a name of another kind.
+std::string ClaimPhrase(const std::string& name) {
+    std::string interval;
+    std::string of;
+    std::string in;
+    std::string distribution;
+    bool isFirst = true;
+    std::string text;
+    for (const std::string& part : SplitAtCommas(name)) {
+        const std::string phrase = SumPhrase(part);
+        if (isFirst)
+            text = "a test of " + phrase;
+        else if (part.starts_with("Confidence"))
+            interval = std::string(" by a ") + (IsOneSidedInterval() ? "one" : "two") +
+                       "-sided confidence interval";
+        else if (part.ends_with("Design"))
+            in = " in " + SumArticleLabel(phrase) + phrase;
+        else if (part.ends_with("istribution"))
+            distribution = " (" + phrase + ")";
+        else if (!part.ends_with("approach"))
+            of = " for the " + phrase;
+        isFirst = false;
+    }
+    return text + in + interval + of + distribution;
+}
+
+// The test is named after what it shows, not after its statistic.
+bool IsClaim(const std::string& name) {
+    return IsConfidenceLevel() || name.starts_with("Bioequivalence");
+}
+
 std::string TestPhrase() {
     if (IsTest == False)
         return "a test of the parameter " + ParameterPhrase() + " in " +
                SumArticleLabel(DistributionPhrase()) + DistributionPhrase();
     const std::string name = TestNamePhrase();
+    if (IsClaim(name))
+        return ClaimPhrase(name);
     const bool saysTest =
         Contains(name, "test") || Contains(name, "Test") || Contains(name, "Kolmo");
     return saysTest ? name : name + " test";
@@ -108,8 +144,8 @@ std::string TestPhrase() {
 // One level is two different demands in a one-sided and in a two-sided test. Nothing where the
 // statistic has one direction, as that of an F-test: two tails are all that is offered there.
 std::string SidesPhrase() {
-    if (IsConfidenceLevel())
-        return IsOneSidedInterval() ? ", with a one-sided interval" : ", with a two-sided interval";
+    if (IsConfidenceLevel()) // the name of the test says it
+        return "";
     switch (NoOfTails) {
     case OneSided:
         return ", one-sided";
@@ -125,16 +161,31 @@ std::string LevelPhrase() {
            NumberInFull(NominalLevel(levelParNo));
 }
 
+// The largest sample whose power would be exact, if one of the analysis is larger; else 0.
+i16 ExactUpToHere() {
+    const i16 border = SelExactUpTo();
+    return LargestSample() > border ? border : i16{0};
+}
+
 std::string TestSentence(SumUsed& used) {
     const std::string sides = SidesPhrase();
     std::string text = " The test used is " + TestPhrase() + sides;
     if (!HasNoSingleValue(levelParNo))
-        text += (sides.empty() ? "" : ",") + LevelPhrase();
+        text += (sides.empty() && !IsConfidenceLevel() ? "" : ",") + LevelPhrase();
     used.Add(levelParNo);
     if (NoOfAnalyses() > 1)
         text += ", with " + std::to_string(NoOfInterim) + " interim" +
                 (NoOfInterim == 1 ? " analysis " : " analyses ") + "and a final analysis";
     return text + ".";
+}
+
+std::string ApproximationSentence() {
+    const i16 border = ExactUpToHere();
+    if (border == 0)
+        return "";
+    return " With more than " + std::to_string(border) +
+           " subjects in a sample, the power is that of the normal approximation on the arc-sine "
+           "scale, not of the exact test.";
 }
 
 // --- The end ------------------------------------------------------------------------------------
@@ -181,13 +232,22 @@ std::string FirstSentence(SumUsed& used) {
 
 } // namespace
 
+std::string HeadlineNote() {
+    const i16 border = ExactUpToHere();
+    if (border == 0)
+        return "";
+    return "More than " + std::to_string(border) +
+           " per group: normal approximation on the arc-sine scale, not exact.";
+}
+
 std::string SumStatement() {
     if (AnalysisNo == 0 || !HasResult())
         return "";
     SumUsed used;
     std::string text = FirstSentence(used) + ".";
     if (IsHypothesisTest())
-        text += SumGroupClause(used) + TestSentence(used) + InterimSentences();
+        text += SumGroupClause(used) + TestSentence(used) + ApproximationSentence() +
+                InterimSentences();
     else
         text += EstimatedSentence();
     text += LeftOverSentence(used);
@@ -195,6 +255,25 @@ std::string SumStatement() {
         text += ReplicatesSentence();
     ReplaceAll(text, NewLine, " ");
     return text;
+}
+
+std::string StatementText() {
+    const std::string statement = SumStatement();
+    if (statement.empty())
+        return "";
+    const AnalysisStatus& status = AnalysisState(AnalysisNo);
+    const bool isOwn = !status.OwnStatement.empty() && status.OwnStatementOf == statement;
+    return isOwn ? status.OwnStatement : statement;
+}
+
+void EditStatement(const std::string& text) {
+    const std::string statement = SumStatement();
+    if (statement.empty())
+        return;
+    AnalysisStatus& status = AnalysisState(AnalysisNo);
+    const bool isBlank = text.find_first_not_of(" \t\n") == std::string::npos;
+    status.OwnStatement = isBlank || text == statement ? "" : text;
+    status.OwnStatementOf = statement;
 }
 
 } // namespace quorvanta

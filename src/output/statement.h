@@ -22,6 +22,17 @@ inline constexpr std::string_view NewLine = "\n";
 // The statement of the current analysis; empty as long as that has no result.
 std::string SumStatement();
 
+// The statement as it goes out: as the user has edited it, as long as SumStatement is still the one
+// that was edited. It may then have several lines.
+std::string StatementText();
+
+// The user has edited the statement of the current analysis. Nothing but blanks brings back ours.
+void EditStatement(const std::string& text);
+
+// What the head of a calculation has to say beside the name of the analysis: that the power is an
+// approximation, although the test is called exact. Empty for most.
+std::string HeadlineNote();
+
 // A text broken into lines for the screen.
 struct WrappedText {
     std::string Text;

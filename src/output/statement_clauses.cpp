@@ -42,6 +42,15 @@ i16 FindKind(i16 kind) {
     return none;
 }
 
+// A power that two decimals would show as a certainty is told as what it is beyond.
+std::string PowerText(f64 power) {
+    constexpr const char* picture = "0.00";
+    const std::string text = Format(power, picture);
+    if (text == Format(1, picture))
+        return "above 0.99";
+    return text == Format(0, picture) ? "below 0.01" : text;
+}
+
 bool HasText(i16 parNo) {
     return HasValue(ParText(ParKind(parNo)));
 }
@@ -52,7 +61,8 @@ f64 SizeOf(f64 v) {
 }
 
 std::string SingleSize(i16 parNo) {
-    return SumPhrase(ParLabel(ParKind(parNo))) + " of " + NumberInFull(SizeOf(ParNumber(parNo)));
+    return SumPhrase(ParLabel(ParKind(parNo))) + " of " + NumberInFull(SizeOf(ParNumber(parNo))) +
+           std::string(UnitOf(parNo));
 }
 
 struct SizePair {
@@ -153,17 +163,46 @@ std::string NumberInFull(f64 x) {
 std::string ParValueText(i16 parNo) {
     const f64 number = ParNumber(parNo);
     if (parNo == PowerParNoOfTest())
-        return Format(number, parNo == UnknownParNo ? "0.00" : "0.00#############");
+        return parNo == UnknownParNo ? PowerText(number) : Format(number, "0.00#############");
+    const std::string unit(UnitOf(parNo));
     if (parNo != UnknownParNo || CurrentWindowKind() != CalculationWindow)
-        return NumberInFull(number);
+        return NumberInFull(number) + unit;
     // Of the unknown alone: a population of 99999 that the user typed is a population of 99999.
     const std::string text(Trimmed(ParText(ParKind(parNo))));
-    return number == NoValue ? SumNormalise(text) : text;
+    return (number == NoValue ? SumNormalise(text) : text) + unit;
 }
 
 std::string UnknownText(f64 x) {
-    return UnknownParNo == PowerParNoOfTest() ? Format(x, "0.00")
-                                              : FormatPar(ParKind(UnknownParNo), x);
+    return UnknownParNo == PowerParNoOfTest() ? PowerText(x) : FormatPar(ParKind(UnknownParNo), x);
+}
+
+std::string_view UnitOf(i16 parNo) {
+    return ParKind(parNo) == Kind::Size && IsPaired() ? " pairs" : "";
+}
+
+Range ExtentOf(i16 parNo) {
+    if (!HasNoSingleValue(parNo) || !IsTableOrGraph())
+        return {ParNumber(parNo), ParNumber(parNo)};
+    if (parNo == UnknownParNo)
+        return {f64{TableYMin}, f64{TableYMax}};
+    const i16 kind = ParKind(parNo);
+    if (parNo == XParNo)
+        return {ReadNumber(ParXminText(kind)), ReadNumber(ParXmaxText(kind))};
+    Range extent{ParNumber(parNo), ParNumber(parNo)};
+    bool isFirst = true;
+    for (const std::string& word : Words(ParZValuesText(kind))) {
+        const f64 z = ReadNumber(word);
+        extent = isFirst ? Range{z, z} : Range{MinOf(extent.Min, z), MaxOf(extent.Max, z)};
+        isFirst = false;
+    }
+    return extent;
+}
+
+std::vector<std::string> ZValueTexts() {
+    std::vector<std::string> values;
+    for (const std::string& word : Words(ParZValuesText(ParKind(ZParNo))))
+        values.push_back(NumberInFull(ReadNumber(word)));
+    return values;
 }
 
 i16 PowerParNoOfTest() {
@@ -172,8 +211,15 @@ i16 PowerParNoOfTest() {
     return IsPowerKind(ParKind(powerParNo)) ? powerParNo : none;
 }
 
+std::string StatementLabel(i16 parNo) {
+    return ParKind(parNo) == Kind::DiagonalDifference ? "H1: Proportion 10 - Proportion 01"
+                                                      : StripAmpersand(ParLabel(ParKind(parNo)));
+}
+
 std::string ParPhrase(i16 parNo) {
-    const std::string label = StripAmpersand(ParLabel(ParKind(parNo)));
+    if (ParKind(parNo) == Kind::ProbabilityWithinLimits)
+        return "probability of " + WithinLimitsPhrase();
+    const std::string label = StatementLabel(parNo);
     std::string name = SumPhrase(SumNameAfterH(label));
     if (name == SumPhrase(label) || LabelSays(label, Says::Limit))
         return name;
@@ -205,7 +251,25 @@ f64 NominalLevel(i16 parNo) {
     return entered != 0 ? entered : ParNumber(parNo);
 }
 
+std::string WithinLimitsPhrase() {
+    if (NoOfTails == TwoOneSided)
+        return "a confidence interval within the equivalence limits";
+    return std::string("a confidence interval ") + (LeftTail == True ? "below" : "above") +
+           " the non-inferiority limit";
+}
+
 // --- Clauses ------------------------------------------------------------------------------------
+
+f64 LargestSample() {
+    const i16 first = FindSize({SizeRole::Single, SizeRole::First, SizeRole::FirstSequence});
+    if (first == none || !HasText(first))
+        return 0;
+    const f64 n1 = SizeOf(ExtentOf(first).Max);
+    const i16 second = FindSecond(SizeRoleOf(ParKind(first)));
+    if (second == none || !HasText(second))
+        return n1;
+    return MaxOf(n1, SizeOf(FromForm(SizeFormOf(ParKind(second)), n1, ExtentOf(second).Max)));
+}
 
 std::string SumSampleClause(SumUsed& used) {
     i16 first = FindSize({SizeRole::Single, SizeRole::First, SizeRole::FirstSequence});

@@ -2,6 +2,7 @@
 // notes which; the statement's last sentence tells the ones that are left over.
 #pragma once
 
+#include "core/form.h"
 #include "core/types.h"
 
 #include <string>
@@ -40,18 +41,36 @@ f64 ParNumber(i16 parNo);
 std::string NumberInFull(f64 x);
 
 // The value of a parameter as a statement tells it: the unknown's as its box shows it, any other
-// in full. The power has two decimals, and more only where the user has typed them.
+// in full. The power has two decimals, and more only where the user has typed them. A size of an
+// analysis of pairs has its unit.
 std::string ParValueText(i16 parNo);
 
-// The value of a table or graph's unknown, as its box would show it.
+// A value of a table or graph's unknown, as its box would show it, without unit.
 std::string UnknownText(f64 x);
+
+// " pairs" after a size of an analysis of pairs, else nothing.
+std::string_view UnitOf(i16 parNo);
+
+// The lowest and the highest value of a parameter: one value, but for what a table or graph varies.
+Range ExtentOf(i16 parNo);
+
+// The z-values of a table or graph, in full.
+std::vector<std::string> ZValueTexts();
 
 // The position whose label says that it is a power, or a probability in place of one: 1, or -1.
 i16 PowerParNoOfTest();
 
+// The label of a parameter without its access-key mark, as statements know it: McNemar's effect,
+// whose label has no hypothesis, is one.
+std::string StatementLabel(i16 parNo);
+
 // The label of a parameter in words, outside of the hypotheses: a hypothesis is told as
 // "mean 2 - mean 1 under H1".
 std::string ParPhrase(i16 parNo);
+
+// What the probability of a test through an interval is that of: "a confidence interval within the
+// equivalence limits".
+std::string WithinLimitsPhrase();
 
 // The phrase with its article: "the power", but "any (mean i - mean j)".
 std::string WithArticle(const std::string& phrase);
@@ -69,6 +88,9 @@ inline bool Contains(std::string_view text, std::string_view part) {
 }
 
 // --- Clauses ------------------------------------------------------------------------------------
+
+// The larger of the samples, at its largest; 0 if the analysis has no size, or none with a value.
+f64 LargestSample();
 
 // The sizes: "total sample size of 60 (30 in sample 1 and 30 in sample 2)". Empty if the analysis
 // has none, or none with a value.

@@ -24,13 +24,13 @@ std::string LevelText(i16 parNo) {
     return NumberInFull(100 * NominalLevel(parNo));
 }
 
-// "width", "relative width"; of a one-sided interval it is the distance to its one limit.
+// "width", "relative width"; the value of a one-sided interval is the distance to its one limit.
 std::string WidthPhrase(i16 parNo) {
-    std::string phrase =
-        LabelSays(ParLabel(ParKind(parNo)), Says::Relative) ? "relative width" : "width";
-    if (IsOneSidedInterval())
-        phrase += " from the estimate to the limit";
-    return phrase;
+    return LabelSays(ParLabel(ParKind(parNo)), Says::Relative) ? "relative width" : "width";
+}
+
+std::string WidthText(i16 parNo) {
+    return ParValueText(parNo) + (IsOneSidedInterval() ? " from the estimate to the limit" : "");
 }
 
 // The position of the probability that the interval is as narrow as wanted.
@@ -67,13 +67,13 @@ std::string ParameterPhrase() {
     return ParListNo >= 0 && n < names.size() ? SumPhrase(names[n]) : "";
 }
 
-std::string ComparedParameterPhrase() {
-    std::string parameter = ParameterPhrase();
+std::string ComparedParameterPhrase(std::string_view kind) {
+    const std::string parameter = std::string(kind) + ParameterPhrase();
     if (NoOfSamples != TwoSamples)
         return parameter;
     // Spreads are compared by their ratio, and so is whatever has a relative error or width.
     const bool isRatio = LabelSays(ParLabel(ParKind(1)), Says::Relative) ||
-                         parameter.starts_with("standard deviation");
+                         ParameterPhrase().starts_with("standard deviation");
     return (isRatio ? "ratio between two samples of " : "difference between two samples in ") +
            parameter;
 }
@@ -100,10 +100,10 @@ std::string SumIntervalClause(SumUsed& used) {
     const i16 probability = WidthProbabilityParNo();
     if (probability == none)
         return interval + " % confidence interval will have " + SumArticleLabel(measure) + measure +
-               " of " + ParValueText(width);
+               " of " + WidthText(width);
     used.Add(probability);
     const std::string lessThan = " confidence interval with " + SumArticleLabel(measure) + measure +
-                                 " less than " + ParValueText(width);
+                                 " less than " + WidthText(width);
     if (CurrentWindowKind() == SimulationWindow)
         return interval + "%" + lessThan;
     return "the probability is " + ParValueText(probability) + " to get " + interval + "%" +
@@ -124,7 +124,8 @@ std::string EstimatedSentence() {
         return "";
     return std::string(" The ") +
            (ProcedureNo == ProcedureEstimate ? "estimate" : "confidence interval") +
-           " is calculated for the parameter " + ComparedParameterPhrase() + InDistribution() + ".";
+           " is calculated for " + (NoOfSamples == TwoSamples ? "the " : "") +
+           ComparedParameterPhrase("the parameter ") + InDistribution() + ".";
 }
 
 } // namespace quorvanta

@@ -8,9 +8,10 @@
 namespace quorvanta {
 
 // The parameter of a parameter analysis, "mean (standard deviation known)"; where two samples are
-// compared, "difference between two samples in mean ..." or "ratio between two samples of ...".
+// compared, "difference between two samples in mean ..." or "ratio between two samples of ...",
+// with a word for what a mean is before its name, if there is to be one.
 std::string ParameterPhrase();
-std::string ComparedParameterPhrase();
+std::string ComparedParameterPhrase(std::string_view kind = "");
 
 // The analysis' distribution in words: "normal distribution".
 std::string DistributionPhrase();

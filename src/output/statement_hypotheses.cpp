@@ -2,9 +2,13 @@
 
 #include "core/analysis_state.h"
 #include "core/general.h"
+#include "core/records.h"
+#include "output/format.h"
 #include "output/statement_labels.h"
+#include "output/statement_simulation.h"
 #include "output/statement_words.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <string_view>
@@ -27,16 +31,31 @@ struct Hypothesis {
 std::vector<Hypothesis> HypothesesOf(std::string_view prefix) {
     std::vector<Hypothesis> found;
     for (i16 i = firstHypothesisParNo; i <= NoOfPar; ++i) {
-        const std::string label = StripAmpersand(ParLabel(ParKind(i)));
+        const std::string label = StatementLabel(i);
         if (label.starts_with(prefix))
             found.push_back({i, label});
     }
     return found;
 }
 
-// " = " and the value; nothing for a parameter that has no single one.
+// " = 0.3", or " from 0.3 to 0.5".
+std::string Between(const std::string& lowest, const std::string& highest) {
+    return lowest == highest ? " = " + lowest : " from " + lowest + " to " + highest;
+}
+
+// " = " and the value; of what a table or graph varies, its values or their range; nothing for what
+// a simulation estimates.
 std::string Equals(i16 parNo) {
-    return HasNoSingleValue(parNo) ? "" : " = " + ParValueText(parNo);
+    if (!HasNoSingleValue(parNo))
+        return " = " + ParValueText(parNo);
+    if (!IsTableOrGraph())
+        return "";
+    const Range extent = ExtentOf(parNo);
+    if (parNo == UnknownParNo)
+        return Between(UnknownText(extent.Min), UnknownText(extent.Max));
+    if (parNo == XParNo)
+        return Between(NumberInFull(extent.Min), NumberInFull(extent.Max));
+    return " = " + SumAlternatives(ZValueTexts());
 }
 
 // --- The null hypothesis as it is entered -------------------------------------------------------
@@ -124,10 +143,16 @@ std::string NoEffect(const Hypothesis& h1) {
     return rest + " = 0" + NoEffectInBrackets(label);
 }
 
+// McNemar's test is about the difference of two cells; their sum is what it is calculated with.
+bool IsMcNemars(const std::vector<Hypothesis>& h1) {
+    return h1.size() > 1 && LabelSays(h1[0].Label, Says::Sum) &&
+           LabelSays(h1[1].Label, Says::DifferenceOfTwo);
+}
+
 // With a baseline it is the second parameter that says what would be no effect.
 std::string DerivedNull(const std::vector<Hypothesis>& h1) {
     std::string text = "the null hypothesis H0: ";
-    if (h1.size() == 1 || !IsBaseline(h1[0].Label))
+    if (h1.size() == 1 || IsMcNemars(h1) || !IsBaseline(h1[0].Label))
         return text + NoEffect(h1[0]);
     if (LabelSays(h1[1].Label, Says::Ratio) || LabelSays(h1[1].Label, Says::DifferenceOfTwo))
         return text + NoEffect(h1[1]);
@@ -159,17 +184,28 @@ std::string AlternativeText(const Hypothesis& h1) {
     if (!form)
         return h1.Rest() + Equals(h1.ParNo);
     const i16 h0 = static_cast<i16>(h1.ParNo - 1);
-    if (HasNoSingleValue(h1.ParNo) || HasNoSingleValue(h0))
+    if (IsSimulation() && (HasNoSingleValue(h1.ParNo) || HasNoSingleValue(h0)))
         return form->Name;
-    const f64 base = ParNumber(h0);
-    const f64 entered = ParNumber(h1.ParNo);
-    return form->Name + " = " + NumberInFull(form->Sign == '/' ? base * entered : base + entered);
+    const Range base = ExtentOf(h0);
+    const Range entered = ExtentOf(h1.ParNo);
+    const auto absolute = [sign = form->Sign](f64 from, f64 by) {
+        return sign == '/' ? from * by : from + by;
+    };
+    const auto [lowest, highest] =
+        std::minmax({absolute(base.Min, entered.Min), absolute(base.Min, entered.Max),
+                     absolute(base.Max, entered.Min), absolute(base.Max, entered.Max)});
+    // The table's own values have no more digits than these are worth showing with.
+    const bool isSolved = h1.ParNo == UnknownParNo || h0 == UnknownParNo;
+    const auto text = [isSolved](f64 x) {
+        return isSolved && IsTableOrGraph() ? Format(x, FormatBySize(x)) : NumberInFull(x);
+    };
+    return form->Name + Between(text(lowest), text(highest));
 }
 
 std::string Alternative(const std::vector<Hypothesis>& h1) {
     std::string text = "H1: ";
-    for (std::size_t k = 0; k < h1.size(); ++k)
-        text += (k > 0 ? " and " : "") + AlternativeText(h1[k]);
+    for (std::size_t k = IsMcNemars(h1) ? 1 : 0; k < h1.size(); ++k)
+        text += (text.ends_with(": ") ? "" : " and ") + AlternativeText(h1[k]);
     return text;
 }
 
@@ -182,7 +218,8 @@ std::string SumHypClause(SumUsed& used) {
     const std::vector<Hypothesis> h1 = HypothesesOf("H1:");
     for (const auto* hypotheses : {&h0, &h1})
         for (const Hypothesis& hypothesis : *hypotheses)
-            used.Add(hypothesis.ParNo);
+            if (!IsMcNemars(h1) || hypothesis.ParNo != h1[0].ParNo)
+                used.Add(hypothesis.ParNo);
     if (h0.empty() && h1.empty())
         return "";
     if (!h0.empty() && LabelSays(h0.front().Label, Says::NoOfCoefficients))

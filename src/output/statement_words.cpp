@@ -153,10 +153,13 @@ constexpr Replacement afterthoughts[] = {
     {"No (p) of regression coefficient = 0", "number (p) of regression coefficients equal to 0"},
     {"proportion drop-outs", "proportion of drop-outs"},
     {"correlation covariate with", "correlation of covariate with"},
+    {"on elog scale", "on the natural log scale"},
+    {"elog scale", "natural log scale"},
     {"H0:", "H0: "},
     {"H1:", "H1: "},
     {"( ", "("},
     {" )", ")"},
+    {"Prob (width of interval < w)", "probability of an interval width below w"},
 };
 
 std::string LowerCase(std::string text) {
@@ -249,6 +252,27 @@ std::string SumList(const std::vector<std::string>& items) {
         list += items[static_cast<std::size_t>(i - 1)];
     }
     return list;
+}
+
+std::string SumAlternatives(const std::vector<std::string>& items) {
+    std::string list = SumList(items);
+    constexpr std::string_view conjunction = " and ";
+    const std::size_t at = list.rfind(conjunction);
+    if (at != std::string::npos)
+        list.replace(at, conjunction.size(), " or ");
+    return list;
+}
+
+std::vector<std::string> SplitAtCommas(const std::string& text) {
+    constexpr std::string_view comma = ", ";
+    std::vector<std::string> parts;
+    std::size_t from = 0;
+    for (std::size_t at = text.find(comma); at != std::string::npos; at = text.find(comma, from)) {
+        parts.push_back(text.substr(from, at - from));
+        from = at + comma.size();
+    }
+    parts.push_back(text.substr(from));
+    return parts;
 }
 
 } // namespace quorvanta

@@ -53,4 +53,10 @@ void SumAnd(i32 i, i32 last, std::string& text);
 // The items as a list in running text: "0.01, 0.02 and 0.05".
 std::string SumList(const std::vector<std::string>& items);
 
+// The same of numbers of which each takes its turn: "0.01, 0.02 or 0.05".
+std::string SumAlternatives(const std::vector<std::string>& items);
+
+// The parts of a text between ", ".
+std::vector<std::string> SplitAtCommas(const std::string& text);
+
 } // namespace quorvanta

@@ -18,9 +18,6 @@ i16 FisherH1Mode;
 
 namespace {
 
-// The largest size of either group that is enumerated.
-constexpr i16 maxEnumerated = 50;
-
 ProportionList list;
 SampleValues sizes;
 
@@ -115,10 +112,10 @@ f64 TESTFISHER::RootFunction() {
     const ProportionValues values = ReadProportions(list);
     const f32 n1 = sizes.First();
     const f32 n2 = sizes.Second();
-    if (Int(n1) > maxEnumerated || Int(n2) > maxEnumerated)
+    if (Int(n1) > ExactUpTo() || Int(n2) > ExactUpTo())
         return ArcSineEq(values, n1, n2);
     return AtWholeSizes(n1, n2, [&values](f64 whole1, f64 whole2) {
-        if (whole1 > maxEnumerated || whole2 > maxEnumerated)
+        if (whole1 > ExactUpTo() || whole2 > ExactUpTo())
             return ArcSineEq(values, Single(whole1), Single(whole2));
         return ExactEq(values, ToI16(whole1), ToI16(whole2));
     });

@@ -13,6 +13,9 @@ struct TESTFISHER {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+
+    // The largest group whose tables are all enumerated.
+    static i16 ExactUpTo() { return 50; }
 };
 
 // The chosen forms, as the current parameter list was built from them; 1: the box is ticked.

@@ -9,6 +9,8 @@
 #include "core/typed_text.h"
 #include "core/values.h"
 #include "output/sizes_note.h"
+#include "output/statement.h"
+#include "ui/helptips.h"
 #include "ui/parlabelbutton.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
@@ -111,7 +113,6 @@ void frmCalc::MakeRow(QGridLayout& grid, i16 i) {
 void frmCalc::Refresh() {
     const bool chosen = !TestName.empty() || !DistrName.empty();
     const bool hasRows = chosen && NoOfPar > 0;
-    lblHead1_->setText(ToQt(ParListName));
     lblHead1_->setVisible(chosen && !ParListName.empty());
     lblHint_->setText(chosen ? tr("Choose the options, then press OK.")
                              : tr("Choose a test or a distribution from the menus."));
@@ -124,6 +125,7 @@ void frmCalc::Refresh() {
             const std::string& label = ParLabel(ParKind(i));
             cmdParLabel_[at]->setText(ToQt(label));
             txtParValue_[at]->setAccessibleName(ToQt(StripAmpersand(label)));
+            ExplainParameter(*cmdParLabel_[at], *txtParValue_[at], ParKind(i));
             txtParValue_[at]->Write(ToQt(ParText(ParKind(i))));
         }
         cmdParLabel_[at]->setVisible(shown);
@@ -141,6 +143,8 @@ void frmCalc::Refresh() {
 }
 
 void frmCalc::ShowMarks() {
+    const std::string note = HeadlineNote();
+    lblHead1_->setText(ToQt(note.empty() ? ParListName : ParListName + " " + note));
     bool anyBlue = false;
     for (i16 i = 0; i <= NoOfPar; ++i) {
         ValueBox& box = *txtParValue_[static_cast<std::size_t>(i)];
@@ -177,7 +181,6 @@ void frmCalc::txtParValue_Change(i16 i) {
     const std::string typed = FromQt(box.text());
     Form_Activate();
     box.Accept(ToQt(TypedParText(i, typed)));
-    lblHead1_->setText(ToQt(ParListName));
     ShowMarks();
 }
 

@@ -51,6 +51,7 @@ frmHelp::frmHelp(const QString& file) : library_(file), txtPage_(new HelpPage(li
     tabHelp_->addTab(MakeContents(), tr("&Contents"));
     tabHelp_->addTab(MakeIndex(), tr("&Index"));
     tabHelp_->addTab(MakeSearch(), tr("&Search"));
+    connect(tabHelp_, &QTabWidget::currentChanged, this, &frmHelp::tabHelp_Click);
 
     auto* splitter = new QSplitter(this);
     splitter->addWidget(tabHelp_);
@@ -200,6 +201,14 @@ QWidget* frmHelp::MakeFindBar() {
     return fraFind_;
 }
 
+// A tab that begins with a box to type into is chosen in order to type.
+void frmHelp::tabHelp_Click(int tab) {
+    if (tab == IndexTab)
+        txtIndex_->setFocus();
+    if (tab == SearchTab)
+        txtSearch_->setFocus();
+}
+
 void frmHelp::ShowContents() {
     ShowNumber(HelpContents);
     tabHelp_->setCurrentIndex(ContentsTab);
@@ -215,6 +224,18 @@ void frmHelp::ShowSearch() {
 void frmHelp::ShowNumber(i32 number) {
     GoTo(library_.PageOfNumber(number));
     txtPage_->setFocus();
+}
+
+bool frmHelp::ShowParameter(i32 number, i16 kind) {
+    QUrl place = library_.PageOfNumber(number);
+    if (!library_.HasPage(place))
+        return false;
+    place.setFragment(QStringLiteral("p%1").arg(kind));
+    if (isVisible() && txtPage_->source() == place)
+        return false;
+    GoTo(place);
+    txtPage_->setFocus();
+    return true;
 }
 
 void frmHelp::GoTo(const QUrl& page) {

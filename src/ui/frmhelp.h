@@ -28,6 +28,11 @@ class frmHelp : public QMainWindow {
     void ShowSearch();
     void ShowNumber(i32 number);
 
+    // Shows what the page of that number says of a kind of parameter; false, and nothing else, if
+    // there is no such page or if it is what is shown.
+    bool ShowParameter(i32 number, i16 kind);
+
+    void tabHelp_Click(int tab);
     void cmdPrint_Click();
     void cmdFind_Click();
     void txtFind_Change(bool backward);

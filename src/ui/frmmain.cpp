@@ -7,10 +7,12 @@
 #include "core/floating_windows.h"
 #include "core/general.h"
 #include "core/help_numbers.h"
+#include "core/last_step.h"
 #include "core/menus.h"
 #include "core/reading.h"
 #include "core/records.h"
 #include "core/setup.h"
+#include "core/step_back.h"
 #include "output/printcopy.h"
 #include "ui/frmabout.h"
 #include "ui/frmcalc.h"
@@ -22,6 +24,7 @@
 #include "ui/mdiarea.h"
 #include "ui/mnemoniclabel.h"
 #include "ui/qttext.h"
+#include "ui/statusline.h"
 #include "ui/titlebarstyle.h"
 
 #include <QApplication>
@@ -97,6 +100,7 @@ frmMain::frmMain()
     setContextMenuPolicy(Qt::NoContextMenu); // which would offer to hide frmShowPar
     setAcceptDrops(true);
 
+    setStatusBar(new StatusLine(this));
     hint_->setObjectName("lblStatus");
     hint_->setContentsMargins(fontMetrics().averageCharWidth(), 0, 0, 0);
     statusBar()->addWidget(hint_, 1);
@@ -196,6 +200,17 @@ void frmMain::MakeWindowMenu() {
     mnuWindow_ = menuBar()->addMenu(tr("&Window"));
     mnuWindow_->setObjectName("mnuWindowHead");
     connect(mnuWindow_, &QMenu::aboutToShow, this, &frmMain::FillWindowMenu);
+    stepBackAction_ = mnuWindow_->addAction(tr("&Undo"), this, &StepBack);
+    stepBackAction_->setObjectName("mnuStepBack");
+    stepBackAction_->setShortcut(QKeySequence::Undo);
+    stepBackAction_->setStatusTip(
+        tr("Brings back the analysis as it was before its last step; once more does it again."));
+    optionsAction_ = mnuWindow_->addAction(tr("&Options..."), this, &ReopenOptions);
+    optionsAction_->setObjectName("mnuReopenOptions");
+    optionsAction_->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_O);
+    optionsAction_->setStatusTip(tr("Opens the options of the analysis; its values stay."));
+    RefreshAnalysisActions();
+    mnuWindow_->addSeparator();
     MakeWindowAction(tr("&Cascade"), &QMdiArea::cascadeSubWindows);
     MakeWindowAction(tr("&Tile"), &QMdiArea::tileSubWindows);
     MakeWindowAction(tr("Ne&xt"), &QMdiArea::activateNextSubWindow);
@@ -206,6 +221,12 @@ void frmMain::MakeWindowMenu() {
         keys.prepend(childKey);
     MakeWindowAction(tr("C&lose"), &QMdiArea::closeActiveSubWindow)->setShortcuts(keys);
     mnuWindow_->addSeparator();
+}
+
+void frmMain::RefreshAnalysisActions() {
+    stepBackAction_->setText("&" + ToQt(StepBackName()));
+    stepBackAction_->setEnabled(CanStepBack());
+    optionsAction_->setEnabled(CanReopenOptions());
 }
 
 QAction* frmMain::MakeWindowAction(const QString& caption, void (QMdiArea::*slot)()) {
@@ -289,7 +310,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress || !watched->isWidgetType() ||
         !static_cast<QKeyEvent*>(event)->matches(QKeySequence::HelpContents))
         return QMainWindow::eventFilter(watched, event);
-    OpenHelp(HelpNumberAt(*static_cast<QWidget*>(watched)));
+    OpenHelpAt(*static_cast<QWidget*>(watched));
     return true;
 }
 
@@ -305,6 +326,7 @@ void frmMain::RefreshMenus() {
         mnuFile_.at(index)->setEnabled(HasOutput());
     for (QAction* action : windowActions_)
         action->setEnabled(AnalysisNo > 0);
+    RefreshAnalysisActions();
     // What a change has made stale must not be printed beside the new values.
     if (!GetInfoEnabled(3))
         floating_.HideResults();

@@ -89,6 +89,7 @@ class frmMain : public QMainWindow {
     QAction* MakeAction(const MenuItem& item);
     void Choose(const MenuItem& item);
     void MakeWindowMenu();
+    void RefreshAnalysisActions();
     QAction* MakeWindowAction(const QString& caption, void (QMdiArea::*slot)());
     void FillWindowMenu();
     void ChildToFront(QMdiSubWindow* frame);
@@ -107,6 +108,8 @@ class frmMain : public QMainWindow {
     QMenu* mnuWindow_ = nullptr;
     std::map<i16, QAction*> mnuFile_;
     std::map<i16, QAction*> mnuGetInfo_;
+    QAction* stepBackAction_ = nullptr;
+    QAction* optionsAction_ = nullptr;
     std::vector<QAction*> windowActions_; // of the menu of windows, before the list of them
     FileDialogs dialogs_;
     FloatingForms floating_;

@@ -7,6 +7,7 @@
 #include "core/records.h"
 #include "core/run.h"
 #include "core/typed_text.h"
+#include "ui/helptips.h"
 #include "ui/mnemoniclabel.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
@@ -213,6 +214,7 @@ void frmShowPar::Refresh() {
             const i16 kind = ParKind(parNo);
             label.setText(ToQt(ParLabel(kind)));
             box.setAccessibleName(ToQt(StripAmpersand(ParLabel(kind))));
+            ExplainParameter(label, box, kind);
             box.Write(ToQt(ParText(kind)));
             box.SetBlue(IsBluePar(parNo));
         }

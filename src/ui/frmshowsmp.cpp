@@ -4,6 +4,7 @@
 #include "core/catalogue.h"
 #include "core/option_choice.h"
 #include "core/setup.h"
+#include "ui/helptips.h"
 #include "ui/qttext.h"
 
 #include <QCheckBox>
@@ -162,6 +163,35 @@ void frmShowSmp::Refresh() {
     RefreshGroups();
     CheckOption(fraInterim_.Options, NoOfInterim);
     fraInterim_.Frame->setVisible(InterimShown);
+    ExplainOptions();
+}
+
+void frmShowSmp::ExplainOptions() {
+    constexpr i32 optionWindow = 22;
+    constexpr i32 tails = 40;
+    Explain(*fraProcedure_.Frame, {optionWindow}, "Procedure");
+    Explain(*fraSamples_.Frame, {optionWindow}, "No Of Samples");
+    Explain(*fraTails_.Frame, {optionWindow}, "No Of Tails");
+    Explain(*lstParList_, {optionWindow}, "Parameter");
+    for (QRadioButton* option : fraTails_.Options)
+        Explain(*option, {tails}, FromQt(option->text()));
+    Explain(*chkLeftTail_, {tails}, FromQt(chkLeftTail_->text()));
+    for (i16 i = 0; i < NoOfCheck; ++i) {
+        QCheckBox& box = *chkCheck_[static_cast<std::size_t>(i)];
+        if (!ExplainOption(box, FromQt(box.text())))
+            Explain(box, {optionWindow}, "Check boxes");
+    }
+    for (i16 group = 0; group < NoOfIntPar; ++group) {
+        OptionFrame<3>& frame = fraIntPar_[static_cast<std::size_t>(group)];
+        Explain(*frame.Frame, {optionWindow}, "Interchangeable Parameters");
+        // "H1:" over "Mean 2" makes the name of the parameter.
+        const std::string caption = IntParCaption(IntParList(group));
+        for (QRadioButton* option : frame.Options) {
+            const std::string name = FromQt(option->text());
+            if (!ExplainOption(*option, caption + " " + name))
+                ExplainOption(*option, name);
+        }
+    }
 }
 
 void frmShowSmp::RefreshSamplesAndTails() {

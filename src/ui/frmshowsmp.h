@@ -56,6 +56,7 @@ class frmShowSmp : public QDialog {
     void FillParList();
     void RefreshChecks();
     void RefreshGroups();
+    void ExplainOptions();
 
     OptionFrame<3> fraSamples_;
     OptionFrame<3> fraTails_;

@@ -9,6 +9,7 @@
 #include <QFormLayout>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QTextEdit>
 #include <QVBoxLayout>
 
@@ -19,12 +20,13 @@ frmSummary::frmSummary(QWidget* parent) : QDialog(parent), txtSummary_(new QText
     setWindowTitle("Summary");
     txtSummary_->setObjectName("txtSummary");
     txtSummary_->setAccessibleName("Summary");
-    txtSummary_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    txtSummary_->setAcceptRichText(false);
     txtSummary_->setTabChangesFocus(true);
     txtSummary_->installEventFilter(this);
     auto* cmdEdit = new QPushButton("&Edit", this);
     cmdEdit->setObjectName("cmdEdit");
     cmdEdit->setAutoDefault(false);
+    connect(txtSummary_, &QTextEdit::textChanged, this, &frmSummary::txtSummary_Change);
     connect(cmdEdit, &QPushButton::clicked, this, &frmSummary::cmdEdit_Click);
 
     auto* column = new QVBoxLayout(this);
@@ -38,7 +40,15 @@ void frmSummary::Refresh() {
     font.setPointSize(SummaryFontSize);
     font.setBold(type.Bold);
     txtSummary_->setFont(font);
-    txtSummary_->setPlainText(ToQt(SumStatement()));
+    const QString text = ToQt(StatementText());
+    if (text == txtSummary_->toPlainText())
+        return;
+    const QSignalBlocker quiet(txtSummary_);
+    txtSummary_->setPlainText(text);
+}
+
+void frmSummary::txtSummary_Change() {
+    EditStatement(FromQt(txtSummary_->toPlainText()));
 }
 
 // As wide as the eighty characters of a wrapped text, and as high as the statement then is.

@@ -1,4 +1,4 @@
-// frmSummary: the statement of the current analysis.
+// frmSummary: the statement of the current analysis, to read and to edit.
 #pragma once
 
 #include <QDialog>
@@ -17,10 +17,11 @@ class frmSummary : public QDialog {
   public:
     explicit frmSummary(QWidget* parent);
 
-    // Takes the statement and its type from the state.
+    // Takes the statement, with what the user has made of it, and its type from the state.
     void Refresh();
 
     void cmdEdit_Click();
+    void txtSummary_Change();
 
     QSize sizeHint() const override;
 

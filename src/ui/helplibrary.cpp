@@ -73,6 +73,10 @@ QUrl HelpLibrary::PageOfNumber(i32 number) const {
     return QUrl(pageRoot + QString(numberPrefix) + QString::number(number));
 }
 
+bool HelpLibrary::HasPage(const QUrl& page) const {
+    return open_ && !page.fileName().startsWith(numberPrefix);
+}
+
 QByteArray HelpLibrary::Html(const QUrl& page) const {
     const QString name = page.fileName();
     if (name.startsWith(numberPrefix))
@@ -97,7 +101,7 @@ QString HelpLibrary::NumberHtml(i32 number) const {
         text += QObject::tr("<p>In the menus: %1.</p>").arg(MenuText(subject).toHtmlEscaped());
     const auto link = [this, &text](i32 topic, const QString& title) {
         const QUrl page = PageOfNumber(topic);
-        if (!page.fileName().startsWith(numberPrefix))
+        if (HasPage(page))
             text += QString("<p><a href=\"%1\">%2</a></p>").arg(page.toString(), title);
     };
     if (description != 0 && description != number)

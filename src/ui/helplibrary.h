@@ -24,6 +24,9 @@ class HelpLibrary {
     // The page of a help number; where there is none, a page that says what the number stands for.
     QUrl PageOfNumber(i32 number) const;
 
+    // The page is one of the help, and not made to say that there is none.
+    bool HasPage(const QUrl& page) const;
+
     // The HTML of a page.
     QByteArray Html(const QUrl& page) const;
 

@@ -45,6 +45,80 @@ QString WithoutTags(const QString& html) {
     return text;
 }
 
+QString Between(const QString& text, const QString& begin, const QString& end) {
+    const qsizetype first = text.indexOf(begin);
+    const qsizetype last = text.indexOf(end, first);
+    return first < 0 || last < 0 ? QString()
+                                 : text.mid(first + begin.size(), last - first - begin.size());
+}
+
+bool HasVowel(QStringView word) {
+    return std::any_of(word.begin(), word.end(),
+                       [](QChar c) { return QStringView(u"aeiouy").contains(c); });
+}
+
+// The ending goes, if what is left can be a word.
+bool TakeOff(QString& word, const char* ending, const char* by = "") {
+    constexpr qsizetype shortest = 3;
+    const auto length = static_cast<qsizetype>(qstrlen(ending));
+    const QStringView rest = QStringView(word).first(std::max<qsizetype>(word.size() - length, 0));
+    if (!word.endsWith(QLatin1String(ending)) || rest.size() < shortest || !HasVowel(rest))
+        return false;
+    word.chop(length);
+    word += QLatin1String(by);
+    return true;
+}
+
+// "planned" has left "plann"; "all", "less" and "fizz" have their two letters by themselves.
+void Undouble(QString& word) {
+    const qsizetype n = word.size();
+    if (n > 3 && word[n - 1] == word[n - 2] && !QStringView(u"aeioulsz").contains(word[n - 1]))
+        word.chop(1);
+}
+
+// Other words for the same, as the pages have them. A short list, of what is looked for.
+constexpr struct {
+    const char* Asked;
+    const char* Written;
+} synonyms[] = {
+    {"effect size", "difference standard deviation"},
+    {"cohen's d", "difference standard deviation"},
+    {"cohens d", "difference standard deviation"},
+    {"ttest", "t-test"},
+    {"t test", "t-test"},
+    {"chi squared", "chi-square"},
+    {"chisquare", "chi-square"},
+    {"chi2", "chi-square"},
+    {"alpha", "significance level"},
+    {"type i error", "significance level"},
+    {"type 1 error", "significance level"},
+    {"beta", "power"},
+    {"type ii error", "power"},
+    {"type 2 error", "power"},
+    {"sd", "standard deviation"},
+    {"sigma", "standard deviation"},
+    {"cv", "coefficient of variation"},
+    {"ci", "confidence interval"},
+    {"number of subjects", "sample size"},
+    {"number of patients", "sample size"},
+    {"tost", "two one-sided"},
+    {"noninferiority", "non-inferiority"},
+    {"cross over", "crossover"},
+    {"relative risk", "ratio proportions"},
+    {"risk difference", "difference proportions"},
+    {"matched", "paired"},
+    {"precision", "width interval"},
+    {"plot", "graph"},
+    {"chart", "graph"},
+    {"export", "save"},
+};
+
+bool IsProofPage(const QString& html) {
+    return html.contains("<body class=\"proof\">");
+}
+
+} // namespace
+
 QString PlainText(const QString& html) {
     QString text = WithoutTags(html);
     return text.replace("&lt;", "<")
@@ -53,56 +127,97 @@ QString PlainText(const QString& html) {
         .replace("&amp;", "&");
 }
 
-QString Between(const QString& text, const QString& begin, const QString& end) {
-    const qsizetype first = text.indexOf(begin);
-    const qsizetype last = text.indexOf(end, first);
-    return first < 0 || last < 0 ? QString()
-                                 : text.mid(first + begin.size(), last - first - begin.size());
+QString StemOf(const QString& word) {
+    QString stem = word;
+    if (!TakeOff(stem, "ies", "y") && !TakeOff(stem, "sses", "ss") && !stem.endsWith("ss") &&
+        !stem.endsWith("us") && !stem.endsWith("is"))
+        TakeOff(stem, "s");
+    if (TakeOff(stem, "ing") || TakeOff(stem, "ed"))
+        Undouble(stem);
+    TakeOff(stem, "e");
+    return stem;
 }
 
-bool HasAll(const QString& text, const QStringList& wanted) {
-    return std::all_of(wanted.begin(), wanted.end(),
-                       [&text](const QString& word) { return text.contains(word); });
+HelpSearch::Text HelpSearch::TextOf(const QString& text) {
+    const QString words = quorvanta::Words(text);
+    QString stems(" ");
+    for (const QString& word : words.split(' ', Qt::SkipEmptyParts))
+        stems += StemOf(word) + ' ';
+    return {words, stems};
 }
-
-} // namespace
 
 void HelpSearch::Add(const QUrl& page, const QString& html) {
     const QString title = PlainText(Between(html, "<title>", "</title>"));
+    const qsizetype body = html.indexOf("<body");
     pages_.append(
-        {{title, page}, Words(title), Words(PlainText(Between(html, "<body>", "</body>")))});
+        {{title, page},
+         TextOf(title),
+         TextOf(PlainText(body < 0 ? QString() : Between(html.mid(body), ">", "</body>"))),
+         IsProofPage(html)});
 }
 
-QList<HelpHit> HelpSearch::Find(const QString& words) const {
-    QStringList wanted;
+QList<HelpSearch::Wanted> HelpSearch::WantedOf(const QString& words) {
+    QList<Wanted> wanted;
     for (const QString& word : words.split(' ', Qt::SkipEmptyParts))
-        if (const QString found = Words(word); found != " ")
-            wanted << found;
-    if (wanted.isEmpty())
-        return {};
-    if (!words.endsWith(' '))
-        wanted.last().chop(1);
+        if (const Text text = TextOf(word); text.Words != " ")
+            wanted.append({text.Words, text.Stems, false});
+    if (!wanted.isEmpty() && !words.endsWith(' ')) {
+        wanted.last().Words.chop(1);
+        wanted.last().GoesOn = true;
+    }
+    return wanted;
+}
 
+qsizetype HelpSearch::CountOf(const Text& text, const Wanted& wanted) {
+    const qsizetype count = text.Stems.count(wanted.Stems);
+    return wanted.GoesOn ? std::max(count, text.Words.count(wanted.Words)) : count;
+}
+
+bool HelpSearch::HasAll(const Text& text, const QList<Wanted>& wanted) {
+    return std::all_of(wanted.begin(), wanted.end(),
+                       [&text](const Wanted& one) { return CountOf(text, one) > 0; });
+}
+
+void HelpSearch::FindExactly(const QString& words, QList<const PageText*>& found) const {
+    const QList<Wanted> wanted = WantedOf(words);
+    if (wanted.isEmpty())
+        return;
     struct Found {
         const PageText* Page;
         bool InTitle;
         qsizetype Count;
     };
-    QList<Found> found;
+    QList<Found> pages;
     for (const PageText& page : pages_) {
-        if (!HasAll(page.Text, wanted))
+        if (found.contains(&page) || !HasAll(page.Body, wanted))
             continue;
         qsizetype count = 0;
-        for (const QString& word : wanted)
-            count += page.Text.count(word);
-        found.append({&page, HasAll(page.Title, wanted), count});
+        for (const Wanted& one : wanted)
+            count += CountOf(page.Body, one);
+        pages.append({&page, HasAll(page.Title, wanted), count});
     }
-    std::stable_sort(found.begin(), found.end(), [](const Found& a, const Found& b) {
+    std::stable_sort(pages.begin(), pages.end(), [](const Found& a, const Found& b) {
         return a.InTitle != b.InTitle ? a.InTitle : a.Count > b.Count;
     });
+    for (const Found& one : pages)
+        found << one.Page;
+}
+
+QList<HelpHit> HelpSearch::Find(const QString& words) const {
+    QList<const PageText*> found;
+    FindExactly(words, found);
+    const QString asked = quorvanta::Words(words);
+    for (const auto& synonym : synonyms) {
+        const QString name = quorvanta::Words(QLatin1String(synonym.Asked));
+        if (asked.contains(name))
+            FindExactly(QString(asked).replace(name, ' ' + QLatin1String(synonym.Written) + ' '),
+                        found);
+    }
+    std::stable_partition(found.begin(), found.end(),
+                          [](const PageText* page) { return !page->IsProof; });
     QList<HelpHit> hits;
-    for (const Found& one : found)
-        hits << one.Page->Hit;
+    for (const PageText* page : found)
+        hits << page->Hit;
     return hits;
 }
 

@@ -6,6 +6,7 @@
 #include "core/records.h"
 #include "ui/frmhelp.h"
 #include "ui/helplibrary.h"
+#include "ui/helptips.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -100,6 +101,15 @@ i32 HelpNumberAt(const QWidget& widget) {
             return topic->Topic;
     }
     return OrHelpOfWindow(HelpDescription());
+}
+
+void OpenHelpAt(const QWidget& widget) {
+    const auto kind = ExplainedKind(widget);
+    if (!kind)
+        return OpenHelp(HelpNumberAt(widget));
+    if (!Viewer().ShowParameter(HelpParameters(), *kind))
+        return OpenHelpOfAnalysis(HelpDescription());
+    BringUp(Viewer());
 }
 
 void OpenHelpSearch() {

@@ -18,6 +18,11 @@ void OpenHelpOfAnalysis(i32 number);
 // that it stands in, or, in the windows that show an analysis, the description of that.
 i32 HelpNumberAt(const QWidget& widget);
 
+// Opens the help for the help key with the focus in this widget: in the box of a parameter, on that
+// parameter of the analysis, and on the description of the analysis if that is what is shown
+// already.
+void OpenHelpAt(const QWidget& widget);
+
 // Opens the help on its search.
 void OpenHelpSearch();
 
