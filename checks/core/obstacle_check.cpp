@@ -45,6 +45,17 @@ TEST_F(ObstacleCheck, NoDifferenceHasThePowerOfItsLevel) {
     EXPECT_EQ(ParValue(1), 0.8);
 }
 
+// What was asked about a parameter before does not make the test an estimate.
+TEST_F(ObstacleCheck, ATestAfterAnEstimateIsATest) {
+    OpenDistribution(DistrNormal, 0, ProcedureEstimate);
+    AcceptOptions();
+    OpenUnpaired(TwoSided);
+    ASSERT_EQ(ProcedureNo, ProcedureEstimate);
+    Type(effect, "0");
+    EXPECT_EQ(Solve(size1), "-");
+    EXPECT_TRUE(Told().ends_with(" H1 equals H0.")) << Told();
+}
+
 // On the wrong side more subjects have less power.
 TEST_F(ObstacleCheck, ADifferenceOnTheWrongSideIsNamed) {
     OpenUnpaired(OneSided);

@@ -514,6 +514,28 @@ TEST_F(Estimation, ASampleIsAtMostItsPopulationWhicheverIsTheUnknown) {
     says(4, {{Kind::Population1, "200"}, {Kind::Population2, "50"}}, second);
 }
 
+TEST_F(Estimation, ASoughtSecondSampleIsAtMostItsPopulation) {
+    Open(DistrHypergeometric, 0, ProcedureEstimate, TwoSamples);
+    Pick(Group::Proportion2, AsValue);
+    Pick(Group::Population2, AsValue);
+    Pick(Group::Size2, AsValue);
+    AcceptOptions();
+    Put(Kind::Population1, 200);
+    Put(Kind::Population2, 90);
+    Put(Kind::Size1, 50);
+    UnknownParNo = PositionOf(Kind::Size2);
+    f64 lower = ParMin(Kind::Size2);
+    f64 upper = ParMax(Kind::Size2);
+    SelSearchLimits(lower, upper);
+    EXPECT_EQ(upper, 90);
+    UnknownParNo = PositionOf(Kind::Population2);
+    Put(Kind::Size2, 120);
+    lower = ParMin(Kind::Population2);
+    upper = ParMax(Kind::Population2);
+    SelSearchLimits(lower, upper);
+    EXPECT_EQ(lower, 120);
+}
+
 // Nor does a population that is sought limit its sample by what its box held before.
 TEST_F(Estimation, ASoughtPopulationIsAtLeastItsSample) {
     for (const bool first : {true, false})

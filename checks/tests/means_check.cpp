@@ -190,6 +190,27 @@ TEST_F(Means, TheH1ValueIsSoughtOnTheSideOfTheTail) {
         << "the H0 value lies on the other side";
 }
 
+// A ratio to a mean below 0 falls while the H1 mean rises.
+TEST_F(Means, ARatioToANegativeMeanIsSoughtBelowOne) {
+    OpenDistribution(DistrNormal, 0, ProcedureTest);
+    ChooseSamples(OneSample);
+    ChooseTails(OneSided);
+    ChooseLeftTail(false);
+    Pick(Group::H1Mean, AsRatio);
+    AcceptOptions();
+    UnknownParNo = PositionOf(Kind::H1MeanOverH0);
+    const auto limits = [this](f64 h0) {
+        Put(Kind::H0Mean, h0);
+        std::pair<f64, f64> range{-99999, 99999};
+        SelSearchLimits(range.first, range.second);
+        return range;
+    };
+    EXPECT_EQ(limits(2).first, 1);
+    EXPECT_GT(limits(2).second, 1);
+    EXPECT_LT(limits(-2).first, 1);
+    EXPECT_EQ(limits(-2).second, 1);
+}
+
 TEST_F(Means, EachFormOfTheSecondMeanSaysTheSame) {
     const auto solve = [this](i16 form, const std::string& second) {
         NewTest(0);
