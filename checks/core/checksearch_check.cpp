@@ -40,6 +40,17 @@ TEST_F(CheckSearch, AnOpenRangeTakesEveryValue) {
     EXPECT_TRUE(platform.Messages.empty());
 }
 
+// Whether a limit is one at all is asked in 32 bits, where the next number below 99999 is 99998.99.
+TEST_F(CheckSearch, ALimitThatIsOpenIn32BitsIsNone) {
+    Put(2, 123456);
+    EXPECT_TRUE(CheckRange(2, -99998.999, 99998.999));
+    EXPECT_FALSE(CheckRange(2, -99998.999, 99998.99));
+    Put(2, -123456);
+    EXPECT_TRUE(CheckRange(2, -99998.999, 99998.999));
+    EXPECT_FALSE(CheckRange(2, -99998.99, 99998.999));
+    EXPECT_EQ(platform.Messages.size(), 2U);
+}
+
 TEST_F(CheckSearch, ALowerLimitAlone) {
     Put(4, 0);
     EXPECT_FALSE(CheckRange(4, 0.00001F, 99999));
