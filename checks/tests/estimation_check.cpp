@@ -514,6 +514,23 @@ TEST_F(Estimation, ASampleIsAtMostItsPopulationWhicheverIsTheUnknown) {
     says(4, {{Kind::Population1, "200"}, {Kind::Population2, "50"}}, second);
 }
 
+TEST_F(Estimation, ASecondPopulationOfNobodyIsRefused) {
+    Open(DistrHypergeometric, 0, ProcedureEstimate, TwoSamples);
+    Pick(Group::Population2, AsDifference);
+    Pick(Group::Size2, AsValue);
+    AcceptOptions();
+    platform.Messages.clear();
+    EXPECT_EQ(SolveWith({{Kind::Population1, "400"},
+                         {Kind::Population2Minus1, "-400"},
+                         {Kind::Size1, "50"},
+                         {Kind::Size2, "50"}},
+                        Kind::AbsoluteError),
+              NoValue);
+    ASSERT_EQ(platform.Messages.size(), 1U);
+    EXPECT_TRUE(platform.Messages[0].Text.starts_with("Popul. Size 2 - Popul. Size 1 Has To Be "))
+        << platform.Messages[0].Text;
+}
+
 TEST_F(Estimation, ASoughtSecondSampleIsAtMostItsPopulation) {
     Open(DistrHypergeometric, 0, ProcedureEstimate, TwoSamples);
     Pick(Group::Proportion2, AsValue);
