@@ -280,7 +280,7 @@ ShownList StoredList(const AnalysisRecord& record) {
 
 QString ShowsList(const QWidget& child, const ShownList& list) {
     const auto& head = Part<QLabel>(child, "lblHead1");
-    if (list.IsChosen && !list.Headline.empty()) {
+    if (!list.Labels.empty() && !list.Headline.empty()) {
         const QString complaint =
             FirstOf({Is("the headline's being hidden", head.isHidden(), false),
                      Is("the headline", head.text(), ToQt(list.Headline))});
