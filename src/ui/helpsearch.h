@@ -29,8 +29,8 @@ class HelpSearch {
     // word may be the beginning of one. Upper and lower case are the same; parts that belong
     // together
     // ("t-test") have to stand together. First the pages that have them in their title, then those
-    // that have them most often, then those that have other words for the same, and last the pages
-    // of proof, which have a little of everything.
+    // that have the last one whole, then those that have them most often, then those that have
+    // other words for the same, and last the pages of proof, which have a little of everything.
     QList<HelpHit> Find(const QString& words) const;
 
   private:
