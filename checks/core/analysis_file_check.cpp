@@ -154,6 +154,25 @@ TEST_F(Files, ASavedAnalysisIsUnchangedAndHasTheNameOfItsFile) {
 }
 
 // The dialog leads back to the file, not to another one without its blanks in another folder.
+// A file doesn't tell what was forced: where there was nothing to choose, nothing is carried on.
+TEST_F(Files, WhatTheTestOfAFileForcesIsNotCarriedIntoTheNext) {
+    OpenInWindow(CalculationWindow, 800);
+    ASSERT_EQ(NoOfTails, TwoOneSided);
+    const std::string path = SaveTo("equivalence.dim");
+    OpenInWindow(CalculationWindow, unpaired);
+    ChooseTails(OneSided);
+    Open(path);
+    EXPECT_EQ(NoOfTails, TwoOneSided);
+    NewTest(unpaired);
+    EXPECT_EQ(NoOfTails, TwoSided);
+    ChooseTails(TwoOneSided);
+    AcceptOptions();
+    const std::string own = SaveTo("own.dim");
+    Open(own);
+    NewTest(unpaired);
+    EXPECT_EQ(NoOfTails, TwoOneSided) << "it was chosen among others";
+}
+
 TEST_F(Files, AnAnalysisWithAFileProposesItsNameAndFolder) {
     OpenInWindow(CalculationWindow, unpaired);
     SolveFor(PositionOf(size1));

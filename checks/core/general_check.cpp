@@ -70,6 +70,15 @@ TEST(ToInteger, WhatDoesNotFitIsAFault) {
     }
 }
 
+TEST(LetterCase, IsThatOfAsciiInAnyLocale) {
+    EXPECT_EQ(LowerCase('I'), 'i');
+    EXPECT_EQ(UpperCase('i'), 'I');
+    for (const char c : {'5', '.', '@', '[', '`', '{', '\xC9'}) {
+        EXPECT_EQ(LowerCase(c), c);
+        EXPECT_EQ(UpperCase(c), c);
+    }
+}
+
 TEST(StripAmpersand, TakesOutEveryMark) {
     EXPECT_EQ(StripAmpersand("S&ignificance Level"), "Significance Level");
     EXPECT_EQ(StripAmpersand("&&x&"), "x");

@@ -95,6 +95,8 @@ TEST_F(HelpTextSearch, FindsAWordInAllItsForms) {
     EXPECT_EQ(Find("count"), "d");
     EXPECT_EQ(Find("counting "), "d");
     EXPECT_EQ(Find("rou"), "d");
+    Add("e", "Limits", "<p>A rounded upper limit, upper, uppermost.</p>");
+    EXPECT_EQ(Find("round up"), "de") << "the whole word first";
     EXPECT_EQ(Find("rou "), "");
 }
 

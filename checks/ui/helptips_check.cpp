@@ -37,6 +37,12 @@ TEST_F(HelpTips, SayWhatAParameterIs) {
     }
 }
 
+// A sentence ends before a number, too.
+TEST_F(HelpTips, AreOneSentence) {
+    EXPECT_EQ(FirstSentenceOf(64, "Error Level"),
+              "The probability \u03b1 that the estimate is off by more than the error entered.");
+}
+
 TEST_F(HelpTips, SayItBesideATable) {
     Trigger("mnuFile(1)");
     Trigger("mnuStudent(0)");
@@ -100,9 +106,14 @@ TEST_F(HelpTips, TheHeadSaysWhatIsNotExact) {
     EXPECT_EQ(FromQt(head), ParListName);
     const int size = PlaceOf("Sample Size &1");
     Type(size, "51");
+    EXPECT_EQ(hands::TextOf(Child(), "lblHead1"), head) << "no result yet";
+    Press(1);
     EXPECT_EQ(hands::TextOf(Child(), "lblHead1"), head + " " + ToQt(HeadlineNote()));
     EXPECT_TRUE(hands::TextOf(Child(), "lblHead1").contains("normal approximation"));
+    Type(size, QString(400, '9')); // what no number is, isn't read for it
+    EXPECT_EQ(hands::TextOf(Child(), "lblHead1"), head);
     Type(size, "50");
+    Press(1);
     EXPECT_EQ(hands::TextOf(Child(), "lblHead1"), head);
 }
 

@@ -256,7 +256,9 @@ struct ShownList {
 };
 
 ShownList CurrentList() {
-    ShownList list{IsAnalysisChosen(), ParListName, {}, {}};
+    const std::string note = HeadlineNote();
+    ShownList list{
+        IsAnalysisChosen(), note.empty() ? ParListName : ParListName + " " + note, {}, {}};
     if (HasList()) {
         for (i16 i = 0; i <= NoOfPar; ++i) {
             list.Labels.push_back(ParLabel(ParKind(i)));
@@ -280,10 +282,12 @@ ShownList StoredList(const AnalysisRecord& record) {
 
 QString ShowsList(const QWidget& child, const ShownList& list) {
     const auto& head = Part<QLabel>(child, "lblHead1");
-    if (list.IsChosen && !list.Headline.empty()) {
+    // That of a window behind may have a note of its result.
+    const QString headline = ToQt(list.Headline);
+    if (!list.Labels.empty() && !list.Headline.empty()) {
         const QString complaint =
             FirstOf({Is("the headline's being hidden", head.isHidden(), false),
-                     Is("the headline", head.text(), ToQt(list.Headline))});
+                     Is("the headline", head.text().left(headline.size()), headline)});
         if (!complaint.isEmpty())
             return complaint;
     } else if (!head.isHidden()) {

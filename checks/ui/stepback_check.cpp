@@ -197,10 +197,13 @@ TEST_F(StepBackKey, OptionsGivenUpLeaveEverythingAsItWas) {
     OpenSolved();
     hands::ChooseMenu(*Window().menuBar(), {"&Window", "&Options..."});
     ASSERT_TRUE(Options().isVisible());
+    // The head is that of the former options until these are accepted.
+    EXPECT_FALSE(hands::Control(Child(), "lblHead1")->isVisible());
     hands::Click(Options(), "optTails(0)");
     QTest::keyClick(&Options(), Qt::Key_Escape);
     EXPECT_EQ(Shown(), shown_);
     EXPECT_TRUE(Box(Power).font().bold());
+    EXPECT_TRUE(hands::Control(Child(), "lblHead1")->isVisible());
     EXPECT_FALSE(Options().isVisible());
 }
 

@@ -76,8 +76,7 @@ Page ParameterPage(const HelpSubject& subject, const ParameterTexts& texts) {
 }
 
 std::string Lower(std::string text) {
-    std::ranges::transform(text, text.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    std::ranges::transform(text, text.begin(), LowerCase);
     return text;
 }
 

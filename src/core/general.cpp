@@ -38,6 +38,14 @@ i32 ToI32(f64 x) {
     return RoundTo<i32>(x);
 }
 
+char LowerCase(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+char UpperCase(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
 std::string StripAmpersand(std::string_view text) {
     std::string stripped(text);
     std::erase(stripped, '&');

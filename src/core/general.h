@@ -46,6 +46,11 @@ f64 Int(f64 x);
 i16 ToI16(f64 x);
 i32 ToI32(f64 x);
 
+// Letters of ASCII in the other case, whatever the locale makes of them; any other character as it
+// is.
+char LowerCase(char c);
+char UpperCase(char c);
+
 // The text without any "&".
 std::string StripAmpersand(std::string_view text);
 

@@ -3,13 +3,13 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/floating_windows.h"
+#include "core/general.h"
 #include "core/platform.h"
 #include "core/program_name.h"
 #include "core/records.h"
 #include "core/save_file.h"
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 
 namespace quorvanta {
@@ -19,10 +19,9 @@ namespace {
 // A caption without ".dim"; any other point is part of the name ("Phase 2.5").
 std::string WithoutExtension(const std::string& caption) {
     const std::string extension = std::string(".") + AnalysisExtension;
-    const bool isFile =
-        caption.size() > extension.size() &&
-        std::equal(extension.rbegin(), extension.rend(), caption.rbegin(),
-                   [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); });
+    const bool isFile = caption.size() > extension.size() &&
+                        std::equal(extension.rbegin(), extension.rend(), caption.rbegin(),
+                                   [](char a, char b) { return a == LowerCase(b); });
     return isFile ? caption.substr(0, caption.size() - extension.size()) : caption;
 }
 

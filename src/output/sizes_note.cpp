@@ -4,8 +4,6 @@
 #include "core/general.h"
 #include "output/statement_clauses.h"
 
-#include <cctype>
-
 namespace quorvanta {
 
 std::string SizesNote(i16 parNo) {
@@ -20,7 +18,7 @@ std::string SizesNote(i16 parNo) {
     // One size alone has nothing beside it.
     if (!used.Has(parNo) || !Contains(clause, "("))
         return "";
-    clause[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(clause[0])));
+    clause[0] = UpperCase(clause[0]);
     return clause;
 }
 

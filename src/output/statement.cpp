@@ -164,7 +164,7 @@ std::string LevelPhrase() {
 // The largest sample whose power would be exact, if one of the analysis is larger; else 0.
 i16 ExactUpToHere() {
     const i16 border = SelExactUpTo();
-    return LargestSample() > border ? border : i16{0};
+    return border != 0 && LargestSample() > border ? border : i16{0};
 }
 
 std::string TestSentence(SumUsed& used) {
@@ -233,7 +233,7 @@ std::string FirstSentence(SumUsed& used) {
 } // namespace
 
 std::string HeadlineNote() {
-    const i16 border = ExactUpToHere();
+    const i16 border = Calculated == True ? ExactUpToHere() : i16{0};
     if (border == 0)
         return "";
     return "More than " + std::to_string(border) +

@@ -29,8 +29,8 @@ std::string StatementText();
 // The user has edited the statement of the current analysis. Nothing but blanks brings back ours.
 void EditStatement(const std::string& text);
 
-// What the head of a calculation has to say beside the name of the analysis: that the power is an
-// approximation, although the test is called exact. Empty for most.
+// What the head of a calculation with a valid result has to say beside the name of the analysis: that
+// the power is an approximation, although the test is called exact. Empty for most.
 std::string HeadlineNote();
 
 // A text broken into lines for the screen.

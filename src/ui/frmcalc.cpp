@@ -113,7 +113,7 @@ void frmCalc::MakeRow(QGridLayout& grid, i16 i) {
 void frmCalc::Refresh() {
     const bool chosen = !TestName.empty() || !DistrName.empty();
     const bool hasRows = chosen && NoOfPar > 0;
-    lblHead1_->setVisible(chosen && !ParListName.empty());
+    lblHead1_->setVisible(hasRows && !ParListName.empty());
     lblHint_->setText(chosen ? tr("Choose the options, then press OK.")
                              : tr("Choose a test or a distribution from the menus."));
     lblHint_->setVisible(!hasRows);

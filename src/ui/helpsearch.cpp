@@ -185,8 +185,11 @@ void HelpSearch::FindExactly(const QString& words, QList<const PageText*>& found
     struct Found {
         const PageText* Page;
         bool InTitle;
+        bool HasWhole; // not the beginning of a longer word only
         qsizetype Count;
     };
+    QList<Wanted> whole = wanted;
+    whole.last().GoesOn = false;
     QList<Found> pages;
     for (const PageText& page : pages_) {
         if (found.contains(&page) || !HasAll(page.Body, wanted))
@@ -194,10 +197,12 @@ void HelpSearch::FindExactly(const QString& words, QList<const PageText*>& found
         qsizetype count = 0;
         for (const Wanted& one : wanted)
             count += CountOf(page.Body, one);
-        pages.append({&page, HasAll(page.Title, wanted), count});
+        pages.append({&page, HasAll(page.Title, wanted), HasAll(page.Body, whole), count});
     }
     std::stable_sort(pages.begin(), pages.end(), [](const Found& a, const Found& b) {
-        return a.InTitle != b.InTitle ? a.InTitle : a.Count > b.Count;
+        if (a.InTitle != b.InTitle)
+            return a.InTitle;
+        return a.HasWhole != b.HasWhole ? a.HasWhole : a.Count > b.Count;
     });
     for (const Found& one : pages)
         found << one.Page;

@@ -27,10 +27,10 @@ class HelpSearch {
 
     // The pages that have all words, in whatever form ("round up" finds "rounded up"); the last
     // word may be the beginning of one. Upper and lower case are the same; parts that belong
-    // together
-    // ("t-test") have to stand together. First the pages that have them in their title, then those
-    // that have them most often, then those that have other words for the same, and last the pages
-    // of proof, which have a little of everything.
+    // together ("t-test") have to stand together. First the pages that have them in their title,
+    // then those that have the last one whole, then those that have them most often, then those
+    // that have other words for the same, and last the pages of proof, which have a little of
+    // everything.
     QList<HelpHit> Find(const QString& words) const;
 
   private:

@@ -44,7 +44,7 @@ QString KeyOf(const QString& name) {
 }
 
 QString FirstSentence(const QString& text) {
-    static const QRegularExpression sentence(R"(^.*?[.?!](?=\s+["'(]?[A-Z]|$))");
+    static const QRegularExpression sentence(R"(^.*?[.?!](?=\s+["'(]?[A-Z0-9]|$))");
     const QString simple = text.simplified();
     const auto match = sentence.match(simple);
     return match.hasMatch() ? match.captured() : simple;
