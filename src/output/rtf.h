@@ -1,4 +1,4 @@
-// The rich text format, as its specification (version 1.9, 2008) has it.
+// The rich text format, version 1.9 (2008).
 #pragma once
 
 #include <string>
