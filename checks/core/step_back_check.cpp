@@ -1,4 +1,5 @@
 // One step back and forth, and the options of an analysis chosen again.
+#include "core/kinds.h"
 #include "core/last_step.h"
 #include "core/showpar.h"
 #include "core/step_back.h"
@@ -31,7 +32,7 @@ class StepBackCheck : public AnalysisFixture {
         Pick(formOfMeans, 1);
         Pick(formOfSizes, 2);
         AcceptOptions();
-        Type(62, "0.5");
+        Type(Kind::H1Mean2Minus1, "0.5");
         Type(ratio, "1");
         Type(sd, "1");
         Type(size1, "64");
@@ -124,14 +125,14 @@ TEST_F(StepBackCheck, AStaleResultComesBackStale) {
 
 TEST_F(StepBackCheck, AValueThatCantBeCalculatedComesBackHoweverOftenItWasAsked) {
     OpenSolved();
-    Type(62, "0"); // as under H0: no standard deviation gives that power
+    Type(Kind::H1Mean2Minus1, "0"); // as under H0: no standard deviation gives that power
     const std::string before = ParText(sd);
     EXPECT_EQ(Solve(sd), "-");
     EXPECT_EQ(Solve(sd), "-");
     EXPECT_EQ(platform.Messages.size(), 2U);
     StepBack();
     EXPECT_EQ(ParText(sd), before);
-    EXPECT_EQ(ParText(62), "0");
+    EXPECT_EQ(ParText(Kind::H1Mean2Minus1), "0");
 }
 
 TEST_F(StepBackCheck, AValueOutOfRangeTakesNothingAway) {
@@ -315,7 +316,7 @@ TEST_F(Reopened, OnlyAnAnalysisHasOptions) {
 
 TEST_F(Reopened, ShowsThePresentChoices) {
     OpenDistribution(DistrNormal, 1, ProcedureInterval);
-    Tick(36, false);
+    Tick(Check::TwoSidedInterval, false);
     AcceptOptions();
     const auto checks = CheckValue;
     ReopenOptions();
@@ -333,9 +334,9 @@ TEST_F(Reopened, KeepsUnknownAndValuesWhereTheListHasThem) {
     ChooseTails(OneSided);
     AcceptOptions();
     EXPECT_EQ(UnknownParNo, PositionOf(size1));
-    EXPECT_EQ(ParText(power), solved_.ParText(1)) << "typed or found, a value stays";
+    EXPECT_EQ(ParText(power), solved_.ParText(PowerParNo)) << "typed or found, a value stays";
     EXPECT_EQ(ParText(sd), "1");
-    EXPECT_EQ(ParText(62), "0.5");
+    EXPECT_EQ(ParText(Kind::H1Mean2Minus1), "0.5");
     EXPECT_EQ(Calculated, True);
     // One-sided 0.05, d = 0.5: 50.15 per group for a power of 0.80, 50.4 for 0.8015 (R,
     // power.t.test).
@@ -386,13 +387,13 @@ TEST_F(Reopened, KeepsTheAxesOfATable) {
     Pick(formOfMeans, 1);
     AcceptOptions();
     SwapAxis(YRole, PositionOf(size1));
-    SwapAxis(XRole, PositionOf(62));
+    SwapAxis(XRole, PositionOf(Kind::H1Mean2Minus1));
     SwapAxis(ZRole, PositionOf(sd));
     ReopenOptions();
     Pick(formOfSizes, 0);
     AcceptOptions();
     EXPECT_EQ(UnknownParNo, PositionOf(size1));
-    EXPECT_EQ(XParNo, PositionOf(62));
+    EXPECT_EQ(XParNo, PositionOf(Kind::H1Mean2Minus1));
     EXPECT_EQ(ZParNo, PositionOf(sd));
 }
 

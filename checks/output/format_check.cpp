@@ -2,6 +2,7 @@
 #include "core/catalogue.h"
 #include "core/fault.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/number_text.h"
 #include "output/format.h"
 #include "output/formatpar.h"
@@ -359,9 +360,9 @@ TEST(FormatPar, OtherValuesAreShownByTheirSize) {
 }
 
 TEST(FormatPar, NegativeZeroIsZero) {
-    EXPECT_EQ(FormatPar(58, -0.0), "0");
-    EXPECT_EQ(FormatPar(58, -1e-9), "0");
-    EXPECT_EQ(FormatPar(38, -0.0), "0");
+    EXPECT_EQ(FormatPar(Kind::H1Mean, -0.0), "0");
+    EXPECT_EQ(FormatPar(Kind::H1Mean, -1e-9), "0");
+    EXPECT_EQ(FormatPar(Kind::Size2Minus1, -0.0), "0");
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "core/analysis_file.h"
 #include "core/driver.h"
+#include "core/kinds.h"
 #include "core/records.h"
 #include "core/run.h"
 #include "core/save_file.h"
@@ -28,7 +29,7 @@ class Outputs : public AnalysisFixture {
     void OpenWithResult(i16 windowKind) {
         FileCommand(windowKind);
         NewTest(unpaired);
-        Pick(1, 1);
+        Pick(Group::Mean2, 1);
         AcceptOptions();
         if (windowKind == CalculationWindow)
             SolveFor(PositionOf(size1));

@@ -1,3 +1,4 @@
+#include "core/kinds.h"
 #include "output/sizes_note.h"
 #include "support/analysis_fixture.h"
 
@@ -16,7 +17,7 @@ class SizesNotes : public AnalysisFixture {};
 // 1.5 times 17 are 25.5: 26 whole subjects, 43 together.
 TEST_F(SizesNotes, TellTheSecondSizeAndTheTotalBesideARatio) {
     OpenTest(unpaired);
-    Pick(2, 2);
+    Pick(Group::Size2, 2);
     AcceptOptions();
     ASSERT_GE(PositionOf(ratio), 0);
     Type(size1, "17");
@@ -34,7 +35,7 @@ TEST_F(SizesNotes, TellTheSecondSizeAndTheTotalBesideARatio) {
 // As a file may hold it beside a result: what shows the note is not to fail.
 TEST_F(SizesNotes, AreNotToldOfSizesThatNoNumberHolds) {
     OpenTest(unpaired);
-    Pick(2, 2);
+    Pick(Group::Size2, 2);
     AcceptOptions();
     Solve(power);
     for (const std::string& text : {std::string(400, '9'), std::string("1E400"),

@@ -2,6 +2,7 @@
 // parameter list that the test will have; the result is either checked against a value of other
 // origin before it is expected in the text, or it is that value, entered by the check.
 #include "core/analysis.h"
+#include "core/kinds.h"
 #include "core/number_text.h"
 #include "core/option_choice.h"
 #include "core/options.h"
@@ -75,7 +76,7 @@ class Statement : public checks::AnalysisFixture {
     void OpenUnpairedTTest(i16 noOfTails, const Texts& texts) {
         OpenTest(0);
         ChooseTails(noOfTails);
-        Pick(1, 1);
+        Pick(Group::Mean2, 1);
         AcceptOptions();
         TypeAll(texts);
     }
@@ -119,7 +120,7 @@ class Statement : public checks::AnalysisFixture {
 // 0.80146; two decimals are told.
 TEST_F(Statement, UnpairedTTestPower) {
     OpenUnpairedTTest(TwoSided, {{62, "0.5"}, {2, "1"}, {4, "64"}, {37, "64"}});
-    ExpectResult(Solve(1), 0.80146, 0.003);
+    ExpectResult(Solve(Kind::Power), 0.80146, 0.003);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 128 (64 in sample 1 and 64 in sample 2), the power is "
               "0.80 when testing the null hypothesis H0: mean 2 - mean 1 = 0 against H1: mean 2 - "
@@ -133,11 +134,11 @@ TEST_F(Statement, UnpairedTTestPower) {
 TEST_F(Statement, UnpairedTTestSampleSizeIsToldOnce) {
     OpenTest(0);
     ChooseTails(OneSided);
-    Pick(1, 1);
-    Pick(2, 2);
+    Pick(Group::Mean2, 1);
+    Pick(Group::Size2, 2);
     AcceptOptions();
     TypeAll({{1, "0.9"}, {62, "0.5"}, {2, "1"}, {5, "1"}});
-    EXPECT_EQ(Solve(4), "70");
+    EXPECT_EQ(Solve(Kind::Size1), "70");
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 140 (70 in sample 1 and 70 in sample 2), the power is "
               "0.90 when testing the null hypothesis H0: mean 2 - mean 1 = 0 against H1: mean 2 - "
@@ -151,10 +152,10 @@ TEST_F(Statement, UnpairedTTestSampleSizeIsToldOnce) {
 TEST_F(Statement, UnpairedTTestEffect) {
     OpenTest(0);
     ChooseTails(TwoSided);
-    Pick(1, 0);
+    Pick(Group::Mean2, 0);
     AcceptOptions();
     TypeAll({{1, "0.8"}, {86, "10"}, {2, "1"}, {4, "30"}, {37, "30"}});
-    const std::string mean2 = Solve(87);
+    const std::string mean2 = Solve(Kind::H1Mean2);
     ExpectResult(mean2, 10.73563, 0.005);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 60 (30 in sample 1 and 30 in sample 2), the mean 2 "
@@ -171,7 +172,7 @@ TEST_F(Statement, UnpairedTTestEffect) {
 // power.t.test(n = 30, power = 0.8, delta = 0.5, sd = NULL): sd = 0.67969.
 TEST_F(Statement, UnpairedTTestStandardDeviation) {
     OpenUnpairedTTest(TwoSided, {{1, "0.8"}, {62, "0.5"}, {4, "30"}, {37, "30"}});
-    const std::string sd = Solve(2);
+    const std::string sd = Solve(Kind::Sd);
     ExpectResult(sd, 0.67969, 0.005);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 60 (30 in sample 1 and 30 in sample 2), the standard "
@@ -186,7 +187,7 @@ TEST_F(Statement, UnpairedTTestStandardDeviation) {
 // level is both the result and the level of the test.
 TEST_F(Statement, UnpairedTTestSignificanceLevel) {
     OpenUnpairedTTest(TwoSided, {{1, "0.9"}, {62, "0.5"}, {2, "1"}, {4, "64"}, {37, "64"}});
-    const std::string level = Solve(0);
+    const std::string level = Solve(Kind::SignificanceLevel);
     ExpectResult(level, 0.12512, 0.003);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 128 (64 in sample 1 and 64 in sample 2), the "
@@ -205,10 +206,10 @@ TEST_F(Statement, UnpairedTTestSignificanceLevel) {
 TEST_F(Statement, PairedTTestTellsH1InAbsoluteTerms) {
     OpenTest(1);
     ChooseTails(TwoSided);
-    Pick(21, 1);
+    Pick(Group::H1MeanOfDifference, 1);
     AcceptOptions();
     TypeAll({{1, "0.8"}, {157, "1.25"}, {159, "0.5"}, {3, "1"}});
-    EXPECT_EQ(Solve(85), "34");
+    EXPECT_EQ(Solve(Kind::Size), "34");
     EXPECT_EQ(
         SumStatement(),
         "With a sample size of 34 pairs, the power is 0.80 when testing the null hypothesis "
@@ -223,7 +224,7 @@ TEST_F(Statement, PairedTTestTellsH1InAbsoluteTerms) {
 TEST_F(Statement, UnpairedTTestEquivalence) {
     OpenUnpairedTTest(TwoOneSided,
                       {{6, "-0.5"}, {7, "0.5"}, {62, "0.1"}, {2, "1"}, {4, "70"}, {37, "70"}});
-    ExpectResult(Solve(1), 0.73157, 0.003);
+    ExpectResult(Solve(Kind::Power), 0.73157, 0.003);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 140 (70 in sample 1 and 70 in sample 2), the power is "
               "0.73 when testing the null hypothesis H0: non-equivalence, with left equivalence "
@@ -236,10 +237,10 @@ TEST_F(Statement, UnpairedTTestEquivalence) {
 // The same at a confidence level of 0.90, which is two one-sided tests at 0.05.
 TEST_F(Statement, EquivalenceByConfidenceInterval) {
     OpenTest(800);
-    Pick(1, 1);
+    Pick(Group::Mean2, 1);
     AcceptOptions();
     TypeAll({{321, "0.90"}, {6, "-0.5"}, {7, "0.5"}, {62, "0.1"}, {2, "1"}, {4, "70"}, {37, "70"}});
-    ExpectResult(Solve(318), 0.73157, 0.003);
+    ExpectResult(Solve(Kind::ProbabilityWithinLimits), 0.73157, 0.003);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 140 (70 in sample 1 and 70 in sample 2), the "
               "probability of a confidence interval within the equivalence limits is 0.73 when "
@@ -249,8 +250,8 @@ TEST_F(Statement, EquivalenceByConfidenceInterval) {
               "interval for the difference of means (t-distribution), at the confidence level "
               "0.9. The calculation is based on the assumption that the standard deviation is "
               "1.");
-    ParText(318) = "0.73";
-    UnknownParNo = PositionOf(2);
+    ParText(Kind::ProbabilityWithinLimits) = "0.73";
+    UnknownParNo = PositionOf(Kind::Sd);
     EXPECT_NE(SumStatement().find("the standard deviation is 1 for a probability of 0.73 of a "
                                   "confidence interval within the equivalence limits when testing"),
               std::string::npos);
@@ -262,11 +263,11 @@ TEST_F(Statement, EquivalenceByConfidenceInterval) {
 TEST_F(Statement, NonInferiorityByConfidenceInterval) {
     for (const bool isTwoSided : {false, true}) {
         OpenTest(830);
-        Pick(1, 1);
-        Tick(36, isTwoSided);
+        Pick(Group::Mean2, 1);
+        Tick(Check::TwoSidedInterval, isTwoSided);
         AcceptOptions();
         TypeAll({{321, "0.95"}, {330, "-0.5"}, {62, "0"}, {2, "1"}, {4, "50"}, {37, "50"}});
-        ExpectResult(Solve(318), isTwoSided ? 0.69689 : 0.79894, 0.003);
+        ExpectResult(Solve(Kind::ProbabilityWithinLimits), isTwoSided ? 0.69689 : 0.79894, 0.003);
         const std::string power = isTwoSided ? "0.70" : "0.80";
         const std::string sides = isTwoSided ? "two" : "one";
         EXPECT_EQ(SumStatement(),
@@ -287,11 +288,11 @@ TEST_F(Statement, NonInferiorityByConfidenceInterval) {
 // 0.96719, by integration in R.
 TEST_F(Statement, Bioequivalence) {
     OpenTest(810);
-    Pick(10, 1);
-    Pick(19, 1);
+    Pick(Group::Median2, 1);
+    Pick(Group::LogSd, 1);
     AcceptOptions();
     TypeAll({{29, "0.8"}, {30, "1.25"}, {96, "1"}, {156, "0.2"}, {322, "12"}, {323, "12"}});
-    ExpectResult(Solve(1), 0.96719, 0.003);
+    ExpectResult(Solve(Kind::Power), 0.96719, 0.003);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 24 (12 in sequence 1 and 12 in sequence 2), the power "
               "is 0.97 when testing the null hypothesis H0: non-equivalence, with left "
@@ -310,11 +311,11 @@ TEST_F(Statement, TableOfThePower) {
     NewWindow(TableWindow);
     OpenTest(0);
     ChooseTails(TwoSided);
-    Pick(1, 1);
-    Pick(2, 2);
+    Pick(Group::Mean2, 1);
+    Pick(Group::Size2, 2);
     AcceptOptions();
     TypeAll({{2, "1"}});
-    UnknownParNo = PositionOf(1);
+    UnknownParNo = PositionOf(Kind::Power);
     Over(62, "0.3", "0.7", "0.1", 4, "20 64 100");
     CalcRun();
     ASSERT_EQ(Calculated, True);
@@ -336,11 +337,11 @@ TEST_F(Statement, GraphOfTheSampleSize) {
     NewWindow(GraphWindow);
     OpenTest(0);
     ChooseTails(TwoSided);
-    Pick(1, 1);
-    Pick(2, 2);
+    Pick(Group::Mean2, 1);
+    Pick(Group::Size2, 2);
     AcceptOptions();
     TypeAll({{62, "0.5"}, {2, "1"}});
-    UnknownParNo = PositionOf(4);
+    UnknownParNo = PositionOf(Kind::Size1);
     Over(1, "0.8", "0.9", "0.02", 0, "0.05");
     CalcRun();
     ASSERT_EQ(Calculated, True);
@@ -422,7 +423,7 @@ TEST_F(Statement, TheAlternativeOfATableIsAbsolute) {
     EXPECT_EQ(alternative(), "against H1: mean from 93 to 113");
     Over(57, "90", "110", "10", 59, "2 5");
     EXPECT_EQ(alternative(), "against H1: mean from 92 to 115");
-    UnknownParNo = PositionOf(59);
+    UnknownParNo = PositionOf(Kind::H1MeanMinusH0);
     Over(2, "1", "2", "1");
     Found(0.1F, 0.3F);
     EXPECT_EQ(alternative(), "against H1: mean from 100.1 to 100.3");
@@ -614,13 +615,13 @@ TEST_F(Statement, McNemarTest) {
               "The test used is McNemar test, two-sided, at the significance level 0.05. The "
               "calculation is based on the assumption that the proportion 10 + proportion 01 under "
               "H1 is 0.4.");
-    ParText(16) = "0.25";
-    UnknownParNo = PositionOf(16);
+    ParText(Kind::DiagonalDifference) = "0.25";
+    UnknownParNo = PositionOf(Kind::DiagonalDifference);
     EXPECT_NE(SumStatement().find("the proportion 10 - proportion 01 under H1 is 0.25 for a power "
                                   "of 0.80 when testing the null hypothesis H0: proportion 10 = "
                                   "proportion 01 against H1: proportion 10 - proportion 01 = 0.25"),
               std::string::npos);
-    UnknownParNo = PositionOf(15);
+    UnknownParNo = PositionOf(Kind::H1Proportion10Plus01);
     EXPECT_NE(SumStatement().find("the proportion 10 + proportion 01 under H1 is 0.4 for a power"),
               std::string::npos);
 }
@@ -631,24 +632,24 @@ TEST_F(Statement, FisherTestSaysWhereItIsNotExact) {
     OpenTest(100);
     AcceptOptions();
     TypeAll({{4, "50"}, {37, "50"}});
-    Solve(1);
+    Solve(Kind::Power);
     EXPECT_EQ(SumStatement().find(approximation), std::string::npos);
     EXPECT_EQ(HeadlineNote(), "");
     TypeAll({{37, "51"}});
     EXPECT_EQ(HeadlineNote(), "") << "there is no result";
-    Solve(1);
+    Solve(Kind::Power);
     EXPECT_EQ(HeadlineNote(),
               "More than 50 per group: normal approximation on the arc-sine scale, not exact.");
     EXPECT_NE(SumStatement().find(approximation), std::string::npos);
 
     // The second size by its ratio, and over an axis.
-    Pick(2, 2);
+    Pick(Group::Size2, 2);
     AcceptOptions();
     TypeAll({{4, "40"}, {5, "1.25"}});
-    Solve(1);
+    Solve(Kind::Power);
     EXPECT_EQ(HeadlineNote(), "");
     TypeAll({{5, "1.26"}});
-    Solve(1);
+    Solve(Kind::Power);
     EXPECT_NE(HeadlineNote(), "");
     NewWindow(TableWindow);
     AnalyseTest(100, TwoSamples, TwoSided, 1, {0, 1, 8, 69, 4, 37}, {{4, "20"}, {37, "20"}});
@@ -1138,7 +1139,7 @@ TEST_F(Statement, GoesOutAsItWasEdited) {
     EditStatement("too early");
     EXPECT_EQ(StatementText(), "");
     OpenUnpairedTTest(TwoSided, {{62, "0.5"}, {2, "1"}, {4, "64"}, {37, "64"}});
-    Solve(1);
+    Solve(Kind::Power);
     const std::string ours = SumStatement();
     EXPECT_EQ(StatementText(), ours);
     EditStatement("My words.\nIn two lines.");
@@ -1150,11 +1151,11 @@ TEST_F(Statement, GoesOutAsItWasEdited) {
     EXPECT_EQ(StatementText(), "");
     SwitchAnalysis(1);
     EXPECT_EQ(StatementText(), "My words.\nIn two lines.");
-    Type(4, "65");
-    Solve(1);
+    Type(Kind::Size1, "65");
+    Solve(Kind::Power);
     EXPECT_EQ(StatementText(), SumStatement());
-    Type(4, "64");
-    Solve(1);
+    Type(Kind::Size1, "64");
+    Solve(Kind::Power);
     EXPECT_EQ(StatementText(), "My words.\nIn two lines.") << "the same result again";
     EditStatement(" \n");
     EXPECT_EQ(StatementText(), ours);
@@ -1201,23 +1202,23 @@ TEST_F(Statement, EnteredNumbersAreToldInFull) {
 TEST_F(Statement, ThePowerHasTwoDecimals) {
     AnalyseTest(0, TwoSamples, TwoSided, 4, {0, 1, 61, 62, 2, 4, 37}, {{1, "0.9"}});
     EXPECT_NE(SumStatement().find("the power is 0.90 when"), std::string::npos);
-    ParText(1) = "0.975";
+    ParText(Kind::Power) = "0.975";
     EXPECT_NE(SumStatement().find("the power is 0.975 when"), std::string::npos);
-    UnknownParNo = PositionOf(1);
+    UnknownParNo = PositionOf(Kind::Power);
     EXPECT_NE(SumStatement().find("the power is 0.98 when"), std::string::npos);
     for (const auto& [power, told] : {std::pair{"0.9949", "0.99"},
                                       {"0.9951", "above 0.99"},
                                       {"1", "above 0.99"},
                                       {"0.0051", "0.01"},
                                       {"0.0049", "below 0.01"}}) {
-        ParText(1) = power;
+        ParText(Kind::Power) = power;
         EXPECT_NE(SumStatement().find(std::string("the power is ") + told + " when"),
                   std::string::npos)
             << power;
     }
     // What was asked for is told as it was typed.
-    UnknownParNo = PositionOf(4);
-    ParText(1) = "0.999";
+    UnknownParNo = PositionOf(Kind::Size1);
+    ParText(Kind::Power) = "0.999";
     EXPECT_NE(SumStatement().find("the power is 0.999 when"), std::string::npos);
 }
 
@@ -1228,8 +1229,8 @@ TEST_F(Statement, SizesAreRoundedUp) {
     // 31, and 34.1 of it.
     EXPECT_NE(SumStatement().find("size of 66 (31 in sample 1 and 35 in sample 2)"),
               std::string::npos);
-    ParText(4) = "30.000009";
-    ParText(5) = "0.3";
+    ParText(Kind::Size1) = "30.000009";
+    ParText(Kind::Size2Over1) = "0.3";
     EXPECT_NE(SumStatement().find("size of 39 (30 in sample 1 and 9 in sample 2)"),
               std::string::npos);
 }

@@ -1,3 +1,4 @@
+#include "core/kinds.h"
 #include "core/run.h"
 #include "core/showpar.h"
 #include "output/titles.h"
@@ -15,7 +16,7 @@ class Titles : public AnalysisFixture {
         Main();
         FileCommand(GraphWindow);
         NewTest(unpaired);
-        Pick(1, 1);
+        Pick(Group::Mean2, 1);
         AcceptOptions();
         RunOrCancel();
     }
@@ -76,7 +77,7 @@ TEST_F(Titles, AnotherWindowStartsWithItsOwn) {
     OutCurveWidth = 9;
     FileCommand(TableWindow);
     NewTest(unpaired);
-    Pick(1, 1);
+    Pick(Group::Mean2, 1);
     AcceptOptions();
     RunOrCancel();
     EXPECT_EQ(OutXAxis(0), "H0: Mean 2 - Mean 1");

@@ -21,8 +21,6 @@ namespace quorvanta::checks {
 
 namespace {
 
-constexpr i16 powerParNo = 1;
-
 std::vector<i16> TickedChecks() {
     std::vector<i16> kinds;
     for (i16 i = 0; i < NoOfCheck; ++i)
@@ -244,14 +242,14 @@ int ExpectRoundTrip(const AnalysisChoice& choice, const Values& values) {
         Start(choice, values);
         f64 lower = 0;
         f64 upper = 0;
-        if (i == powerParNo || !LimitsOf(i, lower, upper))
+        if (i == PowerParNo || !LimitsOf(i, lower, upper))
             continue;
-        const f64 target = ParValue(powerParNo);
+        const f64 target = ParValue(PowerParNo);
         const f64 root = SolveUnknown();
         if (root == NoValue)
             continue;
         ParValue(i) = root;
-        UnknownParNo = powerParNo;
+        UnknownParNo = PowerParNo;
         EXPECT_NEAR(SolveUnknown(), target, RootResidual + RootTolerance) << Unknown(choice, i);
         ++solved;
     }
@@ -279,9 +277,9 @@ void ExpectSafeInsideLimits(const AnalysisChoice& choice, const Values& values) 
             f64 residual = NAN;
             EXPECT_NO_THROW(residual = TryValue(trial)) << Unknown(choice, i) << " at " << trial;
             EXPECT_TRUE(std::isfinite(residual)) << Unknown(choice, i) << " at " << trial;
-            if (i != powerParNo && IsPowerKind(ParKind(powerParNo))) {
+            if (i != PowerParNo && IsPowerKind(ParKind(PowerParNo))) {
                 constexpr f64 rounding = 1e-6; // of a sum of probabilities in 32 bits
-                EXPECT_LE(residual + ParValue(powerParNo), 1 + rounding)
+                EXPECT_LE(residual + ParValue(PowerParNo), 1 + rounding)
                     << Unknown(choice, i) << " at " << trial;
             }
         }
@@ -346,11 +344,11 @@ void ExpectSmallSizesFound(i16 sizeKind, const AnalysisChoice& choice, const Val
     constexpr f64 step = 0.37;
     for (f64 n = least; n < most; n += step) {
         ParValue(size) = n;
-        UnknownParNo = powerParNo;
+        UnknownParNo = PowerParNo;
         const f64 result = SolveUnknown();
         if (result == NoValue)
             continue;
-        ParValue(powerParNo) = result;
+        ParValue(PowerParNo) = result;
         UnknownParNo = size;
         // Where the least size has as much, there is none to find.
         if (TryValue(lower) * TryValue(upper) > 0)
@@ -373,7 +371,7 @@ void ExpectMonotoneIn(i16 sizeKind, const AnalysisChoice& choice, const Values& 
     constexpr int steps = 60;
     for (int k = 0; k <= steps; ++k) {
         sizes.push_back(lower * std::pow(upper / lower, static_cast<f64>(k) / steps));
-        powers.push_back(TryValue(sizes.back()) + ParValue(powerParNo));
+        powers.push_back(TryValue(sizes.back()) + ParValue(PowerParNo));
     }
     if (powers.back() < powers.front())
         return;

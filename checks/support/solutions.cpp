@@ -18,7 +18,6 @@ namespace quorvanta::checks {
 
 namespace {
 
-constexpr i16 powerParNo = 1;
 constexpr i16 lastMenuNo = 999;
 constexpr i16 lastDistrNo = 12;
 
@@ -85,8 +84,8 @@ std::string SolutionsFrom(const AnalysisChoice& choice, Values values) {
     Start(choice, values);
     const i16 last = NoOfPar;
     // A power that follows from the other values, so that each of them is a solution.
-    if (const f64 power = SolutionFor(powerParNo); !values.empty() && power != NoValue)
-        values[ParKind(powerParNo)] = NumberText(power, 6, std::chars_format::fixed);
+    if (const f64 power = SolutionFor(PowerParNo); !values.empty() && power != NoValue)
+        values[ParKind(PowerParNo)] = NumberText(power, 6, std::chars_format::fixed);
     std::string bits;
     for (i16 i = 0; i <= last; ++i) {
         Start(choice, values);

@@ -1,6 +1,7 @@
 // Fisher's test on both sides of 50 subjects per group: exact below, an approximation above, and
 // the help says how far apart they are.
 #include "core/driver.h"
+#include "core/kinds.h"
 #include "core/values.h"
 #include "output/format.h"
 #include "support/analysis_fixture.h"
@@ -13,8 +14,6 @@
 
 namespace quorvanta::checks {
 namespace {
-
-constexpr i16 powerParNo = 1;
 
 class FisherBorder : public AnalysisFixture {};
 
@@ -34,14 +33,14 @@ TEST_F(FisherBorder, IsExactBelowAndPublishedAbove) {
         OpenTest(100);
         ChooseTails(TwoSided);
         AcceptOptions();
-        Type(0, "0.05");
-        Type(8, row[0]);
-        Type(69, row[1]);
-        Type(4, row[2]);
-        Type(37, row[2]);
-        Solve(1);
+        Type(Kind::SignificanceLevel, "0.05");
+        Type(Kind::H1Proportion1, row[0]);
+        Type(Kind::H1Proportion2, row[1]);
+        Type(Kind::Size1, row[2]);
+        Type(Kind::Size2, row[2]);
+        Solve(Kind::Power);
         const bool isAbove = ParseNumber(row[2]) > TESTFISHER::ExactUpTo();
-        const f64 shown = ParValue(powerParNo);
+        const f64 shown = ParValue(PowerParNo);
         EXPECT_NEAR(shown, isAbove ? approximation : exact, 1e-4) << row[2];
         EXPECT_NE(help.find("| " + row[0] + " | " + row[1] + " | " + row[2] + " | " +
                             Format(shown, "0.000") + " | " + Format(exact, "0.000") + " |"),

@@ -54,6 +54,11 @@ inline constexpr i16 DistrBivariateNormal = 10;
 
 // --- Its parameters ---------------------------------------------------------------------------
 
+// The first two of every analysis: the level of significance, confidence or error, and the power,
+// or the error or width in its place.
+inline constexpr i16 LevelParNo = 0;
+inline constexpr i16 PowerParNo = 1;
+
 extern i16 NoOfPar;                            // highest parameter index
 extern FixedArray<i16, 0, MaxPar> ParKind;     // kind of each parameter
 extern FixedArray<f64, 0, MaxPar> ParValue;    // value of each parameter

@@ -13,10 +13,10 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 none = -1;
-i16 varyingX = none;
-i16 varyingZ = none;
-i16 refused = none;
+constexpr i16 NoPar = -1;
+i16 varyingX = NoPar;
+i16 varyingZ = NoPar;
+i16 refused = NoPar;
 
 std::string LimitText(f64 limit) {
     return Format(limit, "#####0.######");
@@ -74,8 +74,8 @@ void SetVaryingPars(i16 xParNo, i16 zParNo) {
 }
 
 void ClearVaryingPars() {
-    varyingX = none;
-    varyingZ = none;
+    varyingX = NoPar;
+    varyingZ = NoPar;
 }
 
 i16 RefusedParNo() {
@@ -83,7 +83,7 @@ i16 RefusedParNo() {
 }
 
 void ForgetRefused() {
-    refused = none;
+    refused = NoPar;
 }
 
 bool CheckRange(i16 i, f64 min, f64 max) {

@@ -13,21 +13,21 @@ namespace {
 #if defined(__SSE2__)
 // All arithmetic is done in SSE registers, and reading their status word is a few cycles, where
 // the portable calls also save and restore the x87 unit.
-constexpr unsigned invalid = _MM_EXCEPT_INVALID;
-constexpr unsigned divisionByZero = _MM_EXCEPT_DIV_ZERO;
-constexpr unsigned overflow = _MM_EXCEPT_OVERFLOW;
+constexpr unsigned InvalidFlag = _MM_EXCEPT_INVALID;
+constexpr unsigned DivisionByZeroFlag = _MM_EXCEPT_DIV_ZERO;
+constexpr unsigned OverflowFlag = _MM_EXCEPT_OVERFLOW;
 
 unsigned Flags() {
-    return _mm_getcsr() & (invalid | divisionByZero | overflow);
+    return _mm_getcsr() & (InvalidFlag | DivisionByZeroFlag | OverflowFlag);
 }
 
 void RaiseFlags(unsigned flags) {
     _mm_setcsr(_mm_getcsr() | flags);
 }
 #else
-constexpr unsigned invalid = FE_INVALID;
-constexpr unsigned divisionByZero = FE_DIVBYZERO;
-constexpr unsigned overflow = FE_OVERFLOW;
+constexpr unsigned InvalidFlag = FE_INVALID;
+constexpr unsigned DivisionByZeroFlag = FE_DIVBYZERO;
+constexpr unsigned OverflowFlag = FE_OVERFLOW;
 
 unsigned Flags() {
     return static_cast<unsigned>(std::fetestexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW));
@@ -78,9 +78,9 @@ void ThrowIfFloatFault() {
     if (flags == 0)
         return;
     ClearFloatFaults();
-    if ((flags & divisionByZero) != 0)
+    if ((flags & DivisionByZeroFlag) != 0)
         throw RunTimeError(Fault::DivisionByZero);
-    if ((flags & overflow) != 0)
+    if ((flags & OverflowFlag) != 0)
         throw RunTimeError(Fault::Overflow);
     throw RunTimeError(Fault::InvalidArgument);
 }

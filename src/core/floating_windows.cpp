@@ -8,7 +8,7 @@ namespace {
 
 using enum Occasion;
 
-constexpr FloatingRow rows[] = {
+constexpr FloatingRow WindowRows[] = {
     {FloatingWindow::Options, {NewChoice, Switched, Emptied, NoneOpen}, ""},
     {FloatingWindow::Parameters, {NewChoice, Switched, Emptied, Closed}, ""},
     {FloatingWindow::InterimParameters, {NewChoice, NotASequence, Closed}, ""},
@@ -20,8 +20,8 @@ constexpr FloatingRow rows[] = {
 };
 
 constexpr bool IsInOrder() {
-    for (std::size_t i = 0; i < std::size(rows); ++i)
-        if (rows[i].Window != static_cast<FloatingWindow>(i))
+    for (std::size_t i = 0; i < std::size(WindowRows); ++i)
+        if (WindowRows[i].Window != static_cast<FloatingWindow>(i))
             return false;
     return true;
 }
@@ -30,15 +30,15 @@ static_assert(IsInOrder());
 } // namespace
 
 std::span<const FloatingRow> FloatingWindows() {
-    return rows;
+    return WindowRows;
 }
 
 bool ShowsResult(FloatingWindow window) {
-    return rows[static_cast<std::size_t>(window)].GoesAt.Has(ResultGone);
+    return WindowRows[static_cast<std::size_t>(window)].GoesAt.Has(ResultGone);
 }
 
 void HideWindows(Occasion occasion) {
-    for (const FloatingRow& row : rows)
+    for (const FloatingRow& row : WindowRows)
         if (row.GoesAt.Has(occasion))
             ThePlatform().Hide(row.Window);
 }

@@ -9,10 +9,10 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i32 firstTestNumber = 301;
-constexpr i32 firstDistributionNumber = 801;
-constexpr i32 perAnalysis = 10000;
-constexpr char exampleDigit = '9';
+constexpr i32 FirstTestNumber = 301;
+constexpr i32 FirstDistributionNumber = 801;
+constexpr i32 PerAnalysis = 10000;
+constexpr char ExampleDigit = '9';
 
 template <class Wanted>
 bool FindPath(std::span<const MenuItem> items, MenuPath& path, const Wanted& wanted) {
@@ -48,17 +48,17 @@ HelpSubject Analysis(HelpTopic topic, i16 isTest, i32 number) {
 // The analysis whose description has this number.
 HelpSubject Described(HelpTopic topic, i32 number) {
     constexpr i32 afterDistributions = 900;
-    if (number >= firstDistributionNumber && number < afterDistributions)
-        return Analysis(topic, False, number - firstDistributionNumber);
-    if (number >= firstTestNumber && number < firstDistributionNumber)
-        return Analysis(topic, True, number - firstTestNumber);
+    if (number >= FirstDistributionNumber && number < afterDistributions)
+        return Analysis(topic, False, number - FirstDistributionNumber);
+    if (number >= FirstTestNumber && number < FirstDistributionNumber)
+        return Analysis(topic, True, number - FirstTestNumber);
     return {};
 }
 
 // The number that a description's has become with a 9 before it; 0 for a number without one.
 i32 WithoutExampleDigit(i32 number) {
     const std::string text = std::to_string(number);
-    if (text.front() != exampleDigit)
+    if (text.front() != ExampleDigit)
         return 0;
     i32 rest = 0;
     std::from_chars(text.data() + 1, text.data() + text.size(), rest);
@@ -68,10 +68,10 @@ i32 WithoutExampleDigit(i32 number) {
 // analysis * 10000 + samples * 1000 + tails * 100, for a distribution + (list + 1) * 10 + procedure
 HelpSubject Parameters(i32 number) {
     constexpr i32 highestNumber = 999;
-    if (number / perAnalysis > highestNumber)
+    if (number / PerAnalysis > highestNumber)
         return {};
     const i32 list = number / 10 % 10;
-    HelpSubject subject = Analysis(HelpTopic::Parameters, ToFlag(list == 0), number / perAnalysis);
+    HelpSubject subject = Analysis(HelpTopic::Parameters, ToFlag(list == 0), number / PerAnalysis);
     subject.NoOfSamples = ToI16(number / 1000 % 10);
     subject.NoOfTails = ToI16(number / 100 % 10);
     subject.ParListNo = list == 0 ? i16{0} : ToI16(list - 1);
@@ -125,8 +125,8 @@ HelpSubject HelpSubjectOf(i32 number) {
 i32 HelpDescriptionOf(const HelpSubject& subject) {
     if (subject.Topic == HelpTopic::None || subject.Topic == HelpTopic::Menu)
         return 0;
-    return subject.IsTest == True ? firstTestNumber + subject.TestNo
-                                  : firstDistributionNumber + subject.DistrNo;
+    return subject.IsTest == True ? FirstTestNumber + subject.TestNo
+                                  : FirstDistributionNumber + subject.DistrNo;
 }
 
 MenuPath PathToTest(i16 testNo) {

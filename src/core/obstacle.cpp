@@ -15,9 +15,6 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 levelParNo = 0;
-constexpr i16 powerParNo = 1;
-
 // Gives the unknown and the values back that another search needs in their places.
 class StateApart {
   public:
@@ -50,7 +47,7 @@ Limits SearchedLimits() {
 f64 PowerWith(f64 x) {
     const StateApart apart;
     ParValue(UnknownParNo) = x;
-    UnknownParNo = powerParNo;
+    UnknownParNo = PowerParNo;
     try {
         return SolveUnknown();
     } catch (const RunTimeError&) {
@@ -65,7 +62,7 @@ std::string Label(i16 parNo) {
 
 // The power at an end of the range, which need not be told to more than three decimals.
 std::string Rounded(f64 power) {
-    return std::fabs(power) <= 1 ? Format(power, "0.0##") : FormatPar(ParKind(powerParNo), power);
+    return std::fabs(power) <= 1 ? Format(power, "0.0##") : FormatPar(ParKind(PowerParNo), power);
 }
 
 std::string Text(i16 parNo, f64 value) {
@@ -76,9 +73,9 @@ std::string Text(i16 parNo, f64 value) {
 // A power of the size of the level whatever the unknown, or one that vanishes.
 std::string Reason(f64 atLower, f64 atUpper) {
     constexpr f64 close = 0.002;
-    const f64 level = ParValue(levelParNo);
+    const f64 level = ParValue(LevelParNo);
     const bool isTest = IsTest == True || ProcedureNo == ProcedureTest;
-    if (!isTest || NoOfTails == TwoOneSided || UnknownParNo == levelParNo)
+    if (!isTest || NoOfTails == TwoOneSided || UnknownParNo == LevelParNo)
         return "";
     // With a handful of subjects the approximations are off by more.
     constexpr f64 coarse = 0.02;
@@ -102,14 +99,14 @@ std::string Obstacle() {
     if (upper < lower)
         return "The other values leave nothing for " + label + ": at least " + from +
                " and at most " + to + ".";
-    const f64 asked = ParValue(powerParNo);
-    const f64 atLower = UnknownParNo == powerParNo ? NoValue : PowerWith(lower);
-    const f64 atUpper = UnknownParNo == powerParNo ? NoValue : PowerWith(upper);
+    const f64 asked = ParValue(PowerParNo);
+    const f64 atLower = UnknownParNo == PowerParNo ? NoValue : PowerWith(lower);
+    const f64 atUpper = UnknownParNo == PowerParNo ? NoValue : PowerWith(upper);
     if (atLower == NoValue || atUpper == NoValue)
         return "No value of " + label + " from " + from + " to " + to +
                " agrees with the other values.";
-    const std::string power = Label(powerParNo);
-    const std::string question = ", and " + Text(powerParNo, asked) + " is asked.";
+    const std::string power = Label(PowerParNo);
+    const std::string question = ", and " + Text(PowerParNo, asked) + " is asked.";
     if (upper == lower)
         return power + " is " + Rounded(atLower) + " already with " + label + " " + from + question;
     const std::string range = label + " from " + from + " to " + to + ": " + power + " goes from " +

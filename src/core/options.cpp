@@ -10,7 +10,7 @@ namespace quorvanta {
 namespace {
 
 // Pairs of check boxes of which at most one makes sense.
-constexpr i16 exclusiveChecks[][2] = {
+constexpr i16 ExclusiveChecks[][2] = {
     {Check::DegreesOfFreedom, Check::GroupsInAnova},
     // The arc-sine form has no continuity correction, an exact form neither.
     {Check::Correction, Check::ArcSine},
@@ -137,7 +137,7 @@ Form ChosenForm(i16 group) {
 }
 
 void ClearExcludedChecks(i16 tickedKind) {
-    for (const auto& pair : exclusiveChecks) {
+    for (const auto& pair : ExclusiveChecks) {
         if (pair[0] == tickedKind)
             CheckValue(pair[1]) = 0;
         if (pair[1] == tickedKind)

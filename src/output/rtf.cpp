@@ -10,7 +10,7 @@ namespace quorvanta {
 
 namespace {
 
-constexpr char32_t replacementCharacter = 0xFFFD; // for a byte that is no text
+constexpr char32_t ReplacementCharacter = 0xFFFD; // for a byte that is no text
 
 // A 16-bit unit as RTF wants it: signed, with a question mark for readers that don't know Unicode.
 std::string UnicodeUnit(char32_t unit) {
@@ -49,7 +49,7 @@ std::string RtfText(std::string_view text) {
             rtf += "\\par ";
             text.remove_prefix(NewLine.size());
         } else {
-            rtf += Escaped(TakeCharacter(text).value_or(replacementCharacter));
+            rtf += Escaped(TakeCharacter(text).value_or(ReplacementCharacter));
         }
     }
     return rtf;

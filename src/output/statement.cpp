@@ -24,9 +24,6 @@ i16 SummaryBold = 0;
 
 namespace {
 
-constexpr i16 levelParNo = 0;
-constexpr i16 powerParNo = 1;
-
 // --- Results ------------------------------------------------------------------------------------
 
 bool HasResult() {
@@ -64,7 +61,7 @@ std::string RunClause(SumUsed& used) {
 // What was calculated. A size is told by the clause of the sizes already: that the sample size is
 // 173 with a sample size of 173 says nothing, and so the power that it gives takes the place.
 std::string ResultClause(SumUsed& used) {
-    const i16 result = used.Has(UnknownParNo) ? powerParNo : UnknownParNo;
+    const i16 result = used.Has(UnknownParNo) ? PowerParNo : UnknownParNo;
     used.Add(result);
     const std::string phrase = ParPhrase(result);
     return WithArticle(phrase) + std::string(IsOrAre(phrase)) + ParValueText(result);
@@ -157,8 +154,8 @@ std::string SidesPhrase() {
 }
 
 std::string LevelPhrase() {
-    return (IsSimulation() ? " at the nominal " : " at the ") + ParPhrase(levelParNo) + " " +
-           NumberInFull(NominalLevel(levelParNo));
+    return (IsSimulation() ? " at the nominal " : " at the ") + ParPhrase(LevelParNo) + " " +
+           NumberInFull(NominalLevel(LevelParNo));
 }
 
 // The largest sample whose power would be exact, if one of the analysis is larger; else 0.
@@ -170,9 +167,9 @@ i16 ExactUpToHere() {
 std::string TestSentence(SumUsed& used) {
     const std::string sides = SidesPhrase();
     std::string text = " The test used is " + TestPhrase() + sides;
-    if (!HasNoSingleValue(levelParNo))
+    if (!HasNoSingleValue(LevelParNo))
         text += (sides.empty() && !IsConfidenceLevel() ? "" : ",") + LevelPhrase();
-    used.Add(levelParNo);
+    used.Add(LevelParNo);
     if (NoOfAnalyses() > 1)
         text += ", with " + std::to_string(NoOfInterim) + " interim" +
                 (NoOfInterim == 1 ? " analysis " : " analyses ") + "and a final analysis";

@@ -21,25 +21,23 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 none = -1;
-constexpr i16 levelParNo = 0;
-constexpr i16 powerParNo = 1;
-constexpr i16 firstDesignParNo = 2;
+constexpr i16 NoPar = -1;
+constexpr i16 FirstDesignParNo = 2;
 
 // --- Sizes --------------------------------------------------------------------------------------
 
 i16 FindSize(std::initializer_list<SizeRole> roles) {
-    for (i16 i = firstDesignParNo; i <= NoOfPar; ++i)
+    for (i16 i = FirstDesignParNo; i <= NoOfPar; ++i)
         if (std::ranges::find(roles, SizeRoleOf(ParKind(i))) != roles.end())
             return i;
-    return none;
+    return NoPar;
 }
 
 i16 FindKind(i16 kind) {
     for (i16 i = 0; i <= NoOfPar; ++i)
         if (ParKind(i) == kind)
             return i;
-    return none;
+    return NoPar;
 }
 
 // A power that two decimals would show as a certainty is told as what it is beyond.
@@ -89,13 +87,13 @@ std::string PairText(std::string_view total, f64 sum, const SizePair& pair,
            std::string(afterFirst) + NumberInFull(pair.Second) + std::string(afterSecond);
 }
 
-constexpr std::string_view totalSize = "total sample size of ";
+constexpr std::string_view TotalSize = "total sample size of ";
 
 std::string PairClause(i16 first, i16 second) {
     switch (SizeRoleOf(ParKind(first))) {
     case SizeRole::FirstSequence: {
         const SizePair n = CountedPair(first, second);
-        return PairText(totalSize, n.First + n.Second, n, " in sequence 1 and ", " in sequence 2)");
+        return PairText(TotalSize, n.First + n.Second, n, " in sequence 1 and ", " in sequence 2)");
     }
     case SizeRole::FirstExposure: {
         const SizePair t = ExposurePair(first, second);
@@ -104,7 +102,7 @@ std::string PairClause(i16 first, i16 second) {
     }
     default: {
         const SizePair n = CountedPair(first, second);
-        return PairText(totalSize, n.First + n.Second, n, " in sample 1 and ", " in sample 2)");
+        return PairText(TotalSize, n.First + n.Second, n, " in sample 1 and ", " in sample 2)");
     }
     }
 }
@@ -112,11 +110,11 @@ std::string PairClause(i16 first, i16 second) {
 // The first group and k - 1 others; empty if the number of groups is not to be had.
 std::string GroupsClause(i16 first, i16 second) {
     const i16 groups = FindKind(Kind::NoOfGroups);
-    if (groups == none || !HasText(groups))
+    if (groups == NoPar || !HasText(groups))
         return "";
     const SizePair n = CountedPair(first, second);
     const f64 others = SizeOf(ParNumber(groups)) - 1;
-    return PairText(totalSize, n.First + others * n.Second, n, " in group 1 and ",
+    return PairText(TotalSize, n.First + others * n.Second, n, " in group 1 and ",
                     " in each other group)");
 }
 
@@ -130,7 +128,7 @@ i16 FindSecond(SizeRole role) {
     case SizeRole::FirstExposure:
         return FindSize({SizeRole::SecondExposure});
     default:
-        return none;
+        return NoPar;
     }
 }
 
@@ -143,7 +141,7 @@ bool IsHypothesisTest() {
 }
 
 bool IsConfidenceLevel() {
-    return LabelSays(ParLabel(ParKind(levelParNo)), Says::ConfidenceLevel);
+    return LabelSays(ParLabel(ParKind(LevelParNo)), Says::ConfidenceLevel);
 }
 
 bool HasNoSingleValue(i16 parNo) {
@@ -207,8 +205,8 @@ std::vector<std::string> ZValueTexts() {
 
 i16 PowerParNoOfTest() {
     if (IsTest == False && ProcedureNo != ProcedureTest)
-        return none;
-    return IsPowerKind(ParKind(powerParNo)) ? powerParNo : none;
+        return NoPar;
+    return IsPowerKind(ParKind(PowerParNo)) ? PowerParNo : NoPar;
 }
 
 std::string StatementLabel(i16 parNo) {
@@ -262,25 +260,25 @@ std::string WithinLimitsPhrase() {
 
 f64 LargestSample() {
     const i16 first = FindSize({SizeRole::Single, SizeRole::First, SizeRole::FirstSequence});
-    if (first == none || !HasText(first))
+    if (first == NoPar || !HasText(first))
         return 0;
     const f64 n1 = SizeOf(ExtentOf(first).Max);
     const i16 second = FindSecond(SizeRoleOf(ParKind(first)));
-    if (second == none || !HasText(second))
+    if (second == NoPar || !HasText(second))
         return n1;
     return MaxOf(n1, SizeOf(FromForm(SizeFormOf(ParKind(second)), n1, ExtentOf(second).Max)));
 }
 
 std::string SumSampleClause(SumUsed& used) {
     i16 first = FindSize({SizeRole::Single, SizeRole::First, SizeRole::FirstSequence});
-    if (first == none)
+    if (first == NoPar)
         first = FindSize({SizeRole::TimeAtRisk, SizeRole::FirstExposure, SizeRole::Exposure});
-    if (first == none || !HasText(first))
+    if (first == NoPar || !HasText(first))
         return "";
     const SizeRole role = SizeRoleOf(ParKind(first));
     const i16 second = FindSecond(role);
     std::string clause;
-    if (second != none && HasText(second))
+    if (second != NoPar && HasText(second))
         clause = SizeRoleOf(ParKind(second)) == SizeRole::EachOther ? GroupsClause(first, second)
                                                                     : PairClause(first, second);
     else if (role == SizeRole::Exposure || role == SizeRole::FirstExposure)
@@ -292,14 +290,14 @@ std::string SumSampleClause(SumUsed& used) {
     if (clause.empty())
         return "";
     used.Add(first);
-    if (second != none)
+    if (second != NoPar)
         used.Add(second);
     return clause;
 }
 
 std::string SumGroupClause(SumUsed& used) {
     std::vector<i16> layout;
-    for (i16 i = firstDesignParNo; i <= NoOfPar; ++i)
+    for (i16 i = FirstDesignParNo; i <= NoOfPar; ++i)
         if (IsLayoutKind(ParKind(i)) && !used.Has(i) && HasText(i))
             layout.push_back(i);
     if (layout.empty())

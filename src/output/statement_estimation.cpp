@@ -16,8 +16,7 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 none = -1;
-constexpr i16 powerParNo = 1;
+constexpr i16 NoPar = -1;
 
 // A confidence level in per cent.
 std::string LevelText(i16 parNo) {
@@ -35,10 +34,10 @@ std::string WidthText(i16 parNo) {
 
 // The position of the probability that the interval is as narrow as wanted.
 i16 WidthProbabilityParNo() {
-    for (i16 i = powerParNo + 1; i <= NoOfPar; ++i)
+    for (i16 i = PowerParNo + 1; i <= NoOfPar; ++i)
         if (IsPowerKind(ParKind(i)))
             return i;
-    return none;
+    return NoPar;
 }
 
 std::string InDistribution() {
@@ -98,7 +97,7 @@ std::string SumIntervalClause(SumUsed& used) {
         std::string(IsOneSidedInterval() ? "a one-sided " : "a two-sided ") + LevelText(level);
     const std::string measure = WidthPhrase(width);
     const i16 probability = WidthProbabilityParNo();
-    if (probability == none)
+    if (probability == NoPar)
         return interval + " % confidence interval will have " + SumArticleLabel(measure) + measure +
                " of " + WidthText(width);
     used.Add(probability);

@@ -18,7 +18,7 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 firstHypothesisParNo = 2;
+constexpr i16 FirstHypothesisParNo = 2;
 
 // One parameter that states a hypothesis.
 struct Hypothesis {
@@ -30,7 +30,7 @@ struct Hypothesis {
 
 std::vector<Hypothesis> HypothesesOf(std::string_view prefix) {
     std::vector<Hypothesis> found;
-    for (i16 i = firstHypothesisParNo; i <= NoOfPar; ++i) {
+    for (i16 i = FirstHypothesisParNo; i <= NoOfPar; ++i) {
         const std::string label = StatementLabel(i);
         if (label.starts_with(prefix))
             found.push_back({i, label});

@@ -15,8 +15,6 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 levelParNo = 0;
-
 std::string AnalysisName(i16 k) {
     return k < NoOfAnalyses() ? "at interim " + std::to_string(k) : "at the final analysis";
 }
@@ -40,7 +38,7 @@ std::string RejectSentence() {
         // Nothing entered stands for the significance level.
         const bool isEntered = ReadNumber(RejectH0Text(k - 1)) != 0;
         levels.push_back(isEntered ? LevelText(RejectH0Text, k)
-                                   : NumberInFull(NominalLevel(levelParNo)));
+                                   : NumberInFull(NominalLevel(LevelParNo)));
     }
     return " The significance levels at the interim and final analysis are " + SumList(levels) +
            " respectively.";

@@ -14,7 +14,7 @@ struct LabelPart {
     std::string_view Part;
 };
 
-constexpr LabelPart labelParts[] = {
+constexpr LabelPart LabelParts[] = {
     {Says::ConfidenceLevel, "Confidence"},
     {Says::Relative, "Relative"},
     {Says::Limit, "Limit"},
@@ -44,7 +44,7 @@ constexpr LabelPart labelParts[] = {
 
 bool LabelSays(std::string_view label, Says what) {
     const std::string text = StripAmpersand(label);
-    return std::ranges::any_of(labelParts, [&text, what](const LabelPart& row) {
+    return std::ranges::any_of(LabelParts, [&text, what](const LabelPart& row) {
         return row.What == what && text.find(row.Part) != std::string::npos;
     });
 }

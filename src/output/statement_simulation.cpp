@@ -16,8 +16,6 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 powerParNo = 1;
-
 // The row of a simulation's estimates that counts: over all analyses, or the only one.
 i16 EstimateRow() {
     return NoOfAnalyses() > 1 ? NoOfAnalyses() : i16{0};
@@ -54,7 +52,7 @@ std::string EstimatesClause(SumUsed& used) {
         if (HasValue(text))
             estimates.push_back("the estimated " + SumPhrase(name) + " is " +
                                 std::string(Trimmed(SumMonteCI(text, MonteCI::InText))));
-    used.Add(powerParNo);
+    used.Add(PowerParNo);
     return SingleBlanks(SumList(estimates));
 }
 

@@ -22,7 +22,7 @@ void Apply(std::string& text, std::span<const Replacement> list) {
 
 // The order is part of the list: "deG" repairs what "gree" did to degrees, "ct c" what "ct C" did
 // to a product, "Hw" what "Wang" did to Hwang. Each is applied to the result of those before it.
-constexpr Replacement normalisations[] = {
+constexpr Replacement Normalisations[] = {
     {"no of", "number of"},
     {"a-", "A-"},
     {"b-", "B-"},
@@ -125,7 +125,7 @@ constexpr Replacement normalisations[] = {
 // What the list above leaves unfit for a protocol. Its stems catch words that they don't mean
 // (Freedman's catches freedom, the capital of "Prob (" a probability), and the screen has
 // abbreviations that it doesn't know.
-constexpr Replacement afterthoughts[] = {
+constexpr Replacement Afterthoughts[] = {
     {"Freedom", "freedom"},
     {"Probabilit", "probabilit"},
     {"alphA-H0", "alpha - H0"},
@@ -207,13 +207,13 @@ std::vector<std::string> Words(const std::string& text) {
 
 std::string SumNormalise(std::string_view text) {
     std::string normal = LowerCase(StripAmpersand(text));
-    Apply(normal, normalisations);
+    Apply(normal, Normalisations);
     return normal;
 }
 
 std::string SumPhrase(std::string_view label) {
     std::string phrase = SingleBlanks(SumNormalise(label));
-    Apply(phrase, afterthoughts);
+    Apply(phrase, Afterthoughts);
     return std::string(Trimmed(SingleBlanks(phrase)));
 }
 

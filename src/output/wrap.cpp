@@ -7,7 +7,7 @@ namespace quorvanta {
 
 namespace {
 
-constexpr std::size_t lineLength = 80;
+constexpr std::size_t LineLength = 80;
 
 // Characters of a UTF-8 text.
 std::size_t Length(std::string_view text) {
@@ -37,7 +37,7 @@ WrappedText WrapText(std::string_view text, const std::function<f64(std::string_
         const std::size_t end = std::min(single.find(' ', at), single.size());
         const std::string word = single.substr(at, end - at);
         if (at > 0) {
-            const std::size_t mark = lineLength * static_cast<std::size_t>(wrapped.Lines);
+            const std::size_t mark = LineLength * static_cast<std::size_t>(wrapped.Lines);
             const bool passes = column + 1 + Length(word) > mark;
             wrapped.Text += passes ? NewLine : " ";
             wrapped.Lines = static_cast<i16>(wrapped.Lines + (passes ? 1 : 0));
@@ -47,8 +47,8 @@ WrappedText WrapText(std::string_view text, const std::function<f64(std::string_
         column += Length(word);
         at = end + 1;
     }
-    if (column < lineLength)
-        wrapped.Text.append(lineLength - column, ' ');
+    if (column < LineLength)
+        wrapped.Text.append(LineLength - column, ' ');
     wrapped.MaxWidth = WidestLine(wrapped.Text, textWidth);
     return wrapped;
 }

@@ -18,7 +18,7 @@ namespace quorvanta {
 
 namespace {
 
-constexpr SampleKinds oddsKinds{
+constexpr SampleKinds OddsKinds{
     Kind::Odds, Group::Odds2, Kind::Odds1, {Kind::Odds2, Kind::Odds2Minus1, Kind::Odds2Over1}};
 
 SampleValues parameters; // proportions or odds
@@ -29,7 +29,7 @@ bool IsOdds() {
 }
 
 const SampleKinds& Kinds() {
-    return IsOdds() ? oddsKinds : ProportionKinds;
+    return IsOdds() ? OddsKinds : ProportionKinds;
 }
 
 SampleWeights Weights() {

@@ -15,8 +15,8 @@ namespace quorvanta {
 namespace {
 
 // By ParListNo.
-constexpr i16 location = 0;
-constexpr i16 scaleLocationKnown = 1;
+constexpr i16 LocationParList = 0;
+constexpr i16 ScaleLocationKnown = 1;
 
 SampleValues sizes;
 i16 scale;
@@ -37,7 +37,7 @@ f64 LocationRoot() {
 } // namespace
 
 void PAREXP::SetupTest() {
-    if (ParListNo == location)
+    if (ParListNo == LocationParList)
         FixSamples(OneSample);
     else
         OfferSamples({OneSample, TwoSamples});
@@ -46,7 +46,7 @@ void PAREXP::SetupTest() {
 }
 
 void PAREXP::SetParList() {
-    if (ParListNo == location) {
+    if (ParListNo == LocationParList) {
         StartPrecisionList(Precision::Absolute);
         scale = AddPar(Kind::Scale);
         sizes = AddSizes();
@@ -68,9 +68,9 @@ void PAREXP::SearchLimits(f64& lower, f64& upper) {
 // 2 n estimate / scale is chi-square with 2 n df, with 2 (n - 1) where the location is estimated
 // (B. Epstein and M. Sobel, Annals of Mathematical Statistics 25, 1954, 373-381).
 f64 PAREXP::RootFunction() {
-    if (ParListNo == location)
+    if (ParListNo == LocationParList)
         return LocationRoot();
-    return ScalePrecisionEq(StatisticOf(sizes, 2, ParListNo == scaleLocationKnown), 1, 1);
+    return ScalePrecisionEq(StatisticOf(sizes, 2, ParListNo == ScaleLocationKnown), 1, 1);
 }
 
 } // namespace quorvanta

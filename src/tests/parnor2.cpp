@@ -19,13 +19,13 @@ namespace quorvanta {
 
 namespace {
 
-constexpr OneSampleKinds correlationKinds{
+constexpr OneSampleKinds CorrelationKinds{
     Group::H1Correlation,
     Kind::H0Correlation,
     {Kind::H1Correlation, Kind::H1CorrelationMinusH0, Kind::H1CorrelationOverH0},
     Kind::CorrelationLeftLimit,
     Kind::CorrelationRightLimit};
-constexpr OneSampleKinds slopeKinds{Group::H1Slope,
+constexpr OneSampleKinds SlopeKinds{Group::H1Slope,
                                     Kind::H0Slope,
                                     {Kind::H1Slope, Kind::H1SlopeMinusH0, Kind::H1SlopeOverH0},
                                     Kind::MeanLeftLimit,
@@ -185,11 +185,11 @@ f64 PARNOR2SD::RootFunction() {
 // --- Correlation ------------------------------------------------------------------------------
 
 void PARNOR2CORREL::SetupTest() {
-    OfferTestOrPrecision(correlationKinds);
+    OfferTestOrPrecision(CorrelationKinds);
 }
 
 void PARNOR2CORREL::SetParList() {
-    hypotheses = StartTestOrPrecision(correlationKinds, EffectScale::FisherZ, Precision::Absolute);
+    hypotheses = StartTestOrPrecision(CorrelationKinds, EffectScale::FisherZ, Precision::Absolute);
     if (IsEstimation())
         correlation = AddPar(Kind::Correlation);
     pairs = AddPar(Kind::SizeFrom4);
@@ -244,11 +244,11 @@ f64 PARNOR2CORREL::RootFunction() {
 // --- Regression -------------------------------------------------------------------------------
 
 void PARNOR2REGRESS::SetupTest() {
-    OfferTestOrPrecision(slopeKinds);
+    OfferTestOrPrecision(SlopeKinds);
 }
 
 void PARNOR2REGRESS::SetParList() {
-    hypotheses = StartTestOrPrecision(slopeKinds, EffectScale::Plain, Precision::Absolute);
+    hypotheses = StartTestOrPrecision(SlopeKinds, EffectScale::Plain, Precision::Absolute);
     residualSd = AddPar(Kind::ResidualSd);
     covariateSd = AddPar(Kind::CovariateSd);
     pairs = AddPar(Kind::Size);

@@ -15,8 +15,8 @@ namespace quorvanta {
 namespace {
 
 // Parameters of the normal distribution, by ParListNo; the lognormal one has the first two.
-constexpr i16 deviationKnown = 0;
-constexpr i16 sdMeanKnown = 2;
+constexpr i16 DeviationKnown = 0;
+constexpr i16 SdMeanKnown = 2;
 
 SampleValues deviations;
 SampleValues sizes;
@@ -24,7 +24,7 @@ i16 dfEntry;
 i16 trueRatio; // of two standard deviations
 
 bool IsSd() {
-    return ParListNo >= sdMeanKnown;
+    return ParListNo >= SdMeanKnown;
 }
 
 // Degrees of freedom that are entered only matter where a quantile of t does.
@@ -33,13 +33,13 @@ void OfferMeans(const SampleKinds& kinds, bool quantileOfT) {
     if (quantileOfT)
         OfferChecks({Check::DegreesOfFreedom, Check::GroupsInAnova});
     OfferPrecision();
-    if (ParListNo == deviationKnown)
+    if (ParListNo == DeviationKnown)
         OfferForms(kinds);
     OfferForms(SizeKinds);
 }
 
 void AddMeans(const SampleKinds& kinds) {
-    const bool known = ParListNo == deviationKnown;
+    const bool known = ParListNo == DeviationKnown;
     deviations = known ? AddSampleValues(kinds) : AddCommonValue(kinds);
     sizes = AddSizes();
     dfEntry = AddDfEntry();
@@ -59,7 +59,7 @@ f32 DegreesOfFreedom() {
 
 void PARNORM::SetupTest() {
     if (!IsSd())
-        return OfferMeans(SdKinds, ParListNo != deviationKnown);
+        return OfferMeans(SdKinds, ParListNo != DeviationKnown);
     OfferSamples({OneSample, TwoSamples});
     OfferPrecision();
     OfferForms(SizeKinds);
@@ -93,14 +93,14 @@ void PARNORM::SearchLimits(f64& lower, f64& upper) {
 // 43, 1989, 101-105).
 f64 PARNORM::RootFunction() {
     if (IsSd())
-        return ScalePrecisionEq(StatisticOf(sizes, 1, ParListNo == sdMeanKnown), 2,
+        return ScalePrecisionEq(StatisticOf(sizes, 1, ParListNo == SdMeanKnown), 2,
                                 trueRatio == 0 ? 1 : ParValue(trueRatio));
-    return ParListNo == deviationKnown ? NormalPrecisionEq(StandardError())
+    return ParListNo == DeviationKnown ? NormalPrecisionEq(StandardError())
                                        : StudentPrecisionEq(StandardError(), DegreesOfFreedom());
 }
 
 void PARLNORM::SetupTest() {
-    OfferMeans(ShapeKinds, ParListNo != deviationKnown && IsInterval());
+    OfferMeans(ShapeKinds, ParListNo != DeviationKnown && IsInterval());
 }
 
 void PARLNORM::SetParList() {
@@ -119,7 +119,7 @@ void PARLNORM::SearchLimits(f64& lower, f64& upper) {
 // The same on the logarithms, whose mean is that of the median (J. Aitchison and J. A. C. Brown,
 // The Lognormal Distribution, 1957, chapter 2).
 f64 PARLNORM::RootFunction() {
-    return ParListNo == deviationKnown ? LogPrecisionEq(StandardError())
+    return ParListNo == DeviationKnown ? LogPrecisionEq(StandardError())
                                        : LogStudentPrecisionEq(StandardError(), DegreesOfFreedom());
 }
 

@@ -17,16 +17,16 @@ namespace quorvanta {
 
 namespace {
 
-constexpr SampleKinds sizeKinds{Kind::PoissonSize,
+constexpr SampleKinds SizeKinds{Kind::PoissonSize,
                                 Group::Size2,
                                 Kind::PoissonSize1,
                                 {Kind::PoissonSize2, Kind::Size2Minus1, Kind::Size2Over1}};
-constexpr SampleKinds timeKinds{Kind::StudyTime,
+constexpr SampleKinds TimeKinds{Kind::StudyTime,
                                 Group::StudyTime2,
                                 Kind::StudyTime1,
                                 {Kind::StudyTime2, Kind::StudyTime2Minus1, Kind::StudyTime2Over1}};
 
-constexpr SampleTestKinds meanTest{EffectScale::Plain,
+constexpr SampleTestKinds MeanTest{EffectScale::Plain,
                                    {Group::H1Mean,
                                     Kind::H0PoissonMean,
                                     {Kind::H1PoissonMean, Kind::H1MeanMinusH0, Kind::H1MeanOverH0},
@@ -39,8 +39,8 @@ constexpr SampleTestKinds meanTest{EffectScale::Plain,
                                     {Kind::H1PoissonMean2, Kind::H1Mean2Minus1, Kind::H1Mean2Over1},
                                     Kind::MeanLeftLimit,
                                     Kind::MeanRightLimit},
-                                   sizeKinds};
-constexpr SampleTestKinds rateTest{EffectScale::Plain,
+                                   SizeKinds};
+constexpr SampleTestKinds RateTest{EffectScale::Plain,
                                    {Group::H1Rate,
                                     Kind::H0Rate,
                                     {Kind::H1Rate, Kind::H1RateMinusH0, Kind::H1RateOverH0},
@@ -53,13 +53,13 @@ constexpr SampleTestKinds rateTest{EffectScale::Plain,
                                     {Kind::H1Rate2, Kind::H1Rate2Minus1, Kind::H1Rate2Over1},
                                     Kind::RateDifferenceLeftLimit,
                                     Kind::RateDifferenceRightLimit},
-                                   timeKinds};
-constexpr SampleKinds meanKinds{
+                                   TimeKinds};
+constexpr SampleKinds CountKinds{
     Kind::PoissonMean,
     Group::Mean2,
     Kind::PoissonMean1,
     {Kind::PoissonMean2, Kind::PoissonMean2Minus1, Kind::PoissonMean2Over1}};
-constexpr SampleKinds rateKinds{
+constexpr SampleKinds RateKinds{
     Kind::Rate, Group::Rate2, Kind::Rate1, {Kind::Rate2, Kind::Rate2Minus1, Kind::Rate2Over1}};
 
 SampleTest test;
@@ -71,11 +71,11 @@ bool IsRate() {
 }
 
 const SampleTestKinds& TestKinds() {
-    return IsRate() ? rateTest : meanTest;
+    return IsRate() ? RateTest : MeanTest;
 }
 
 const SampleKinds& MeanKinds() {
-    return IsRate() ? rateKinds : meanKinds;
+    return IsRate() ? RateKinds : CountKinds;
 }
 
 // A Poisson variable has its mean as its variance (F. A. Haight, Handbook of the Poisson

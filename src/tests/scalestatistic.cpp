@@ -18,8 +18,8 @@ namespace {
 // gamma functions leave steps of up to 0.005, and up to 10 the quantile climbs in steps, towards
 // that of F with more df than at 10 itself. Between whole df both are interpolated, as FInv does
 // it; the distribution function at the same multiple of the df.
-constexpr f32 steppedCdf = 21;
-constexpr f32 steppedQuantile = 11;
+constexpr f32 SteppedCdf = 21;
+constexpr f32 SteppedQuantile = 11;
 
 template <class AtWholeDf>
 f32 BetweenWholeDf(f32 df, const AtWholeDf& atWhole) {
@@ -28,14 +28,14 @@ f32 BetweenWholeDf(f32 df, const AtWholeDf& atWhole) {
 }
 
 f32 Chi2Probability(f32 x, f32 df) {
-    if (df > steppedCdf || FracPart(df) == 0)
+    if (df > SteppedCdf || FracPart(df) == 0)
         return Chi2Cdf(x, df);
     return BetweenWholeDf(
         df, [=](f32 whole) { return Chi2Cdf(Single(f64{x} * f64{whole} / f64{df}), whole); });
 }
 
 f32 Chi2Quantile(f32 p, f32 df) {
-    if (df > steppedQuantile || FracPart(df) == 0)
+    if (df > SteppedQuantile || FracPart(df) == 0)
         return Chi2Inv(p, df);
     return BetweenWholeDf(df, [p](f32 whole) { return Chi2Inv(p, whole); });
 }

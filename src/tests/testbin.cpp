@@ -17,14 +17,14 @@ i16 BinH1Mode;
 
 namespace {
 
-constexpr i16 listOfOdds = 1;
+constexpr i16 ListOfOdds = 1;
 
 ProportionList list;
 SampleValues sizes;
 
 // A test of the catalogue is about proportions, whatever distribution was looked at before.
 bool IsOdds() {
-    return IsTest == False && ParListNo == listOfOdds;
+    return IsTest == False && ParListNo == ListOfOdds;
 }
 
 auto BinDensities(i16 n, f32 p) {

@@ -13,14 +13,14 @@ namespace quorvanta {
 
 namespace {
 
-constexpr TwoSampleKinds medianKinds{Group::Median2,
+constexpr TwoSampleKinds MedianKinds{Group::Median2,
                                      NoKind,
                                      Kind::H1Median2Over1,
                                      Kind::H1Median1,
                                      {Kind::H1Median2, NoKind, NoKind},
                                      Kind::RatioLeftLimit,
                                      Kind::RatioRightLimit};
-constexpr SampleKinds sequenceKinds{
+constexpr SampleKinds SequenceKinds{
     NoKind,
     Group::SequenceSize2,
     Kind::SequenceSize1,
@@ -53,18 +53,18 @@ f32 LogDeviation() {
 void TESTBIOEQ::SetupTest() {
     FixSamples(TwoSamples);
     OfferTails({TwoOneSided});
-    OfferForms(medianKinds);
+    OfferForms(MedianKinds);
     OfferGroups({Group::LogSd});
-    OfferForms(sequenceKinds);
+    OfferForms(SequenceKinds);
 }
 
 void TESTBIOEQ::SetParList() {
     BioUseCv = ChosenOption(Group::LogSd);
     StartTestList();
-    hypotheses = AddHypotheses(medianKinds, EffectScale::Log);
+    hypotheses = AddHypotheses(MedianKinds, EffectScale::Log);
     BioH1Mode = hypotheses.TruthForm();
     deviation = AddPar(BioUseCv != 0 ? Kind::CoefficientOfVariation : Kind::LogSd);
-    sizes = AddSizes(sequenceKinds);
+    sizes = AddSizes(SequenceKinds);
 }
 
 bool TESTBIOEQ::CheckPar() {

@@ -12,7 +12,7 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 limitParNo = 2;
+constexpr i16 LimitParNo = 2;
 
 bool IsNonInferiority() {
     return (TestNo >= 81 && TestNo <= 84) || TestNo == 122;
@@ -38,7 +38,7 @@ void IntervalMember::NameAsInterval() {
     ParKind(0) = Kind::TestConfidenceLevel;
     ParKind(1) = Kind::ProbabilityWithinLimits;
     if (IsNonInferiority())
-        ParKind(limitParNo) = NonInferiorityKind();
+        ParKind(LimitParNo) = NonInferiorityKind();
 }
 
 } // namespace quorvanta

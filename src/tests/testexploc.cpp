@@ -15,11 +15,12 @@ namespace quorvanta {
 
 namespace {
 
-constexpr OneSampleKinds kinds{Group::H1Location,
-                               Kind::H0Location,
-                               {Kind::H1Location, Kind::H1LocationMinusH0, Kind::H1LocationOverH0},
-                               Kind::LocationLeftLimit,
-                               Kind::LocationRightLimit};
+constexpr OneSampleKinds LocationKinds{
+    Group::H1Location,
+    Kind::H0Location,
+    {Kind::H1Location, Kind::H1LocationMinusH0, Kind::H1LocationOverH0},
+    Kind::LocationLeftLimit,
+    Kind::LocationRightLimit};
 
 Hypotheses hypotheses;
 i16 truth;
@@ -49,12 +50,12 @@ f64 AboveCritical(f64 alpha, f32 null) {
 
 void TESTEXPLOC::SetupTest() {
     FixSamples(OneSample);
-    OfferForms(kinds);
+    OfferForms(LocationKinds);
 }
 
 void TESTEXPLOC::SetParList() {
     StartTestList();
-    hypotheses = AddHypotheses(kinds, EffectScale::Plain);
+    hypotheses = AddHypotheses(LocationKinds, EffectScale::Plain);
     truth = NoOfPar;
     scale = AddPar(Kind::Scale);
     sizes = AddSizes();

@@ -9,31 +9,31 @@ namespace quorvanta {
 
 namespace {
 
-constexpr SampleTestKinds kinds{EffectScale::Log,
-                                {Group::H1Scale,
-                                 Kind::H0Scale,
-                                 {Kind::H1Scale, Kind::H1ScaleMinusH0, Kind::H1ScaleOverH0},
-                                 Kind::ScaleLeftLimit,
-                                 Kind::ScaleRightLimit},
-                                {Group::H1Scale2,
-                                 Kind::H0Scale2Over1,
-                                 Kind::H1Scale2Over1,
-                                 Kind::H1Scale1,
-                                 {Kind::H1Scale2, NoKind, NoKind},
-                                 Kind::ScaleLeftLimit,
-                                 Kind::ScaleRightLimit},
-                                SizeKinds};
+constexpr SampleTestKinds ScaleTest{EffectScale::Log,
+                                    {Group::H1Scale,
+                                     Kind::H0Scale,
+                                     {Kind::H1Scale, Kind::H1ScaleMinusH0, Kind::H1ScaleOverH0},
+                                     Kind::ScaleLeftLimit,
+                                     Kind::ScaleRightLimit},
+                                    {Group::H1Scale2,
+                                     Kind::H0Scale2Over1,
+                                     Kind::H1Scale2Over1,
+                                     Kind::H1Scale1,
+                                     {Kind::H1Scale2, NoKind, NoKind},
+                                     Kind::ScaleLeftLimit,
+                                     Kind::ScaleRightLimit},
+                                    SizeKinds};
 
 SampleTest list;
 
 } // namespace
 
 void TESTEXPSCALE::SetupTest() {
-    SampleTest::Offer(kinds);
+    SampleTest::Offer(ScaleTest);
 }
 
 void TESTEXPSCALE::SetParList() {
-    list.Build(kinds);
+    list.Build(ScaleTest);
 }
 
 bool TESTEXPSCALE::CheckPar() {

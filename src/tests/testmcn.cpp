@@ -17,12 +17,12 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 discordant = 2;
-constexpr i16 difference = 3;
-constexpr i16 size = 4;
+constexpr i16 SumParNo = 2;
+constexpr i16 DifferenceParNo = 3;
+constexpr i16 SizeParNo = 4;
 
 // From this number of discordant pairs on the test, given their number, is normal.
-constexpr i16 normalFrom = 200;
+constexpr i16 NormalFrom = 200;
 
 enum class Approach { Multinomial, FirstOrder, SecondOrder };
 Approach approach = Approach::Multinomial;
@@ -70,7 +70,7 @@ class ConditionalTest {
     }
 
     f32 Power(i32 m) {
-        if (m >= normalFrom)
+        if (m >= NormalFrom)
             return NormalPower(m);
         f32& power = exact_[static_cast<std::size_t>(m)];
         if (power == unknown)
@@ -107,7 +107,7 @@ class ConditionalTest {
     }
 
     Test test_{-1, 0, 0, 0};
-    std::array<f32, normalFrom> exact_{};
+    std::array<f32, NormalFrom> exact_{};
     f32 z_ = 0;
 };
 
@@ -190,26 +190,26 @@ void TESTMCN::SetParList() {
 }
 
 bool TESTMCN::CheckPar() {
-    if (UnknownParNo == discordant || UnknownParNo == difference)
+    if (UnknownParNo == SumParNo || UnknownParNo == DifferenceParNo)
         return true;
-    return CheckRange(difference, -ParValue(discordant), ParValue(discordant));
+    return CheckRange(DifferenceParNo, -ParValue(SumParNo), ParValue(SumParNo));
 }
 
 void TESTMCN::SearchLimits(f64& lower, f64& upper) {
-    if (UnknownParNo == discordant) {
-        lower = MaxOf(lower, std::fabs(ParValue(difference)));
-    } else if (UnknownParNo == difference) {
-        lower = MaxOf(lower, -ParValue(discordant));
-        upper = MinOf(upper, ParValue(discordant));
+    if (UnknownParNo == SumParNo) {
+        lower = MaxOf(lower, std::fabs(ParValue(DifferenceParNo)));
+    } else if (UnknownParNo == DifferenceParNo) {
+        lower = MaxOf(lower, -ParValue(SumParNo));
+        upper = MinOf(upper, ParValue(SumParNo));
         LeftTailLimit(lower, upper, 0);
-    } else if (UnknownParNo == size && approach == Approach::Multinomial) {
+    } else if (UnknownParNo == SizeParNo && approach == Approach::Multinomial) {
         StartFromTooSmall(lower, upper, RootFunction);
     }
 }
 
 f64 TESTMCN::RootFunction() {
-    const DiscordantPairs pairs{Single(ParValue(discordant)), Single(ParValue(difference))};
-    const f32 n = Single(ParValue(size));
+    const DiscordantPairs pairs{Single(ParValue(SumParNo)), Single(ParValue(DifferenceParNo))};
+    const f32 n = Single(ParValue(SizeParNo));
     if (approach != Approach::Multinomial)
         return NormalEq(pairs, n);
     return AtWholeSize(

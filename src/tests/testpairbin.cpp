@@ -17,16 +17,16 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 discordantKinds[] = {Kind::H1Proportion11, Kind::H1Proportion10Plus01,
+constexpr i16 DiscordantKinds[] = {Kind::H1Proportion11, Kind::H1Proportion10Plus01,
                                    Kind::H1Proportion10Over01};
 
 // How the discordant pairs are entered, by option of the group.
-constexpr i16 asBoth = 0;  // p11, the pairs with both events
-constexpr i16 asSum = 1;   // s = p10 + p01
-constexpr i16 asRatio = 2; // p10/p01
+constexpr i16 ByBoth = 0;  // p11, the pairs with both events
+constexpr i16 BySum = 1;   // s = p10 + p01
+constexpr i16 ByRatio = 2; // p10/p01
 
 // The least probability of a discordant pair.
-constexpr f64 leastSum = ProbabilityFloor;
+constexpr f64 LeastSum = ProbabilityFloor;
 
 // The variance of the difference under H0. Under H1 it is (s - d^2)/n (R. J. Connor 1987,
 // Biometrics 43, 207-211).
@@ -55,10 +55,10 @@ f64 RatioOfMultiple(f64 multiple) {
 
 f64 DiscordantSum(f64 p1, f64 p2) {
     const f64 entered = ParValue(third);
-    if (thirdMode == asSum)
+    if (thirdMode == BySum)
         return entered;
     const f64 d = std::fabs(p2 - p1);
-    if (thirdMode == asBoth)
+    if (thirdMode == ByBoth)
         return p1 + p2 - 2 * entered;
     // A ratio of 1 says that the proportions are equal and no more.
     return entered == 1 ? 0 : d * SumPerDifference(entered);
@@ -128,7 +128,7 @@ void KeepNotNegative(f64& lower, f64& upper, f64 atLower, f64 atUpper) {
 // The unknown is one of the two proportions: keeps all four kinds of pairs possible. Their
 // probabilities are linear in the unknown, with the ratio as long as the difference keeps its sign.
 void LimitByCells(f64& lower, f64& upper) {
-    if (thirdMode == asRatio)
+    if (thirdMode == ByRatio)
         list.Hypothesis.KeepEffect(lower, upper, SideOfTail(), 0);
     const auto keep = [&lower, &upper](auto&& quantity) {
         if (upper > lower)
@@ -145,13 +145,13 @@ void LimitByCells(f64& lower, f64& upper) {
 Range ThirdRange(f64 p1, f64 p2) {
     const f64 d = std::fabs(p2 - p1);
     const f64 sum = LargestSum(p1, p2);
-    const i16 kind = discordantKinds[thirdMode];
-    if (thirdMode == asSum)
+    const i16 kind = DiscordantKinds[thirdMode];
+    if (thirdMode == BySum)
         return {MaxOf(ParMin(kind), d), MinOf(ParMax(kind), sum)};
-    if (thirdMode == asBoth)
+    if (thirdMode == ByBoth)
         return {MaxOf(ParMin(kind), (p1 + p2 - sum) / 2),
-                MinOf(ParMax(kind), (p1 + p2 - MaxOf(d, leastSum)) / 2)};
-    const f64 least = RatioOfMultiple(sum / MaxOf(d, leastSum));
+                MinOf(ParMax(kind), (p1 + p2 - MaxOf(d, LeastSum)) / 2)};
+    const f64 least = RatioOfMultiple(sum / MaxOf(d, LeastSum));
     if (UnknownParNo != third && ParValue(third) < 1)
         return {ParMin(kind), 1 / least};
     return {least, ParMax(kind)};
@@ -159,11 +159,11 @@ Range ThirdRange(f64 p1, f64 p2) {
 
 // Equal proportions leave nothing for a ratio of discordant pairs to say.
 bool CheckDifferent(f64 p1, f64 p2) {
-    if (thirdMode != asRatio || std::fabs(p2 - p1) >= leastSum)
+    if (thirdMode != ByRatio || std::fabs(p2 - p1) >= LeastSum)
         return true;
     const i16 second = list.Hypothesis.TruthParNo();
     const i16 kind = ParKind(second);
-    const f64 step = SearchesLeft() ? -leastSum : leastSum;
+    const f64 step = SearchesLeft() ? -LeastSum : LeastSum;
     const f64 entry =
         ParValue(second) + (list.Hypothesis.TruthForm() == AsRatio ? step / p1 : step);
     return SearchesLeft() ? CheckRange(second, ParMin(kind), entry)
@@ -186,7 +186,7 @@ void TESTPAIRBIN::SetParList() {
     StartTestList();
     list = AddPairedProportions();
     thirdMode = ChosenOption(Group::Discordant);
-    third = AddPar(discordantKinds[thirdMode]);
+    third = AddPar(DiscordantKinds[thirdMode]);
     sizes = AddCommonValue(SizeKinds);
 }
 
@@ -228,7 +228,7 @@ f64 TESTPAIRBIN::RootFunction() {
     const f64 d = difference;
     // A search may touch the ends of what is possible, where rounding decides.
     const f32 sum =
-        Single(MaxOf(DiscordantSum(values.P1, values.P2), MaxOf(std::fabs(d), leastSum)));
+        Single(MaxOf(DiscordantSum(values.P1, values.P2), MaxOf(std::fabs(d), LeastSum)));
     const f64 s = sum;
     const auto se0 = [s, d, n](f32 d0) { return NullSe(s, d, d0, n); };
     const f32 above = Single(d - values.Null);

@@ -9,25 +9,25 @@ namespace quorvanta {
 
 namespace {
 
-constexpr SampleTestKinds kinds{EffectScale::Log,
-                                {Group::H1Sd,
-                                 Kind::H0Sd,
-                                 {Kind::H1Sd, Kind::H1SdMinusH0, Kind::H1SdOverH0},
-                                 Kind::SdLeftLimit,
-                                 Kind::SdRightLimit},
-                                TwoSdsKinds,
-                                SizeKinds};
+constexpr SampleTestKinds DeviationTest{EffectScale::Log,
+                                        {Group::H1Sd,
+                                         Kind::H0Sd,
+                                         {Kind::H1Sd, Kind::H1SdMinusH0, Kind::H1SdOverH0},
+                                         Kind::SdLeftLimit,
+                                         Kind::SdRightLimit},
+                                        TwoSdsKinds,
+                                        SizeKinds};
 
 SampleTest list;
 
 } // namespace
 
 void TESTS2::SetupTest() {
-    SampleTest::Offer(kinds);
+    SampleTest::Offer(DeviationTest);
 }
 
 void TESTS2::SetParList() {
-    list.Build(kinds);
+    list.Build(DeviationTest);
 }
 
 bool TESTS2::CheckPar() {

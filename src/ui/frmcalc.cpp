@@ -30,8 +30,8 @@ namespace quorvanta {
 namespace {
 
 // Free space under the last row: 450 twips, 20 of them a point.
-constexpr int twipsBelow = 450;
-constexpr int twipsPerInch = 1440;
+constexpr int TwipsBelow = 450;
+constexpr int TwipsPerInch = 1440;
 
 } // namespace
 
@@ -75,7 +75,7 @@ frmCalc::frmCalc(i16 windowNo, i16 analysisNo)
     column->addWidget(lblGetCalc_);
     column->addStretch(1);
     QMargins margins = column->contentsMargins();
-    margins.setBottom(twipsBelow * logicalDpiY() / twipsPerInch);
+    margins.setBottom(TwipsBelow * logicalDpiY() / TwipsPerInch);
     column->setContentsMargins(margins);
 
     lblHead1_->installEventFilter(this);

@@ -30,7 +30,7 @@ namespace {
 
 enum Tab { ContentsTab, IndexTab, SearchTab };
 
-constexpr int urlRole = Qt::UserRole;
+constexpr int UrlRole = Qt::UserRole;
 
 QWidget* Column(QWidget* parent, std::initializer_list<QWidget*> widgets) {
     auto* frame = new QWidget(parent);
@@ -254,7 +254,7 @@ void frmHelp::GoToOneOf(const QList<QHelpLink>& links) {
 
 void frmHelp::GoToResult() {
     if (const QListWidgetItem* item = lstSearch_->currentItem())
-        GoTo(item->data(urlRole).toUrl());
+        GoTo(item->data(UrlRole).toUrl());
 }
 
 void frmHelp::PageChanged(const QUrl& page) {
@@ -295,7 +295,7 @@ void frmHelp::txtSearch_Change() {
     lstSearch_->clear();
     for (const HelpHit& hit : hits) {
         auto* item = new QListWidgetItem(hit.Title, lstSearch_);
-        item->setData(urlRole, hit.Page);
+        item->setData(UrlRole, hit.Page);
     }
     lstSearch_->setCurrentRow(0);
     if (txtSearch_->text().trimmed().isEmpty())

@@ -47,7 +47,7 @@ namespace quorvanta {
 
 namespace {
 
-constexpr int twipsPerInch = 1440;
+constexpr int TwipsPerInch = 1440;
 
 // What the status bar says of an entry, and its key.
 struct EntryHint {
@@ -57,7 +57,7 @@ struct EntryHint {
     QKeySequence::StandardKey Key = QKeySequence::UnknownKey;
 };
 
-constexpr EntryHint entryHints[] = {
+constexpr EntryHint EntryHints[] = {
     {MenuAction::File, 0, "Opens a window that calculates one value at a time.", QKeySequence::New},
     {MenuAction::File, 1, "Opens a window that tabulates a parameter against two others."},
     {MenuAction::File, 2, "Opens a window that plots a parameter against two others."},
@@ -76,7 +76,7 @@ constexpr EntryHint entryHints[] = {
 };
 
 // The entries of the File menu that give out what the window in front shows.
-constexpr i16 outputEntries[] = {FilePrintOutput, FileCopyOutput, FileSaveOutput};
+constexpr i16 OutputEntries[] = {FilePrintOutput, FileCopyOutput, FileSaveOutput};
 
 QString EntryName(const MenuItem& item) {
     const QString name = ToQt(item.Name);
@@ -128,7 +128,7 @@ void frmMain::MakeMenus() {
         FillMenu(*menu, item.Children);
     }
     // Their keys work in the window of the statement too, which has no menu.
-    for (const i16 index : outputEntries)
+    for (const i16 index : OutputEntries)
         Floating(FloatingWindow::Summary)->addAction(mnuFile_.at(index));
     mnuOutput_ = new QMenu(this);
     mnuOutput_->setObjectName(EntryName(OutputMenu()));
@@ -153,7 +153,7 @@ void frmMain::FillMenu(QMenu& menu, std::span<const MenuItem> items) {
 QAction* frmMain::MakeAction(const MenuItem& item) {
     auto* action = new QAction(ToQt(item.Caption), this);
     action->setObjectName(EntryName(item));
-    for (const EntryHint& hint : entryHints) {
+    for (const EntryHint& hint : EntryHints) {
         if (hint.Action != item.Action || hint.Index != item.Index)
             continue;
         action->setStatusTip(tr(hint.Text));
@@ -322,7 +322,7 @@ void frmMain::RefreshMenus() {
     for (const auto& [index, action] : mnuGetInfo_)
         action->setEnabled(GetInfoEnabled(index));
     mnuFile_.at(FileSaveAnalysis)->setEnabled(HasAnalysisToSave());
-    for (const i16 index : outputEntries)
+    for (const i16 index : OutputEntries)
         mnuFile_.at(index)->setEnabled(HasOutput());
     for (QAction* action : windowActions_)
         action->setEnabled(AnalysisNo > 0);
@@ -423,8 +423,8 @@ void frmMain::BringToFront(ChildWindow& child) {
 QPoint frmMain::CascadePlace(const QSize& size) const {
     const auto wrap = [](int place, int room) { return room > 0 ? place % (room + 1) : 0; };
     const QSize room = area_->viewport()->size() - size;
-    return {wrap(std::max<int>(CascadeLeft, 0) * logicalDpiX() / twipsPerInch, room.width()),
-            wrap(std::max<int>(CascadeTop, 0) * logicalDpiY() / twipsPerInch, room.height())};
+    return {wrap(std::max<int>(CascadeLeft, 0) * logicalDpiX() / TwipsPerInch, room.width()),
+            wrap(std::max<int>(CascadeTop, 0) * logicalDpiY() / TwipsPerInch, room.height())};
 }
 
 void frmMain::RaiseChild(i16 windowKind, i16 windowNo) {

@@ -13,7 +13,7 @@ namespace quorvanta {
 
 namespace {
 
-constexpr int longestMilliseconds = 1200;
+constexpr int LongestMilliseconds = 1200;
 
 } // namespace
 
@@ -50,7 +50,7 @@ frmSplash::frmSplash() : QDialog(nullptr, Qt::Dialog | Qt::FramelessWindowHint) 
 
 void frmSplash::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    QTimer::singleShot(longestMilliseconds, this, &QDialog::accept);
+    QTimer::singleShot(LongestMilliseconds, this, &QDialog::accept);
 }
 
 void frmSplash::keyPressEvent(QKeyEvent* /*event*/) {

@@ -14,10 +14,10 @@ namespace quorvanta {
 
 namespace {
 
-constexpr const char* fileName = "quorvanta.qhc";
-constexpr const char* helpNamespace = "quorvanta.help";
-constexpr const char* pageRoot = "qthelp://quorvanta.help/help/";
-constexpr const char* numberPrefix = "number-";
+constexpr const char* HelpFileName = "quorvanta.qhc";
+constexpr const char* HelpNamespace = "quorvanta.help";
+constexpr const char* PageRoot = "qthelp://quorvanta.help/help/";
+constexpr const char* NumberPrefix = "number-";
 
 QString MenuText(const HelpSubject& subject) {
     const MenuPath path =
@@ -52,13 +52,13 @@ HelpLibrary::HelpLibrary(const QString& file) : engine_(file) {
     engine_.setReadOnly(true);
     engine_.setUsesFilterEngine(true);
     open_ = QFileInfo(file).isReadable() && engine_.setupData() &&
-            engine_.registeredDocumentations().contains(helpNamespace);
+            engine_.registeredDocumentations().contains(HelpNamespace);
 }
 
 QString HelpLibrary::FindFile() {
     const QDir program(QCoreApplication::applicationDirPath());
     for (const char* folder : {".", "../share/quorvanta", "../../help"}) {
-        const QFileInfo file(program, QDir(folder).filePath(fileName));
+        const QFileInfo file(program, QDir(folder).filePath(HelpFileName));
         if (file.isReadable())
             return file.canonicalFilePath();
     }
@@ -70,17 +70,17 @@ QUrl HelpLibrary::PageOfNumber(i32 number) const {
         open_ ? engine_.documentsForIdentifier(QString::number(number)) : QList<QHelpLink>();
     if (!links.isEmpty())
         return links.front().url;
-    return QUrl(pageRoot + QString(numberPrefix) + QString::number(number));
+    return QUrl(PageRoot + QString(NumberPrefix) + QString::number(number));
 }
 
 bool HelpLibrary::HasPage(const QUrl& page) const {
-    return open_ && !page.fileName().startsWith(numberPrefix);
+    return open_ && !page.fileName().startsWith(NumberPrefix);
 }
 
 QByteArray HelpLibrary::Html(const QUrl& page) const {
     const QString name = page.fileName();
-    if (name.startsWith(numberPrefix))
-        return NumberHtml(name.mid(static_cast<int>(qstrlen(numberPrefix))).toInt()).toUtf8();
+    if (name.startsWith(NumberPrefix))
+        return NumberHtml(name.mid(static_cast<int>(qstrlen(NumberPrefix))).toInt()).toUtf8();
     return engine_.fileData(page);
 }
 
@@ -93,7 +93,7 @@ QString HelpLibrary::NumberHtml(i32 number) const {
         text +=
             QObject::tr("<p>The help file %1 is missing from the program's folders, or it can't be "
                         "read. Install %2 anew.</p>")
-                .arg(fileName, ProgramName);
+                .arg(HelpFileName, ProgramName);
     else
         text += QObject::tr("<p>This version of the help has no topic for it.</p>");
     const i32 description = HelpDescriptionOf(subject);
@@ -118,7 +118,7 @@ QList<HelpHit> HelpLibrary::Search(const QString& words) {
 }
 
 void HelpLibrary::ReadPages() {
-    for (const QUrl& page : engine_.files(helpNamespace, QString(), "html"))
+    for (const QUrl& page : engine_.files(HelpNamespace, QString(), "html"))
         search_.Add(page, QString::fromUtf8(engine_.fileData(page)));
 }
 

@@ -20,7 +20,7 @@ namespace quorvanta {
 
 namespace {
 
-constexpr const char* kindProperty = "parameterKind";
+constexpr const char* KindProperty = "parameterKind";
 
 // The first sentences of a page, by the names of what they are about.
 using Sentences = QHash<QString, QString>;
@@ -128,11 +128,11 @@ bool ExplainOption(QWidget& widget, const std::string& name) {
 
 void ExplainParameter(QWidget& label, QWidget& box, i16 kind) {
     Explain(label, {HelpParameters()}, ParLabel(kind));
-    box.setProperty(kindProperty, kind);
+    box.setProperty(KindProperty, kind);
 }
 
 std::optional<i16> ExplainedKind(const QWidget& box) {
-    const QVariant kind = box.property(kindProperty);
+    const QVariant kind = box.property(KindProperty);
     if (!kind.isValid())
         return std::nullopt;
     return static_cast<i16>(kind.toInt());

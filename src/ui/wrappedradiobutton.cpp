@@ -10,8 +10,8 @@ namespace quorvanta {
 
 namespace {
 
-constexpr int charactersPerLine = 64;
-constexpr int textFlags = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap | Qt::TextShowMnemonic;
+constexpr int CharactersPerLine = 64;
+constexpr int TextFlags = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap | Qt::TextShowMnemonic;
 
 } // namespace
 
@@ -29,12 +29,12 @@ int WrappedRadioButton::TextLeft() const {
 // Where the text stands in a button of that width.
 QRect WrappedRadioButton::TextArea(int width) const {
     const QRect room(TextLeft(), 0, width - TextLeft(), 100 * fontMetrics().height());
-    return fontMetrics().boundingRect(room, textFlags, text());
+    return fontMetrics().boundingRect(room, TextFlags, text());
 }
 
 QSize WrappedRadioButton::sizeHint() const {
     ensurePolished();
-    const int width = TextLeft() + charactersPerLine * fontMetrics().averageCharWidth();
+    const int width = TextLeft() + CharactersPerLine * fontMetrics().averageCharWidth();
     return {width, heightForWidth(width)};
 }
 
@@ -53,7 +53,7 @@ void WrappedRadioButton::paintEvent(QPaintEvent* /*event*/) {
     const int indicator = style()->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, nullptr, this);
     option.rect.setHeight(std::max(indicator, fontMetrics().height()));
     painter.drawControl(QStyle::CE_RadioButton, option);
-    painter.drawItemText(text, textFlags, palette(), isEnabled(), this->text(),
+    painter.drawItemText(text, TextFlags, palette(), isEnabled(), this->text(),
                          QPalette::WindowText);
     if (hasFocus()) {
         QStyleOptionFocusRect focus;

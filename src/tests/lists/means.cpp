@@ -15,9 +15,9 @@ struct MeansKinds {
     SampleKinds Deviations;
 };
 
-constexpr MeansKinds meanKinds{OneMeanKinds, TwoMeansKinds, SdKinds};
+constexpr MeansKinds MeanKinds{OneMeanKinds, TwoMeansKinds, SdKinds};
 // Medians have no ratio form of their own beside the effect, which is the ratio.
-constexpr MeansKinds medianKinds{{Group::H1Median,
+constexpr MeansKinds MedianKinds{{Group::H1Median,
                                   Kind::H0Median,
                                   {Kind::H1Median, Kind::H1MedianMinusH0, Kind::H1MedianOverH0},
                                   Kind::MedianLeftLimit,
@@ -31,7 +31,7 @@ constexpr MeansKinds medianKinds{{Group::H1Median,
                                   Kind::MedianRightLimit},
                                  ShapeKinds};
 // One sample of differences of pairs.
-constexpr MeansKinds pairedKinds{
+constexpr MeansKinds PairedKinds{
     {Group::H1MeanOfDifference,
      Kind::H0MeanOfDifference,
      {Kind::H1MeanOfDifference, Kind::H1MeanOfDifferenceMinusH0, Kind::H1MeanOfDifferenceOverH0},
@@ -46,8 +46,8 @@ bool IsLogScale() {
 
 const MeansKinds& Kinds() {
     if (IsLogScale())
-        return medianKinds;
-    return CurrentVariant() == TestVariant::PTT ? pairedKinds : meanKinds;
+        return MedianKinds;
+    return CurrentVariant() == TestVariant::PTT ? PairedKinds : MeanKinds;
 }
 
 // Known standard deviations are entered for each group; estimated ones only with the Satterthwaite

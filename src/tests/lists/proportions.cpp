@@ -12,12 +12,12 @@ namespace quorvanta {
 
 namespace {
 
-constexpr OneSampleKinds oddsKinds{Group::H1Odds,
+constexpr OneSampleKinds OddsKinds{Group::H1Odds,
                                    Kind::H0Odds,
                                    {Kind::H1Odds, Kind::H1OddsMinusH0, Kind::H1OddsOverH0},
                                    Kind::ProportionLeftLimit,
                                    Kind::ProportionRightLimit};
-constexpr TwoSampleKinds proportionsKinds{
+constexpr TwoSampleKinds ProportionsKinds{
     Group::Proportion2,
     Kind::H0Proportion2Minus1,
     NoKind,
@@ -25,7 +25,7 @@ constexpr TwoSampleKinds proportionsKinds{
     {Kind::H1Proportion2, Kind::H1Proportion2Minus1, Kind::H1Proportion2Over1},
     Kind::ProportionDifferenceLeftLimit,
     Kind::ProportionDifferenceRightLimit};
-constexpr TwoSampleKinds twoOddsKinds{Group::Odds2,
+constexpr TwoSampleKinds TwoOddsKinds{Group::Odds2,
                                       NoKind,
                                       NoKind,
                                       Kind::H1Odds1,
@@ -34,11 +34,11 @@ constexpr TwoSampleKinds twoOddsKinds{Group::Odds2,
                                       Kind::ProportionDifferenceRightLimit};
 
 const OneSampleKinds& KindsOfOne(bool odds) {
-    return odds ? oddsKinds : OneProportionKinds;
+    return odds ? OddsKinds : OneProportionKinds;
 }
 
 const TwoSampleKinds& KindsOfTwo(bool odds) {
-    return odds ? twoOddsKinds : proportionsKinds;
+    return odds ? TwoOddsKinds : ProportionsKinds;
 }
 
 EffectScale ScaleOf(bool odds) {
@@ -88,7 +88,7 @@ void OfferProportions(bool odds) {
 }
 
 void OfferPairedProportions() {
-    OfferForms(proportionsKinds);
+    OfferForms(ProportionsKinds);
 }
 
 ProportionList AddProportions(bool odds, NullDifference null) {
@@ -108,7 +108,7 @@ ProportionList AddProportions(bool odds, NullDifference null) {
 ProportionList AddPairedProportions() {
     ProportionList list;
     list.Paired = true;
-    list.Hypothesis = AddHypotheses(proportionsKinds, EffectScale::Proportion);
+    list.Hypothesis = AddHypotheses(ProportionsKinds, EffectScale::Proportion);
     return list;
 }
 
