@@ -260,5 +260,20 @@ TEST_F(Tables, ParagraphsAreAsWideAsAPage) {
         EXPECT_LE(text.At.X + text.Width, 2);
 }
 
+// The cell stands two characters off the longest of the words, and a column of numbers right beside
+// the widest of them.
+TEST(TableLayouts, WordsStandOffTheirCells) {
+    TableLayout table;
+    table.StartsWithWords = true;
+    table.Blocks = {{{}, {{"Standard Deviation of Difference", "1.25"}, {"Power", "0.80"}}}};
+    EXPECT_EQ(TableLines(table),
+              (std::vector<std::string>{"", "Standard Deviation of Difference  1.25",
+                                        "Power                             0.80"}));
+    table.StartsWithWords = false;
+    table.CornerLabel = "x";
+    table.Blocks = {{{"y"}, {{"123456789012", "1"}}}};
+    EXPECT_EQ(TableLines(table).back(), "1234567890121");
+}
+
 } // namespace
 } // namespace quorvanta::checks
