@@ -1,6 +1,7 @@
 // Tool tips of labels and options: the first sentence of the help.
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/option_choice.h"
 #include "core/setup.h"
 #include "output/statement.h"
 #include "ui/childwindow.h"
@@ -85,6 +86,23 @@ TEST_F(HelpTips, AreThereForEveryAnalysis) {
             EXPECT_FALSE(Tip(Label(i)).isEmpty()) << TestName << ": " << ParLabel(ParKind(i));
     }
     EXPECT_GT(analyses, 10);
+}
+
+// The same for the parameters of distributions.
+TEST_F(HelpTips, AreThereForEveryParameterOfADistribution) {
+    Trigger("mnuFile(0)");
+    for (const i16 distrNo : std::initializer_list<i16>{0, 1, 2, 4, 5, 6, 8, 10})
+        for (std::size_t parList = 0; parList < DistrParList(distrNo).size(); ++parList)
+            for (const i16 procedure : {ProcedureTest, ProcedureEstimate, ProcedureInterval}) {
+                NewDistribution(distrNo);
+                ASSERT_TRUE(ChoosingOptions) << distrNo;
+                ChooseParList(static_cast<i16>(parList));
+                ChooseProcedure(procedure);
+                AcceptOptions();
+                for (i16 i = 0; i <= NoOfPar; ++i)
+                    EXPECT_FALSE(Tip(Label(i)).isEmpty())
+                        << ParListName << ": " << ParLabel(ParKind(i));
+            }
 }
 
 TEST_F(HelpTips, AreNotMadeUp) {
