@@ -54,13 +54,11 @@ std::optional<XAxis> ReadXAxis() {
     if (axis.Step == 0)
         return refuse(AxisText::Xstep, "Xstep Must Be # 0.");
     // 0.001: the quotient of 32-bit steps may fall just short of a whole number.
-    const f32 n = static_cast<f32>(Int((static_cast<f64>(axis.Max) - static_cast<f64>(axis.Min)) /
-                                           static_cast<f64>(axis.Step) +
-                                       0.001) +
-                                   1);
+    const f32 n =
+        static_cast<f32>(Int((f64{axis.Max} - f64{axis.Min}) / f64{axis.Step} + 0.001) + 1);
     if (!(n <= static_cast<f32>(MaxSteps)))
         return refuse(AxisText::Xstep, "Maximum Number of Steps Is 100.");
-    axis.Points = ToI16(static_cast<f64>(n));
+    axis.Points = ToI16(f64{n});
     return axis;
 }
 
@@ -95,10 +93,10 @@ std::optional<std::vector<f32>> ReadZValues() {
 template <class Visit>
 void WalkGrid(const XAxis& axis, const std::vector<f32>& zValues, Visit&& visit) {
     for (int j = 1; j <= static_cast<int>(zValues.size()); ++j) {
-        f64 x = static_cast<f64>(axis.Min);
-        for (int k = 1; k <= axis.Points; ++k, x += static_cast<f64>(axis.Step)) {
+        f64 x = f64{axis.Min};
+        for (int k = 1; k <= axis.Points; ++k, x += f64{axis.Step}) {
             if (HasZPar())
-                ParValue(ZParNo) = static_cast<f64>(zValues[static_cast<std::size_t>(j - 1)]);
+                ParValue(ZParNo) = f64{zValues[static_cast<std::size_t>(j - 1)]};
             ParValue(XParNo) = x;
             if (!visit(k, j, x))
                 return;
