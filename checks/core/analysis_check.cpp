@@ -13,9 +13,9 @@ namespace {
 
 constexpr i16 unpaired = 0;
 constexpr i16 paired = 1;
-constexpr i16 alpha = 0;
-constexpr i16 size1 = 4;
-constexpr i16 sd = 2;
+constexpr i16 alpha = Kind::SignificanceLevel;
+constexpr i16 size1 = Kind::Size1;
+constexpr i16 sd = Kind::Sd;
 
 class Analyses : public AnalysisFixture {
   protected:

@@ -24,11 +24,11 @@ namespace quorvanta::checks {
 namespace {
 
 constexpr i16 unpaired = 0;
-constexpr i16 alpha = 0;
-constexpr i16 power = 1;
-constexpr i16 sd = 2;
-constexpr i16 size1 = 4;
-constexpr i16 h1Difference = 62;
+constexpr i16 alpha = Kind::SignificanceLevel;
+constexpr i16 power = Kind::Power;
+constexpr i16 sd = Kind::Sd;
+constexpr i16 size1 = Kind::Size1;
+constexpr i16 h1Difference = Kind::H1Mean2Minus1;
 
 constexpr std::size_t fileBytes = 6350;
 

@@ -22,15 +22,15 @@ namespace quorvanta::checks {
 namespace {
 
 constexpr i16 unpaired = 0;
-constexpr i16 alpha = 0;
-constexpr i16 power = 1;
-constexpr i16 sd = 2;
-constexpr i16 size1 = 4;
-constexpr i16 sizeRatio = 5;
-constexpr i16 h0Difference = 61;
-constexpr i16 h1Difference = 62;
-constexpr i16 groupMean2 = 1;
-constexpr i16 groupSize2 = 2;
+constexpr i16 alpha = Kind::SignificanceLevel;
+constexpr i16 power = Kind::Power;
+constexpr i16 sd = Kind::Sd;
+constexpr i16 size1 = Kind::Size1;
+constexpr i16 sizeRatio = Kind::Size2Over1;
+constexpr i16 h0Difference = Kind::H0Mean2Minus1;
+constexpr i16 h1Difference = Kind::H1Mean2Minus1;
+constexpr i16 groupMean2 = Group::Mean2;
+constexpr i16 groupSize2 = Group::Size2;
 
 class Driver : public AnalysisFixture {
   protected:
@@ -549,8 +549,8 @@ TEST_F(Run, OneMarkOfARangeIsNoValueInATable) {
     Pick(Group::H1Location, AsValue);
     AcceptOptions();
     Analysis(AnalysisNo).WindowKind = TableWindow;
-    constexpr i16 h0 = 131;
-    constexpr i16 h1 = 132;
+    constexpr i16 h0 = Kind::H0Location;
+    constexpr i16 h1 = Kind::H1Location;
     const f64 distance = 100 * std::log(16.0); // power 0.8 at the level 0.05
     for (const auto& [kind, text] : std::map<i16, std::string>{{Kind::SignificanceLevel, "0.05"},
                                                                {power, "0.8"},

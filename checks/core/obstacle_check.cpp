@@ -7,10 +7,10 @@ namespace {
 
 class ObstacleCheck : public AnalysisFixture {
   protected:
-    static constexpr i16 level = 0;
-    static constexpr i16 power = 1;
-    static constexpr i16 effect = 62;
-    static constexpr i16 size1 = 4;
+    static constexpr i16 level = Kind::SignificanceLevel;
+    static constexpr i16 power = Kind::Power;
+    static constexpr i16 effect = Kind::H1Mean2Minus1;
+    static constexpr i16 size1 = Kind::Size1;
 
     void OpenUnpaired(i16 tails) {
         OpenTest(0);

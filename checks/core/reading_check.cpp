@@ -1,3 +1,4 @@
+#include "core/kinds.h"
 #include "core/reading.h"
 #include "core/showpar.h"
 #include "support/analysis_fixture.h"
@@ -7,7 +8,7 @@ namespace quorvanta::checks {
 namespace {
 
 constexpr i16 unpaired = 0;
-constexpr i16 alpha = 0;
+constexpr i16 alpha = Kind::SignificanceLevel;
 
 // --- What was typed and what is read ----------------------------------------------------------
 

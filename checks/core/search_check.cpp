@@ -74,12 +74,12 @@ TEST_F(Search, TakesAsManyEvaluationsAsItsStepsSay) {
 // tail: linear in the level, and every root is known.
 class Location : public AnalysisFixture {
   protected:
-    static constexpr i16 level = 0;
-    static constexpr i16 power = 1;
-    static constexpr i16 h0 = 131;
-    static constexpr i16 h1 = 132;
-    static constexpr i16 scale = 146;
-    static constexpr i16 size = 85;
+    static constexpr i16 level = Kind::SignificanceLevel;
+    static constexpr i16 power = Kind::Power;
+    static constexpr i16 h0 = Kind::H0Location;
+    static constexpr i16 h1 = Kind::H1Location;
+    static constexpr i16 scale = Kind::Scale;
+    static constexpr i16 size = Kind::Size;
     static constexpr f64 levelMin = static_cast<f64>(0.00001F);
     static constexpr f64 levelMax = static_cast<f64>(0.99999F);
 

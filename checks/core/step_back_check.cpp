@@ -13,15 +13,15 @@ namespace {
 
 constexpr i16 unpaired = 0;
 constexpr i16 paired = 1;
-constexpr i16 alpha = 0;
-constexpr i16 power = 1;
-constexpr i16 sd = 2;
-constexpr i16 size1 = 4;
-constexpr i16 ratio = 5;
-constexpr i16 size2 = 37;
+constexpr i16 alpha = Kind::SignificanceLevel;
+constexpr i16 power = Kind::Power;
+constexpr i16 sd = Kind::Sd;
+constexpr i16 size1 = Kind::Size1;
+constexpr i16 ratio = Kind::Size2Over1;
+constexpr i16 size2 = Kind::Size2;
 constexpr i16 mean2 = 3; // positions in the list of the unpaired t-test
-constexpr i16 formOfMeans = 1;
-constexpr i16 formOfSizes = 2;
+constexpr i16 formOfMeans = Group::Mean2;
+constexpr i16 formOfSizes = Group::Size2;
 
 class StepBackCheck : public AnalysisFixture {
   protected:

@@ -21,8 +21,8 @@ namespace quorvanta::checks {
 namespace {
 
 constexpr i16 unpaired = 0;
-constexpr i16 alpha = 0;
-constexpr i16 size1 = 4;
+constexpr i16 alpha = Kind::SignificanceLevel;
+constexpr i16 size1 = Kind::Size1;
 
 class Outputs : public AnalysisFixture {
   protected:

@@ -7,10 +7,10 @@ namespace {
 
 constexpr i16 unpaired = 0;
 constexpr i16 paired = 1;
-constexpr i16 power = 1;
-constexpr i16 sd = 2;
-constexpr i16 size1 = 4;
-constexpr i16 ratio = 5;
+constexpr i16 power = Kind::Power;
+constexpr i16 sd = Kind::Sd;
+constexpr i16 size1 = Kind::Size1;
+constexpr i16 ratio = Kind::Size2Over1;
 
 class SizesNotes : public AnalysisFixture {};
 
