@@ -233,7 +233,7 @@ TEST(SavingProcess, LeavesAWholeCopyWhenItIsKilledInPlace) {
     std::mt19937 random(20240502); // the moments of the kills
     std::uniform_int_distribution<useconds_t> microseconds(0, 3000);
     int leftBehind = 0;
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 200 || (leftBehind == 0 && i < 2000); ++i) {
         KillASaver(path, contents, microseconds(random));
         const auto copy = LoadFile(folder.Path("a.dim.old"), Whole);
         ASSERT_TRUE(isWhole(LoadFile(path, Whole)) || isWhole(copy)) << "after kill " << i;
@@ -289,8 +289,8 @@ TEST_F(SaveFiles, AFullDiskLeavesTheOldFileAndNothingElse) {
     EXPECT_EQ(folder_.Names(), std::vector<std::string>{"a.dim"});
 }
 
-// A process that saves again and again is killed at a random moment, a thousand times: the file is
-// wholly one of its two contents each time.
+// A process that saves again and again is killed at a random moment, a thousand times and more: the
+// file is wholly one of its two contents each time.
 TEST(SavingProcess, LeavesAWholeFileWhenItIsKilled) {
     // In memory, where there is one: the steps of a save then take about the same time each, and a
     // busy disk does not stretch the two that wait for it.
@@ -302,10 +302,14 @@ TEST(SavingProcess, LeavesAWholeFileWhenItIsKilled) {
     ASSERT_TRUE(SaveFile(path, contents[0]));
     std::mt19937 random(20240501); // the moments of the kills
     std::uniform_int_distribution<useconds_t> microseconds(0, 3000);
+    // How many of the kills come in the middle of a save depends on what else the machine does: the
+    // killing goes on until that many did.
     constexpr int kills = 1000;
+    constexpr int mostKills = 10000;
+    constexpr int inTheMiddle = 100;
     int seen[2] = {0, 0};
     int leftBehind = 0;
-    for (int i = 0; i < kills; ++i) {
+    for (int i = 0; i < kills || (leftBehind < inTheMiddle && i < mostKills); ++i) {
         KillASaver(path, contents, microseconds(random));
         const auto found = LoadFile(path, Whole);
         ASSERT_TRUE(found.has_value());
@@ -317,7 +321,7 @@ TEST(SavingProcess, LeavesAWholeFileWhenItIsKilled) {
     // lay beside the target.
     EXPECT_GT(seen[0], 0);
     EXPECT_GT(seen[1], 0);
-    EXPECT_GT(leftBehind, kills / 10);
+    EXPECT_GE(leftBehind, inTheMiddle);
     RecordProperty("left_behind", leftBehind);
 }
 
