@@ -52,9 +52,9 @@ bool IsLastCell(const GridCells& cells, i16 row, i16 column) {
 constexpr f64 LargestCorrelation = 1;
 
 bool RefuseCorrelation(i16 row, i16 column, f64 correlation) {
+    const std::string value = Format(correlation, "#####0.0#####");
     return Refuse("Invalid Covariance Matrix. Correlation Coefficient (" + std::to_string(row) +
-                  ", " + std::to_string(column) + " ) Will Be " +
-                  Format(correlation, "#####0.0#####"));
+                  ", " + std::to_string(column) + " ) Will Be " + value);
 }
 
 // The correlation that the entry at (i, j) gives, with the variances that stand on the diagonal;
