@@ -201,13 +201,16 @@ f64 GridCells::RowSum(i16 row) const {
 
 // --- What a test asks ---------------------------------------------------------------------------
 
+bool HasFixedValue(i16 parNo) {
+    if (!IsTableOrGraph() || (parNo != UnknownParNo && parNo != XParNo && parNo != ZParNo))
+        return true;
+    ShowMessage("Can't Be Calculated When " + StripAmpersand(ParLabel(ParKind(parNo))) +
+                " Is the X-, Y-, or Z-axis.");
+    return false;
+}
+
 std::optional<i16> GridLines(i16 parNo, i16 min, i16 max) {
-    if (IsTableOrGraph() && (parNo == UnknownParNo || parNo == XParNo || parNo == ZParNo)) {
-        ShowMessage("Can't Be Calculated When " + StripAmpersand(ParLabel(ParKind(parNo))) +
-                    " Is the X-, Y-, or Z-axis.");
-        return std::nullopt;
-    }
-    if (!CheckRange(parNo, min, max))
+    if (!HasFixedValue(parNo) || !CheckRange(parNo, min, max))
         return std::nullopt;
     return ToI16(ParValue(parNo));
 }

@@ -73,6 +73,10 @@ struct Grid {
 
 // --- What a test asks ---------------------------------------------------------------------------
 
+// Has the parameter one value that grids can be built on? Not, after a message, where it is an axis
+// of a table or graph.
+bool HasFixedValue(i16 parNo);
+
 // The number of lines of a grid that a parameter counts: rounded, 2 to 10 or within other limits.
 // Nothing where that can't be known, after a message: the parameter has no value, is an axis of a
 // table or graph, or is outside the limits.

@@ -241,6 +241,16 @@ inline constexpr i16 SizePerGroup = 326;
 inline constexpr i16 SizePerCell = 327;
 inline constexpr i16 AdditiveSizePerCell = 328; // one will do where no interaction is estimated
 
+// Repeated measurements.
+inline constexpr i16 WithinError = 251;
+inline constexpr i16 BetweenError = 253;
+inline constexpr i16 Epsilon = 249;
+inline constexpr i16 EpsilonBias = 252;
+inline constexpr i16 MahalanobisDistance = 254;
+inline constexpr i16 WithinLevels = 256;
+inline constexpr i16 SizeFrom2 = 248; // of a statistic for which two subjects will do
+inline constexpr i16 TotalSize = 320;
+
 } // namespace Kind
 
 namespace Group {
@@ -274,6 +284,8 @@ inline constexpr i16 H1Odds = 34;
 inline constexpr i16 Odds2 = 35;
 inline constexpr i16 TestedOfTwoFactors = 36;
 inline constexpr i16 TestedOfThreeFactors = 38;
+inline constexpr i16 CorrelationMatrix = 39;
+inline constexpr i16 TestedBetweenOrWithin = 43;
 inline constexpr i16 SequenceSize2 = 53;
 
 } // namespace Group
@@ -291,8 +303,10 @@ inline constexpr i16 Contrast = 10;
 inline constexpr i16 Additive = 11;
 inline constexpr i16 Medians = 12;
 inline constexpr i16 RandomSquares = 13;
+inline constexpr i16 LinearCombination = 14;
 inline constexpr i16 SquaresAsLevels = 15;
 inline constexpr i16 Satterthwaite = 16;
+inline constexpr i16 CovarianceMatrix = 22;
 inline constexpr i16 FirstOrder = 24;
 inline constexpr i16 SecondOrder = 25;
 inline constexpr i16 Multinomial = 26;
