@@ -529,7 +529,7 @@ Values PlanOfRepeated(const AnalysisChoice& choice) {
     Add(values, {{Kind::LevelsA, "2"}});
     if (choice.MenuNo == repeatedBetweenMenu) {
         const std::string effect =
-            Option(choice, Group::TestedBetweenOrWithin) == 0 ? "0.5" : "0.12";
+            Option(choice, Group::TestedBetweenOrWithin) == 0 ? "0.2" : "0.12";
         Add(values, {{Kind::LevelsA, "3"},
                      {Kind::Size1, "10"},
                      {Kind::Size2, "10"},

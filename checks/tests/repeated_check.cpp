@@ -613,7 +613,7 @@ TEST_F(Repeated, Statements) {
     OpenPlain(oneWithin);
     AcceptOptions();
     Solve(Kind::Power);
-    expect("ANOVA Repeated Measures, One within factor test, two-sided, at the ");
+    expect("The test used is ANOVA Repeated Measures, One within factor test at the ");
     expect("the null hypothesis H0: standard deviation of means = 0 (equal means) against H1: ");
     OpenPlain(withinAndBetween);
     Pick(Group::TestedBetweenOrWithin, interaction);
