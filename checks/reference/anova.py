@@ -379,9 +379,14 @@ one_way_row(0, means(0.6, k17=3, k4=40, k149=40), 1)      # lambda above 50
 one_way_row(0, means(0.01, k17=3, k4=5, k149=5), 1)
 one_way_row(0, means(0.25, k4=30, k149=30, k1=0.85), 17, (2, 10))
 one_way_row(1, means(0.8, 1, k4=30, k149=30, k1=0.75), 17, (2, 10))
-# J. Cohen, Statistical Power Analysis for the Behavioral Sciences, 2nd edition 1988, section 8.3 and
-# table 8.3: f = 0.28, 20 in each of 4 groups, alpha 0.05, power 0.53.
 one_way_row(0, means(0.28), 1)
+# D. C. Montgomery, Design and Analysis of Experiments (plasma etching): means 575, 600, 650 and 675,
+# standard deviation 25, level 0.01; powers 0.75, 0.96 and above 0.99 with 3, 4 and 5 in each group,
+# as read from operating characteristic curves.
+etching = math.sqrt(2 * (50 ** 2 + 25 ** 2) / 4) / 25
+for n, published in ((3, 0.75), (4, 0.96), (5, 0.99)):
+    assert abs(f_power(0.01, 3, 4 * n - 4, 4 * n * etching ** 2) - published) < 0.01
+    one_way_row(0, means(round(etching * 25, 4), k0=0.01, k2=25, k4=n, k149=n), 1)
 # ANCOVA.
 for kind, effect in ((0, 0.25), (1, 0.8), (2, 0.8)):
     one_way_row(kind, means(effect, kind, k357=0.5), 1, menu=50)
