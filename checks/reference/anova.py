@@ -24,7 +24,8 @@ Needs Python 3 with numpy and scipy; run from the repository's root.
 import itertools
 import math
 import numpy as np
-from scipy import integrate, optimize, stats
+from scipy import optimize, stats
+from tpowers import t_power, tost_power
 
 ROWS = []
 
@@ -171,30 +172,6 @@ def exact_design(layout, tested, kind, scale=1):
 
 def f_power(alpha, df1, df2, lam):
     return float(stats.ncf.sf(stats.f.ppf(1 - alpha, df1, df2), df1, df2, lam)) if lam > 0 else alpha
-
-
-def t_power(alpha, tails, left, ncp, df):
-    if tails == 2:
-        t = stats.t.ppf(1 - alpha / 2, df)
-        return stats.nct.sf(t, df, ncp) + stats.nct.cdf(-t, df, ncp)
-    t = stats.t.ppf(1 - alpha, df)
-    return stats.nct.cdf(-t, df, ncp) if left else stats.nct.sf(t, df, ncp)
-
-
-def tost_power(alpha, low, high, df):
-    """P(both one-sided tests reject); low, high: distances to the limits in standard errors."""
-    t = stats.t.ppf(1 - alpha, df)
-    end = (low + high) / (2 * t)
-    if end <= 0:
-        return 0.0
-    def integrand(u):
-        return (stats.norm.cdf(high - t * u) - stats.norm.cdf(t * u - low)) * \
-            stats.chi.pdf(u * math.sqrt(df), df) * math.sqrt(df)
-    width = 12 / math.sqrt(2 * df)
-    low_end, high_end = max(0.0, 1 - width), min(end, 1 + width)
-    if high_end <= low_end:
-        low_end, high_end = 0.0, end
-    return integrate.quad(integrand, low_end, high_end, limit=800, epsabs=1e-12)[0]
 
 
 # --- Closed forms for broken numbers, checked at whole ones ------------------------------------------
@@ -489,6 +466,15 @@ def rows(menu, checks, groups, kind, values, design, unknowns, mean=247):
             f_row(menu, checks, groups, kind, v, unknown, design, bracket)
 
 
+def effect_of_two(kind, tested, a, b, n, df2):
+    levels, m = ((a, b * n), (b, a * n), (a * b, n))[tested]
+    if kind == 'contrast':
+        return df2, 1 / m
+    if tested == 2:
+        return (a - 1) * (b - 1), df2, (a * b * n, a * b * n, (a * b - 1) * n)[kind]
+    return main_effect(kind, levels, m, df2)
+
+
 for additive in (False, True):
     for tested in (0, 1) if additive else (0, 1, 2):
         for kind in KINDS:
@@ -499,12 +485,7 @@ for additive in (False, True):
             def closed(v, tested=tested, kind=kind, additive=additive, per=per):
                 a, b, n = v[238], v[239], v[per]
                 df2 = a * b * n - a - b + 1 if additive else a * b * (n - 1)
-                levels, m = ((a, b * n), (b, a * n), (a * b, n))[tested]
-                if kind == 'contrast':
-                    return df2, 1 / m
-                if tested == 2:
-                    return (a - 1) * (b - 1), df2, (a * b * n, a * b * n, (a * b - 1) * n)[kind]
-                return main_effect(kind, levels, m, df2)
+                return effect_of_two(kind, tested, a, b, n, df2)
 
             def build(v, model=model, per=per):
                 numbers = whole(v, (238, 239, per))
@@ -616,12 +597,7 @@ for additive in (False, True):
             def closed(v, tested=tested, kind=kind, additive=additive):
                 a, b, n = v[238], v[239], v[246]
                 df2 = (a * b - 1) * (n - 1) + ((a - 1) * (b - 1) if additive else 0)
-                levels, m = ((a, b * n), (b, a * n), (a * b, n))[tested]
-                if kind == 'contrast':
-                    return df2, 1 / m
-                if tested == 2:
-                    return (a - 1) * (b - 1), df2, (a * b * n, a * b * n, (a * b - 1) * n)[kind]
-                return main_effect(kind, levels, m, df2)
+                return effect_of_two(kind, tested, a, b, n, df2)
 
             def build(v, model=model):
                 numbers = whole(v, (238, 239, 246))
