@@ -568,11 +568,11 @@ def simulate_within(kind, option, close, **other):
 
 # Beside the estimate's bias the formula knows nothing of its variance, nor of means that lie along a
 # contrast of more than average variance. How near it comes is what the last column says.
-simulate_within(0, 0, 0.03, k256=4, k248=20, k34=0.3)
-simulate_within(0, 0, 0.02, k256=3, k248=40)
-simulate_within(0, 1, 0.06, k256=4, k248=20, k220=0.6, k34=0.25)
-simulate_within(0, 1, 0.06, k256=6, k248=25, k220=0.7, k34=0.2)
-simulate_within(0, 1, 0.06, k256=8, k248=40, k220=0.4, k34=0.2)
+simulate_within(0, 0, 0.005, k256=4, k248=20, k34=0.3)
+simulate_within(0, 0, 0.005, k256=3, k248=40)
+simulate_within(0, 1, 0.04, k256=4, k248=20, k220=0.6, k34=0.25)
+simulate_within(0, 1, 0.04, k256=6, k248=25, k220=0.7, k34=0.2)
+simulate_within(0, 1, 0.04, k256=8, k248=40, k220=0.4, k34=0.2)
 
 
 def hotelling(n1, n2, mean, s, alpha):
@@ -667,7 +667,7 @@ def same_scale(sd, r):
 
 means5 = np.array([1, 1.5, 3, 2.5, 2])
 for kind, value in ((0, means5.std()), (1, 2.0), (2, 0.5)):
-    grid('means', 20, {17: kind, 39: 0}, [], {256: 5}, TYPES[kind], [text(means5)], {TYPES[kind]: value})
+    grid('means', 20, {17: kind, 39: 0}, [], {256: 5}, TYPES[kind], [column(means5)], {TYPES[kind]: value})
 sd4 = np.array([1, 2, 1.5, 3])
 r4 = np.array([[1, .5, .3, .1], [.5, 1, .6, .2], [.3, .6, 1, .4], [.1, .2, .4, 1]])
 s4 = same_scale(sd4, r4)
@@ -688,7 +688,7 @@ for tested, means in ((A, m34.mean(1)), (B, m34.mean(0))):
     for kind, value in ((0, means.std()), (1, np.ptp(means)), (2, np.diff(ordered).min())):
         grid('matrix', 21, {43: tested, 39: 0, 17: kind}, [], {238: 3, 256: 4}, TYPES[kind],
              [text(m34)], {TYPES[kind]: value})
-for kind, value in ((0, inter.std()), (1, inter.std()), (2, np.abs(inter).min())):
+for kind, value in ((0, inter.std()), (1, inter.std()), (2, math.sqrt((inter ** 2).sum() / 11))):
     grid('interaction', 21, {43: AB, 39: 0, 17: kind}, [], {238: 3, 256: 4}, TYPES[kind],
          [text(m34)], {TYPES[kind]: value})
 c4, m4 = np.array([-1, 0.5, 0.5, 0.25]), np.array([1, 2, 4, 3])

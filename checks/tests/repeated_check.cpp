@@ -735,8 +735,8 @@ TEST_F(RepeatedGrids, HeadsAndTitles) {
     platform.GridFillings.emplace_back([] {
         const Grid& grid = CurrentGrid();
         EXPECT_EQ(grid.Title, "Mean Matrix, AxB");
-        EXPECT_EQ(GridHeadOf(grid.ColumnHeads, 3, 2), "Within Factor Level 2");
-        EXPECT_EQ(GridHeadOf(grid.RowHeads, 2, 1), "Factor A Level 1");
+        EXPECT_EQ(GridHeadOf(grid.ColumnHeads, 3, 2), "B 2");
+        EXPECT_EQ(GridHeadOf(grid.RowHeads, 2, 1), "A 1");
         return false;
     });
     GetFromTable(PositionOf(Kind::SdOfMeans));
@@ -765,7 +765,7 @@ TEST_F(RepeatedGrids, ADeviationHasToBePositive) {
     Plan({{"1", "0.5"}, {"0.5", "1"}});
     platform.GridFillings.emplace_back([] { return Fill({{"1"}, {"0"}}); });
     GetFromTable(PositionOf(Kind::MahalanobisDistance));
-    EXPECT_EQ(platform.Messages.back().Text, "Ratio in Cell  (2,1)  Must Be > 0.");
+    EXPECT_EQ(platform.Messages.back().Text, "Standard Deviation in Cell  (2,1)  Must Be > 0.");
 }
 
 TEST_F(RepeatedGrids, LevelsThatVaryHaveNoGrid) {

@@ -61,6 +61,8 @@ std::string TypedParText(i16 parNo, const std::string& text) {
         HasGridData = False;
         HasDistrGraph = False;
         ParListName = Headline();
+        ThePlatform().Hide(FloatingWindow::Grid);
+        UpdateMenus();
     }
     return clean;
 }

@@ -65,6 +65,7 @@ ValueBox::ValueBox(QWidget* parent)
       table_(addAction(style()->standardIcon(QStyle::SP_FileDialogDetailedView),
                        QLineEdit::TrailingPosition)) {
     mark_->setVisible(false);
+    mark_->setObjectName("actReading");
     table_->setVisible(false);
     table_->setObjectName("actTables");
     table_->setToolTip(tr("Calculate the value from tables (F2)"));

@@ -9,9 +9,9 @@
 #include "core/options.h"
 #include "numeric/matmultmat.h"
 #include "numeric/rounding.h"
+#include "tests/lists/anovagrids.h"
 #include "tests/lists/turningpoint.h"
 
-#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <string>
@@ -21,12 +21,12 @@ namespace quorvanta {
 
 namespace {
 
-// Stores of the grids.
-constexpr i16 MeanStore = 1;
+// Stores of the grids; those of an effect's means are 1 and 4.
 constexpr i16 SdStore = 2;
-constexpr i16 CoefficientStore = 4;
+constexpr i16 MeanStore = 3;
 constexpr i16 CovarianceStore = 5;
 constexpr i16 CorrelationStore = 6;
+constexpr i16 CoefficientStore = 7;
 
 // Of F-tests, by type of effect: they have no limits.
 constexpr EffectKinds TypeKinds[]{{Kind::SdOfMeans, NoKind, NoKind},
@@ -37,6 +37,7 @@ constexpr EffectKinds CombinationKinds{Kind::ContrastMean, Kind::MeanLeftLimit,
                                        Kind::MeanRightLimit};
 
 constexpr const char* LevelHead = "Within Factor Level";
+constexpr const char* GroupHead = "Factor A Level";
 
 // Of Group::CorrelationMatrix.
 constexpr i16 AutoCorrelationOption = static_cast<i16>(CorrelationStructure::AutoCorrelation);
@@ -50,7 +51,7 @@ Array2<f64> Stored(i16 store) {
     Array2<f64> values(1, cells.HighBound1(), 1, cells.HighBound2());
     for (int i = 1; i <= cells.HighBound1(); ++i)
         for (int j = 1; j <= cells.HighBound2(); ++j)
-            values(i, j) = f64{cells(i, j)};
+            values(i, j) = GridFigure(store, static_cast<i16>(i), static_cast<i16>(j));
     return values;
 }
 
@@ -80,114 +81,22 @@ Array2<f64> CovarianceOf(i16 k) {
     return s;
 }
 
-// --- The effect of means ------------------------------------------------------------------------
+// --- The effect of means
+// --------------------------------------------------------------------------
 
-std::vector<f64> MeansOfRows(const Array2<f64>& m) {
-    std::vector<f64> means;
-    for (int i = 1; i <= m.HighBound1(); ++i) {
-        f64 sum = 0;
-        for (int j = 1; j <= m.HighBound2(); ++j)
-            sum += m(i, j);
-        means.push_back(sum / m.HighBound2());
-    }
-    return means;
-}
-
-std::vector<f64> MeansOfColumns(const Array2<f64>& m) {
-    Array2<f64> transposed;
-    MatTranspose(m, transposed);
-    return MeansOfRows(transposed);
-}
-
-f64 MeanOf(const std::vector<f64>& values) {
-    f64 sum = 0;
-    for (const f64 value : values)
-        sum += value;
-    return sum / static_cast<f64>(values.size());
-}
-
-// What row and column don't explain.
-std::vector<f64> InteractionsOf(const Array2<f64>& m) {
-    const std::vector<f64> rows = MeansOfRows(m);
-    const std::vector<f64> columns = MeansOfColumns(m);
-    const f64 all = MeanOf(rows);
-    std::vector<f64> rest;
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        for (std::size_t j = 0; j < columns.size(); ++j)
-            rest.push_back(m(static_cast<int>(i + 1), static_cast<int>(j + 1)) - rows[i] -
-                           columns[j] + all);
-    return rest;
-}
-
-f64 SdOf(const std::vector<f64>& values) {
-    const f64 mean = MeanOf(values);
-    f64 squares = 0;
-    for (const f64 value : values)
-        squares += (value - mean) * (value - mean);
-    return std::sqrt(squares / static_cast<f64>(values.size()));
-}
-
-f64 LargestDifference(const std::vector<f64>& values) {
-    const auto [low, high] = std::minmax_element(values.begin(), values.end());
-    return *high - *low;
-}
-
-// Of two means that are not the same; 0 where all are.
-f64 SmallestDifference(std::vector<f64> values) {
-    std::sort(values.begin(), values.end());
-    const f64 same = 1e-6 * LargestDifference(values);
-    f64 smallest = 0;
-    for (std::size_t i = 1; i < values.size(); ++i) {
-        const f64 difference = values[i] - values[i - 1];
-        if (difference > same && (smallest == 0 || difference < smallest))
-            smallest = difference;
-    }
-    return smallest;
-}
-
-// The smallest size of those that are not 0.
-f64 SmallestSize(const std::vector<f64>& values) {
-    f64 largest = 0;
-    for (const f64 value : values)
-        largest = MaxOf(largest, std::fabs(value));
-    f64 smallest = largest;
-    for (const f64 value : values)
-        if (std::fabs(value) > 1e-6 * largest)
-            smallest = MinOf(smallest, std::fabs(value));
-    return smallest;
-}
-
-f64 EffectOf(const std::vector<f64>& means) {
-    switch (current.Type) {
-    case AnovaEffectType::AnyDifference:
-        return LargestDifference(means);
-    case AnovaEffectType::MinDifference:
-        return SmallestDifference(means);
-    default:
-        return SdOf(means);
-    }
-}
-
-// The non-centrality of an interaction takes "any" for the size that its deviations have on the
-// average, and "smallest" for one that none of them falls below.
-f64 InteractionEffectOf(const std::vector<f64>& deviations) {
-    return current.Type == AnovaEffectType::MinDifference ? SmallestSize(deviations)
-                                                          : SdOf(deviations);
-}
-
-f64 EffectOfMeans() {
-    const Array2<f64> m = Stored(MeanStore);
+// The means that the tested effect is about: of the levels alone, of the groups alone, or of all
+// cells.
+TestedMeans MeansOfEffect() {
     if (current.Groups == 0)
-        return EffectOf(MeansOfColumns(m));
-    // The groups alone are a column.
-    switch (Tested()) {
-    case TestedFactor::Between:
-        return EffectOf(MeansOfRows(m));
-    case TestedFactor::Within:
-        return EffectOf(MeansOfColumns(m));
-    default:
-        return InteractionEffectOf(InteractionsOf(m));
-    }
+        return {.Levels = current.Levels, .Head = LevelHead};
+    if (current.Levels == 0)
+        return {.Levels = current.Groups, .Head = GroupHead};
+    constexpr MatrixEffect parts[]{MatrixEffect::Rows, MatrixEffect::Columns,
+                                   MatrixEffect::Interaction};
+    return {.Levels = current.Groups,
+            .Head = GroupHead,
+            .Columns = current.Levels,
+            .Part = parts[static_cast<int>(Tested())]};
 }
 
 // --- Linear combinations ------------------------------------------------------------------------
@@ -268,18 +177,11 @@ std::string RowHeads(const std::string& ofOne) {
     case MeanRows::TwoGroups:
         return "Group 1,Group 2";
     default:
-        return "Factor A Level";
+        return GroupHead;
     }
 }
 
 Grid MeanGrid(i16 rows, i16 columns) {
-    if (columns == 1)
-        return {.Store = MeanStore,
-                .Rows = rows,
-                .Columns = 1,
-                .Title = "Mean",
-                .RowHeads = "Factor A Level",
-                .ColumnHeads = " Mean"};
     return {.Store = MeanStore,
             .Rows = rows,
             .Columns = columns,
@@ -322,7 +224,7 @@ std::vector<Grid> CovarianceGrids(i16 k) {
              .Title = "Standard Deviation",
              .RowHeads = LevelHead,
              .ColumnHeads = "Standard Deviation",
-             .Check = RatioCells()}};
+             .Check = DeviationCells()}};
 }
 
 bool IsErrorKind(i16 kind) {
@@ -333,6 +235,11 @@ bool IsErrorKind(i16 kind) {
 bool IsCombinationPar(i16 parNo) {
     return current.CombinationSd != 0 &&
            (parNo == current.CombinationSd || parNo == current.Hypothesis.TruthParNo());
+}
+
+bool IsEffectPar(i16 parNo) {
+    return parNo == current.Hypothesis.TruthParNo() && !IsCombinationPar(parNo) &&
+           ParKind(parNo) != Kind::MahalanobisDistance;
 }
 
 std::vector<Grid> CombinationGrids(i16 rows, i16 columns) {
@@ -430,9 +337,8 @@ ErrorTerms ErrorList::At(f32 k) const {
 }
 
 bool ErrorList::HasValues() const {
-    return HasFixedValue(sd_) && HasFixedValue(correlation_) &&
-           CheckRange(sd_, ParMin(Kind::Sd), ParMax(Kind::Sd)) &&
-           CheckRange(correlation_, ParMin(Kind::Correlation), ParMax(Kind::Correlation));
+    return HasGridValue(sd_, ParMin(Kind::Sd), ParMax(Kind::Sd)) &&
+           HasGridValue(correlation_, ParMin(Kind::Correlation), ParMax(Kind::Correlation));
 }
 
 bool ErrorList::HasUnknown() const {
@@ -456,17 +362,15 @@ bool RepeatedTest::IsTablePar(i16 parNo) {
 }
 
 std::vector<Grid> RepeatedTest::TableGrids(i16 parNo) {
+    if (IsEffectPar(parNo))
+        return MeansGrids(MeansOfEffect());
     const auto rows = Rows();
-    const auto columns = current.Levels == 0 ? i16{1} : GridLines(current.Levels);
-    if (!rows || !columns)
+    const auto columns = rows ? GridLines(current.Levels) : std::nullopt;
+    if (!columns)
         return {};
     if (IsCombinationPar(parNo))
         return CombinationGrids(*rows, *columns);
-    if (IsErrorKind(ParKind(parNo)))
-        return CovarianceGrids(*columns);
-    return ParKind(parNo) == Kind::MahalanobisDistance
-               ? DistanceGrids(*rows, *columns)
-               : std::vector<Grid>{MeanGrid(*rows, *columns)};
+    return IsErrorKind(ParKind(parNo)) ? CovarianceGrids(*columns) : DistanceGrids(*rows, *columns);
 }
 
 f32 RepeatedTest::CalcTablePar(i16 parNo) {
@@ -475,8 +379,8 @@ f32 RepeatedTest::CalcTablePar(i16 parNo) {
         return Single(ErrorOf(kind));
     if (kind == Kind::MahalanobisDistance)
         return Single(DistanceOfMeans());
-    if (!IsCombinationPar(parNo))
-        return Single(EffectOfMeans());
+    if (IsEffectPar(parNo))
+        return Single(EffectFromGrids(MeansOfEffect(), current.Type));
     return Single(kind == Kind::ContrastMean ? CombinationMean() : CombinationSd());
 }
 
