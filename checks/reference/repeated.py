@@ -21,7 +21,8 @@ Needs Python 3 with numpy, scipy and mpmath; run from the repository's root. A f
 import math
 import mpmath
 import numpy as np
-from scipy import integrate, optimize, stats
+from scipy import optimize, stats
+from tpowers import t_power, tost_power
 
 ROWS, SIMULATED = [], []
 REPLICATES = 200000
@@ -109,23 +110,6 @@ def f_power(alpha, df1, df2, lam):
 def corrected_power(alpha, df1, df2, lam, eps, bias, n):
     e = eps + bias / (n - 1)
     return f_power(alpha, max(df1 * e, 1), max(df2 * e, 1), lam * e)
-
-
-def t_power(alpha, tails, left, ncp, df):
-    if tails == 2:
-        t = stats.t.ppf(1 - alpha / 2, df)
-        return stats.nct.sf(t, df, ncp) + stats.nct.cdf(-t, df, ncp)
-    t = stats.t.ppf(1 - alpha, df)
-    return stats.nct.cdf(-t, df, ncp) if left else stats.nct.sf(t, df, ncp)
-
-
-def tost_power(alpha, low, high, df):
-    """Both one-sided tests reject: over the distribution of the standard deviation (D. B. Owen 1965)."""
-    t = stats.t.ppf(1 - alpha, df)
-    end = (low + high) / (2 * t)
-    return integrate.quad(lambda u: (stats.norm.cdf(high - t * u) - stats.norm.cdf(t * u - low)) *
-                          stats.chi.pdf(u * math.sqrt(df), df) * math.sqrt(df),
-                          0, end, limit=800, epsabs=1e-12, points=[min(1, end * 0.999)])[0]
 
 
 # --- Rows -------------------------------------------------------------------------------------------

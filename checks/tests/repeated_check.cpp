@@ -7,6 +7,7 @@
 #include "numeric/probdist.h"
 #include "output/statement.h"
 #include "support/analysis_fixture.h"
+#include "support/grid_filling.h"
 #include "support/number.h"
 #include "support/tsv.h"
 #include "tests/repeatedeq.h"
@@ -645,32 +646,22 @@ TEST_F(Repeated, Statements) {
 // --- Grids
 // ------------------------------------------------------------------------------------------
 
-using Rows = std::vector<std::vector<std::string>>;
-
 class RepeatedGrids : public Repeated {
   protected:
-    static bool Fill(const Rows& rows) {
-        for (std::size_t i = 0; i < rows.size(); ++i)
-            for (std::size_t j = 0; j < rows[i].size(); ++j)
-                GridOK(static_cast<i16>(i + 1), static_cast<i16>(j + 1), rows[i][j],
-                       Leaving::Nothing);
-        return !AcceptGrid().has_value();
-    }
-
     // The user fills the next grid so.
-    void Plan(const Rows& rows) {
+    void Plan(const GridRowTexts& rows) {
         platform.GridFillings.emplace_back([this, rows] {
             shown.push_back(CurrentGrid().Title);
             EXPECT_EQ(CurrentGrid().Rows, static_cast<i16>(rows.size())) << CurrentGrid().Title;
             EXPECT_EQ(CurrentGrid().Columns, static_cast<i16>(rows.front().size()))
                 << CurrentGrid().Title;
-            return Fill(rows);
+            return FillCurrentGrid(rows);
         });
     }
 
     void PlanText(const std::string& grids) {
         for (const std::string& grid : Split(grids, '|')) {
-            Rows rows;
+            GridRowTexts rows;
             for (const std::string& row : Split(grid, '/'))
                 rows.push_back(Split(row, ' '));
             Plan(rows);
@@ -749,7 +740,7 @@ TEST_F(RepeatedGrids, ACorrelationBeyondOneIsToldByItsCell) {
     AcceptOptions();
     Put(Kind::WithinLevels, "2");
     Plan({{"0", "0"}, {"1", "1"}});
-    platform.GridFillings.emplace_back([] { return Fill({{"4", "3"}, {"3", "1"}}); });
+    platform.GridFillings.emplace_back([] { return FillCurrentGrid({{"4", "3"}, {"3", "1"}}); });
     const std::string before = ParText(Kind::MahalanobisDistance);
     GetFromTable(PositionOf(Kind::MahalanobisDistance));
     EXPECT_EQ(platform.Messages.back().Text,
@@ -763,7 +754,7 @@ TEST_F(RepeatedGrids, ADeviationHasToBePositive) {
     Put(Kind::WithinLevels, "2");
     Plan({{"0", "1"}});
     Plan({{"1", "0.5"}, {"0.5", "1"}});
-    platform.GridFillings.emplace_back([] { return Fill({{"1"}, {"0"}}); });
+    platform.GridFillings.emplace_back([] { return FillCurrentGrid({{"1"}, {"0"}}); });
     GetFromTable(PositionOf(Kind::MahalanobisDistance));
     EXPECT_EQ(platform.Messages.back().Text, "Standard Deviation in Cell  (2,1)  Must Be > 0.");
 }
