@@ -558,6 +558,22 @@ TEST_F(Repeated, TheMultivariateTestOfGroupsHasTwoOfThem) {
     }
 }
 
+TEST_F(Repeated, TheMultivariateTestOfGroupsStartsWithTwoOfThem) {
+    OpenPlain(oneWithin);
+    AcceptOptions();
+    ParText(Kind::LevelsA) = "5";
+    platform.Messages.clear();
+    OpenTest(manovaTwo);
+    AcceptOptions();
+    EXPECT_EQ(ParText(Kind::LevelsA), "2");
+    EXPECT_TRUE(platform.Messages.empty());
+    // What is typed stays when the user comes back from another window.
+    Type(Kind::LevelsA, "3");
+    StoreAnalysis();
+    LoadAnalysis();
+    EXPECT_EQ(ParText(Kind::LevelsA), "3");
+}
+
 // Two groups, and all of their subjects in the degrees of freedom: never below 1.
 TEST_F(Repeated, TheMultivariateTestOfTwoGroupsHasADegreeOfFreedomWithFewSubjects) {
     OpenPlain(manovaTwo);

@@ -7,6 +7,8 @@
 #include "core/options.h"
 #include "numeric/rounding.h"
 
+#include <string>
+
 namespace quorvanta {
 
 namespace {
@@ -18,6 +20,13 @@ i16 size;
 
 bool TestsGroups() {
     return !IsLinearCombination() && Tested() == TestedFactor::Between;
+}
+
+// The number of groups that other tests have left there would only be refused.
+void StartWithTwoGroups() {
+    std::string& text = ParText(Kind::LevelsA);
+    if (ReadNumber(text) != TwoGroups)
+        text = std::to_string(TwoGroups);
 }
 
 } // namespace
@@ -42,6 +51,7 @@ void TESTMANOVAREPMEAS1B1W::SetParList() {
     const bool hasDistance = !IsLinearCombination() && !TestsGroups();
     AddGroups(hasDistance ? MeanRows::TwoGroups : MeanRows::LevelsOfFactor);
     List().MaxGroups = TwoGroups;
+    StartWithTwoGroups();
     if (!TestsGroups())
         AddLevels();
     size = AddPar(Kind::TotalSize);
