@@ -827,10 +827,12 @@ TEST_F(BadFiles, WhatThisVersionCanNotShowIsNamed) {
                   "This Version.");
     ExpectRefused(
         [](AnalysisRecord& record) {
-            record.TestNo = 2;
-            record.TestName = "ANOVA, One-way, fixed effects";
+            record.TestNo = 112;
+            record.TestName = "Nonparametric Location test, Jonckheere-Terpstra test";
         },
-        "test", "Can't Be Opened. ANOVA, One-way, fixed effects Is Not Available in This Version.");
+        "test",
+        "Can't Be Opened. Nonparametric Location test, Jonckheere-Terpstra test Is Not Available "
+        "in This Version.");
 }
 
 TEST_F(BadFiles, AFileThatOpensTakesTheFormerProblemAway) {
