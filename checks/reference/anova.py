@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Exact reference values for the analyses of variance with fixed effects, written to
-checks/data/validation/anova.tsv.
+checks/data/validation/anova.tsv; and the powers of designs whose true means are given one by one,
+written to checks/data/anova_means.tsv.
 
 Independent of the program: nothing is taken from the formulas of a design. The model matrix of each
 design is built observation by observation; the degrees of freedom are ranks of such matrices, the
@@ -23,7 +24,8 @@ Needs Python 3 with numpy and scipy; run from the repository's root.
 import itertools
 import math
 import numpy as np
-from scipy import integrate, optimize, stats
+from scipy import optimize, stats
+from tpowers import t_power, tost_power
 
 ROWS = []
 
@@ -75,7 +77,9 @@ class Layout:
 
     def lost(self, tested, y):
         """Sum of squares of the true means y that the tested term explains."""
-        return float(np.sum(residual(self.without(tested), y) ** 2))
+        less = self.without(tested)
+        more = np.hstack([less, self.term(tested)])
+        return float(np.sum(residual(less, y) ** 2) - np.sum(residual(more, y) ** 2))
 
     def contrast_variance(self, term, coefficients):
         """Variance, in error variances, of the least squares estimate of sum c_i mean_i."""
@@ -168,30 +172,6 @@ def exact_design(layout, tested, kind, scale=1):
 
 def f_power(alpha, df1, df2, lam):
     return float(stats.ncf.sf(stats.f.ppf(1 - alpha, df1, df2), df1, df2, lam)) if lam > 0 else alpha
-
-
-def t_power(alpha, tails, left, ncp, df):
-    if tails == 2:
-        t = stats.t.ppf(1 - alpha / 2, df)
-        return stats.nct.sf(t, df, ncp) + stats.nct.cdf(-t, df, ncp)
-    t = stats.t.ppf(1 - alpha, df)
-    return stats.nct.cdf(-t, df, ncp) if left else stats.nct.sf(t, df, ncp)
-
-
-def tost_power(alpha, low, high, df):
-    """P(both one-sided tests reject); low, high: distances to the limits in standard errors."""
-    t = stats.t.ppf(1 - alpha, df)
-    end = (low + high) / (2 * t)
-    if end <= 0:
-        return 0.0
-    def integrand(u):
-        return (stats.norm.cdf(high - t * u) - stats.norm.cdf(t * u - low)) * \
-            stats.chi.pdf(u * math.sqrt(df), df) * math.sqrt(df)
-    width = 12 / math.sqrt(2 * df)
-    low_end, high_end = max(0.0, 1 - width), min(end, 1 + width)
-    if high_end <= low_end:
-        low_end, high_end = 0.0, end
-    return integrate.quad(integrand, low_end, high_end, limit=800, epsabs=1e-12)[0]
 
 
 # --- Closed forms for broken numbers, checked at whole ones ------------------------------------------
@@ -376,9 +356,14 @@ one_way_row(0, means(0.6, k17=3, k4=40, k149=40), 1)      # lambda above 50
 one_way_row(0, means(0.01, k17=3, k4=5, k149=5), 1)
 one_way_row(0, means(0.25, k4=30, k149=30, k1=0.85), 17, (2, 10))
 one_way_row(1, means(0.8, 1, k4=30, k149=30, k1=0.75), 17, (2, 10))
-# J. Cohen, Statistical Power Analysis for the Behavioral Sciences, 2nd edition 1988, section 8.3 and
-# table 8.3: f = 0.28, 20 in each of 4 groups, alpha 0.05, power 0.53.
 one_way_row(0, means(0.28), 1)
+# D. C. Montgomery, Design and Analysis of Experiments (plasma etching): means 575, 600, 650 and 675,
+# standard deviation 25, level 0.01; powers 0.75, 0.96 and above 0.99 with 3, 4 and 5 in each group,
+# as read from operating characteristic curves.
+etching = math.sqrt(2 * (50 ** 2 + 25 ** 2) / 4) / 25
+for n, published in ((3, 0.75), (4, 0.96), (5, 0.99)):
+    assert abs(f_power(0.01, 3, 4 * n - 4, 4 * n * etching ** 2) - published) < 0.01
+    one_way_row(0, means(round(etching * 25, 4), k0=0.01, k2=25, k4=n, k149=n), 1)
 # ANCOVA.
 for kind, effect in ((0, 0.25), (1, 0.8), (2, 0.8)):
     one_way_row(kind, means(effect, kind, k357=0.5), 1, menu=50)
@@ -481,6 +466,15 @@ def rows(menu, checks, groups, kind, values, design, unknowns, mean=247):
             f_row(menu, checks, groups, kind, v, unknown, design, bracket)
 
 
+def effect_of_two(kind, tested, a, b, n, df2):
+    levels, m = ((a, b * n), (b, a * n), (a * b, n))[tested]
+    if kind == 'contrast':
+        return df2, 1 / m
+    if tested == 2:
+        return (a - 1) * (b - 1), df2, (a * b * n, a * b * n, (a * b - 1) * n)[kind]
+    return main_effect(kind, levels, m, df2)
+
+
 for additive in (False, True):
     for tested in (0, 1) if additive else (0, 1, 2):
         for kind in KINDS:
@@ -491,12 +485,7 @@ for additive in (False, True):
             def closed(v, tested=tested, kind=kind, additive=additive, per=per):
                 a, b, n = v[238], v[239], v[per]
                 df2 = a * b * n - a - b + 1 if additive else a * b * (n - 1)
-                levels, m = ((a, b * n), (b, a * n), (a * b, n))[tested]
-                if kind == 'contrast':
-                    return df2, 1 / m
-                if tested == 2:
-                    return (a - 1) * (b - 1), df2, (a * b * n, a * b * n, (a * b - 1) * n)[kind]
-                return main_effect(kind, levels, m, df2)
+                return effect_of_two(kind, tested, a, b, n, df2)
 
             def build(v, model=model, per=per):
                 numbers = whole(v, (238, 239, per))
@@ -608,12 +597,7 @@ for additive in (False, True):
             def closed(v, tested=tested, kind=kind, additive=additive):
                 a, b, n = v[238], v[239], v[246]
                 df2 = (a * b - 1) * (n - 1) + ((a - 1) * (b - 1) if additive else 0)
-                levels, m = ((a, b * n), (b, a * n), (a * b, n))[tested]
-                if kind == 'contrast':
-                    return df2, 1 / m
-                if tested == 2:
-                    return (a - 1) * (b - 1), df2, (a * b * n, a * b * n, (a * b - 1) * n)[kind]
-                return main_effect(kind, levels, m, df2)
+                return effect_of_two(kind, tested, a, b, n, df2)
 
             def build(v, model=model):
                 numbers = whole(v, (238, 239, 246))
@@ -628,10 +612,173 @@ for additive in (False, True):
                   ({'k0': 0.01, 'k246': 8}, 1, None)])
 
 
-if __name__ == '__main__':
-    with open('checks/data/validation/anova.tsv', 'w') as out:
-        out.write('# Exact values computed by checks/reference/anova.py (scipy).\n')
-        out.write('Analysis\tSamples\tTails\tLeft\tChecks\tGroups\tValues\tUnknown\tExact\tTolerance\n')
-        for row in ROWS:
+# --- Means, one by one --------------------------------------------------------------------------------
+
+MEANS = []
+
+
+def grid_text(grid):
+    return '/'.join(' '.join(f'{x:.9g}' for x in row) for row in np.atleast_2d(grid))
+
+
+def means_row(menu, checks, groups, values, grids, derived, power, error):
+    MEANS.append([f'menu {menu}', ','.join(map(str, checks)),
+                  ','.join(f'{g}={o}' for g, o in groups.items()),
+                  ';'.join(f'{k}={v:g}' for k, v in values.items()),
+                  '|'.join(grid_text(g) for g in grids),
+                  ';'.join(f'{k}={v:.8g}' for k, v in derived.items()), f'{power:.8g}',
+                  f'{error:.2g}'])
+
+
+def from_means(menu, checks, groups, values, layout, tested, y, grids, kind, effect, scale=1,
+               covariate=0):
+    """y: the true mean of every observation. scale: observations behind each row of the layout."""
+    df1, df2 = layout.dfs(tested)
+    df2 -= covariate
+    variance = values[2] ** 2 * (1 - values.get(357, 0) ** 2) / scale
+    lam = layout.lost(tested, np.asarray(y)) / variance
+    means_row(menu, checks, {**groups, 17: kind}, values, grids, {TYPES[kind]: effect},
+              f_power(values[0], df1, df2, lam), f_error(values[0], df1, df2, lam))
+
+
+def from_contrast(menu, checks, groups, values, layout, tested, c, grids, contrast, sd, scale=1,
+                  mean=247, covariate=0):
+    c = np.asarray(c, float).ravel()
+    df = layout.n - rank(layout.matrix(layout.model)) - covariate
+    se = sd * math.sqrt(layout.contrast_variance(tested, c) / scale *
+                        (1 - values.get(357, 0) ** 2))
+    means_row(menu, [10] + checks, groups, values, grids,
+              {mean: contrast, 137: sd * math.sqrt(float(c @ c))},
+              t_power(values[0], 2, 0, contrast / se, df), T_NORMAL if df > 5 else T_FEW_DF)
+
+
+FIVE = [101.2, 100.4, 99.1, 100.9, 100]
+C5 = [1, 0.5, -1.5, 0.25, -0.25]
+
+
+def column(m):
+    return [[x] for x in m]
+
+
+def beside(m, sd):
+    return [m, [sd] * len(m)]
+
+
+# One-way: equal and unequal groups; two means apart and the others where they weigh nothing; two groups.
+for menu, extra in ((10, {}), (50, {357: 0.6})):
+    covariate = 1 if menu == 50 else 0
+    for n1, nk in ((12, 12), (20, 7), (6, 15)):
+        k, m = 4, np.array(FIVE[:4])
+        layout = one_way(k, n1, nk)
+        y = m[layout.codes['A']]
+        values = {0: 0.05, 2: 1.5, **extra, 17: k, 4: n1, 149: nk}
+        weights = np.array([n1, nk, nk, nk])
+        center = np.average(m, weights=weights)
+        from_means(menu, [], {18: 0}, values, layout, 'A', y, [column(m)], 0,
+                   math.sqrt(np.average((m - center) ** 2, weights=weights)), covariate=covariate)
+        apart = configuration(1, k, weights, 1.8)
+        from_means(menu, [], {18: 0}, values, layout, 'A', apart[layout.codes['A']],
+                   [column(np.round(apart, 12))], 1, 1.8, covariate=covariate)
+        two = one_way(2, n1, nk)
+        for kind in (1, 2):
+            from_means(menu, [], {18: 0}, {**values, 17: 2}, two, 'A',
+                       m[two.codes['A']], [column(m[:2])], kind, 0.8, covariate=covariate)
+    layout = one_way(5, 9, 9)
+    from_contrast(menu, [], {}, {0: 0.05, **extra, 17: 5, 326: 9}, layout, 'A', C5,
+                  [C5, beside(FIVE, 1.3)], float(np.dot(C5, FIVE)), 1.3, covariate=covariate)
+
+# In other forms of the size, and with a ratio alone.
+for form, entry in ((1, {150: -13}), (2, {151: 0.35})):
+    m = np.array(FIVE[:4])
+    layout = one_way(4, 20, 7)
+    weights = [20, 7, 7, 7]
+    center = np.average(m, weights=weights)
+    from_means(10, [], {18: form}, {0: 0.05, 2: 1.5, 17: 4, 4: 20, **entry}, layout, 'A',
+               m[layout.codes['A']], [column(m)], 0,
+               math.sqrt(np.average((m - center) ** 2, weights=weights)))
+
+# Two factors: a matrix of cells with all three effects, in cells and in blocks.
+MATRIX = np.array([[10.3, 11.2, 9.4, 10.9], [9.6, 10.1, 10.8, 8.7], [11.9, 10.2, 10.4, 11.3]])
+INTERACTION_CONTRAST = np.array([[1, -1, 0, 0], [-0.5, 0.5, 0, 0], [-0.5, 0.5, 0, 0]])
+
+
+def cells(layout):
+    return MATRIX[layout.codes['A'], layout.codes['B']]
+
+
+for menu, size, n in ((11, 327, 3), (19, 246, 4)):
+    for tested, name in enumerate(('A', 'B', ('A', 'B'))):
+        model = ['A', 'B', ('A', 'B')] + (['block'] if menu == 19 else [])
+        layout = crossed((3, 4), n, model) if menu == 11 else blocks((3, 4), n, model)
+        values = {0: 0.05, 2: 1.4, 238: 3, 239: 4, size: n}
+        levels = MATRIX.mean(axis=(1, 0)[tested]) if tested < 2 else None
+        rest = MATRIX - MATRIX.mean(0) - MATRIX.mean(1)[:, None] + MATRIX.mean()
+        for kind in (0, 1, 2) if tested == 2 else (0,):
+            ss = float(np.sum(rest ** 2))
+            effect = math.sqrt(ss / (11 if kind == 2 else 12)) if tested == 2 else \
+                float(np.std(levels))
+            from_means(menu, [], {36: tested}, values, layout, name, cells(layout), [MATRIX], kind,
+                       effect)
+        c = INTERACTION_CONTRAST if tested == 2 else ([1, -0.25, -0.75] if tested == 0 else
+                                                      [1, 0, -1.5, 0.5])
+        grids = [c, MATRIX, np.full((3, 4), 1.4)] if tested == 2 else [c, beside(levels, 1.4)]
+        true = float(np.sum(np.asarray(c) * (MATRIX if tested == 2 else levels)))
+        from_contrast(menu, [], {36: tested}, {0: 0.05, 238: 3, 239: 4, size: n}, layout, name, c,
+                      grids, true, 1.4)
+        if tested == 2:
+            continue
+        # Without interaction: the true means are sums, and only those of one factor are given.
+        model = ['A', 'B'] + (['block'] if menu == 19 else [])
+        layout = crossed((3, 4), n, model) if menu == 11 else blocks((3, 4), n, model)
+        y = MATRIX.mean(1)[layout.codes['A']] + MATRIX.mean(0)[layout.codes['B']]
+        per = 328 if menu == 11 else 246
+        from_means(menu, [11], {36: tested}, {0: 0.05, 2: 1.4, 238: 3, 239: 4, per: n}, layout,
+                   name, y, [column(levels)], 0, float(np.std(levels)))
+        from_contrast(menu, [11], {36: tested}, {0: 0.05, 238: 3, 239: 4, per: n}, layout, name, c,
+                      grids, true, 1.4)
+
+for tested in range(3):
+    levels = (3, 4, 2)
+    layout = crossed(levels, 2, ['A', 'B', 'C'])
+    m = [FIVE[:3], FIVE[1:], FIVE[:2]]
+    y = sum(np.array(m[i])[layout.codes[name]] for i, name in enumerate('ABC'))
+    values = {0: 0.05, 2: 2, 238: 3, 239: 4, 243: 2, 328: 2}
+    from_means(12, [], {38: tested}, values, layout, 'ABC'[tested], y, [column(m[tested])], 0,
+               float(np.std(m[tested])))
+    c = [C5[0], -C5[0]] + [0] * (levels[tested] - 2)
+    del values[2]
+    from_contrast(12, [], {38: tested}, values, layout, 'ABC'[tested], c,
+                  [c, beside(m[tested], 2)], m[tested][0] - m[tested][1], 2)
+
+for menu, checks, values, layout, scale in (
+        (14, [], {244: 5}, squares(5, 1, ['row', 'column', 'A']), 1),
+        (15, [], {270: 4, 245: 2}, squares(4, 2, OWN), 1),
+        (15, [15], {270: 4, 245: 2}, squares(4, 2, COMMON), 1),
+        (16, [], {270: 4, 245: 2}, squares(4, 2, COMMON), 1),
+        (16, [13], {270: 4, 245: 3}, random_squares(4, 3), 4),
+        (18, [], {238: 4, 246: 6}, blocks((4,), 6, ['block', 'A']), 1)):
+    k = len(set(layout.codes['A']))
+    m = np.array(FIVE[:k])
+    from_means(menu, checks, {}, {0: 0.05, 2: 1.2, **values}, layout, 'A', m[layout.codes['A']],
+               [column(m)], 0, float(np.std(m)), scale)
+    c = ([1, -0.5, -0.5] + [0] * k)[:k]
+    from_contrast(menu, checks, {}, {0: 0.05, **values}, layout, 'A', c, [c, beside(m, 1.2)],
+                  float(np.dot(c, m)), 1.2, scale, 269 if menu in (15, 16) else 247)
+
+
+def write(path, head, rows, source=''):
+    with open(path, 'w') as out:
+        out.write(source)
+        out.write('\t'.join(head) + '\n')
+        for row in rows:
             out.write('\t'.join(map(str, row)) + '\n')
-    print(len(ROWS), 'rows')
+    print(path, len(rows))
+
+
+if __name__ == '__main__':
+    write('checks/data/validation/anova.tsv',
+          ['Analysis', 'Samples', 'Tails', 'Left', 'Checks', 'Groups', 'Values', 'Unknown', 'Exact',
+           'Tolerance'], ROWS, '# Exact values computed by checks/reference/anova.py (scipy).\n')
+    write('checks/data/anova_means.tsv',
+          ['analysis', 'checks', 'groups', 'values', 'grids', 'derived', 'power', 'tolerance'],
+          MEANS)

@@ -147,6 +147,7 @@ std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis) {
             continue;
         ChooseSamples(samples);
         for (const i16 tails : {OneSided, TwoSided, TwoOneSided}) {
+            OwnTails = 0;
             ChooseTails(tails);
             for (const bool left : {false, true}) {
                 ChooseLeftTail(left);

@@ -1,5 +1,7 @@
 // The analyses of variance with fixed effects: their designs, edge cases, and what they offer.
 #include "core/dispatch.h"
+#include "core/grids.h"
+#include "core/gridtable.h"
 #include "core/kinds.h"
 #include "core/option_choice.h"
 #include "core/options.h"
@@ -8,9 +10,15 @@
 #include "numeric/probdist.h"
 #include "output/statement.h"
 #include "support/analysis_fixture.h"
+#include "support/properties.h"
+#include "support/tsv.h"
+#include "support/validation.h"
 #include "tests/anovaeq.h"
 
+#include <set>
+#include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvanta::checks {
@@ -77,7 +85,7 @@ class Anova : public AnalysisFixture {
     }
 };
 
-// --- Designs ------------------------------------------------------------------------------------
+// --- Designs -------------------------------------------------------------------------------------
 
 TEST(AnovaDesigns, WithEqualGroupsTheSmallestDifferenceIsThatOfOneGroupFromTheOthers) {
     const AnovaDesign equal = OneWayDesign(4, 20, 20);
@@ -144,8 +152,7 @@ TEST_F(Anova, MoreEffectIsMorePowerWhateverTheType) {
     }
 }
 
-// --- Contrasts
-// ------------------------------------------------------------------------------------
+// --- Contrasts -----------------------------------------------------------------------------------
 
 TEST_F(Anova, AContrastIgnoresTheTypeOfEffect) {
     OpenContrast(oneWay);
@@ -214,7 +221,7 @@ TEST_F(Anova, AContrastIsSoughtOnTheSideOfItsTail) {
     EXPECT_GT(ReadNumber(Solve(Kind::ContrastMean)), 0);
 }
 
-// --- Two factors --------------------------------------------------------------------------------
+// --- Two factors ---------------------------------------------------------------------------------
 
 TEST_F(Anova, WithoutInteractionThereIsNoneToTest) {
     for (const i16 menuNo : {twoWay, blocksTwoFactors}) {
@@ -249,8 +256,7 @@ TEST_F(Anova, OneObservationInEachCellOfAnAdditiveDesignIsABlockDesign) {
     EXPECT_EQ(PowerNow(), cells);
 }
 
-// --- Squares
-// ----------------------------------------------------------------------------------------
+// --- Squares -------------------------------------------------------------------------------------
 
 // Four squares of size 4. Own rows and columns leave 33 degrees of freedom, rows and columns that
 // all squares share 51, treatments by squares 9. Powers by scipy's non-central F, lambda 64 x 0.16.
@@ -273,8 +279,7 @@ TEST_F(Anova, WhatSquaresAreDecidesOnTheError) {
     EXPECT_NEAR(power(latinSquareBlocks, Check::RandomSquares), 0.56695, 0.001);
 }
 
-// --- Checks and limits
-// ----------------------------------------------------------------------------
+// --- Checks and limits ---------------------------------------------------------------------------
 
 TEST_F(Anova, AGroupWithoutSubjectsIsRefused) {
     OpenOneWay();
@@ -357,8 +362,224 @@ TEST_F(Anova, TheLargerOfTwoNumbersOfLevelsIsFound) {
     EXPECT_GT(groups, 3);
 }
 
-// --- Statements
-// -------------------------------------------------------------------------------------
+// --- Grids --------------------------------------------------------------------------------------
+
+std::vector<std::string> Parts(const std::string& text, char separator) {
+    std::vector<std::string> parts;
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, separator);)
+        parts.push_back(part);
+    return parts;
+}
+
+using Assignments = std::vector<std::pair<i16, std::string>>;
+
+// "2=1.5;17=4"
+Assignments AssignmentsOf(const std::string& text, char separator) {
+    Assignments all;
+    for (const std::string& part : Parts(text, separator)) {
+        const auto equals = part.find('=');
+        all.emplace_back(static_cast<i16>(std::stoi(part.substr(0, equals))),
+                         part.substr(equals + 1));
+    }
+    return all;
+}
+
+// A design whose true means are given one by one: the effect that derives from them, and the exact
+// power of the design with them.
+struct DesignWithMeans : AnalysisChoice {
+    Assignments Entries;
+    std::vector<std::string> Grids; // rows set apart by "/", cells by blanks
+    Assignments Derived;
+    f64 Power = 0;
+    f64 Tolerance = 0;
+};
+
+std::vector<DesignWithMeans> DesignsWithMeans() {
+    std::vector<DesignWithMeans> designs;
+    for (const auto& row : ReadTsv("anova_means.tsv")) {
+        DesignWithMeans design;
+        design.MenuNo = static_cast<i16>(std::stoi(row[0].substr(row[0].find(' '))));
+        design.NoOfSamples = MoreSamples;
+        design.NoOfTails = TwoSided;
+        for (const std::string& kind : Parts(row[1], ','))
+            design.Checks.push_back(static_cast<i16>(std::stoi(kind)));
+        for (const auto& [group, option] : AssignmentsOf(row[2], ','))
+            design.Groups[group] = static_cast<i16>(std::stoi(option));
+        design.Entries = AssignmentsOf(row[3], ';');
+        design.Grids = Parts(row[4], '|');
+        design.Derived = AssignmentsOf(row[5], ';');
+        design.Power = std::stod(row[6]);
+        design.Tolerance = std::stod(row[7]);
+        designs.push_back(design);
+    }
+    return designs;
+}
+
+class AnovaGrids : public Anova {
+  protected:
+    // The user fills the next grid with this block; its size has to be the grid's.
+    void Plan(const std::string& block) {
+        platform.GridFillings.emplace_back([block] {
+            const auto rows = Parts(block, '/');
+            EXPECT_EQ(static_cast<std::size_t>(CurrentGrid().Rows), rows.size()) << block;
+            for (std::size_t i = 0; i < rows.size(); ++i) {
+                const auto cells = Parts(rows[i], ' ');
+                EXPECT_EQ(static_cast<std::size_t>(CurrentGrid().Columns), cells.size()) << block;
+                for (std::size_t j = 0; j < cells.size(); ++j)
+                    GridOK(static_cast<i16>(i + 1), static_cast<i16>(j + 1), cells[j],
+                           Leaving::Nothing);
+            }
+            return !AcceptGrid().has_value();
+        });
+    }
+
+    // The value that derives from the grids planned, as it stands in its box.
+    std::string FromGrids(i16 kind) {
+        GetFromTable(PositionOf(kind));
+        EXPECT_TRUE(platform.GridFillings.empty());
+        ParValue(PositionOf(kind)) = ReadNumber(ParText(kind));
+        return ParText(kind);
+    }
+
+    // The effect of four groups of 20 with these means.
+    std::string EffectOf(const std::string& means, i16 type) {
+        constexpr i16 kinds[] = {Kind::SdOfMeans, Kind::AnyMeanDifference, Kind::MinMeanDifference};
+        OpenOneWay(type);
+        Plan(means);
+        return FromGrids(kinds[type]);
+    }
+};
+
+// The power of a set of means is that of the design with these very means.
+TEST_F(AnovaGrids, MeansHaveThePowerOfTheirDesign) {
+    std::set<i16> seen;
+    FileCommand(CalculationWindow);
+    for (const DesignWithMeans& design : DesignsWithMeans()) {
+        SCOPED_TRACE(Describe(static_cast<const AnalysisChoice&>(design)));
+        checks::SetUp(design);
+        for (const auto& [kind, value] : design.Entries)
+            Put(kind, value);
+        for (const std::string& grid : design.Grids)
+            Plan(grid);
+        platform.Messages.clear();
+        FromGrids(design.Derived.front().first);
+        EXPECT_TRUE(platform.Messages.empty()) << platform.Messages.front().Text;
+        for (const auto& [kind, value] : design.Derived) {
+            EXPECT_TRUE(IsBluePar(PositionOf(kind))) << kind;
+            EXPECT_NEAR(ReadNumber(ParText(kind)), std::stod(value), 6e-7) << kind;
+            ParValue(PositionOf(kind)) = ReadNumber(ParText(kind));
+        }
+        EXPECT_NEAR(PowerNow(), design.Power, design.Tolerance);
+        seen.insert(design.MenuNo);
+    }
+    EXPECT_EQ(seen.size(), 9U);
+}
+
+TEST_F(AnovaGrids, TypesOfDifferencesAreTheLargestAndTheSmallest) {
+    EXPECT_EQ(EffectOf("1/4/2/8", 1), "7.0");
+    EXPECT_EQ(EffectOf("1/4/2/8", 2), "1.0");
+    // The stores hold 32 bits, of which nothing is to be seen.
+    EXPECT_EQ(EffectOf("101.2/100.4/100.8/100.9", 1), "0.8");
+}
+
+// The difference of two means says less than all means: it never promises more power.
+TEST_F(AnovaGrids, ADifferenceNeverPromisesMorePowerThanTheMeans) {
+    for (const char* means : {"1/1/2/1", "1/1.5/2/1.7", "0/0/1/1", "3/2/1/0", "0.4/0/0.1/-0.3"}) {
+        EffectOf(means, 0);
+        const f64 ofMeans = PowerNow();
+        for (i16 type = 1; type <= 2; ++type) {
+            EffectOf(means, type);
+            EXPECT_LE(PowerNow(), ofMeans + 1e-6) << means << ", " << type;
+        }
+    }
+}
+
+TEST_F(AnovaGrids, TheSizesOfGroupsWeighTheirMeansAndHaveToBeKnown) {
+    OpenOneWay();
+    Type(Kind::SizeK, "-");
+    GetFromTable(PositionOf(Kind::SdOfMeans));
+    EXPECT_EQ(platform.Texts().back(), "Sample Size k Has No Value.");
+    // Differences don't ask for them.
+    OpenOneWay(1);
+    Type(Kind::SizeK, "-");
+    Plan("1/1/2/1");
+    platform.Messages.clear();
+    EXPECT_EQ(FromGrids(Kind::AnyMeanDifference), "1.0");
+    EXPECT_TRUE(platform.Messages.empty());
+}
+
+// With the ratio of the sizes the size itself may be what is solved for.
+TEST_F(AnovaGrids, TheRatioOfTheSizesIsEnough) {
+    OpenPlain(oneWay);
+    Pick(Group::SizeK, 2);
+    AcceptOptions();
+    Put(Kind::NoOfGroups, "3");
+    Put(Kind::SizeKOver1, "1");
+    Type(Kind::Size1, "-");
+    Plan("0/0/3");
+    EXPECT_EQ(FromGrids(Kind::SdOfMeans), "1.414214");
+}
+
+TEST_F(AnovaGrids, AContrastHasToAddUpToNothingAndItsDeviationsAreAboveZero) {
+    OpenContrast(oneWay);
+    Put(Kind::NoOfGroups, "3");
+    platform.Messages.clear();
+    Plan("1 -0.5 -0.4");
+    GetFromTable(PositionOf(Kind::ContrastMean));
+    Plan("1 -0.5 -0.5");
+    Plan("3 2 1/1 0 1");
+    GetFromTable(PositionOf(Kind::ContrastMean));
+    EXPECT_EQ(platform.Texts(),
+              (std::vector<std::string>{"Sum of Numbers in Row 1 Must Be = 0",
+                                        "Standard Deviation in Cell  (2,2)  Must Be > 0."}));
+}
+
+TEST_F(AnovaGrids, AContrastOfAnInteractionAddsUpToNothingBothWays) {
+    OpenPlain(twoWay);
+    Pick(Group::TestedOfTwoFactors, interaction);
+    Tick(Check::Contrast);
+    AcceptOptions();
+    Put(Kind::LevelsA, "2");
+    Put(Kind::LevelsB, "2");
+    platform.Messages.clear();
+    Plan("1 -1/1 -1");
+    GetFromTable(PositionOf(Kind::ContrastSd));
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Sum of Numbers in Column 1 Must Be = 0"});
+}
+
+TEST_F(AnovaGrids, CoefficientsOfNothingGiveNoContrast) {
+    OpenContrast(oneWay);
+    Put(Kind::NoOfGroups, "2");
+    platform.Messages.clear();
+    Plan("0 0");
+    Plan("3 2/1 1");
+    GetFromTable(PositionOf(Kind::ContrastMean));
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{
+                  "H1: Mean of c1X1+...+ckXk Can't Be Calculated from These Tables."});
+}
+
+// Mean and standard deviation of a contrast derive from the same grids.
+TEST_F(AnovaGrids, TheDeviationOfAContrastIsThatOfItsGroups) {
+    OpenContrast(oneWay);
+    Put(Kind::NoOfGroups, "3");
+    Plan("2 -1 -1");
+    Plan("10 9 8/1 2 3");
+    EXPECT_EQ(FromGrids(Kind::ContrastSd), "4.123106"); // sqrt(4 + 4 + 9)
+    EXPECT_EQ(ParText(Kind::ContrastMean), "3.0");
+}
+
+// Coefficients with five decimals add up to 0 as near as that; means around 10000 don't see it.
+TEST_F(AnovaGrids, RoundedCoefficientsCostNothingWhereMeansAreLarge) {
+    OpenContrast(oneWay);
+    Put(Kind::NoOfGroups, "4");
+    Plan("1 -0.33333 -0.33333 -0.33333");
+    Plan("10003 10000 10000 10000/1 1 1 1");
+    EXPECT_NEAR(ReadNumber(FromGrids(Kind::ContrastMean)), 3, 1e-4);
+}
+
+// --- Statements ----------------------------------------------------------------------------------
 
 TEST_F(Anova, TheStatementNamesTheEffectThatIsTestedAndTheModel) {
     OpenPlain(twoWay);

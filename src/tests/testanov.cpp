@@ -29,6 +29,21 @@ bool HasCovariate() {
     return covariate != 0;
 }
 
+// The size of the others beside the first group's follows from its entry alone, or from both.
+bool OthersWeightIsKnown() {
+    const auto hasValue = [](i16 parNo) {
+        return HasGridValue(parNo, ParMin(ParKind(parNo)), ParMax(ParKind(parNo)));
+    };
+    const i16 first = static_cast<i16>(groups + 1);
+    const i16 others = static_cast<i16>(first + 1);
+    return hasValue(others) && (sizes.SecondForm() == AsRatio || hasValue(first));
+}
+
+f64 OthersWeight() {
+    return sizes.SecondForm() == AsRatio ? ParValue(groups + 2)
+                                         : f64{sizes.Second()} / f64{sizes.First()};
+}
+
 AnovaDesign Design(bool isContrast) {
     const f32 k = Single(ParValue(groups));
     const f32 n1 = isContrast ? Single(ParValue(perGroup)) : sizes.First();
@@ -81,6 +96,20 @@ f64 TESTANOV::RootFunction() {
         return Effect().PowerEq(design);
     const f64 rho{Single(ParValue(covariate))};
     return Effect().PowerEq(design, Single(f64{Effect().Sd()} * std::sqrt(1 - rho * rho)));
+}
+
+// The standard deviation of the means weights each with the size of its group.
+std::vector<Grid> TESTANOV::TableGrids(i16 parNo) {
+    return IsWeighted() && !OthersWeightIsKnown() ? std::vector<Grid>{}
+                                                  : AnovaTest::TableGrids(parNo);
+}
+
+TestedMeans TESTANOV::Tested() {
+    return {.Levels = groups, .Head = "Group", .OthersWeight = IsWeighted() ? OthersWeight() : 1};
+}
+
+bool TESTANOV::IsWeighted() {
+    return !Effect().IsContrast() && Effect().Type() == AnovaEffectType::SdOfMeans;
 }
 
 } // namespace quorvanta

@@ -5,6 +5,8 @@
 #include "core/types.h"
 #include "tests/lists/anovaeffect.h"
 
+#include <vector>
+
 namespace quorvanta {
 
 struct TESTANOV : AnovaTest<TESTANOV> {
@@ -13,6 +15,11 @@ struct TESTANOV : AnovaTest<TESTANOV> {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+    static std::vector<Grid> TableGrids(i16 parNo);
+    static TestedMeans Tested();
+
+  private:
+    static bool IsWeighted();
 };
 
 } // namespace quorvanta

@@ -39,4 +39,8 @@ f64 TESTANOV2W::RootFunction() {
     return Effect().PowerEq(EffectOfTwo(a, b, n, ErrorDf(f64{a}, f64{b}, f64{n})));
 }
 
+TestedMeans TESTANOV2W::Tested() {
+    return MeansOfTwo(levels);
+}
+
 } // namespace quorvanta

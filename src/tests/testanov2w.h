@@ -11,6 +11,7 @@ struct TESTANOV2W : AnovaTest<TESTANOV2W> {
     static void SetupTest();
     static void SetParList();
     static f64 RootFunction();
+    static TestedMeans Tested();
 };
 
 } // namespace quorvanta

@@ -43,4 +43,10 @@ f64 TESTANOVA3W::RootFunction() {
         MainEffect(testedLevels, Single(total / f64{testedLevels}), total - 1 - mainEffects));
 }
 
+TestedMeans TESTANOVA3W::Tested() {
+    constexpr const char* names[noOfFactors] = {"A", "B", "C"};
+    const i16 tested = ChosenOption(Group::TestedOfThreeFactors);
+    return {.Levels = static_cast<i16>(levels + tested), .Head = names[tested]};
+}
+
 } // namespace quorvanta

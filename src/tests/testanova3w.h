@@ -11,6 +11,7 @@ struct TESTANOVA3W : AnovaTest<TESTANOVA3W> {
     static void SetupTest();
     static void SetParList();
     static f64 RootFunction();
+    static TestedMeans Tested();
 };
 
 } // namespace quorvanta

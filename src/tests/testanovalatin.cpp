@@ -26,6 +26,10 @@ f64 RandomSquaresDf(f64 t, f64 r) {
     return (t - 1) * (r - 1);
 }
 
+TestedMeans Treatments() {
+    return {.Levels = side, .Head = "Treatment"};
+}
+
 // A treatment stands once in each row of each square.
 AnovaDesign ReplicatedSquares(f64 (*errorDf)(f64 t, f64 r)) {
     const f32 t = Single(ParValue(side));
@@ -55,6 +59,10 @@ f64 TESTANOVALATIN::RootFunction() {
     return Effect().PowerEq(MainEffect(t, t, (f64{t} - 1) * (f64{t} - 2)));
 }
 
+TestedMeans TESTANOVALATIN::Tested() {
+    return Treatments();
+}
+
 void TESTANOVALATINREPL::SetupTest() {
     AnovaEffect::Offer({Check::Contrast, Check::SquaresAsLevels}, {});
 }
@@ -69,6 +77,10 @@ f64 TESTANOVALATINREPL::RootFunction() {
         Ticked(Check::SquaresAsLevels) ? &CommonRowsAndColumnsDf : &OwnRowsAndColumnsDf));
 }
 
+TestedMeans TESTANOVALATINREPL::Tested() {
+    return Treatments();
+}
+
 void TESTANOVALATINREPLRAND::SetupTest() {
     AnovaEffect::Offer({Check::Contrast, Check::RandomSquares}, {});
 }
@@ -81,6 +93,10 @@ void TESTANOVALATINREPLRAND::SetParList() {
 f64 TESTANOVALATINREPLRAND::RootFunction() {
     return Effect().PowerEq(ReplicatedSquares(
         Ticked(Check::RandomSquares) ? &RandomSquaresDf : &CommonRowsAndColumnsDf));
+}
+
+TestedMeans TESTANOVALATINREPLRAND::Tested() {
+    return Treatments();
 }
 
 } // namespace quorvanta

@@ -12,6 +12,7 @@ struct TESTANOVALATIN : AnovaTest<TESTANOVALATIN> {
     static void SetupTest();
     static void SetParList();
     static f64 RootFunction();
+    static TestedMeans Tested();
 };
 
 // Squares of which each has rows and columns of its own, or which all have the same: "Squares As
@@ -20,6 +21,7 @@ struct TESTANOVALATINREPL : AnovaTest<TESTANOVALATINREPL> {
     static void SetupTest();
     static void SetParList();
     static f64 RootFunction();
+    static TestedMeans Tested();
 };
 
 // Squares that are the blocks: the levels of a factor, or a random sample of squares.
@@ -27,6 +29,7 @@ struct TESTANOVALATINREPLRAND : AnovaTest<TESTANOVALATINREPLRAND> {
     static void SetupTest();
     static void SetParList();
     static f64 RootFunction();
+    static TestedMeans Tested();
 };
 
 } // namespace quorvanta

@@ -38,6 +38,10 @@ f64 TESTANOVARANDBLOCK::RootFunction() {
     return Effect().PowerEq(MainEffect(t, b, (f64{t} - 1) * (f64{b} - 1)));
 }
 
+TestedMeans TESTANOVARANDBLOCK::Tested() {
+    return {.Levels = levels, .Head = "Treatment"};
+}
+
 void TESTANOVARANDBLOCK2W::SetupTest() {
     AnovaEffect::Offer({Check::Contrast, Check::Additive}, {Group::TestedOfTwoFactors});
     WithoutInteractionIfAdditive();
@@ -55,6 +59,10 @@ f64 TESTANOVARANDBLOCK2W::RootFunction() {
     const f32 b = Single(ParValue(levels + 1));
     const f32 n = Single(ParValue(blocks));
     return Effect().PowerEq(EffectOfTwo(a, b, n, ErrorDf(f64{a}, f64{b}, f64{n})));
+}
+
+TestedMeans TESTANOVARANDBLOCK2W::Tested() {
+    return MeansOfTwo(levels);
 }
 
 } // namespace quorvanta

@@ -11,12 +11,14 @@ struct TESTANOVARANDBLOCK : AnovaTest<TESTANOVARANDBLOCK> {
     static void SetupTest();
     static void SetParList();
     static f64 RootFunction();
+    static TestedMeans Tested();
 };
 
 struct TESTANOVARANDBLOCK2W : AnovaTest<TESTANOVARANDBLOCK2W> {
     static void SetupTest();
     static void SetParList();
     static f64 RootFunction();
+    static TestedMeans Tested();
 };
 
 } // namespace quorvanta

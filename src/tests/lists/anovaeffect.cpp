@@ -44,6 +44,20 @@ f32 AnovaEffect::Sd() const {
     return Single(ParValue(sd_));
 }
 
+bool AnovaEffect::IsTablePar(i16 parNo) const {
+    return parNo == hypotheses_.TruthParNo() || (isContrast_ && parNo == sd_);
+}
+
+std::vector<Grid> AnovaEffect::Grids(const TestedMeans& tested) const {
+    return isContrast_ ? ContrastGrids(tested) : MeansGrids(tested);
+}
+
+f32 AnovaEffect::FromGrids(i16 parNo, const TestedMeans& tested) const {
+    if (!isContrast_)
+        return Single(EffectFromGrids(tested, type_));
+    return Single(parNo == sd_ ? ContrastSdFromGrids(tested) : ContrastFromGrids(tested));
+}
+
 bool AnovaEffect::Check() const {
     return hypotheses_.Check();
 }
@@ -106,6 +120,19 @@ AnovaDesign AnovaModule::EffectOfTwo(f32 a, f32 b, f32 n, f64 errorDf) {
     default:
         return MainEffect(a, Single(f64{b} * f64{n}), errorDf);
     }
+}
+
+TestedMeans AnovaModule::MeansOfTwo(i16 levels) {
+    const i16 tested = ChosenOption(Group::TestedOfTwoFactors);
+    const i16 second = static_cast<i16>(levels + 1);
+    const bool isB = tested == MainEffectB;
+    if (Ticked(Check::Additive) || (current.IsContrast() && tested != Interaction))
+        return {.Levels = isB ? second : levels, .Head = isB ? "B" : "A"};
+    return {.Levels = levels,
+            .Head = "A",
+            .Columns = second,
+            .Part = tested == Interaction ? MatrixEffect::Interaction
+                                          : (isB ? MatrixEffect::Columns : MatrixEffect::Rows)};
 }
 
 } // namespace quorvanta

@@ -6,9 +6,11 @@
 #include "core/kinds.h"
 #include "core/types.h"
 #include "tests/anovaeq.h"
+#include "tests/lists/anovagrids.h"
 #include "tests/lists/hypotheses.h"
 
 #include <initializer_list>
+#include <vector>
 
 namespace quorvanta {
 
@@ -21,8 +23,14 @@ class AnovaEffect {
                       std::initializer_list<i16> contrastTails = {OneSided, TwoSided});
 
     bool IsContrast() const { return isContrast_; }
+    AnovaEffectType Type() const { return type_; }
     f32 Value() const;
     f32 Sd() const;
+
+    // What derives from input grids: the effect; of a contrast also its standard deviation.
+    bool IsTablePar(i16 parNo) const;
+    std::vector<Grid> Grids(const TestedMeans& tested) const;
+    f32 FromGrids(i16 parNo, const TestedMeans& tested) const;
 
     bool Check() const;
     void Narrow(f64& lower, f64& upper) const;
@@ -62,14 +70,20 @@ struct AnovaModule {
     static void WithoutInteractionIfAdditive();
     // The effect that is chosen of factors with a and b levels, n observations in each cell.
     static AnovaDesign EffectOfTwo(f32 a, f32 b, f32 n, f64 errorDf);
+    // Its means: of all cells, or where there is no interaction of the factor's levels. The levels
+    // of the second factor stand behind those of the first.
+    static TestedMeans MeansOfTwo(i16 levels);
 };
 
-// The module of one of them.
+// The module of one of them. Module::Tested says which means are behind the effect that is tested.
 template <class Module>
 struct AnovaTest : AnovaModule {
     static void SearchLimits(f64& lower, f64& upper) {
         Narrow(lower, upper, &Module::RootFunction);
     }
+    static bool IsTablePar(i16 parNo) { return Effect().IsTablePar(parNo); }
+    static std::vector<Grid> TableGrids(i16) { return Effect().Grids(Module::Tested()); }
+    static f32 CalcTablePar(i16 parNo) { return Effect().FromGrids(parNo, Module::Tested()); }
 };
 
 } // namespace quorvanta
