@@ -243,8 +243,12 @@ bool IsFilled(const Grid& grid) {
     return fits && GridTestNo == TestNo;
 }
 
+f64 DecimalOf(f32 value) {
+    return ReadNumber(CellText(value));
+}
+
 f64 GridFigure(i16 store, i16 row, i16 column) {
-    return ReadNumber(CellText(GridData(store)(row, column)));
+    return DecimalOf(GridData(store)(row, column));
 }
 
 // --- The grid that is being filled --------------------------------------------------------------

@@ -89,8 +89,10 @@ bool ShowGrids(const std::vector<Grid>& grids, const std::string& label);
 // Was a grid of that store filled, with this number of lines?
 bool IsFilled(const Grid& grid);
 
-// What was typed into a cell of a filled grid: the shortest decimal number that its 32 bits stand
-// for. The difference of 101.2 and 100.4 is then 0.8, and not 0.799995.
+// The shortest decimal number that the 32 bits stand for: 33.3, not 33.299999. Finite numbers only.
+f64 DecimalOf(f32 value);
+
+// What was typed into a cell of a filled grid.
 f64 GridFigure(i16 store, i16 row, i16 column);
 
 // --- The grid that is being filled --------------------------------------------------------------

@@ -129,22 +129,24 @@ bool IsClaim(const std::string& name) {
     return IsConfidenceLevel() || name.starts_with("Bioequivalence");
 }
 
-// What a check box says about the model of an analysis of variance.
+// What a check box says about an analysis of variance: its test, its model.
 struct ModelPhrase {
     i16 Check;
     std::string_view Text;
 };
 constexpr ModelPhrase ModelPhrases[] = {
+    {Check::Contrast, " of a contrast"},
     {Check::Additive, " with additive effects"},
     {Check::RandomSquares, " with random squares"},
     {Check::SquaresAsLevels, " with squares as factor levels"},
 };
 
 std::string ModelPhraseHere() {
+    std::string text;
     for (const ModelPhrase& phrase : ModelPhrases)
         if (Ticked(phrase.Check))
-            return std::string(phrase.Text);
-    return "";
+            text += phrase.Text;
+    return text;
 }
 
 std::string TestPhrase() {
