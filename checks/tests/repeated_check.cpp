@@ -499,6 +499,18 @@ TEST_F(Repeated, HotellingWithTwoGroupsNeedsOneErrorDegreeOfFreedom) {
     EXPECT_EQ(platform.Messages.back().Text, "Sample Size 1 Has To Be Greater Than or Equal to 4.");
     Put(Kind::Size1, "4");
     EXPECT_NE(Solve(Kind::Power), "-");
+    // Where the second size follows, half of what is missing is enough.
+    for (const i16 form : {1, 2}) {
+        OpenPlain(hotellingTwo);
+        Pick(Group::Size2, form);
+        AcceptOptions();
+        Put(Kind::WithinLevels, "6");
+        Put(Kind::Size1, "3");
+        Put(form == 1 ? Kind::Size2Minus1 : Kind::Size2Over1, form == 1 ? "0" : "1");
+        EXPECT_EQ(Solve(Kind::Power), "-");
+        EXPECT_EQ(platform.Messages.back().Text,
+                  "Sample Size 1 Has To Be Greater Than or Equal to 4.");
+    }
 }
 
 TEST_F(Repeated, RepeatedMeasurementsNeedAsManySubjectsAsLevels) {
@@ -630,13 +642,26 @@ TEST_F(Repeated, Statements) {
     OpenPlain(oneWithin);
     AcceptOptions();
     Solve(Kind::Power);
-    expect("The test used is ANOVA Repeated Measures, One within factor test at the ");
+    expect(
+        "The test used is ANOVA Repeated Measures, One within factor test with compound symmetry "
+        "at the ");
     expect("the null hypothesis H0: standard deviation of means = 0 (equal means) against H1: ");
     OpenPlain(withinAndBetween);
     Pick(Group::TestedBetweenOrWithin, interaction);
     AcceptOptions();
     Solve(Kind::Power);
     expect("H0: standard deviation of means = 0 (no interaction AxB) against H1: ");
+    Pick(Group::TestedBetweenOrWithin, between);
+    Pick(Group::CorrelationMatrix, autoCorrelation);
+    AcceptOptions();
+    Solve(Kind::Power);
+    expect("One within, one between factor test with auto correlation at the ");
+    expect("(no effect of between factor A) against H1: ");
+    Pick(Group::CorrelationMatrix, generalMatrix);
+    AcceptOptions();
+    Solve(Kind::Power);
+    expect("One within, one between factor test at the ");
+    expect("the assumption that the between error term is 0.3");
     OpenPlain(hotellingTwo);
     AcceptOptions();
     Solve(Kind::Power);
@@ -646,10 +671,11 @@ TEST_F(Repeated, Statements) {
     AcceptOptions();
     Type(Kind::LevelsA, "2");
     Solve(Kind::Power);
-    expect("H0: Mahalanobis distance = 0 (no within factor B) against H1: ");
+    expect("H0: Mahalanobis distance = 0 (no effect of within factor B) against H1: ");
     OpenCombination(manovaWithin, OneSided);
     AcceptOptions();
     Solve(Kind::Power);
+    expect("One within factor test of a linear combination, one-sided, at the significance level");
     expect("H0: mean of c1x1+...+ckxk = 0 against H1: mean of c1x1+...+ckxk = ");
     OpenCombination(hotellingOne, TwoOneSided);
     AcceptOptions();

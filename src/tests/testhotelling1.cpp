@@ -31,6 +31,18 @@ f64 SubjectsAt(f64 x) {
     return sizes.FirstAt(x) + (HasTwoGroups() ? sizes.SecondAt(x) : 0);
 }
 
+// How many subjects one more in the first group is altogether.
+f64 SubjectsPerFirst() {
+    switch (sizes.SecondForm()) {
+    case AsDifference:
+        return 2;
+    case AsRatio:
+        return SubjectsAt(0) / sizes.FirstAt(0);
+    default:
+        return 1;
+    }
+}
+
 // The number of subjects is a straight line over each of the forms in which the unknown is one of
 // two sizes.
 f64 WithSubjects(f64 subjects) {
@@ -64,7 +76,8 @@ bool TESTHOTELLING1::CheckPar() {
     if (IsLinearCombination() || sizes.HasUnknown() || UnknownParNo == List().Levels)
         return true;
     const f64 missing = ParValue(List().Levels) + SpareOf() - SubjectsAt(0);
-    return !(missing > 0) || CheckRange(sizes.FirstParNo(), sizes.FirstAt(0) + missing, NoValue);
+    return !(missing > 0) ||
+           CheckRange(sizes.FirstParNo(), sizes.FirstAt(0) + missing / SubjectsPerFirst(), NoValue);
 }
 
 void TESTHOTELLING1::SearchLimits(f64& lower, f64& upper) {
