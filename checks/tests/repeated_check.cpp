@@ -500,7 +500,7 @@ TEST_F(Repeated, HotellingWithTwoGroupsNeedsOneErrorDegreeOfFreedom) {
     Put(Kind::Size1, "4");
     EXPECT_NE(Solve(Kind::Power), "-");
     // Where the second size follows, half of what is missing is enough.
-    for (const i16 form : {1, 2}) {
+    for (const i16 form : std::initializer_list<i16>{1, 2}) {
         OpenPlain(hotellingTwo);
         Pick(Group::Size2, form);
         AcceptOptions();
