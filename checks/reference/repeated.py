@@ -595,6 +595,55 @@ simulate_hotelling(3, 20, 30, 2)
 simulate_hotelling(4, 12, 18, 3)
 
 
+def corrected_f_of_groups(a, n, means, s, alpha, tested):
+    """a groups of n; means: groups by levels. Epsilon is estimated from the pooled covariances."""
+    k = len(s)
+    c = contrasts(k)
+    root = np.linalg.cholesky(c @ s @ c.T)
+    def reject():
+        hits = 0
+        for size in batches():
+            y = rng.standard_normal((size, a, n, k - 1)) @ root.T + (means @ c.T)[None, :, None, :]
+            within_groups = y.mean(axis=2)
+            d = y - within_groups[:, :, None, :]
+            ss = np.einsum('rgni,rgnj->rij', d, d)
+            trace = np.trace(ss, axis1=1, axis2=2)
+            eps = trace ** 2 / ((k - 1) * np.einsum('rij,rij->r', ss, ss))
+            grand = within_groups.mean(axis=1)
+            if tested == B:
+                effect, df = a * n * np.sum(grand ** 2, axis=1), 1
+            else:
+                effect = n * np.sum((within_groups - grand[:, None, :]) ** 2, axis=(1, 2))
+                df = a - 1
+            error = a * (n - 1)
+            f = effect / df * error / trace
+            hits += int(np.sum(stats.f.sf(f, df * (k - 1) * eps, (k - 1) * error * eps) < alpha))
+        return hits / REPLICATES
+    return reject
+
+
+def simulate_two(tested, option, close, **other):
+    v = two(tested, 0, option, **other)
+    a, k, n = v[238], v[256], v[4]
+    s = (compound, auto)[option](k, v[2], v[220])
+    rising = configuration(0, k) * v[34]
+    if tested == B:
+        means = np.tile(rising, (a, 1))
+    else:
+        # The groups rise and fall alike: the deviations have the standard deviation of the effect.
+        tilt = configuration(0, a)
+        means = np.outer(tilt, rising)
+    simulated(21, 3, {43: tested, 39: option, 17: 0, 2: 0}, v,
+              corrected_f_of_groups(a, n, means, s, v[0], tested), close,
+              f'one within, one between, tested {tested}, structure {option}')
+
+
+simulate_two(B, 0, 0.01)
+simulate_two(AB, 0, 0.01)
+simulate_two(B, 1, 0.04, k220=0.6, k256=5, k34=0.15)
+simulate_two(AB, 1, 0.04, k220=0.6, k256=5, k34=0.2, k238=2, k4=15, k37=15)
+
+
 # --- Epsilon ----------------------------------------------------------------------------------------
 
 EPSILON = []
