@@ -5,10 +5,9 @@
 #include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
-#include "numeric/probdist.h"
 #include "numeric/rounding.h"
+#include "tests/anovaeq.h"
 #include "tests/lists/hypotheses.h"
-#include "tests/powereq.h"
 
 namespace quorvanta {
 
@@ -94,11 +93,8 @@ f64 TESTMLR::RootFunction() {
     const f64 n = Entered(size);
     const f64 all = Entered(withAll);
     const f64 others = Entered(withOthers);
-    f32 df1 = Single(Entered(tested));
-    f32 df2 = Single(n - Entered(covariates) - 1);
-    f32 lambda = Single((all * all - others * others) * n / (1 - all * all));
-    const f32 critical = FInv(Single(1 - f64{SignificanceLevel()}), df1, df2);
-    return 1 - f64{NcFCdf(critical, df1, df2, lambda)} - ParValue(1);
+    const f64 lambda = (all * all - others * others) * n / (1 - all * all);
+    return FTestEq(Single(Entered(tested)), Single(n - Entered(covariates) - 1), Single(lambda));
 }
 
 } // namespace quorvanta
