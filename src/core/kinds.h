@@ -28,6 +28,8 @@ inline constexpr i16 Size2 = 37;
 inline constexpr i16 Size2Minus1 = 38;
 inline constexpr i16 Size2Over1 = 5;
 inline constexpr i16 SizeFrom4 = 14; // of a statistic that needs four subjects
+inline constexpr i16 Size1From4 = 39;
+inline constexpr i16 Size2From4 = 42;
 inline constexpr i16 SequenceSize1 = 322;
 inline constexpr i16 SequenceSize2 = 323;
 inline constexpr i16 SequenceSize2Minus1 = 324;
@@ -212,12 +214,46 @@ inline constexpr i16 H1CorrelationOverH0 = 188;
 inline constexpr i16 CorrelationLeftLimit = 194;
 inline constexpr i16 CorrelationRightLimit = 195;
 inline constexpr i16 Correlation = 220;
+inline constexpr i16 H0Correlation2Minus1 = 189;
+inline constexpr i16 H1Correlation1 = 190;
+inline constexpr i16 H1Correlation2 = 191;
+inline constexpr i16 H1Correlation2Minus1 = 192;
+inline constexpr i16 H1Correlation2Over1 = 193;
 inline constexpr i16 H0Slope = 203;
 inline constexpr i16 H1Slope = 204;
 inline constexpr i16 H1SlopeMinusH0 = 205;
 inline constexpr i16 H1SlopeOverH0 = 206;
 inline constexpr i16 ResidualSd = 212;
 inline constexpr i16 CovariateSd = 213;
+inline constexpr i16 H0Slope2Minus1 = 207;
+inline constexpr i16 H1Slope1 = 208;
+inline constexpr i16 H1Slope2 = 209;
+inline constexpr i16 H1Slope2Minus1 = 210;
+inline constexpr i16 H1Slope2Over1 = 211;
+inline constexpr i16 CovariateSd1 = 214;
+inline constexpr i16 CovariateSd2 = 215;
+inline constexpr i16 CovariateSd2Minus1 = 221;
+inline constexpr i16 CovariateSd2Over1 = 222;
+inline constexpr i16 TestedCoefficients = 268;
+inline constexpr i16 CorrelationWithAll = 265;
+inline constexpr i16 CorrelationWithOthers = 266;
+inline constexpr i16 NoOfCovariates = 267;
+
+// Regression on one covariate beside others: of an event, of a rate.
+inline constexpr i16 H1EventAtMean = 20;
+inline constexpr i16 H1EventAtMeanPlusSd = 21;
+inline constexpr i16 H1EventAtX0 = 257;
+inline constexpr i16 H1EventAtX1 = 258;
+inline constexpr i16 H1OddsRatio = 200;
+inline constexpr i16 H1RateAtMean = 260;
+inline constexpr i16 H1RateAtMeanPlusSd = 261;
+inline constexpr i16 H1RateAtX0 = 262;
+inline constexpr i16 H1RateAtX1 = 263;
+inline constexpr i16 H1RateRatio = 368;
+inline constexpr i16 ProportionAtX1 = 259;
+inline constexpr i16 CorrelationOfCovariates = 25;
+inline constexpr i16 Overdispersion = 367;
+inline constexpr i16 GammaShape = 329;
 
 // Analysis of variance: the effect under H1, the layout, the sizes.
 inline constexpr i16 SdOfMeans = 34;
@@ -266,15 +302,21 @@ inline constexpr i16 Discordant = 20;
 inline constexpr i16 H1MeanOfDifference = 21;
 inline constexpr i16 StudyTime2 = 22;
 inline constexpr i16 H1Correlation = 23;
+inline constexpr i16 Correlation2 = 24;
 inline constexpr i16 Population2 = 25;
 inline constexpr i16 H1Slope = 27;
+inline constexpr i16 Slope2 = 28;
 inline constexpr i16 Sd2 = 29;
 inline constexpr i16 Shape2 = 31;
+inline constexpr i16 EventEffect = 32;
 inline constexpr i16 H1Odds = 34;
 inline constexpr i16 Odds2 = 35;
 inline constexpr i16 TestedOfTwoFactors = 36;
 inline constexpr i16 TestedOfThreeFactors = 38;
+inline constexpr i16 RateEffect = 40;
+inline constexpr i16 Parameterization = 47;
 inline constexpr i16 SequenceSize2 = 53;
+inline constexpr i16 RateDistribution = 58;
 
 } // namespace Group
 
@@ -299,6 +341,7 @@ inline constexpr i16 Multinomial = 26;
 inline constexpr i16 Score = 27;
 inline constexpr i16 UnrestrictedMl = 30;
 inline constexpr i16 TwoSidedInterval = 36;
+inline constexpr i16 Overdispersion = 37;
 inline constexpr i16 VarianceOfH1 = 39;
 
 } // namespace Check

@@ -19,16 +19,22 @@
 #include "tests/testbin.h"
 #include "tests/testbioeq.h"
 #include "tests/testchi2.h"
+#include "tests/testcorrel.h"
 #include "tests/testequiv.h"
 #include "tests/testexploc.h"
 #include "tests/testexpscale.h"
 #include "tests/testfisher.h"
 #include "tests/testhyper.h"
 #include "tests/testlnorm.h"
+#include "tests/testlogistic.h"
 #include "tests/testmcn.h"
+#include "tests/testmlr.h"
 #include "tests/testpairbin.h"
+#include "tests/testporegr.h"
+#include "tests/testregr.h"
 #include "tests/tests2.h"
 #include "tests/teststud.h"
+#include "tests/xover2way.h"
 
 namespace quorvanta {
 
@@ -120,6 +126,22 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTMCN>();
     case 21:
         return operation.template operator()<TESTCHI2>();
+    case 54:
+        return operation.template operator()<TESTREGR>();
+    case 55:
+        return operation.template operator()<TESTMLR>();
+    case 56:
+    case 57:
+        return operation.template operator()<TESTLOGISTIC>();
+    case 58:
+    case 59:
+        return operation.template operator()<TESTPOREGR>();
+    case 61:
+        return operation.template operator()<TESTCORREL>();
+    case 69:
+        return operation.template operator()<XOVER2WAY>();
+    case 70:
+        return operation.template operator()<XOVER2WAYLOG>();
     case 74:
     case 81:
         return operation.template operator()<TESTEQUIV<TESTSTUD>>();
