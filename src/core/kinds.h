@@ -219,6 +219,46 @@ inline constexpr i16 H1SlopeOverH0 = 206;
 inline constexpr i16 ResidualSd = 212;
 inline constexpr i16 CovariateSd = 213;
 
+// Agreement of raters and items, and rank correlation.
+inline constexpr i16 NoOfSubjects = 224;
+inline constexpr i16 NoOfRaters = 223;
+inline constexpr i16 NoOfItems = 280;
+inline constexpr i16 NoOfItems1 = 281;
+inline constexpr i16 NoOfItems2 = 282;
+inline constexpr i16 NoOfItems2Minus1 = 283;
+inline constexpr i16 NoOfItems2Over1 = 284;
+inline constexpr i16 H0Intraclass = 28;
+inline constexpr i16 H1Intraclass = 32;
+inline constexpr i16 H1IntraclassMinusH0 = 109;
+inline constexpr i16 H1IntraclassOverH0 = 144;
+inline constexpr i16 H0Alpha = 271;
+inline constexpr i16 H1Alpha = 272;
+inline constexpr i16 H1AlphaMinusH0 = 273;
+inline constexpr i16 H1AlphaOverH0 = 274;
+inline constexpr i16 H0Alpha2Minus1 = 275;
+inline constexpr i16 H1Alpha1 = 276;
+inline constexpr i16 H1Alpha2 = 277;
+inline constexpr i16 H1Alpha2Minus1 = 278;
+inline constexpr i16 H1Alpha2Over1 = 279;
+inline constexpr i16 H0Kappa = 291;
+inline constexpr i16 H1Kappa = 292;
+inline constexpr i16 H1KappaMinusH0 = 293;
+inline constexpr i16 H1KappaOverH0 = 294;
+inline constexpr i16 H0Concordance = 295;
+inline constexpr i16 H1Concordance = 296;
+inline constexpr i16 H1ConcordanceMinusH0 = 297;
+inline constexpr i16 H1ConcordanceOverH0 = 298;
+inline constexpr i16 H0LocationShift = 299;
+inline constexpr i16 H1LocationShift = 300;
+inline constexpr i16 H1LocationShiftMinusH0 = 301;
+inline constexpr i16 H1LocationShiftOverH0 = 302;
+inline constexpr i16 H0ScaleShift = 303;
+inline constexpr i16 H1ScaleShift = 304;
+inline constexpr i16 H1ScaleShiftMinusH0 = 305;
+inline constexpr i16 H1ScaleShiftOverH0 = 306;
+inline constexpr i16 H1Tau = 331;
+inline constexpr i16 H1ProbabilityOfConcordance = 315;
+
 } // namespace Kind
 
 namespace Group {
@@ -248,6 +288,15 @@ inline constexpr i16 Sd2 = 29;
 inline constexpr i16 Shape2 = 31;
 inline constexpr i16 H1Odds = 34;
 inline constexpr i16 Odds2 = 35;
+inline constexpr i16 H1Intraclass = 33;
+inline constexpr i16 H1Alpha = 44;
+inline constexpr i16 Alpha2 = 45;
+inline constexpr i16 NoOfItems2 = 46;
+inline constexpr i16 H1Kappa = 48;
+inline constexpr i16 H1Concordance = 49;
+inline constexpr i16 LocationShift = 50;
+inline constexpr i16 ScaleShift = 51;
+inline constexpr i16 TauOrConcordance = 52;
 inline constexpr i16 SequenceSize2 = 53;
 
 } // namespace Group
@@ -263,6 +312,7 @@ inline constexpr i16 Exact = 7;
 inline constexpr i16 Odds = 9;
 inline constexpr i16 Medians = 12;
 inline constexpr i16 Satterthwaite = 16;
+inline constexpr i16 DependentSamples = 20;
 inline constexpr i16 FirstOrder = 24;
 inline constexpr i16 SecondOrder = 25;
 inline constexpr i16 Multinomial = 26;
