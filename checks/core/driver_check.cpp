@@ -523,6 +523,12 @@ TEST_F(Run, NoSolutionAnywhereIsTold) {
     ParZValuesText(h1Difference) = "0";
     CalcRun();
     EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Can't Be Calculated For Any x-value."});
+    // Why, of the first point: without a difference the power is the level, 0.01, but for what the
+    // approximation makes of it with 4 degrees of freedom.
+    ASSERT_FALSE(platform.Statuses.empty());
+    EXPECT_EQ(platform.Statuses.back(),
+              "With Significance Level 0.01: Sample Size 1 from 3 to 99999: Power goes from 0.024 "
+              "to 0.01, and 0.96768 is asked. H1 equals H0.");
     EXPECT_EQ(Cancelled, True);
     EXPECT_EQ(Calculated, False);
 }

@@ -147,6 +147,19 @@ TEST_F(SetUp, AParameterBeyondTheListOfTheDistributionIsAFault) {
     }
 }
 
+TEST_F(SetUp, AProcedureThatThereIsNotIsAFault) {
+    OpenDistribution(DistrBinomial, 1, ProcedureInterval);
+    for (const int bad : {-1, 3, 32767}) {
+        try {
+            ChooseProcedure(static_cast<i16>(bad));
+            ADD_FAILURE() << bad;
+        } catch (const RunTimeError& error) {
+            EXPECT_EQ(error.Kind(), Fault::BadIndex) << bad;
+        }
+        EXPECT_EQ(ProcedureNo, ProcedureInterval) << bad;
+    }
+}
+
 TEST_F(SetUp, TheUnknownAndTheAxesAreParametersOfTheNewList) {
     OpenTest(unpaired);
     AcceptOptions();

@@ -252,7 +252,7 @@ TEST_F(HelpSite, KnowsTheMessagesOfTheSources) {
         if (entry.path().extension() != ".cpp")
             continue;
         const std::string source = ReadText(entry.path());
-        for (const std::string call : {"ShowMessage(", ".MsgBox(", "return Tell("})
+        for (const std::string call : {"ShowMessage(", ".MsgBox(", "return Tell(", "Refuse("})
             for (std::size_t at = source.find(call); at != std::string::npos;
                  at = source.find(call, at + 1))
                 for (const std::string& literal : Literals(source, at)) {

@@ -27,6 +27,7 @@ class ScriptedPlatform : public Platform {
     std::deque<std::optional<i16>> WindowKinds;        // answers of AskWindowKind
     std::deque<std::optional<std::string>> FileNames;  // answers of the file dialogs
     std::deque<std::optional<OutputForm>> OutputForms; // answers of AskOutputForm
+    std::deque<std::function<bool()>> GridFillings;    // answers of AskGrid; after the last: cancel
     std::vector<FileDialog> FileDialogs;               // the dialogs shown
     std::vector<OutputAction> FormsAsked;
     std::string PlainClipboard;
@@ -90,6 +91,13 @@ class ScriptedPlatform : public Platform {
         const auto kind = WindowKinds.front();
         WindowKinds.pop_front();
         return kind;
+    }
+    bool AskGrid() override {
+        if (GridFillings.empty())
+            return false;
+        const auto filling = GridFillings.front();
+        GridFillings.pop_front();
+        return filling();
     }
     std::optional<std::string> AskOpenName(const FileDialog& dialog) override {
         return NextFileName(dialog);

@@ -496,11 +496,12 @@ TEST_F(FileWindows, TheWindowMenuNamesFilesAsTheyAre) {
         QStringList texts;
         for (const QAction* action : menu.actions())
             texts << (action->isSeparator() ? "-" : action->text());
-        EXPECT_EQ(texts, (QStringList{"&Undo", "&Options...", "-", "&Cascade", "&Tile", "Ne&xt",
-                                      "C&lose", "-", "R&&D.dim", "Calculation 2"}));
+        EXPECT_EQ(texts,
+                  (QStringList{"&Undo", "&Options...", "Input &Grids", "-", "&Cascade", "&Tile",
+                               "Ne&xt", "C&lose", "-", "R&&D.dim", "Calculation 2"}));
     }
     EXPECT_TRUE(menu.actions().back()->isChecked());
-    menu.actions()[8]->trigger();
+    menu.actions()[9]->trigger();
     EXPECT_EQ(AnalysisNo, 1);
 }
 

@@ -272,10 +272,7 @@ TEST_F(CalcWindow, PastesFromItsPopUpMenuAlike) {
 }
 
 TEST_F(CalcWindow, MarksATextThatIsReadAsAnotherNumber) {
-    const auto mark = [this] {
-        const auto actions = Box(sd_).actions();
-        return actions.size() == 1 && actions.front()->isVisible();
-    };
+    const auto mark = [this] { return Box(sd_).findChild<QAction*>("actReading")->isVisible(); };
     EXPECT_FALSE(mark());
     const QString state = Box(sd_).accessibleDescription();
     const QString hint = hands::TextOf(Window(), "lblStatus");
@@ -517,6 +514,13 @@ TEST_F(BluePar, IsShownInBlueWithItsTips) {
     EXPECT_TRUE(hands::Control(Child(), "lblGetCalc")->isVisible());
     EXPECT_EQ(hands::TextOf(Child(), "lblGetCalc"),
               "Double-click Blue Text to Calculate the Value from Table(s).");
+}
+
+TEST_F(BluePar, IsKnownWithoutColour) {
+    EXPECT_TRUE(Box(sd_).findChild<QAction*>("actTables")->isVisible());
+    EXPECT_TRUE(Box(sd_).accessibleDescription().contains("F2 calculates it from tables"));
+    EXPECT_FALSE(Box(size2_).findChild<QAction*>("actTables")->isVisible());
+    EXPECT_FALSE(Box(size2_).accessibleDescription().contains("F2"));
 }
 
 TEST_F(BluePar, DiscardsTheGridDataWhenChangedByHand) {

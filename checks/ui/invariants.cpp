@@ -6,6 +6,7 @@
 #include "core/catalogue.h"
 #include "core/fault.h"
 #include "core/general.h"
+#include "core/gridtable.h"
 #include "core/last_step.h"
 #include "core/menus.h"
 #include "core/reading.h"
@@ -37,6 +38,8 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTabWidget>
+#include <QTableWidget>
 #include <QTextEdit>
 
 #include <algorithm>
@@ -228,8 +231,8 @@ QString CaptionsAreThoseOfTheAnalyses(const frmMain& window) {
 }
 
 QString NoWindowIsLeftOver(const frmMain& window) {
-    const QStringList known = {"frmMain",   "frmShowSmp", "frmShowPar",     "frmSummary",
-                               "frmOutput", "frmHelp",    "another program"};
+    const QStringList known = {"frmMain",   "frmShowSmp", "frmShowPar",    "frmSummary",
+                               "frmOutput", "frmHelp",    "frmGridTable0", "another program"};
     for (const QWidget* widget : QApplication::topLevelWidgets()) {
         const bool isWindow =
             widget->windowType() == Qt::Window || widget->windowType() == Qt::Dialog;
@@ -548,6 +551,34 @@ QString TheSummaryIsOfTheResult(const frmMain& window) {
               ToQt(StatementText()));
 }
 
+QString TheGridsAreThoseOfTheAnalysis(const frmMain& window) {
+    const QWidget& grids = *window.Floating(FloatingWindow::Grid);
+    const bool areThere = AnalysisNo > 0 && HasGridData == True;
+    const QString enabled =
+        Is("the grids' being enabled", Part<QAction>(window, "mnuShowGrids").isEnabled(), areThere);
+    if (!enabled.isEmpty() || !grids.isVisible())
+        return enabled;
+    if (!areThere)
+        return "grids are shown that no value derives from";
+    const auto& tabs = Part<QTabWidget>(grids, "tabGrids");
+    const std::vector<FilledGrid> filled = FilledGrids();
+    if (tabs.count() != static_cast<int>(filled.size()))
+        return Is("the number of grids", tabs.count(), static_cast<int>(filled.size()));
+    for (int i = 0; i < tabs.count(); ++i) {
+        const auto* table = tabs.widget(i)->findChild<QTableWidget*>();
+        const Array2<std::string>& cells = filled[static_cast<std::size_t>(i)].Cells;
+        for (int row = 1; row <= cells.HighBound1(); ++row)
+            for (int column = 1; column <= cells.HighBound2(); ++column) {
+                const QString wrong =
+                    Is(QString("cell %1, %2 of grid %3").arg(row).arg(column).arg(i + 1),
+                       table->item(row - 1, column - 1)->text(), ToQt(cells(row, column)));
+                if (!wrong.isEmpty())
+                    return wrong;
+            }
+    }
+    return {};
+}
+
 struct Invariant {
     const char* Name;
     QString (*Complaint)(const frmMain& window);
@@ -574,6 +605,7 @@ constexpr Invariant invariants[] = {
     {"the status bar says what to do", TheStatusBarSaysWhatToDo},
     {"the option window shows the options", TheOptionWindowShowsTheOptions},
     {"the summary is of the result", TheSummaryIsOfTheResult},
+    {"the grids are those of the analysis", TheGridsAreThoseOfTheAnalysis},
 };
 
 // --- Results ----------------------------------------------------------------------------------

@@ -610,6 +610,7 @@ void Monkey::ActOnWindows() {
             {4, &Monkey::RightClickSomewhere},
             {4, &Monkey::DoubleClickSomewhere},
             {14, &Monkey::PressLabel},
+            {8, &Monkey::OpenGrids},
             {14, &Monkey::PressOk},
             {6, &Monkey::TypeSomewhere},
             {16, &Monkey::TypeNumber},
@@ -722,6 +723,49 @@ void Monkey::RightClickSomewhere() {
 void Monkey::DoubleClickSomewhere() {
     if (QWidget* control = SomeControl(SomeWindow()))
         ClickAt(*control, SomePoint(*control), Qt::LeftButton, true);
+}
+
+void Monkey::OpenGrids() {
+    std::vector<ValueBox*> blue;
+    for (ValueBox* box : Reachable<ValueBox>(Window()))
+        if (box->findChild<QAction*>("actTables")->isVisible())
+            blue.push_back(box);
+    if (blue.empty())
+        return PressLabel();
+    ValueBox& box = *OneOf(blue);
+    ClickAt(box, box.rect().center(), Qt::LeftButton);
+    if (box.hasFocus())
+        Press(*box.window(), Qt::Key_F2);
+}
+
+// Mostly figures that may do for the whole grid, so that some sequences come to their end.
+void Monkey::FillGrid(QWidget& grid) {
+    static const QStringList fillings = {"0.5", "1", "0.25", "0.1", "-1", "3", "0"};
+    QWidget& box = *grid.findChild<QWidget*>("txtText");
+    switch (Below(5)) {
+    case 0: {
+        QString block;
+        const QString figure = OneOf(fillings);
+        for (int row = 0; row < 10; ++row) {
+            for (int column = 0; column < 10; ++column)
+                block += (OneIn(3) ? OneOf(fillings) : figure) + (column < 9 ? "\t" : "\n");
+        }
+        QApplication::clipboard()->setText(block);
+        box.setFocus();
+        return Press(grid, Qt::Key_V, Qt::ControlModifier);
+    }
+    case 1: {
+        constexpr Qt::Key keys[] = {Qt::Key_Return, Qt::Key_Tab,  Qt::Key_Backtab, Qt::Key_Up,
+                                    Qt::Key_Down,   Qt::Key_Left, Qt::Key_Right,   Qt::Key_F1};
+        box.setFocus();
+        return Press(grid, keys[Below(std::size(keys))]);
+    }
+    case 2:
+        return TypeInto(box, OneIn(3) ? SomeText() : SomeNumber());
+    default:
+        auto& button = *grid.findChild<QWidget*>(OneIn(10) ? "cmdCancel" : "cmdOK");
+        return ClickAt(button, button.rect().center(), Qt::LeftButton);
+    }
 }
 
 void Monkey::PressLabel() {
@@ -1032,6 +1076,8 @@ void Monkey::ActOnModal(QWidget& modal) {
     // Of printing, the preview is enough.
     if (modal.objectName() == "printPreview" || modal.inherits("QPrintDialog"))
         return Press(modal, Qt::Key_Escape);
+    if (modal.objectName() == "frmGridTable" && !OneIn(4))
+        return FillGrid(modal);
     switch (Below(10)) {
     case 0:
         return Press(modal, Qt::Key_Escape);

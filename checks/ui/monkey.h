@@ -117,6 +117,7 @@ class Monkey : public QObject {
     void RightClickSomewhere();
     void DoubleClickSomewhere();
     void PressLabel();
+    void OpenGrids();
     void PressOk();
     void TypeSomewhere();
     void TypeNumber();
@@ -137,6 +138,7 @@ class Monkey : public QObject {
     void ActOnPopup(QWidget& popup);
     // at a question,
     void ActOnModal(QWidget& modal);
+    void FillGrid(QWidget& grid);
     void AnswerMessage(QMessageBox& box);
     void AnswerFileDialog(QFileDialog& dialog);
     void GiveUp(QWidget& dialog);

@@ -268,6 +268,8 @@ void LoadAnalysis() {
     LoadOutput(record);
     LoadGrids(record);
     LoadSimulation(record);
+    if (HasGridData == False)
+        ThePlatform().Hide(FloatingWindow::Grid);
     ParListName = record.ParListName;
     HelpContext = static_cast<f32>(HelpDescription());
 

@@ -278,6 +278,8 @@ bool ReadAnalysisFile(const std::string& path) {
     TakeTitlesFromFile();
     if (IsTableOrGraph())
         EnsureRun();
+    if (HasGridData == True)
+        ThePlatform().Show(FloatingWindow::Grid);
     MarkChanged();
     StoreAnalysis();
     UpdateMenus();

@@ -77,12 +77,21 @@ bool SelIsTablePar(i16 parNo) {
     });
 }
 
-f32 SelCalcTablePar() {
-    return WithModule(CurrentKey(), []<class M>() -> f32 {
-        if constexpr (requires { M::CalcTablePar(); })
-            return M::CalcTablePar();
+std::vector<Grid> SelTableGrids(i16 parNo) {
+    return WithModule(CurrentKey(), [parNo]<class M>() -> std::vector<Grid> {
+        if constexpr (requires { M::TableGrids(parNo); })
+            return M::TableGrids(parNo);
         else
-            return 0;
+            return {};
+    });
+}
+
+f32 SelCalcTablePar(i16 parNo) {
+    return WithModule(CurrentKey(), [parNo]<class M>() -> f32 {
+        if constexpr (requires { M::CalcTablePar(parNo); })
+            return M::CalcTablePar(parNo);
+        else
+            return static_cast<f32>(NoValue);
     });
 }
 

@@ -2,7 +2,10 @@
 #pragma once
 
 #include "core/analysis_key.h"
+#include "core/gridtable.h"
 #include "core/types.h"
+
+#include <vector>
 
 namespace quorvanta {
 
@@ -21,7 +24,8 @@ bool SelCheckPar();
 void SelSearchLimits(f64& lower, f64& upper);
 f64 SelRootFunction();
 bool SelIsTablePar(i16 parNo);
-f32 SelCalcTablePar();
+std::vector<Grid> SelTableGrids(i16 parNo);
+f32 SelCalcTablePar(i16 parNo);
 void SelSetLabels();
 
 // The largest sample up to which the power of the current analysis is exact, where it is an

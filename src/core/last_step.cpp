@@ -16,6 +16,8 @@ const char* NameOf(StepKind kind) {
         return "New Test";
     case StepKind::NewDistribution:
         return "New Distribution";
+    case StepKind::Tables:
+        return "Value from Tables";
     default:
         return "Options";
     }

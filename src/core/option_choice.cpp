@@ -68,6 +68,8 @@ void ChooseLeftTail(bool left) {
 }
 
 void ChooseProcedure(i16 procedureNo) {
+    if (procedureNo < ProcedureTest || procedureNo > ProcedureInterval)
+        throw RunTimeError(Fault::BadIndex);
     if (procedureNo != ProcedureNo) {
         ProcedureNo = procedureNo;
         StartTwoSidedInterval();

@@ -79,6 +79,10 @@ class Windows {
     // Asks for the kind of a new window; nothing when the user cancels.
     virtual std::optional<i16> AskWindowKind(bool offerSimulation) = 0;
 
+    // Lets the user fill the current input grid (core/gridtable.h) until it is accepted; false when
+    // he cancels.
+    virtual bool AskGrid() = 0;
+
     // Child windows, addressed by kind and number. A child shows the current analysis only.
     virtual void OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,
                            const std::string& caption) = 0;

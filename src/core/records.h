@@ -131,7 +131,7 @@ struct OwnChoices {
 };
 
 // What a step of the user was.
-enum class StepKind { Calculation, NewTest, NewDistribution, Options };
+enum class StepKind { Calculation, NewTest, NewDistribution, Options, Tables };
 
 // An analysis as it was before a step; once the step is undone, as it was after it.
 struct AnalysisStep {

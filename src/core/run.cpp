@@ -8,10 +8,12 @@
 #include "core/floating_windows.h"
 #include "core/general.h"
 #include "core/menus.h"
+#include "core/obstacle.h"
 #include "core/platform.h"
 #include "core/records.h"
 #include "core/search.h"
 #include "core/values.h"
+#include "output/format.h"
 
 #include <algorithm>
 #include <cmath>
@@ -222,6 +224,15 @@ struct RunValues {
     f32 YMax = -static_cast<f32>(NoValue);
 };
 
+// What stands in the way at the first point, where a run has found no value at all.
+std::string ObstacleAtFirst(const XAxis& axis, const std::vector<f32>& zValues) {
+    ParValue(XParNo) = f64{axis.Min};
+    if (HasZPar())
+        ParValue(ZParNo) = f64{zValues.front()};
+    return "With " + StripAmpersand(ParLabel(ParKind(XParNo))) + " " + Str(axis.Min) + ": " +
+           Obstacle();
+}
+
 } // namespace
 
 const RunRefusal& LastRefusal() {
@@ -269,6 +280,7 @@ void CalcRun() {
         return;
     }
     if (!values.HasValues()) {
+        ThePlatform().ShowStatus(ObstacleAtFirst(*axis, *zValues));
         Cancelled = ShowCantCalculate();
         return;
     }

@@ -31,6 +31,8 @@ void EraseAll(std::string& text, const std::string& part) {
         text.erase(at, part.size());
 }
 
+} // namespace
+
 std::string OnlyAllowed(std::string text) {
     while (const auto forbidden = FirstForbidden(text)) {
         ThePlatform().Beep();
@@ -39,8 +41,6 @@ std::string OnlyAllowed(std::string text) {
     }
     return text;
 }
-
-} // namespace
 
 std::string CheckTyped(const std::string& text, std::string* stored) {
     std::string clean = OnlyAllowed(text);
@@ -61,6 +61,8 @@ std::string TypedParText(i16 parNo, const std::string& text) {
         HasGridData = False;
         HasDistrGraph = False;
         ParListName = Headline();
+        ThePlatform().Hide(FloatingWindow::Grid);
+        UpdateMenus();
     }
     return clean;
 }

@@ -11,6 +11,9 @@ namespace quorvanta {
 // What a value box may hold.
 inline constexpr std::string_view ValueCharacters = "0123456789.-, ";
 
+// The text without what no number contains: each such character is told, in the order of the text.
+std::string OnlyAllowed(std::string text);
+
 // A text of the value boxes of the current analysis has changed. Returns the text that the box
 // has to show: the first character that no number contains is told and taken out.
 std::string TypedParText(i16 parNo, const std::string& text);

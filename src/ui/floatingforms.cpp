@@ -1,6 +1,7 @@
 #include "ui/floatingforms.h"
 
 #include "core/floating_windows.h"
+#include "ui/frmgridtable.h"
 #include "ui/frmoutput.h"
 #include "ui/frmshowpar.h"
 #include "ui/frmshowsmp.h"
@@ -16,6 +17,7 @@ void FloatingForms::Add(FloatingWindow window, Window* form, bool follows) {
 FloatingForms::FloatingForms(QWidget& parent) : frmShowPar_(new frmShowPar(&parent)) {
     Add(FloatingWindow::Options, new frmShowSmp(&parent), false);
     Add(FloatingWindow::Parameters, frmShowPar_, true);
+    Add(FloatingWindow::Grid, new frmGridTable0(&parent), true);
     Add(FloatingWindow::Summary, new frmSummary(&parent), false);
     Add(FloatingWindow::Output, new frmOutput(&parent), true);
 }

@@ -209,6 +209,11 @@ void frmMain::MakeWindowMenu() {
     optionsAction_->setObjectName("mnuReopenOptions");
     optionsAction_->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_O);
     optionsAction_->setStatusTip(tr("Opens the options of the analysis; its values stay."));
+    gridsAction_ = mnuWindow_->addAction(tr("Input &Grids"), this,
+                                         [this] { ShowFloating(FloatingWindow::Grid); });
+    gridsAction_->setObjectName("mnuShowGrids");
+    gridsAction_->setStatusTip(tr("Shows the tables that values of the analysis were derived "
+                                  "from."));
     RefreshAnalysisActions();
     mnuWindow_->addSeparator();
     MakeWindowAction(tr("&Cascade"), &QMdiArea::cascadeSubWindows);
@@ -227,6 +232,7 @@ void frmMain::RefreshAnalysisActions() {
     stepBackAction_->setText("&" + ToQt(StepBackName()));
     stepBackAction_->setEnabled(CanStepBack());
     optionsAction_->setEnabled(CanReopenOptions());
+    gridsAction_->setEnabled(AnalysisNo > 0 && HasGridData == True);
 }
 
 QAction* frmMain::MakeWindowAction(const QString& caption, void (QMdiArea::*slot)()) {

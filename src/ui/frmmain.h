@@ -110,6 +110,7 @@ class frmMain : public QMainWindow {
     std::map<i16, QAction*> mnuGetInfo_;
     QAction* stepBackAction_ = nullptr;
     QAction* optionsAction_ = nullptr;
+    QAction* gridsAction_ = nullptr;
     std::vector<QAction*> windowActions_; // of the menu of windows, before the list of them
     FileDialogs dialogs_;
     FloatingForms floating_;

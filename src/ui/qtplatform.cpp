@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/records.h"
 #include "ui/frmgraphortext.h"
+#include "ui/frmgridtable.h"
 #include "ui/frmmain.h"
 #include "ui/frmnewwindow.h"
 #include "ui/frmprogress.h"
@@ -166,6 +167,11 @@ std::string QtPlatform::Bitmap(const Drawing& drawing) {
 
 std::optional<i16> QtPlatform::AskWindowKind(bool offerSimulation) {
     return frmNewWindow(&window_, offerSimulation).Ask();
+}
+
+bool QtPlatform::AskGrid() {
+    const KeepFront front(window_);
+    return frmGridTable(Front()).Ask();
 }
 
 void QtPlatform::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,

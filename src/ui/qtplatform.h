@@ -34,6 +34,7 @@ class QtPlatform : public Platform {
     void CopyPicture(const Drawing& drawing) override;
     void Print(OutputForm form, const Drawing& drawing) override;
     std::string Bitmap(const Drawing& drawing) override;
+    bool AskGrid() override;
     void OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,
                    const std::string& caption) override;
     void RaiseChild(i16 windowKind, i16 windowNo) override;

@@ -15,6 +15,7 @@
 #include <QMimeData>
 #include <QPalette>
 #include <QSignalBlocker>
+#include <QStringList>
 #include <QStyle>
 
 #include <algorithm>
@@ -60,8 +61,15 @@ bool IsModifier(int key) {
 
 ValueBox::ValueBox(QWidget* parent)
     : QLineEdit(parent), mark_(addAction(style()->standardIcon(QStyle::SP_MessageBoxWarning),
-                                         QLineEdit::LeadingPosition)) {
+                                         QLineEdit::LeadingPosition)),
+      table_(addAction(style()->standardIcon(QStyle::SP_FileDialogDetailedView),
+                       QLineEdit::TrailingPosition)) {
     mark_->setVisible(false);
+    mark_->setObjectName("actReading");
+    table_->setVisible(false);
+    table_->setObjectName("actTables");
+    table_->setToolTip(tr("Calculate the value from tables (F2)"));
+    connect(table_, &QAction::triggered, this, &ValueBox::DblClick);
     setAlignment(Qt::AlignRight);
     setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
 }
@@ -101,6 +109,15 @@ void ValueBox::SetBlue(bool blue) {
     if (blue_ == blue)
         return;
     blue_ = blue;
+    table_->setVisible(blue);
+    Describe();
+    Recolour();
+}
+
+void ValueBox::SetRefused(bool refused) {
+    if (refused_ == refused)
+        return;
+    refused_ = refused;
     Describe();
     Recolour();
 }
@@ -137,8 +154,13 @@ void ValueBox::Describe() {
         setToolTip(QStringLiteral(" Doubleclick the textbox to get the value calculated."));
     else
         setToolTip(hint_);
-    const bool hasBoth = !state_.isEmpty() && !note_.isEmpty();
-    setAccessibleDescription(state_ + (hasBoth ? ", " : "") + note_);
+    QStringList all{state_, note_};
+    if (blue_)
+        all << tr("F2 calculates it from tables");
+    if (refused_)
+        all << tr("refused");
+    all.removeAll("");
+    setAccessibleDescription(all.join(", "));
 }
 
 QSize ValueBox::sizeHint() const {
@@ -208,6 +230,11 @@ void ValueBox::keyPressEvent(QKeyEvent* event) {
         event->accept();
         return;
     }
+    if (blue_ && event->key() == Qt::Key_F2 && event->modifiers() == Qt::NoModifier) {
+        emit DblClick();
+        event->accept();
+        return;
+    }
     if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down) {
         emit MoveToNext(event->key() == Qt::Key_Down ? 1 : -1);
         event->accept();
@@ -274,6 +301,8 @@ void ValueBox::Recolour() {
     if (blue_) {
         own.setColor(QPalette::Text, dark ? QColor(0x7A, 0xB8, 0xFF) : QColor(0, 0, 0xFF));
     }
+    if (refused_)
+        own.setColor(QPalette::Base, dark ? DarkRefusedColor : RefusedColor);
     recolouring_ = true;
     setPalette(own);
     recolouring_ = false;

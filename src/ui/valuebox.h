@@ -11,6 +11,9 @@ namespace quorvanta {
 inline const QColor NoResultColor(0xC0, 0xC0, 0xC0);
 // The same on a dark screen, where that would be the brightest of all boxes.
 inline const QColor DarkNoResultColor(0x44, 0x44, 0x44);
+// The background of a text that was refused.
+inline const QColor RefusedColor(0xFF, 0xD0, 0xD0);
+inline const QColor DarkRefusedColor(0x70, 0x20, 0x20);
 
 class ValueBox : public QLineEdit {
     Q_OBJECT
@@ -33,8 +36,11 @@ class ValueBox : public QLineEdit {
     void SetGrey(bool grey);
     bool IsGrey() const { return grey_; }
 
-    // Blue: the value can be derived from an input grid.
+    // Blue: the value can be derived from an input grid; a button in the box, and F2, open it.
     void SetBlue(bool blue);
+
+    // Stands out as the one whose text was refused.
+    void SetRefused(bool refused);
 
     // Stands out: the value is the result.
     void SetResult(bool result);
@@ -75,12 +81,14 @@ class ValueBox : public QLineEdit {
     void Insert(const QString& pasted);
 
     QAction* mark_;
+    QAction* table_; // of a blue box
     QString state_;
     QString hint_;
     QString note_;
     int visibleCharacters_ = 12;
     bool grey_ = false;
     bool blue_ = false;
+    bool refused_ = false;
     bool recolouring_ = false; // the change of the palette is our own
     bool focusedByMouse_ = false;
 };

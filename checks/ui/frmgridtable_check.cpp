@@ -1,0 +1,327 @@
+// Input grids in the real window: the moving box, the keys, refusals, blocks, sequences.
+#include "core/analysis_state.h"
+#include "core/gridchecks.h"
+#include "core/gridtable.h"
+#include "ui/gridbox.h"
+#include "ui/qttext.h"
+#include "ui/valuebox.h"
+#include "ui/window_fixture.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <QTest>
+
+#include <functional>
+
+namespace quorvanta {
+namespace {
+
+class GridWindow : public WindowCheck {
+  protected:
+    GridWindow() { OpenTTest(); }
+
+    // The user does this in the window of the next grid.
+    void When(std::function<void(QWidget&)> act) {
+        hands::WhenModal("frmGridTable", [this, act = std::move(act)](QWidget& grid) {
+            window_ = &grid;
+            act(grid);
+            if (grid.isVisible())
+                hands::Click(grid, "cmdCancel");
+        });
+    }
+
+    bool Ask(const Grid& grid, const std::string& label = "H1: &Mean") {
+        return ShowGrids({grid}, label);
+    }
+
+    GridBox& Cell() { return *hands::Control<GridBox>(*window_, "txtText"); }
+    QTableWidget& Table() { return *hands::Control<QTableWidget>(*window_, "tblGrid"); }
+
+    void TypeText(const QString& text) { QTest::keyClicks(&Cell(), text); }
+    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(&Cell(), key, modifiers);
+    }
+
+    // The cell that the box lies over.
+    QPoint Place() {
+        for (int row = 0; row < Table().rowCount(); ++row)
+            for (int column = 0; column < Table().columnCount(); ++column)
+                if (Table().visualRect(Table().model()->index(row, column)) == Cell().geometry())
+                    return {row + 1, column + 1};
+        return {0, 0};
+    }
+
+    QString TextAt(int row, int column) { return Table().item(row - 1, column - 1)->text(); }
+
+    void ClickCell(int row, int column) {
+        const QRect cell = Table().visualRect(Table().model()->index(row - 1, column - 1));
+        QTest::mouseClick(Table().viewport(), Qt::LeftButton, {}, cell.center());
+    }
+
+    static Grid Means() {
+        return {.Store = 1,
+                .Rows = 3,
+                .Columns = 2,
+                .Title = "Means of groups",
+                .RowHeads = "Group",
+                .ColumnHeads = "Mean,Standard Deviation"};
+    }
+
+    QWidget* window_ = nullptr;
+};
+
+TEST_F(GridWindow, NamesWhatItIsFor) {
+    When([this](QWidget& grid) {
+        EXPECT_TRUE(grid.isModal());
+        EXPECT_EQ(grid.windowTitle(), "Calculation of H1: Mean");
+        EXPECT_EQ(hands::TextOf(grid, "lblGridTitle"), "Means of groups");
+        EXPECT_EQ(hands::TextOf(grid, "cmdOK"), "C&alculate");
+        EXPECT_EQ(hands::TextOf(grid, "cmdCancel"), "&Cancel");
+        EXPECT_EQ(hands::TextOf(grid, "cmdClearRow"), "Clear&Row");
+        EXPECT_EQ(Table().verticalHeaderItem(1)->text(), "Group 2");
+        EXPECT_EQ(Table().horizontalHeaderItem(0)->text(), "Mean");
+        EXPECT_EQ(Table().horizontalHeaderItem(1)->text(), "Standard Deviation");
+        EXPECT_TRUE(Cell().hasFocus());
+        EXPECT_EQ(Place(), QPoint(1, 1));
+        EXPECT_EQ(Cell().accessibleName(), "Group 1, Mean");
+    });
+    Ask(Means());
+}
+
+TEST_F(GridWindow, IsFilledWithTheKeys) {
+    When([this](QWidget& grid) {
+        TypeText("1");
+        Key(Qt::Key_Return);
+        EXPECT_EQ(Place(), QPoint(1, 2));
+        EXPECT_EQ(Cell().accessibleName(), "Group 1, Standard Deviation");
+        TypeText("2,5");
+        Key(Qt::Key_Tab);
+        EXPECT_EQ(Place(), QPoint(2, 1));
+        TypeText("3");
+        Key(Qt::Key_Backtab);
+        EXPECT_EQ(Place(), QPoint(1, 2));
+        EXPECT_EQ(Cell().text(), "2.5") << "the comma is a point";
+        EXPECT_EQ(Cell().selectedText(), "2.5");
+        Key(Qt::Key_Down);
+        EXPECT_EQ(Place(), QPoint(2, 2));
+        TypeText("4");
+        Key(Qt::Key_Down);
+        TypeText("6");
+        Key(Qt::Key_Left);
+        EXPECT_EQ(Place(), QPoint(3, 2)) << "left of the 6 first";
+        Key(Qt::Key_Left);
+        EXPECT_EQ(Place(), QPoint(3, 1));
+        TypeText("5");
+        Key(Qt::Key_Up);
+        EXPECT_EQ(Place(), QPoint(2, 1));
+        Key(Qt::Key_Right);
+        EXPECT_EQ(Place(), QPoint(2, 2)) << "the whole text is selected";
+        EXPECT_EQ(TextAt(3, 1), "5");
+        ClickCell(3, 2);
+        EXPECT_EQ(Place(), QPoint(3, 2));
+        Key(Qt::Key_Return);
+        EXPECT_TRUE(hands::Control(grid, "cmdOK")->hasFocus()) << "behind the last cell";
+        QTest::keyClick(hands::Control(grid, "cmdOK"), Qt::Key_Space);
+        EXPECT_FALSE(grid.isVisible());
+    });
+    EXPECT_TRUE(Ask(Means()));
+    EXPECT_EQ(GridData(1)(1, 2), 2.5F);
+    EXPECT_EQ(GridData(1)(3, 1), 5.0F);
+    EXPECT_EQ(GridData(1)(3, 2), 6.0F);
+    EXPECT_EQ(Messages.Texts, QStringList());
+}
+
+TEST_F(GridWindow, UndoesTypingInTheBox) {
+    When([this](QWidget&) {
+        TypeText("12");
+        Key(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Cell().text(), "");
+    });
+    Ask(Means());
+}
+
+TEST_F(GridWindow, RefusesALetterLikeEveryBox) {
+    When([this](QWidget&) {
+        TypeText("1x");
+        EXPECT_EQ(Cell().text(), "1");
+    });
+    Ask(Means());
+    EXPECT_EQ(Messages.Texts, QStringList{"x   Is Not Allowed. Must Be a Digit."});
+}
+
+TEST_F(GridWindow, KeepsTheBoxOnACellThatIsRefused) {
+    When([this](QWidget&) {
+        TypeText("1.5");
+        Key(Qt::Key_Return);
+        EXPECT_EQ(Place(), QPoint(1, 1));
+        EXPECT_EQ(Cell().text(), "1.5") << "nothing that was typed is lost";
+        EXPECT_EQ(Cell().selectedText(), "1.5");
+        EXPECT_EQ(Cell().palette().color(QPalette::Base), RefusedColor);
+        EXPECT_TRUE(Cell().accessibleDescription().contains("refused"));
+        ClickCell(3, 1);
+        EXPECT_EQ(Place(), QPoint(1, 1));
+        TypeText("0.5");
+        EXPECT_NE(Cell().palette().color(QPalette::Base), RefusedColor);
+        Key(Qt::Key_Return);
+        EXPECT_EQ(Place(), QPoint(1, 2));
+    });
+    Grid grid = Means();
+    grid.Check = ProportionCells();
+    Ask(grid);
+    const QString message = "Proportion in Cell  (1,1)  Must Be >= 0 and <= 1.";
+    EXPECT_EQ(Messages.Texts, (QStringList{message, message}));
+    EXPECT_EQ(Messages.LastIcon, QMessageBox::Warning);
+}
+
+TEST_F(GridWindow, LooksAtEveryCellOnceMore) {
+    When([this](QWidget& grid) {
+        TypeText("1");
+        hands::Click(grid, "cmdOK");
+        EXPECT_TRUE(grid.isVisible());
+        EXPECT_EQ(Place(), QPoint(1, 2));
+        EXPECT_TRUE(Cell().hasFocus());
+        EXPECT_EQ(Cell().palette().color(QPalette::Base), RefusedColor);
+        EXPECT_EQ(TextAt(1, 1), "1");
+    });
+    EXPECT_FALSE(Ask(Means()));
+    EXPECT_EQ(Messages.Texts, QStringList{"A Value Is Missing."});
+    EXPECT_EQ(Messages.Titles, QStringList{"Can't Calculate."});
+    EXPECT_EQ(HasGridData, False);
+}
+
+TEST_F(GridWindow, ClearsTheRowOfTheBox) {
+    When([this](QWidget& grid) {
+        for (const char* text : {"1", "2", "3", "4"}) {
+            TypeText(text);
+            Key(Qt::Key_Return);
+        }
+        ClickCell(1, 2);
+        hands::Click(grid, "cmdClearRow");
+        EXPECT_EQ(Cell().text(), "");
+        EXPECT_EQ(TextAt(1, 1), "");
+        EXPECT_EQ(TextAt(2, 1), "3");
+        EXPECT_TRUE(Cell().hasFocus());
+    });
+    Ask(Means());
+}
+
+TEST_F(GridWindow, TakesAndGivesBlocks) {
+    When([this](QWidget& grid) {
+        QApplication::clipboard()->setText("1\t2\r\n3,5\t4\r\n");
+        ClickCell(2, 1);
+        Key(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(Cell().text(), "1");
+        EXPECT_EQ(TextAt(3, 1), "3.5");
+        Key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_EQ(QApplication::clipboard()->text(), "\t\n1\t2\n3.5\t4\n");
+        QApplication::clipboard()->setText("7");
+        ClickCell(1, 1);
+        Key(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(Cell().text(), "7") << "a single figure goes into the text";
+        hands::Click(grid, "cmdCopyGrid");
+        EXPECT_EQ(QApplication::clipboard()->text(), "7\t\n1\t2\n3.5\t4\n");
+    });
+    Ask(Means());
+}
+
+TEST_F(GridWindow, ShowsSumsAsTheyGrow) {
+    When([this](QWidget&) {
+        TypeText("0.25");
+        EXPECT_EQ(Table().item(0, 2)->text(), "Sum: 0.25");
+        Key(Qt::Key_Return);
+        TypeText("0.7");
+        EXPECT_EQ(Table().item(0, 2)->text(), "Sum: 0.95");
+        Key(Qt::Key_Return);
+        EXPECT_EQ(Place(), QPoint(1, 2));
+    });
+    Grid grid = Means();
+    grid.Check = RowsOfProportions();
+    grid.RowSum = 1;
+    Ask(grid);
+    EXPECT_EQ(Messages.Texts, QStringList{"Sum of Proportions in Row 1 Must Equal 1."});
+}
+
+TEST_F(GridWindow, FillsTheMirrorImage) {
+    When([this](QWidget&) {
+        EXPECT_EQ(Place(), QPoint(1, 2)) << "past the diagonal";
+        TypeText("0.5");
+        EXPECT_EQ(TextAt(2, 1), "0.5");
+        EXPECT_EQ(TextAt(1, 1), "1");
+        ClickCell(2, 2);
+        EXPECT_EQ(Place(), QPoint(1, 2)) << "the diagonal can't be entered";
+    });
+    Ask({.Store = 5,
+         .Rows = 2,
+         .Columns = 2,
+         .Check = CorrelationMatrix(),
+         .Symmetric = true,
+         .Diagonal = "1"});
+}
+
+TEST_F(GridWindow, LeadsFromGridToGrid) {
+    QStringList buttons;
+    When([&](QWidget& grid) {
+        buttons << hands::TextOf(grid, "cmdOK");
+        TypeText("1");
+        Key(Qt::Key_Return);
+        TypeText("2");
+        When([&](QWidget& second) {
+            buttons << hands::TextOf(second, "cmdOK");
+            QTest::keyClick(&second, Qt::Key_Escape);
+            EXPECT_FALSE(second.isVisible());
+        });
+        hands::Click(grid, "cmdOK");
+    });
+    EXPECT_FALSE(
+        ShowGrids({{.Store = 1, .Rows = 2, .Columns = 1}, {.Store = 2, .Rows = 2, .Columns = 1}},
+                  "H1: &Mean"));
+    EXPECT_EQ(buttons, (QStringList{"&Next", "C&alculate"}));
+    EXPECT_EQ(GridData(1)(1, 1), 99999.0F) << "the cancel takes the first back, too";
+}
+
+TEST_F(GridWindow, LargeGridsFitTheScreen) {
+    When([this](QWidget& grid) {
+        const QSize screen = grid.screen()->availableSize();
+        EXPECT_LE(grid.frameGeometry().width(), screen.width());
+        EXPECT_LE(grid.frameGeometry().height(), screen.height());
+        for (int i = 1; i < 100; ++i) {
+            TypeText(QString::number(i));
+            Key(Qt::Key_Return);
+            EXPECT_TRUE(Table().viewport()->rect().contains(Cell().geometry())) << i;
+        }
+        TypeText("100");
+        hands::Click(grid, "cmdOK");
+        EXPECT_FALSE(grid.isVisible());
+    });
+    EXPECT_TRUE(Ask({.Store = 4, .Rows = 10, .Columns = 10}));
+    EXPECT_EQ(GridData(4)(10, 10), 100.0F);
+    EXPECT_EQ(GridData(4)(10, 1), 91.0F);
+}
+
+TEST_F(GridWindow, FilledGridsCanBeLookedAt) {
+    When([this](QWidget& grid) {
+        QApplication::clipboard()->setText("1\t2\n3\t4\n5\t6\n");
+        Key(Qt::Key_V, Qt::ControlModifier);
+        hands::Click(grid, "cmdOK");
+    });
+    ASSERT_TRUE(Ask(Means()));
+    ThePlatform().RefreshMenus();
+    Trigger("mnuShowGrids");
+    QWidget* shown = hands::TopWindow("frmGridTable0");
+    ASSERT_NE(shown, nullptr);
+    const auto& tabs = *hands::Control<QTabWidget>(*shown, "tabGrids");
+    ASSERT_EQ(tabs.count(), 1);
+    EXPECT_EQ(tabs.tabText(0), "Means of groups");
+    const auto* table = tabs.widget(0)->findChild<QTableWidget*>();
+    EXPECT_EQ(table->item(1, 1)->text(), "4");
+    EXPECT_EQ(table->verticalHeaderItem(1)->text(), "Group 2");
+    EXPECT_EQ(table->horizontalHeaderItem(1)->text(), "Standard Deviation");
+    EXPECT_EQ(table->editTriggers(), QAbstractItemView::NoEditTriggers);
+}
+
+} // namespace
+} // namespace quorvanta

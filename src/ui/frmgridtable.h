@@ -1,0 +1,73 @@
+// frmGridTable: an input grid that is filled; frmGridTable0: those of the current analysis as they
+// were filled.
+#pragma once
+
+#include "core/gridtable.h"
+
+#include <QDialog>
+
+class QLabel;
+class QPushButton;
+class QTableWidget;
+class QTabWidget;
+
+namespace quorvanta {
+
+class GridBox;
+
+// One grid of a sequence. A single box moves over the cells; a cell whose text is refused keeps it.
+class frmGridTable : public QDialog {
+    Q_OBJECT
+
+  public:
+    explicit frmGridTable(QWidget* parent);
+
+    // False when the user cancels.
+    bool Ask();
+
+    QSize sizeHint() const override;
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void MakeTable();
+    QPushButton* MakeButton(const char* name, const QString& caption,
+                            void (frmGridTable::*click)());
+    void DrawGrid();
+    void DrawRow(i16 row);
+    void DrawSums();
+    void PlaceBox();
+    void MoveToCell(GridCell cell);
+    bool LeaveFor(GridCell cell);
+    GridCell Beside(int steps) const;
+    void StepTo(int steps);
+
+    void txtText_Change();
+    void cmdOK_Click();
+    void cmdCancel_Click();
+    void cmdClearRow_Click();
+    void cmdCopyGrid_Click();
+
+    QTableWidget* tblGrid_;
+    GridBox* txtText_;
+    QPushButton* cmdOK_ = nullptr;
+    GridCell at_{1, 1};
+};
+
+// A look at the filled grids of the current analysis.
+class frmGridTable0 : public QDialog {
+    Q_OBJECT
+
+  public:
+    explicit frmGridTable0(QWidget* parent);
+
+    void Refresh();
+
+  private:
+    QTabWidget* tabs_;
+};
+
+} // namespace quorvanta
