@@ -343,6 +343,42 @@ cohen(3, False, equivalent, 1)
 cohen(3, False, {**equivalent, 1: 0.8}, 224, (10, 1e4))
 
 
+def largest_variance(k, first, second):
+    """Flack et al. 1988: largest variance of kappa over all tables with these margins."""
+    first, second = np.array(first), np.array(second)
+    size = len(first)
+    chance = float(first @ second)
+    i, j = np.indices((size, size))
+    weights = np.where(i == j, (1 - (first[i] + second[j]) * (1 - k)) ** 2,
+                       ((second[i] + first[j]) * (1 - k)) ** 2).ravel()
+    rows = [(i == m).ravel() for m in range(size)] + [(j == m).ravel() for m in range(size)] + \
+        [(i == j).ravel()]
+    sides = [*first, *second, (1 - chance) * k + chance]
+    found = optimize.linprog(-weights, A_eq=np.array(rows, dtype=float), b_eq=sides)
+    table = found.x.reshape(size, size)
+    return delta_variance(cohens_kappa, np.maximum(table, 0)), table
+
+
+def general(tails, left, values, unknown, bracket=None, group=0):
+    def power(v):
+        truth = by_form(v, v[291], (292, 293, 294))
+        return z_power(v[0], tails, left, truth - v[291], math.sqrt(v[337] / v[224]),
+                       math.sqrt(v[338] / v[224]))
+    add(GENERAL, 1, tails, left, {48: group}, values, unknown, power, NORMAL, bracket)
+
+
+base = {0: 0.05, 291: 0.4, 292: 0.6, 337: 0.9, 338: 0.8, 224: 100}
+general(1, False, base, 1)
+general(2, False, base, 1)
+general(1, True, {**base, 292: 0.1}, 1)
+general(2, False, {**base, 1: 0.8}, 224, (3, 1e4))
+general(2, False, {**base, 1: 0.8}, 292, (0.41, 0.95))
+general(1, False, {**base, 1: 0.8}, 337, (0.1, 4))
+general(1, False, {**base, 1: 0.8}, 338, (0.01, 4))
+general(2, False, {0: 0.05, 1: 0.9, 291: 0.3, 293: 0.2, 337: 1, 338: 1.2}, 224, (3, 1e4), 1)
+general(1, False, {0: 0.05, 1: 0.8, 291: 0.3, 294: 2, 337: 1, 338: 1.2}, 224, (3, 1e4), 2)
+
+
 def accuracy(u, v):
     return 2 / (v + 1 / v + u * u)
 

@@ -5,6 +5,7 @@
 #include "core/analysis_key.h"
 #include "core/analysis_state.h"
 #include "ranksurv/testcohen.h"
+#include "ranksurv/testcohengeneral.h"
 #include "ranksurv/testcron.h"
 #include "ranksurv/testkappa.h"
 #include "ranksurv/testkendall.h"
@@ -132,6 +133,8 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTEQUIV<TESTBIOEQ>>();
     case 118:
         return operation.template operator()<TESTCOHEN>();
+    case 119:
+        return operation.template operator()<TESTCOHENGENERAL>();
     case 120:
         return operation.template operator()<TESTPAIRBIN>();
     case 121:
