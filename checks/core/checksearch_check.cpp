@@ -278,6 +278,16 @@ TEST_F(CheckSearch, ALimitOfAPairBetweenTwo32BitValuesIsFoundAtOnce) {
     EXPECT_NEAR(lower, 0, 1e-8);
 }
 
+// No 32-bit base lies between -0.3 and -0.3 + 2e-10: nothing is left to search.
+TEST_F(CheckSearch, APairThatNo32BitBaseServesLeavesNothing) {
+    Put(3, 0.3);
+    UnknownParNo = 2;
+    f64 lower = -1;
+    f64 upper = 1;
+    PairLimits(lower, upper, 2, 0, 2e-10, AsDifference);
+    EXPECT_GE(lower, upper);
+}
+
 TEST_F(CheckSearch, ARatioToNothingLeavesTheLimitsAlone) {
     ClearFloatFaults();
     for (const i16 unknown : {i16{2}, i16{3}}) {

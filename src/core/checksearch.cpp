@@ -161,10 +161,15 @@ void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, Form form) {
                          : f64{std::nextafter(static_cast<f32>(x), static_cast<f32>(end))};
     };
     auto [low, high] = InForm(form, partner, Range{least, most});
-    while (low < high && !inside(low))
-        low = next(low, high);
-    while (low < high && !inside(high))
-        high = next(high, low);
+    // Two ends between the same two 32-bit values have none inside.
+    while (low < high && !inside(low)) {
+        const f64 stepped = next(low, high);
+        low = stepped > low ? stepped : high;
+    }
+    while (low < high && !inside(high)) {
+        const f64 stepped = next(high, low);
+        high = stepped < high ? stepped : low;
+    }
     lower = MaxOf(lower, low);
     upper = MinOf(upper, high);
 }
