@@ -2,13 +2,18 @@
 #include "core/analysis_codec.h"
 #include "core/analysis_file.h"
 #include "core/driver.h"
+#include "core/grids.h"
+#include "core/gridtable.h"
 #include "core/kinds.h"
+#include "core/last_step.h"
 #include "core/option_choice.h"
 #include "core/records.h"
 #include "core/run.h"
 #include "core/save_file.h"
 #include "core/setup.h"
 #include "core/showpar.h"
+#include "core/step_back.h"
+#include "core/typed_text.h"
 #include "output/saving.h"
 #include "support/analysis_fixture.h"
 #include "support/refusals.h"
@@ -555,6 +560,109 @@ TEST_F(Files, GridsComeBack) {
 }
 
 // The test's own list counts, not the file's: a result of another list is none.
+// The means 1, 3 and 8 of three groups: their standard deviation is sqrt(26/3).
+class GridFiles : public Files {
+  protected:
+    static constexpr i16 menuOneWay = 10;
+    static constexpr const char* derived = "2.94392";
+
+    void FillMeans(const std::vector<std::string>& means) {
+        platform.GridFillings.emplace_back([means] {
+            for (std::size_t i = 0; i < means.size(); ++i)
+                GridOK(static_cast<i16>(i + 1), 1, means[i], Leaving::Nothing);
+            return !AcceptGrid().has_value();
+        });
+        GetFromTable(PositionOf(Kind::SdOfMeans));
+    }
+
+    void OpenWithMeans(i16 windowKind) {
+        OpenInWindow(windowKind, menuOneWay);
+        Type(Kind::NoOfGroups, "3");
+        FillMeans({"1", "3", "8"});
+    }
+};
+
+TEST_F(GridFiles, AValueThatDerivesFromAGridComesBackWithIt) {
+    OpenWithMeans(CalculationWindow);
+    ASSERT_EQ(ParText(Kind::SdOfMeans), derived);
+    const std::string path = SaveTo("means.dim");
+    Open(path);
+    EXPECT_EQ(AnalysisNo, 2);
+    EXPECT_EQ(HasGridData, True);
+    EXPECT_EQ(ParText(Kind::SdOfMeans), derived);
+    EXPECT_TRUE(IsBluePar(PositionOf(Kind::SdOfMeans)));
+    EXPECT_TRUE(platform.IsShown(FloatingWindow::Grid)) << "the grids of a reopened analysis";
+    ASSERT_EQ(FilledGrids().size(), 1U);
+    EXPECT_EQ(FilledGrids().front().Cells(3, 1), "8");
+    // Opened again, the grid shows what was filled in.
+    platform.GridFillings.emplace_back([] {
+        EXPECT_EQ(GridText(2, 1), "3");
+        return false;
+    });
+    GetFromTable(PositionOf(Kind::SdOfMeans));
+    EXPECT_EQ(ParText(Kind::SdOfMeans), derived) << "a cancel keeps the value";
+    EXPECT_EQ(HasGridData, True);
+}
+
+TEST_F(GridFiles, ATableTakesAValueFromItsGrid) {
+    FileCommand(TableWindow);
+    NewTest(menuOneWay);
+    Pick(Group::SizeK, 2); // sizes in proportion: the same weights for all points
+    AcceptOptions();
+    SwapAxis(XRole, PositionOf(Kind::Size1));
+    SwapAxis(ZRole, PositionOf(Kind::Sd));
+    Type(Kind::NoOfGroups, "3");
+    FillMeans({"1", "3", "8"});
+    EXPECT_EQ(ParText(Kind::SdOfMeans), derived);
+    SwapAxis(ZRole, PositionOf(Kind::NoOfGroups));
+    platform.Messages.clear();
+    GetFromTable(PositionOf(Kind::SdOfMeans));
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{"Can't Be Calculated When No of Groups Is the X-, Y-, or "
+                                       "Z-axis."});
+    EXPECT_EQ(ParText(Kind::SdOfMeans), derived);
+}
+
+TEST_F(GridFiles, AGridOfTooManyOrUnknownLinesIsToldOf) {
+    OpenInWindow(CalculationWindow, menuOneWay);
+    Type(Kind::NoOfGroups, "11");
+    platform.Messages.clear();
+    GetFromTable(PositionOf(Kind::SdOfMeans));
+    Type(Kind::NoOfGroups, "");
+    GetFromTable(PositionOf(Kind::SdOfMeans));
+    EXPECT_EQ(platform.Texts(),
+              (std::vector<std::string>{"No of Groups Has To Be Less Than or Equal to 10.",
+                                        "No of Groups Has No Value."}));
+    EXPECT_EQ(HasGridData, False);
+}
+
+TEST_F(GridFiles, TheStepIsTakenBackWithTheGrid) {
+    OpenWithMeans(CalculationWindow);
+    FillMeans({"1", "3", "11"});
+    EXPECT_NE(ParText(Kind::SdOfMeans), derived);
+    EXPECT_EQ(StepBackName(), "Undo Value from Tables");
+    StepBack();
+    EXPECT_EQ(ParText(Kind::SdOfMeans), derived);
+    EXPECT_EQ(GridData(1)(3, 1), 8.0F);
+    StepBack();
+    EXPECT_EQ(GridData(1)(3, 1), 11.0F);
+}
+
+TEST_F(GridFiles, AnotherTestStartsWithEmptyGrids) {
+    OpenWithMeans(CalculationWindow);
+    NewTest(unpaired);
+    EXPECT_EQ(HasGridData, False);
+    EXPECT_EQ(GridData(1).HighBound1(), 1);
+    EXPECT_FALSE(platform.IsShown(FloatingWindow::Grid));
+}
+
+TEST_F(GridFiles, AValueOfOnesOwnDiscardsTheGrid) {
+    OpenWithMeans(CalculationWindow);
+    TypedParText(PositionOf(Kind::SdOfMeans), "0.5");
+    EXPECT_EQ(HasGridData, False);
+    EXPECT_TRUE(FilledGrids().empty());
+}
+
 TEST_F(Files, TheRebuiltListRulesOverTheKindsOfTheFile) {
     OpenInWindow(CalculationWindow, unpaired);
     SolveFor(PositionOf(size1));
@@ -827,10 +935,12 @@ TEST_F(BadFiles, WhatThisVersionCanNotShowIsNamed) {
                   "This Version.");
     ExpectRefused(
         [](AnalysisRecord& record) {
-            record.TestNo = 2;
-            record.TestName = "ANOVA, One-way, fixed effects";
+            record.TestNo = 112;
+            record.TestName = "Nonparametric Location test, Jonckheere-Terpstra test";
         },
-        "test", "Can't Be Opened. ANOVA, One-way, fixed effects Is Not Available in This Version.");
+        "test",
+        "Can't Be Opened. Nonparametric Location test, Jonckheere-Terpstra test Is Not Available "
+        "in This Version.");
 }
 
 TEST_F(BadFiles, AFileThatOpensTakesTheFormerProblemAway) {

@@ -48,6 +48,19 @@ TEST_F(Floating, ThoseOfAnAnalysisGoWhenAnotherBecomesCurrent) {
     AcceptOptions();
     ShowAll();
     ChildActivated(1);
+    EXPECT_EQ(platform.Shown, WindowSet{});
+}
+
+// What shows grids shows those of the analysis that becomes current, if it has any.
+TEST_F(Floating, GridsAreThoseOfTheCurrentAnalysis) {
+    NewWindow(CalculationWindow);
+    NewTest(unpairedTTest);
+    AcceptOptions();
+    NewWindow(CalculationWindow);
+    Analysis(1).HasGridData = True;
+    Analysis(1).GridTestNo = Analysis(1).TestNo;
+    ShowAll();
+    ChildActivated(1);
     EXPECT_EQ(platform.Shown, WindowSet{Grid});
 }
 
@@ -59,7 +72,7 @@ TEST_F(Floating, ThoseOfAGroupSequentialDesignStayWithOne) {
     Analysis(1).IsGroupSeq = True;
     ShowAll();
     ChildActivated(1);
-    EXPECT_EQ(platform.Shown, (WindowSet{InterimParameters, SequentialMonitor, Grid}));
+    EXPECT_EQ(platform.Shown, (WindowSet{InterimParameters, SequentialMonitor}));
 }
 
 TEST_F(Floating, ThoseOfAClosedWindowGo) {

@@ -37,6 +37,17 @@ TEST_F(HelpParameterLists, TellWhenAParameterIsThere) {
     EXPECT_EQ(ConditionOf(36, lists), "'Degrees Of Freedom' is ticked");
 }
 
+// One-sided and two one-sided tests of a one-way analysis of variance exist for a contrast alone.
+TEST_F(HelpParameterLists, KnowTailsThatTakeATick) {
+    const auto subjects = ParameterSubjects(HelpSubjectOf(303));
+    ASSERT_EQ(subjects.size(), 3U);
+    EXPECT_EQ(subjects[2].NoOfTails, TwoOneSided);
+    EXPECT_EQ(KindsOf(ParameterLists(subjects[2])),
+              (std::vector<i16>{0, 1, 6, 7, 247, 137, 17, 326}));
+    EXPECT_EQ(ConditionOf(247, ParameterLists(subjects[1])), "'Analyse Contrast' is ticked");
+    EXPECT_EQ(ConditionOf(247, ParameterLists(subjects[2])), "");
+}
+
 TEST_F(HelpParameterLists, StandInTheOrderOfTheWindow) {
     EXPECT_EQ(
         KindsOf(ParameterLists(HelpSubjectOf(2200))),

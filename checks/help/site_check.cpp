@@ -198,7 +198,7 @@ TEST_F(HelpSite, KnowsTheMessages) {
     Type(1, "0.8");
     Type(62, "1");
     Solve(4);
-    NewTest(10);
+    NewTest(312);
     QueryCloseChild(AnalysisNo, CloseByUser);
 
     const std::string page = PageOfNumber(60).Body;
@@ -209,7 +209,8 @@ TEST_F(HelpSite, KnowsTheMessages) {
             if (const std::size_t at = form.find(part); at != std::string::npos)
                 form.replace(at, part.size(), by);
         };
-        for (const std::string label : {"%  ", "Power", "ANOVA, One-way, fixed effects"})
+        for (const std::string label :
+             {"%  ", "Power", "Nonparametric Location test, Jonckheere-Terpstra test"})
             replace(label, "…");
         replace("Calculation 1", "…");
         replace("0.99999", "…");

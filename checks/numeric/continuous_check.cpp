@@ -229,6 +229,34 @@ TEST(FInv, WholeDfOfAHalfOrLessHasNoValue) {
     EXPECT_EQ(FQuantile(0.95F, -2, 20), 99999.0F);
 }
 
+TEST(FInv, ADfThatIsNoNumberHasNoValue) {
+    const f32 none = std::nanf("");
+    EXPECT_EQ(FQuantile(0.95F, none, 10), static_cast<f32>(NoValue));
+    EXPECT_EQ(FQuantile(0.95F, 3, none), static_cast<f32>(NoValue));
+}
+
+// What is remembered is what was asked: the same quantile as that of the tail, asked for in any
+// order, with levels and degrees of freedom that lie close together, and once more.
+TEST(FInv, RemembersNoOtherQuantile) {
+    const auto byTail = [](f32 p, f32 df1, f32 df2) {
+        f32 tail = static_cast<f32>(1 - f64{p});
+        f32 f = 0;
+        FTail(2, df1, df2, f, tail);
+        return f;
+    };
+    for (int round = 1; round <= 2; ++round)
+        for (f32 df1 = 1; df1 <= 12; df1 += 1)
+            for (f32 df2 = 1; df2 <= 999; df2 += 83)
+                for (f32 p : {0.05F, 0.95F, std::nextafter(0.95F, 1.0F), 0.99F, 0.975F, 0.5F}) {
+                    if (df1 > 10 && df2 > 10)
+                        continue;
+                    EXPECT_EQ(FQuantile(p, df1, df2), byTail(p, df1, df2))
+                        << p << ' ' << df1 << ' ' << df2;
+                    EXPECT_EQ(FQuantile(p, df2, df1), byTail(p, df2, df1))
+                        << p << ' ' << df2 << ' ' << df1;
+                }
+}
+
 TEST(FInv, ABrokenDfLiesBetweenItsNeighbours) {
     const f32 at2 = FQuantile(0.95F, 2, 20);
     const f32 at3 = FQuantile(0.95F, 3, 20);

@@ -37,6 +37,31 @@ show(9301,
 show(9302,
      solve(function(n) twoSidedT(0.05, 2 / 5 * sqrt(n), n - 1), 0.90, 3, 1000),
      twoSidedT(0.05, 2 / 5 * sqrt(50), 49))
+fPower <- function(alpha, df1, df2, factor, effect)
+  pf(qf(1 - alpha, df1, df2), df1, df2, ncp = factor * effect^2, lower.tail = FALSE)
+show(9303,
+     solve(function(n) fPower(0.01, 3, 4 * n - 4, 4 * n, 39.5285 / 25), 0.90, 2, 50),
+     fPower(0.01, 3, 8, 12, 39.5285 / 25), fPower(0.01, 3, 12, 16, 39.5285 / 25))
+show(9304,
+     solve(function(n) fPower(0.05, 6, 12 * (n - 1), 12 * n, 0.5 / 1.2), 0.90, 2, 50),
+     fPower(0.05, 6, 84, 96, 0.5 / 1.2))
+show(9305,
+     solve(function(n) fPower(0.05, 2, 12 * n - 5, 2 * n, 10 / 12), 0.80, 1, 50),
+     fPower(0.05, 2, 67, 12, 10 / 12))
+show(9307, fPower(0.05, 4, 12, 2.5, 8 / 3.2),
+     solve(function(e) fPower(0.05, 4, 12, 2.5, e / 3.2), 0.80, 1, 30))
+own <- function(r) fPower(0.05, 3, 3 * (3 * r - 1), 2 * r, 6 / 5)
+show(9308, solve(own, 0.80, 2, 50), own(6))
+random <- function(r) fPower(0.05, 2, 2 * (r - 1), 1.5 * r, 1)
+show(9309, solve(random, 0.80, 2, 50), random(6))
+show(9311, solve(function(b) fPower(0.05, 3, 3 * (b - 1), b / 2, 2), 0.80, 2, 50),
+     fPower(0.05, 3, 15, 3, 2))
+show(9312, solve(function(c) fPower(0.05, 2, 8 * (c - 1), 3 * c / 2, 1), 0.80, 2, 50),
+     fPower(0.05, 2, 56, 12, 1))
+covariate <- 4 / 15 / sqrt(1 - 0.6^2)
+show(9431,
+     solve(function(n) fPower(0.05, 2, 3 * n - 4, 3 * n, covariate), 0.90, 3, 500),
+     fPower(0.05, 2, 176, 180, covariate))
 show(9375,
      solve(function(n) tostT(0.05, 20 / se(40, n), 20 / se(40, n), 2 * n - 2), 0.90, 20, 1000),
      tostT(0.05, 24 / se(40, 88), 16 / se(40, 88), 174))

@@ -71,6 +71,34 @@ show(9301,
 show(9302,
      solve(lambda n: two_sided_t(0.05, 2 / 5 * math.sqrt(n), n - 1), 0.90, 3, 1000),
      two_sided_t(0.05, 2 / 5 * math.sqrt(50), 49))
+def f_power(alpha, df1, df2, factor, effect):
+    """factor: the non-centrality of an effect of 1."""
+    return stats.ncf.sf(stats.f.ppf(1 - alpha, df1, df2), df1, df2, factor * effect ** 2)
+
+
+def squares(error_df, t, effect):
+    return lambda r: f_power(0.05, t - 1, error_df(t, r), r * t / 2, effect)
+
+
+show(9303,
+     solve(lambda n: f_power(0.01, 3, 4 * n - 4, 4 * n, 39.5285 / 25), 0.90, 2, 50),
+     f_power(0.01, 3, 8, 12, 39.5285 / 25), f_power(0.01, 3, 12, 16, 39.5285 / 25))
+show(9304,
+     solve(lambda n: f_power(0.05, 6, 12 * (n - 1), 12 * n, 0.5 / 1.2), 0.90, 2, 50),
+     f_power(0.05, 6, 84, 96, 0.5 / 1.2))
+show(9305,
+     solve(lambda n: f_power(0.05, 2, 12 * n - 5, 2 * n, 10 / 12), 0.80, 1, 50),
+     f_power(0.05, 2, 67, 12, 10 / 12))
+show(9307, f_power(0.05, 4, 12, 2.5, 8 / 3.2),
+     solve(lambda e: f_power(0.05, 4, 12, 2.5, e / 3.2), 0.80, 1, 30))
+own = squares(lambda t, r: (t - 1) * (r * (t - 1) - 1), 4, 6 / 5)
+show(9308, solve(own, 0.80, 2, 50), own(6))
+random = squares(lambda t, r: (t - 1) * (r - 1), 3, 1)
+show(9309, solve(random, 0.80, 2, 50), random(6))
+show(9311, solve(lambda b: f_power(0.05, 3, 3 * (b - 1), b / 2, 2), 0.80, 2, 50),
+     f_power(0.05, 3, 15, 3, 2))
+show(9312, solve(lambda c: f_power(0.05, 2, 8 * (c - 1), 3 * c / 2, 1), 0.80, 2, 50),
+     f_power(0.05, 2, 56, 12, 1))
 show(9375,
      solve(lambda n: tost_t(0.05, 20 / se(40, n), 20 / se(40, n), 2 * n - 2), 0.90, 10, 1000),
      tost_t(0.05, 24 / se(40, 88), 16 / se(40, 88), 174))
@@ -240,6 +268,10 @@ def correlation_width(n, r, level):
     return math.tanh(math.atanh(r) + h) - math.tanh(math.atanh(r) - h)
 
 
+covariate = 4 / 15 / math.sqrt(1 - 0.6 ** 2)
+show(9431,
+     solve(lambda n: f_power(0.05, 2, 3 * n - 4, 3 * n, covariate), 0.90, 3, 500),
+     f_power(0.05, 2, 176, 180, covariate))
 show(9801, (2 * z(0.975) / 1) ** 2, 2 * z(0.975) / math.sqrt(16))
 show(9802,
      solve(lambda n: lognormal_width_probability(n, 0.6, 0.4, 0.95), 0.90, 10, 1000),

@@ -8,34 +8,10 @@ one-sided t-tests, from the integral over the distribution of the estimated stan
 Needs Python 3 with scipy; run from the repository's root.
 """
 import math
-from scipy import stats, optimize, integrate
+from scipy import stats, optimize
+from tpowers import t_power, tost_power
 
 ROWS = []
-
-
-def t_power(alpha, tails, left, ncp, df):
-    if tails == 2:
-        t = stats.t.ppf(1 - alpha / 2, df)
-        return stats.nct.sf(t, df, ncp) + stats.nct.cdf(-t, df, ncp)
-    t = stats.t.ppf(1 - alpha, df)
-    return stats.nct.cdf(-t, df, ncp) if left else stats.nct.sf(t, df, ncp)
-
-
-def tost_power(alpha, low, high, df):
-    """P(T > L and T < R are both shown); low, high: distances to the limits in standard errors."""
-    t = stats.t.ppf(1 - alpha, df)
-    end = (low + high) / (2 * t)
-    if end <= 0:
-        return 0.0
-    def integrand(u):
-        # u = estimated over true standard deviation: a chi over the root of its df.
-        return (stats.norm.cdf(high - t * u) - stats.norm.cdf(t * u - low)) * \
-            stats.chi.pdf(u * math.sqrt(df), df) * math.sqrt(df)
-    width = 12 / math.sqrt(2 * df)
-    points = [max(0.0, 1 - width), min(end, 1 + width)]
-    if points[1] <= points[0]:
-        return integrate.quad(integrand, 0, end, limit=400, epsabs=1e-12)[0]
-    return integrate.quad(integrand, points[0], points[1], limit=400, epsabs=1e-12)[0]
 
 
 def z_power(alpha, tails, left, shift):

@@ -147,15 +147,15 @@ std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis) {
             continue;
         ChooseSamples(samples);
         for (const i16 tails : {OneSided, TwoSided, TwoOneSided}) {
-            if (!TailsOffered(tails))
-                continue;
+            OwnTails = 0;
             ChooseTails(tails);
             for (const bool left : {false, true}) {
-                if (left && !LeftTailOffered)
-                    continue;
                 ChooseLeftTail(left);
                 for (const std::vector<i16>& checks : CheckChoices()) {
                     Tick(checks);
+                    // A check box may be what offers the tails.
+                    if (NoOfTails != tails || (left && !LeftTailOffered))
+                        continue;
                     for (const std::map<i16, i16>& groups : GroupChoices()) {
                         AnalysisChoice choice = analysis;
                         choice.NoOfSamples = samples;

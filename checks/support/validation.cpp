@@ -137,6 +137,7 @@ void SetUp(const AnalysisChoice& choice) {
     ChooseTails(choice.NoOfTails);
     ChooseLeftTail(choice.Left);
     TickChecks(choice.Checks);
+    ChooseTails(choice.NoOfTails); // a check box may be what offers them
     PickOptions(choice.Groups);
     AcceptOptions();
 }

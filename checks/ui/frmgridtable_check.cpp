@@ -2,6 +2,7 @@
 #include "core/analysis_state.h"
 #include "core/gridchecks.h"
 #include "core/gridtable.h"
+#include "core/kinds.h"
 #include "ui/gridbox.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
@@ -300,6 +301,30 @@ TEST_F(GridWindow, LargeGridsFitTheScreen) {
     EXPECT_TRUE(Ask({.Store = 4, .Rows = 10, .Columns = 10}));
     EXPECT_EQ(GridData(4)(10, 10), 100.0F);
     EXPECT_EQ(GridData(4)(10, 1), 91.0F);
+}
+
+// The etch rates of the example of the one-way analysis of variance, from F2 in the blue box on.
+TEST_F(GridWindow, GivesTheEffectOfAnAnalysisOfVariance) {
+    Trigger("mnuANOVA(0)");
+    AcceptOptions();
+    constexpr int effect = 2;
+    constexpr int groups = 4;
+    ASSERT_EQ(ParKind(effect), Kind::SdOfMeans);
+    ASSERT_EQ(ParKind(groups), Kind::NoOfGroups);
+    Type(groups, "4");
+    When([this](QWidget& grid) {
+        EXPECT_EQ(grid.windowTitle(), "Calculation of H1: Standard Deviation of Means");
+        EXPECT_EQ(Table().rowCount(), 4);
+        EXPECT_EQ(Table().verticalHeaderItem(3)->text(), "Group 4");
+        for (const char* mean : {"575", "600", "650", "675"}) {
+            TypeText(mean);
+            Key(Qt::Key_Return);
+        }
+        hands::Click(grid, "cmdOK");
+    });
+    QTest::keyClick(&Box(effect), Qt::Key_F2);
+    EXPECT_EQ(Value(effect), "39.52847");
+    EXPECT_EQ(HasGridData, True);
 }
 
 TEST_F(GridWindow, FilledGridsCanBeLookedAt) {

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <optional>
 #include <set>
 #include <stdexcept>
 
@@ -29,6 +30,7 @@ void ChooseSubject(const HelpSubject& subject) {
         ChooseProcedure(subject.ProcedureNo);
     }
     ChooseSamples(subject.NoOfSamples);
+    OwnTails = 0; // no tails of another subject come back
     ChooseTails(subject.NoOfTails);
 }
 
@@ -50,6 +52,25 @@ void RestoreChoices(const Choices& choices) {
     for (const auto& [option, chosen] : choices)
         (option.IsGroup ? IntParValue(option.Kind) : CheckValue(option.Kind)) = chosen;
     NewSetup();
+}
+
+// The subject with these tails, which may take the tick of a check box.
+std::optional<HelpSubject> SubjectWith(i16 tails) {
+    const auto chosen = [tails]() -> std::optional<HelpSubject> {
+        if (!TailsOffered(tails))
+            return std::nullopt;
+        ChooseTails(tails);
+        return CurrentSubject();
+    };
+    std::optional<HelpSubject> subject = chosen();
+    for (i16 i = 0; i < NoOfCheck && !subject; ++i) {
+        if (!CheckEnabled(i) || CheckValue(CheckList(i)) == 1)
+            continue;
+        ChooseCheck(i, true);
+        subject = chosen();
+        ChooseCheck(i, false);
+    }
+    return subject;
 }
 
 // The choices that are one click away.
@@ -184,12 +205,9 @@ std::vector<HelpSubject> ParameterSubjects(const HelpSubject& analysis) {
             if (!SamplesOffered(samples))
                 continue;
             ChooseSamples(samples);
-            for (i16 tails = OneSided; tails <= TwoOneSided; ++tails) {
-                if (!TailsOffered(tails))
-                    continue;
-                ChooseTails(tails);
-                subjects.push_back(CurrentSubject());
-            }
+            for (i16 tails = OneSided; tails <= TwoOneSided; ++tails)
+                if (const auto subject = SubjectWith(tails))
+                    subjects.push_back(*subject);
         }
     };
     ChooseAnalysis(analysis);
@@ -222,6 +240,8 @@ std::vector<ParameterList> ParameterLists(const HelpSubject& subject) {
         for (const Choices& next : Neighbours(choices))
             waiting.push_back(next);
         RestoreChoices(choices);
+        if (NoOfTails != subject.NoOfTails)
+            continue; // other tails are forced with these choices
         SelSetParList();
         ParameterList list{choices, {}};
         for (i16 i = 0; i <= NoOfPar; ++i)

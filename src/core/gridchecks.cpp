@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvanta {
@@ -147,6 +148,20 @@ GridCheck RatioCells() {
         [](i16 row, i16 column) { return "Ratio in " + CellName(row, column) + "  Must Be > 0."; });
 }
 
+GridCheck DeviationCells() {
+    return CellCheck([](f32 x) { return x > 0; },
+                     [](i16 row, i16 column) {
+                         return "Standard Deviation in " + CellName(row, column) + "  Must Be > 0.";
+                     });
+}
+
+GridCheck OfRow(i16 row, GridCheck check) {
+    return [row, check = std::move(check)](const GridCells& cells, i16 i, i16 column,
+                                           Leaving leaving) {
+        return i != row || check(cells, i, column, leaving);
+    };
+}
+
 GridCheck VarianceCells() {
     return [](const GridCells& cells, i16 row, i16 column, Leaving) {
         return row != column || cells.Value(row, column) > 0 ||
@@ -173,6 +188,20 @@ GridCheck RowsAddTo(f64 required) {
     return [required](const GridCells& cells, i16 row, i16 column, Leaving leaving) {
         return !IsLeft(cells, row, column, leaving) || !Differs(cells.RowSum(row), required) ||
                Refuse("Sum of Numbers in Row" + After(f64{static_cast<f32>(row)}) +
+                      " Must Be =" + After(required));
+    };
+}
+
+// A column is complete with its last row, and told about when the whole grid is left.
+GridCheck ColumnsAddTo(f64 required) {
+    return [required](const GridCells& cells, i16 row, i16 column, Leaving leaving) {
+        if (leaving != Leaving::Grid || row != cells.Rows())
+            return true;
+        f64 sum = 0;
+        for (i16 i = 1; i <= cells.Rows(); ++i)
+            sum += f64{cells.Value(i, column)};
+        return !Differs(sum, required) ||
+               Refuse("Sum of Numbers in Column" + After(f64{static_cast<f32>(column)}) +
                       " Must Be =" + After(required));
     };
 }

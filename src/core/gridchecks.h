@@ -18,11 +18,15 @@ GridCheck ProbabilityCells(f64 limit);
 // Above 0: a ratio, and whatever else has to be positive.
 GridCheck RatioCells();
 GridCheck VarianceCells(); // of the diagonal
+GridCheck DeviationCells();
+// The check, of one row alone.
+GridCheck OfRow(i16 row, GridCheck check);
 
 // Proportions that add up to 1 in each row.
 GridCheck RowsOfProportions();
-// Figures that add up to this sum in each row.
+// Figures that add up to this sum in each row, and in each column.
 GridCheck RowsAddTo(f64 sum);
+GridCheck ColumnsAddTo(f64 sum);
 // Probabilities of all cells together add up to 1.
 GridCheck CellsAddToOne();
 // Each row increases from left to right.

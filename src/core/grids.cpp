@@ -42,10 +42,10 @@ std::vector<i16> ParsOfGrids(i16 parNo, const std::vector<Grid>& grids) {
 
 // Derives the value; false if none follows from the figures.
 bool TakeFromGrids(i16 parNo) {
-    const f64 value{SelCalcTablePar(parNo)};
-    if (value == NoValue || !std::isfinite(value))
+    const f32 value = SelCalcTablePar(parNo);
+    if (f64{value} == NoValue || !std::isfinite(value))
         return false;
-    ParText(ParKind(parNo)) = Format(value, "#####0.0#####");
+    ParText(ParKind(parNo)) = Format(DecimalOf(value), "#####0.0#####");
     return true;
 }
 

@@ -201,13 +201,17 @@ f64 GridCells::RowSum(i16 row) const {
 
 // --- What a test asks ---------------------------------------------------------------------------
 
-std::optional<i16> GridLines(i16 parNo, i16 min, i16 max) {
+bool HasGridValue(i16 parNo, f64 min, f64 max) {
     if (IsTableOrGraph() && (parNo == UnknownParNo || parNo == XParNo || parNo == ZParNo)) {
         ShowMessage("Can't Be Calculated When " + StripAmpersand(ParLabel(ParKind(parNo))) +
                     " Is the X-, Y-, or Z-axis.");
-        return std::nullopt;
+        return false;
     }
-    if (!CheckRange(parNo, min, max))
+    return CheckRange(parNo, min, max);
+}
+
+std::optional<i16> GridLines(i16 parNo, i16 min, i16 max) {
+    if (!HasGridValue(parNo, min, max))
         return std::nullopt;
     return ToI16(ParValue(parNo));
 }
@@ -237,6 +241,14 @@ bool IsFilled(const Grid& grid) {
                                 GridData(grid.Store).HighBound2() == grid.Columns &&
                                 WasFilled(GridData(grid.Store));
     return fits && GridTestNo == TestNo;
+}
+
+f64 DecimalOf(f32 value) {
+    return ReadNumber(CellText(value));
+}
+
+f64 GridFigure(i16 store, i16 row, i16 column) {
+    return DecimalOf(GridData(store)(row, column));
 }
 
 // --- The grid that is being filled --------------------------------------------------------------

@@ -78,6 +78,9 @@ struct Grid {
 // table or graph, or is outside the limits.
 std::optional<i16> GridLines(i16 parNo, i16 min = 2, i16 max = MaxGridLines);
 
+// Has the parameter one value, within these limits? Answers false after a message, as above.
+bool HasGridValue(i16 parNo, f64 min, f64 max);
+
 // Lets the user fill the grids, one after the other, for a parameter of that label. False when he
 // cancels: the stores stay as they were. Otherwise they hold what was entered, and the grids belong
 // to the current analysis.
@@ -85,6 +88,12 @@ bool ShowGrids(const std::vector<Grid>& grids, const std::string& label);
 
 // Was a grid of that store filled, with this number of lines?
 bool IsFilled(const Grid& grid);
+
+// The shortest decimal number that the 32 bits stand for: 33.3, not 33.299999. Finite numbers only.
+f64 DecimalOf(f32 value);
+
+// What was typed into a cell of a filled grid.
+f64 GridFigure(i16 store, i16 row, i16 column);
 
 // --- The grid that is being filled --------------------------------------------------------------
 

@@ -219,6 +219,28 @@ inline constexpr i16 H1SlopeOverH0 = 206;
 inline constexpr i16 ResidualSd = 212;
 inline constexpr i16 CovariateSd = 213;
 
+// Analysis of variance: the effect under H1, the layout, the sizes.
+inline constexpr i16 SdOfMeans = 34;
+inline constexpr i16 AnyMeanDifference = 147;
+inline constexpr i16 MinMeanDifference = 148;
+inline constexpr i16 ContrastMean = 247;
+inline constexpr i16 ReplicatedSquareContrastMean = 269;
+inline constexpr i16 ContrastSd = 137;
+inline constexpr i16 CovariateCorrelation = 357;
+inline constexpr i16 LevelsA = 238;
+inline constexpr i16 LevelsB = 239;
+inline constexpr i16 LevelsC = 243;
+inline constexpr i16 SquareSize = 244; // of a single Latin square
+inline constexpr i16 ReplicatedSquareSize = 270;
+inline constexpr i16 NoOfSquares = 245;
+inline constexpr i16 NoOfBlocks = 246;
+inline constexpr i16 SizeK = 149; // of each group but the first
+inline constexpr i16 SizeKMinus1 = 150;
+inline constexpr i16 SizeKOver1 = 151;
+inline constexpr i16 SizePerGroup = 326;
+inline constexpr i16 SizePerCell = 327;
+inline constexpr i16 AdditiveSizePerCell = 328; // one will do where no interaction is estimated
+
 // Agreement of raters and items, and rank correlation.
 inline constexpr i16 NoOfSubjects = 224;
 inline constexpr i16 NoOfRaters = 223;
@@ -280,6 +302,8 @@ inline constexpr i16 H1Sd2 = 13;
 inline constexpr i16 H1Location = 14;
 inline constexpr i16 H1Scale = 15;
 inline constexpr i16 H1Scale2 = 16;
+inline constexpr i16 EffectSize = 17;
+inline constexpr i16 SizeK = 18;
 inline constexpr i16 LogSd = 19;
 inline constexpr i16 Discordant = 20;
 inline constexpr i16 H1MeanOfDifference = 21;
@@ -300,6 +324,8 @@ inline constexpr i16 H1Concordance = 49;
 inline constexpr i16 LocationShift = 50;
 inline constexpr i16 ScaleShift = 51;
 inline constexpr i16 TauOrConcordance = 52;
+inline constexpr i16 TestedOfTwoFactors = 36;
+inline constexpr i16 TestedOfThreeFactors = 38;
 inline constexpr i16 SequenceSize2 = 53;
 
 } // namespace Group
@@ -313,7 +339,11 @@ inline constexpr i16 Incidences = 3;
 inline constexpr i16 GroupsInAnova = 5;
 inline constexpr i16 Exact = 7;
 inline constexpr i16 Odds = 9;
+inline constexpr i16 Contrast = 10;
+inline constexpr i16 Additive = 11;
 inline constexpr i16 Medians = 12;
+inline constexpr i16 RandomSquares = 13;
+inline constexpr i16 SquaresAsLevels = 15;
 inline constexpr i16 Satterthwaite = 16;
 inline constexpr i16 DependentSamples = 20;
 inline constexpr i16 FirstOrder = 24;

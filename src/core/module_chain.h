@@ -19,6 +19,11 @@
 #include "tests/parnor2.h"
 #include "tests/parnorm.h"
 #include "tests/parpoisson.h"
+#include "tests/testanov.h"
+#include "tests/testanov2w.h"
+#include "tests/testanova3w.h"
+#include "tests/testanovalatin.h"
+#include "tests/testanovarandblock.h"
 #include "tests/testbin.h"
 #include "tests/testbioeq.h"
 #include "tests/testchi2.h"
@@ -99,6 +104,23 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 1:
     case 125:
         return operation.template operator()<TESTSTUD>();
+    case 2:
+    case 130:
+        return operation.template operator()<TESTANOV>();
+    case 3:
+        return operation.template operator()<TESTANOV2W>();
+    case 4:
+        return operation.template operator()<TESTANOVA3W>();
+    case 6:
+        return operation.template operator()<TESTANOVALATIN>();
+    case 7:
+        return operation.template operator()<TESTANOVALATINREPL>();
+    case 8:
+        return operation.template operator()<TESTANOVALATINREPLRAND>();
+    case 10:
+        return operation.template operator()<TESTANOVARANDBLOCK>();
+    case 11:
+        return operation.template operator()<TESTANOVARANDBLOCK2W>();
     case 19:
         return operation.template operator()<TESTFISHER>();
     case 20:

@@ -5,6 +5,7 @@
 #include "numeric/rounding.h"
 
 #include <array>
+#include <bit>
 #include <cmath>
 
 namespace quorvanta {
@@ -467,15 +468,36 @@ bool SmallDf(f32 df1, f32 df2) {
     return df1 <= 10 || df2 <= 10;
 }
 
+// A bisection over sums of up to 500 terms. The search for a size asks for the same quantiles again
+// and again, above all for those of 999 degrees of freedom, and so do the points of a table: the
+// last ones of each kind are remembered.
+f32 FInvByTail(f32 p, f32 df1, f32 df2) {
+    struct Quantile {
+        f32 P = -1;
+        f32 Df1 = 0;
+        f32 Df2 = 0;
+        f32 F = 0;
+    };
+    constexpr unsigned places = 1024;
+    constexpr unsigned spread = 37;
+    static std::array<Quantile, places> last;
+    const unsigned place = static_cast<unsigned>(df1) * spread + static_cast<unsigned>(df2) +
+                           std::bit_cast<unsigned>(p);
+    Quantile& known = last[place % places];
+    if (known.P != p || known.Df1 != df1 || known.Df2 != df2) {
+        f32 tail = Single(1 - f64{p});
+        known = {p, df1, df2, 0};
+        FTail(2, df1, df2, known.F, tail);
+    }
+    return known.F;
+}
+
 // The quantile for whole df.
 f32 FInvWhole(f32 p, f32 df1, f32 df2) {
     if (SmallDf(df1, df2)) {
         if (df1 <= 0.5F || df2 <= 0.5F)
             return static_cast<f32>(NoValue);
-        f32 tail = Single(1 - f64{p});
-        f32 f = 0;
-        FTail(2, df1, df2, f, tail);
-        return f;
+        return FInvByTail(p, df1, df2);
     }
     const f64 z = NorInv(p);
     const f64 g = Single((z * z - 3) / 6);
@@ -490,6 +512,8 @@ f32 FInvWhole(f32 p, f32 df1, f32 df2) {
 } // namespace
 
 f32 FInv(f32 p, f32& df1, f32& df2) {
+    if (std::isnan(df1) || std::isnan(df2))
+        return static_cast<f32>(NoValue);
     if (SmallDf(df1, df2)) {
         df1 = MinSingle(df1, 999);
         df2 = MinSingle(df2, 999);

@@ -106,7 +106,8 @@ void FTail(i16 mode, f32 df1, f32 df2, f32& f, f32& p);
 f32 FCdf(f32 f, f32 df1, f32 df2);
 
 // The f with P(F <= f) = p. Whole df: FTail when one is 10 or less, else Abramowitz and Stegun,
-// 26.5.22; broken ones are interpolated. 99999 for whole df of 0 or less.
+// 26.5.22; broken ones are interpolated. 99999 for whole df of 0 or less and for a df that is no
+// number.
 //
 // When one df is 10 or less, both are cut to 999 in the caller's variables: NcFCdf, which has to be
 // called with the same two, sums incomplete beta functions that can't do more.

@@ -4,6 +4,8 @@
 #include "core/catalogue.h"
 #include "core/dispatch.h"
 #include "core/general.h"
+#include "core/kinds.h"
+#include "core/options.h"
 #include "core/records.h"
 #include "core/values.h"
 #include "output/statement_clauses.h"
@@ -14,6 +16,7 @@
 #include "output/statement_words.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quorvanta {
@@ -126,6 +129,26 @@ bool IsClaim(const std::string& name) {
     return IsConfidenceLevel() || name.starts_with("Bioequivalence");
 }
 
+// What a check box says about an analysis of variance: its test, its model.
+struct ModelPhrase {
+    i16 Check;
+    std::string_view Text;
+};
+constexpr ModelPhrase ModelPhrases[] = {
+    {Check::Contrast, " of a contrast"},
+    {Check::Additive, " with additive effects"},
+    {Check::RandomSquares, " with random squares"},
+    {Check::SquaresAsLevels, " with squares as factor levels"},
+};
+
+std::string ModelPhraseHere() {
+    std::string text;
+    for (const ModelPhrase& phrase : ModelPhrases)
+        if (Ticked(phrase.Check))
+            text += phrase.Text;
+    return text;
+}
+
 std::string TestPhrase() {
     if (IsTest == False)
         return "a test of the parameter " + ParameterPhrase() + " in " +
@@ -135,7 +158,7 @@ std::string TestPhrase() {
         return ClaimPhrase(name);
     const bool saysTest =
         Contains(name, "test") || Contains(name, "Test") || Contains(name, "Kolmo");
-    return saysTest ? name : name + " test";
+    return (saysTest ? name : name + " test") + ModelPhraseHere();
 }
 
 // One level is two different demands in a one-sided and in a two-sided test. Nothing where the

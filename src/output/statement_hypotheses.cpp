@@ -102,8 +102,19 @@ bool IsBaseline(const std::string& label) {
            LabelSays(label, Says::Place);
 }
 
+// The effect that is tested, where a test has several to choose from: the groups that ask for it
+// are headed "H0:". Empty where there is no choice.
+std::string TestedEffect() {
+    for (i16 i = 0; i < NoOfIntPar; ++i)
+        if (IntParCaption(IntParList(i)) == "H0:")
+            return SumPhrase(IntParOption(IntParValue(IntParList(i)), IntParList(i)));
+    return "";
+}
+
 // What no effect means where 0 has a name.
 std::string NoEffectInBrackets(const std::string& label) {
+    if (const std::string tested = TestedEffect(); !tested.empty())
+        return (LabelSays(label, Says::Contrast) ? " (contrast of " : " (no ") + tested + ")";
     if ((LabelSays(label, Says::Mean) && !LabelSays(label, Says::Contrast)) ||
         LabelSays(label, Says::Distance))
         return " (equal means)";
@@ -130,7 +141,8 @@ std::string NoEffect(const Hypothesis& h1) {
     for (const std::string_view some : {"any ", "min "})
         if (rest.starts_with(some))
             return "all " + rest.substr(some.size()) + " = 0" +
-                   (LabelSays(label, Says::Mean) ? " (equal means)" : " (equal proportions)");
+                   (LabelSays(label, Says::Mean) ? NoEffectInBrackets(label)
+                                                 : " (equal proportions)");
     if (LabelSays(label, Says::Difference) && !TestIs("Stuart") && !TestIs("Goodness"))
         return rest + " = 0";
     // Half of the pairs are concordant when the two variables have nothing to do with each other.

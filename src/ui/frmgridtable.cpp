@@ -60,10 +60,13 @@ QSize SizeOf(const QTableWidget& table) {
     int height = table.horizontalHeader()->sizeHint().height() + 2 * table.frameWidth();
     for (int row = 0; row < table.rowCount(); ++row)
         height += table.rowHeight(row);
+    width += 1;
+    height += 1;
     const QSize screen = table.screen()->availableSize();
+    const QSize room(screen.width() * 3 / 4, screen.height() * 3 / 5);
     const int bar = table.verticalScrollBar()->sizeHint().width();
-    return {std::min(width + bar, screen.width() * 3 / 4),
-            std::min(height + bar, screen.height() * 3 / 5)};
+    return {std::min(height > room.height() ? width + bar : width, room.width()),
+            std::min(width > room.width() ? height + bar : height, room.height())};
 }
 
 QTableWidgetItem* FigureItem(const QString& text) {
@@ -92,7 +95,6 @@ frmGridTable::frmGridTable(QWidget* parent) : QDialog(parent), tblGrid_(new QTab
 
     txtText_ = new GridBox(tblGrid_->viewport());
     txtText_->setObjectName("txtText");
-    txtText_->setFrame(false);
     connect(txtText_, &ValueBox::textChanged, this, &frmGridTable::txtText_Change);
     connect(txtText_, &GridBox::Step, this, &frmGridTable::StepTo);
     connect(txtText_, &GridBox::Move, this, [this](int rows, int columns) {
@@ -121,7 +123,8 @@ frmGridTable::frmGridTable(QWidget* parent) : QDialog(parent), tblGrid_(new QTab
     buttons->addWidget(cmdOK_);
     auto* column = new QVBoxLayout(this);
     column->addWidget(MakeTitle(CurrentGrid().Title, this));
-    column->addWidget(tblGrid_, 1);
+    column->addWidget(tblGrid_);
+    column->addStretch(1);
     column->addLayout(buttons);
     DrawGrid();
     MoveToCell(IsLockedCell(1, 1) ? Beside(1) : at_);
@@ -142,6 +145,7 @@ void frmGridTable::MakeTable() {
             tblGrid_->setItem(row, column, FigureItem(""));
     if (grid.RowSum)
         tblGrid_->setHorizontalHeaderItem(grid.Columns, new QTableWidgetItem(""));
+    tblGrid_->setMaximumHeight(SizeOf(*tblGrid_).height());
     tblGrid_->setSelectionMode(QAbstractItemView::NoSelection);
     tblGrid_->setFocusPolicy(Qt::NoFocus);
     connect(tblGrid_, &QTableWidget::cellPressed, this, [this](int row, int column) {

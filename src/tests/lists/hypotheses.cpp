@@ -270,6 +270,13 @@ Hypotheses AddHypotheses(const TwoSampleKinds& kinds, EffectScale scale) {
     return list;
 }
 
+Hypotheses AddHypotheses(const EffectKinds& kinds) {
+    Hypotheses list;
+    list.AddNull(NoKind, kinds.Left, kinds.Right);
+    list.truth_ = AddPar(kinds.Effect);
+    return list;
+}
+
 void SampleTest::Offer(const SampleTestKinds& kinds) {
     OfferSamples({OneSample, TwoSamples});
     if (NoOfSamples == OneSample) {

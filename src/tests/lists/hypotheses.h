@@ -41,6 +41,13 @@ struct TwoSampleKinds {
     i16 Right;
 };
 
+// Kinds of an effect that is entered by itself and 0 under H0: the effect, the limits.
+struct EffectKinds {
+    i16 Effect;
+    i16 Left;
+    i16 Right;
+};
+
 // Offers the forms of the truth. Between two limits there is no single H0 value to which the truth
 // of one sample could be related.
 void OfferForms(const OneSampleKinds& kinds);
@@ -104,6 +111,7 @@ class Hypotheses {
   private:
     friend Hypotheses AddHypotheses(const OneSampleKinds& kinds, EffectScale scale);
     friend Hypotheses AddHypotheses(const TwoSampleKinds& kinds, EffectScale scale);
+    friend Hypotheses AddHypotheses(const EffectKinds& kinds);
 
     // A value of the unknown at which the true effect is what was asked for, and whether the effect
     // grows with the unknown.
@@ -137,6 +145,7 @@ class Hypotheses {
 
 Hypotheses AddHypotheses(const OneSampleKinds& kinds, EffectScale scale);
 Hypotheses AddHypotheses(const TwoSampleKinds& kinds, EffectScale scale);
+Hypotheses AddHypotheses(const EffectKinds& kinds);
 
 // The whole list of a test without further parameters: level, power, hypotheses, sizes.
 struct SampleTestKinds {

@@ -39,6 +39,22 @@ void StartWherePowerRises(f64& lower, f64 upper, f64 (*residual)()) {
         lower = start;
 }
 
+void StartAtHighestPower(f64& lower, f64 upper, f64 (*residual)()) {
+    f64 highest = MaxOf(At(lower, residual), At(upper, residual));
+    if (highest >= 0)
+        return;
+    f64 start = lower;
+    for (f64 count = lower + 1; count < upper; ++count) {
+        const f64 atCount = At(count, residual);
+        if (atCount <= highest)
+            continue;
+        highest = atCount;
+        start = count;
+    }
+    if (highest >= 0)
+        lower = start;
+}
+
 void KeepOneSide(f64& lower, f64& upper, f64 turn, Side preferred, f64 (*residual)()) {
     if (!(turn > lower && turn < upper))
         return;

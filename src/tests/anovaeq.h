@@ -1,0 +1,42 @@
+// The designs of the analyses of variance with fixed effects, and the equations that all of them
+// share: the F-test of an effect and the t-test of a contrast, both on the pooled error.
+#pragma once
+
+#include "core/types.h"
+
+namespace quorvanta {
+
+// The way in which H1 is given: the standard deviation of the means, a difference between any two
+// of them, or the smallest difference that two of them have.
+enum class AnovaEffectType : i16 { SdOfMeans, AnyDifference, MinDifference };
+
+// What a design says about one of its effects.
+struct AnovaDesign {
+    f32 Df1 = 0; // of the effect
+    f32 Df2 = 0; // of the error
+    // The non-centrality by type of effect, where the effect is as large as the standard deviation.
+    f64 Lambda[3] = {0, 0, 0};
+    f32 PerMean = 0; // observations behind each of the means that a contrast combines
+};
+
+// k groups, the first of n1 subjects, the others of nk each. What a contrast compares has n1.
+AnovaDesign OneWayDesign(f32 k, f32 n1, f32 nk);
+
+// A main effect of a factor with so many levels, each observed perLevel times.
+AnovaDesign MainEffect(f32 levels, f32 perLevel, f64 errorDf);
+
+// The interaction of two factors with a and b levels, each of their cells observed perCell times.
+AnovaDesign InteractionEffect(f32 a, f32 b, f32 perCell, f64 errorDf);
+
+// Power of the F-test of the effect, minus the power entered: effect as its type says, sd the
+// standard deviation of the error, above 0. The degrees of freedom have to be 1 or more.
+f64 AnovEq(AnovaDesign design, AnovaEffectType type, f32 effect, f32 sd);
+
+// Power of the t-test of a contrast, minus the power entered. contrastSd is the standard deviation
+// of the contrast in single observations, one at each of its means: that of the error times the
+// root of the sum of squared coefficients. deltaLow and deltaHigh are the distances to the limits
+// of two one-sided tests, else 0.
+f64 ContrastPowerEq(const AnovaDesign& design, f32 contrast, f32 contrastSd, f32 deltaLow,
+                    f32 deltaHigh);
+
+} // namespace quorvanta
