@@ -313,9 +313,11 @@ inline constexpr i16 Population2 = 25;
 inline constexpr i16 H1Slope = 27;
 inline constexpr i16 Sd2 = 29;
 inline constexpr i16 Shape2 = 31;
+inline constexpr i16 H1Intraclass = 33;
 inline constexpr i16 H1Odds = 34;
 inline constexpr i16 Odds2 = 35;
-inline constexpr i16 H1Intraclass = 33;
+inline constexpr i16 TestedOfTwoFactors = 36;
+inline constexpr i16 TestedOfThreeFactors = 38;
 inline constexpr i16 H1Alpha = 44;
 inline constexpr i16 Alpha2 = 45;
 inline constexpr i16 NoOfItems2 = 46;
@@ -324,8 +326,6 @@ inline constexpr i16 H1Concordance = 49;
 inline constexpr i16 LocationShift = 50;
 inline constexpr i16 ScaleShift = 51;
 inline constexpr i16 TauOrConcordance = 52;
-inline constexpr i16 TestedOfTwoFactors = 36;
-inline constexpr i16 TestedOfThreeFactors = 38;
 inline constexpr i16 SequenceSize2 = 53;
 
 } // namespace Group
