@@ -464,6 +464,26 @@ def rows(menu, checks, groups, kind, values, design, unknowns, mean=247):
                 t_row(menu, tails, left, checks, groups, own, unknown, design, bracket, mean)
         else:
             f_row(menu, checks, groups, kind, v, unknown, design, bracket)
+    if kind == 0:
+        each_unknown(menu, checks, groups, values, design)
+
+
+def each_unknown(menu, checks, groups, values, design):
+    """The standard deviation, the level, and the number of levels of the tested factor that has the
+    power of four and a half of them."""
+    f_row(menu, checks, groups, 0, {**values, 1: 0.7}, 2, design, (0.2, 20))
+    f_row(menu, checks, groups, 0, values, 0, design, (1e-5, 0.99))
+    tested = LEVELS[menu][groups.get(36, groups.get(38, 0))]
+    df1, df2, factor = design({**values, tested: 4.5})
+    power = round(f_power(values[0], df1, df2, factor * (values[34] / values[2]) ** 2), 3)
+    if 0.3 < power < 0.98:
+        f_row(menu, checks, groups, 0, {**values, 1: power}, tested, design,
+              (3 if tested == 244 else 2, 10))
+
+
+# The kinds of the levels that are tested; an interaction is solved for those of A.
+LEVELS = {11: (238, 239, 238), 12: (238, 239, 243), 14: (244,), 15: (270,), 16: (270,), 18: (238,),
+          19: (238, 239, 238)}
 
 
 def effect_of_two(kind, tested, a, b, n, df2):
