@@ -28,6 +28,8 @@ inline constexpr i16 Size2 = 37;
 inline constexpr i16 Size2Minus1 = 38;
 inline constexpr i16 Size2Over1 = 5;
 inline constexpr i16 SizeFrom4 = 14; // of a statistic that needs four subjects
+inline constexpr i16 Size1From4 = 39;
+inline constexpr i16 Size2From4 = 42;
 inline constexpr i16 SequenceSize1 = 322;
 inline constexpr i16 SequenceSize2 = 323;
 inline constexpr i16 SequenceSize2Minus1 = 324;
@@ -212,12 +214,46 @@ inline constexpr i16 H1CorrelationOverH0 = 188;
 inline constexpr i16 CorrelationLeftLimit = 194;
 inline constexpr i16 CorrelationRightLimit = 195;
 inline constexpr i16 Correlation = 220;
+inline constexpr i16 H0Correlation2Minus1 = 189;
+inline constexpr i16 H1Correlation1 = 190;
+inline constexpr i16 H1Correlation2 = 191;
+inline constexpr i16 H1Correlation2Minus1 = 192;
+inline constexpr i16 H1Correlation2Over1 = 193;
 inline constexpr i16 H0Slope = 203;
 inline constexpr i16 H1Slope = 204;
 inline constexpr i16 H1SlopeMinusH0 = 205;
 inline constexpr i16 H1SlopeOverH0 = 206;
 inline constexpr i16 ResidualSd = 212;
 inline constexpr i16 CovariateSd = 213;
+inline constexpr i16 H0Slope2Minus1 = 207;
+inline constexpr i16 H1Slope1 = 208;
+inline constexpr i16 H1Slope2 = 209;
+inline constexpr i16 H1Slope2Minus1 = 210;
+inline constexpr i16 H1Slope2Over1 = 211;
+inline constexpr i16 CovariateSd1 = 214;
+inline constexpr i16 CovariateSd2 = 215;
+inline constexpr i16 CovariateSd2Minus1 = 221;
+inline constexpr i16 CovariateSd2Over1 = 222;
+inline constexpr i16 TestedCoefficients = 268;
+inline constexpr i16 CorrelationWithAll = 265;
+inline constexpr i16 CorrelationWithOthers = 266;
+inline constexpr i16 NoOfCovariates = 267;
+
+// Regression on one covariate beside others: of an event, of a rate.
+inline constexpr i16 H1EventAtMean = 20;
+inline constexpr i16 H1EventAtMeanPlusSd = 21;
+inline constexpr i16 H1EventAtX0 = 257;
+inline constexpr i16 H1EventAtX1 = 258;
+inline constexpr i16 H1OddsRatio = 200;
+inline constexpr i16 H1RateAtMean = 260;
+inline constexpr i16 H1RateAtMeanPlusSd = 261;
+inline constexpr i16 H1RateAtX0 = 262;
+inline constexpr i16 H1RateAtX1 = 263;
+inline constexpr i16 H1RateRatio = 368;
+inline constexpr i16 ProportionAtX1 = 259;
+inline constexpr i16 CorrelationOfCovariates = 25;
+inline constexpr i16 Overdispersion = 367;
+inline constexpr i16 GammaShape = 329;
 
 // Analysis of variance: the effect under H1, the layout, the sizes.
 inline constexpr i16 SdOfMeans = 34;
@@ -251,6 +287,49 @@ inline constexpr i16 WithinLevels = 256;
 inline constexpr i16 SizeFrom2 = 248; // of a statistic for which two subjects will do
 inline constexpr i16 TotalSize = 320;
 
+// Agreement of raters and items, and rank correlation.
+inline constexpr i16 NoOfSubjects = 224;
+inline constexpr i16 NoOfRaters = 223;
+inline constexpr i16 NoOfItems = 280;
+inline constexpr i16 NoOfItems1 = 281;
+inline constexpr i16 NoOfItems2 = 282;
+inline constexpr i16 NoOfItems2Minus1 = 283;
+inline constexpr i16 NoOfItems2Over1 = 284;
+inline constexpr i16 H0Intraclass = 28;
+inline constexpr i16 H1Intraclass = 32;
+inline constexpr i16 H1IntraclassMinusH0 = 109;
+inline constexpr i16 H1IntraclassOverH0 = 144;
+inline constexpr i16 H0Alpha = 271;
+inline constexpr i16 H1Alpha = 272;
+inline constexpr i16 H1AlphaMinusH0 = 273;
+inline constexpr i16 H1AlphaOverH0 = 274;
+inline constexpr i16 H0Alpha2Minus1 = 275;
+inline constexpr i16 H1Alpha1 = 276;
+inline constexpr i16 H1Alpha2 = 277;
+inline constexpr i16 H1Alpha2Minus1 = 278;
+inline constexpr i16 H1Alpha2Over1 = 279;
+inline constexpr i16 H0Kappa = 291;
+inline constexpr i16 H1Kappa = 292;
+inline constexpr i16 H1KappaMinusH0 = 293;
+inline constexpr i16 H1KappaOverH0 = 294;
+inline constexpr i16 H0KappaVariance = 337;
+inline constexpr i16 H1KappaVariance = 338;
+inline constexpr i16 NoOfCategories = 201;
+inline constexpr i16 H0Concordance = 295;
+inline constexpr i16 H1Concordance = 296;
+inline constexpr i16 H1ConcordanceMinusH0 = 297;
+inline constexpr i16 H1ConcordanceOverH0 = 298;
+inline constexpr i16 H0LocationShift = 299;
+inline constexpr i16 H1LocationShift = 300;
+inline constexpr i16 H1LocationShiftMinusH0 = 301;
+inline constexpr i16 H1LocationShiftOverH0 = 302;
+inline constexpr i16 H0ScaleShift = 303;
+inline constexpr i16 H1ScaleShift = 304;
+inline constexpr i16 H1ScaleShiftMinusH0 = 305;
+inline constexpr i16 H1ScaleShiftOverH0 = 306;
+inline constexpr i16 H1Tau = 331;
+inline constexpr i16 H1ProbabilityOfConcordance = 315;
+
 } // namespace Kind
 
 namespace Group {
@@ -276,17 +355,32 @@ inline constexpr i16 Discordant = 20;
 inline constexpr i16 H1MeanOfDifference = 21;
 inline constexpr i16 StudyTime2 = 22;
 inline constexpr i16 H1Correlation = 23;
+inline constexpr i16 Correlation2 = 24;
 inline constexpr i16 Population2 = 25;
 inline constexpr i16 H1Slope = 27;
+inline constexpr i16 Slope2 = 28;
 inline constexpr i16 Sd2 = 29;
 inline constexpr i16 Shape2 = 31;
+inline constexpr i16 EventEffect = 32;
+inline constexpr i16 H1Intraclass = 33;
 inline constexpr i16 H1Odds = 34;
 inline constexpr i16 Odds2 = 35;
 inline constexpr i16 TestedOfTwoFactors = 36;
 inline constexpr i16 TestedOfThreeFactors = 38;
 inline constexpr i16 CorrelationMatrix = 39;
+inline constexpr i16 RateEffect = 40;
 inline constexpr i16 TestedBetweenOrWithin = 43;
+inline constexpr i16 H1Alpha = 44;
+inline constexpr i16 Alpha2 = 45;
+inline constexpr i16 NoOfItems2 = 46;
+inline constexpr i16 Parameterization = 47;
+inline constexpr i16 H1Kappa = 48;
+inline constexpr i16 H1Concordance = 49;
+inline constexpr i16 LocationShift = 50;
+inline constexpr i16 ScaleShift = 51;
+inline constexpr i16 TauOrConcordance = 52;
 inline constexpr i16 SequenceSize2 = 53;
+inline constexpr i16 RateDistribution = 58;
 
 } // namespace Group
 
@@ -307,12 +401,14 @@ inline constexpr i16 LinearCombination = 14;
 inline constexpr i16 SquaresAsLevels = 15;
 inline constexpr i16 Satterthwaite = 16;
 inline constexpr i16 CovarianceMatrix = 22;
+inline constexpr i16 DependentSamples = 20;
 inline constexpr i16 FirstOrder = 24;
 inline constexpr i16 SecondOrder = 25;
 inline constexpr i16 Multinomial = 26;
 inline constexpr i16 Score = 27;
 inline constexpr i16 UnrestrictedMl = 30;
 inline constexpr i16 TwoSidedInterval = 36;
+inline constexpr i16 Overdispersion = 37;
 inline constexpr i16 VarianceOfH1 = 39;
 
 } // namespace Check

@@ -7,7 +7,6 @@
 #include "numeric/matmultmat.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
-#include "tests/powereq.h"
 #include "tests/teststud.h"
 
 #include <cmath>
@@ -218,14 +217,9 @@ f64 RepPower(const AnovaDesign& design, AnovaEffectType type, f32 effect, const 
     const f32 r = Single(standardised * standardised);
     const f32 lambda = Single(f64{r} * design.Lambda[static_cast<int>(type)]);
     const f32 e = Single(f64{errors.Bias} / (f64{n} - 1) + f64{errors.Eps});
-    f32 df1 = MaxSingle(Single(f64{design.Df1} * f64{e}), 1);
-    f32 df2 = MaxSingle(Single(f64{design.Df2} * f64{e}), 1);
-    const f64 alpha{SignificanceLevel()};
-    // The quantile cuts large degrees of freedom, and the distribution function has to use the
-    // same.
-    const f32 critical = FInv(Single(1 - alpha), df1, df2);
-    f32 corrected = Single(f64{lambda} * f64{e});
-    return 1 - f64{NcFCdf(critical, df1, df2, corrected)} - ParValue(PowerParNo);
+    const f32 df1 = MaxSingle(Single(f64{design.Df1} * f64{e}), 1);
+    const f32 df2 = MaxSingle(Single(f64{design.Df2} * f64{e}), 1);
+    return FTestEq(df1, df2, Single(f64{lambda} * f64{e}));
 }
 
 AnovaDesign WithinDesign(f32 k, f32 n) {
@@ -239,11 +233,7 @@ f64 RepContrastPower(f64 perMean, f32 df, f32 mean, f32 sd, f32 deltaLow, f32 de
 // H. Hotelling, Annals of Mathematical Statistics 2, 1931, 360-378; T. W. Anderson, An Introduction
 // to Multivariate Statistical Analysis, 1958, section 5.4.
 f64 HotellingEq(f32 df1, f64 df2, f64 lambda) {
-    f32 error = MaxSingle(Single(df2), 1);
-    f32 lambda32 = Single(lambda);
-    const f64 alpha{SignificanceLevel()};
-    const f32 critical = FInv(Single(1 - alpha), df1, error);
-    return 1 - f64{NcFCdf(critical, df1, error, lambda32)} - ParValue(PowerParNo);
+    return FTestEq(df1, MaxSingle(Single(df2), 1), Single(lambda));
 }
 
 f64 SquaredDistance(const Array2<f64>& x, const Array2<f64>& s) {
