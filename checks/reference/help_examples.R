@@ -201,6 +201,51 @@ show(9811,
      solve(function(n) correlationWidth(n, 0.5, 0.95), 0.2, 5, 10000),
      correlationWidth(100, 0.5, 0.95))
 
+# --- Contingency tables, strata, trends ----------------------------------------------------------
+
+chi2Power <- function(df, lambda) pchisq(qchisq(0.95, df), df, lambda, lower.tail = FALSE)
+nonCentrality <- function(p) {
+  e <- outer(rowSums(p), colSums(p)) / sum(p)
+  sum((p - e)^2 / e) / sum(p)
+}
+twoSidedNormal <- function(d, se0, se1) {
+  q <- qnorm(0.975)
+  pnorm((d - q * se0) / se1) + pnorm((-d - q * se0) / se1)
+}
+
+w <- round(sqrt(nonCentrality(rbind(c(5, 3, 2), c(4, 3, 3), c(3, 3, 4)))), 7)
+show(9323, w, solve(function(n) chi2Power(4, 3 * n * w^2), 0.80, 3, 1000),
+     chi2Power(4, 3 * 80 * w^2))
+
+p1 <- c(0.1, 0.2, 0.4)
+p2 <- plogis(qlogis(p1) + log(2))
+part <- c(0.3, 0.3, 0.4)
+average <- (p1 + p2) / 2
+sums <- round(c(sum(part / 4 * (p2 - p1)), sum(part / 4 * average * (1 - average)),
+                sum(part / 8 * (p1 * (1 - p1) + p2 * (1 - p2)))), 7)
+strataPower <- function(n)
+  twoSidedNormal(sums[1] - 0.5 / n, sqrt(sums[2] / n), sqrt(sums[3] / n))
+show(9324, sums, solve(strataPower, 0.80, 3, 10000), strataPower(400))
+
+p <- c(0.05, 0.08, 0.12, 0.2)
+x <- 0:3 - 1.5
+terms <- round(c(mean(x * p), mean(p), mean(x^2 * p * (1 - p)), mean(x^2)), 7)
+trendPower <- function(n)
+  twoSidedNormal(terms[1], sqrt(terms[2] * (1 - terms[2]) * terms[4] / n), sqrt(terms[3] / n))
+show(9325, terms, solve(trendPower, 0.85, 3, 10000), trendPower(300))
+
+p <- rbind(c(0.25, 0.1, 0.05), c(0.05, 0.25, 0.1), c(0.02, 0.05, 0.13))
+d <- (rowSums(p) - colSums(p))[1:2]
+v <- -(p + t(p))
+diag(v) <- rowSums(p) + colSums(p) - 2 * diag(p)
+lambda <- round(c(d %*% base::solve(v[1:2, 1:2], d)), 7)
+show(9406, lambda, solve(function(n) chi2Power(2, n * lambda), 0.80, 3, 1000),
+     chi2Power(2, 200 * lambda))
+
+lambda <- round(nonCentrality(rbind(c(0.15, 0.15, 0.1), c(0.15, 0.2, 0.25))), 7)
+show(9411, lambda, solve(function(n) chi2Power(2, n * lambda), 0.80, 3, 1000),
+     chi2Power(2, 200 * lambda))
+
 # --- Tables and graphs ---------------------------------------------------------------------------
 
 # Topic 12: sizes, differences by standard deviations. Topic 13: powers, sizes by differences.

@@ -126,6 +126,20 @@ GridCheck AllOf(std::initializer_list<GridCheck> checks) {
     };
 }
 
+GridCheck InRow(i16 only, GridCheck check) {
+    return [only, check = std::move(check)](const GridCells& cells, i16 row, i16 column,
+                                            Leaving leaving) {
+        return row != only || check(cells, row, column, leaving);
+    };
+}
+
+GridCheck InColumns(i16 first, i16 last, GridCheck check) {
+    return [first, last, check = std::move(check)](const GridCells& cells, i16 row, i16 column,
+                                                   Leaving leaving) {
+        return column < first || column > last || check(cells, row, column, leaving);
+    };
+}
+
 GridCheck ProportionCells() {
     return CellCheck([](f32 x) { return x >= 0 && x <= 1; },
                      [](i16 row, i16 column) {

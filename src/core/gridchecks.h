@@ -11,6 +11,10 @@ namespace quorvanta {
 // All of the checks, one after the other, up to the first that refuses.
 GridCheck AllOf(std::initializer_list<GridCheck> checks);
 
+// The check of the cells of one row, or of the columns first to last; other cells pass.
+GridCheck InRow(i16 row, GridCheck check);
+GridCheck InColumns(i16 first, i16 last, GridCheck check);
+
 // 0 to 1.
 GridCheck ProportionCells();
 // Above 0 and below the limit.

@@ -241,6 +241,24 @@ inline constexpr i16 SizePerGroup = 326;
 inline constexpr i16 SizePerCell = 327;
 inline constexpr i16 AdditiveSizePerCell = 328; // one will do where no interaction is estimated
 
+// Contingency tables and trends.
+inline constexpr i16 TotalSize = 320;
+inline constexpr i16 NonCentrality = 250; // of chi-square, for each subject
+inline constexpr i16 NoOfCategories = 201;
+inline constexpr i16 NoOfXCategories = 334;
+inline constexpr i16 NoOfYCategories = 335;
+inline constexpr i16 H1SdOfProportions = 240;
+inline constexpr i16 H1AnyProportionDifference = 241;
+inline constexpr i16 H1LeastProportionDifference = 242;
+inline constexpr i16 H1SumOfDifferences = 307;
+inline constexpr i16 H0SumOfVariances = 308;
+inline constexpr i16 H1SumOfVariances = 309;
+inline constexpr i16 NoOfStrata = 310;
+inline constexpr i16 H1Trend = 311;
+inline constexpr i16 AverageProportion = 312;
+inline constexpr i16 TrendVariance = 313;
+inline constexpr i16 LevelVariance = 314;
+
 } // namespace Kind
 
 namespace Group {
@@ -273,6 +291,7 @@ inline constexpr i16 Shape2 = 31;
 inline constexpr i16 H1Odds = 34;
 inline constexpr i16 Odds2 = 35;
 inline constexpr i16 TestedOfTwoFactors = 36;
+inline constexpr i16 EffectOfProportions = 37;
 inline constexpr i16 TestedOfThreeFactors = 38;
 inline constexpr i16 SequenceSize2 = 53;
 
@@ -293,6 +312,7 @@ inline constexpr i16 Medians = 12;
 inline constexpr i16 RandomSquares = 13;
 inline constexpr i16 SquaresAsLevels = 15;
 inline constexpr i16 Satterthwaite = 16;
+inline constexpr i16 OddsRatio = 23;
 inline constexpr i16 FirstOrder = 24;
 inline constexpr i16 SecondOrder = 25;
 inline constexpr i16 Multinomial = 26;

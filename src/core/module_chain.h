@@ -18,7 +18,10 @@
 #include "tests/testanovarandblock.h"
 #include "tests/testbin.h"
 #include "tests/testbioeq.h"
+#include "tests/testca.h"
 #include "tests/testchi2.h"
+#include "tests/testchi2indep.h"
+#include "tests/testchi2rxc.h"
 #include "tests/testequiv.h"
 #include "tests/testexploc.h"
 #include "tests/testexpscale.h"
@@ -26,8 +29,10 @@
 #include "tests/testhyper.h"
 #include "tests/testlnorm.h"
 #include "tests/testmcn.h"
+#include "tests/testmh.h"
 #include "tests/testpairbin.h"
 #include "tests/tests2.h"
+#include "tests/teststuart.h"
 #include "tests/teststud.h"
 
 namespace quorvanta {
@@ -120,6 +125,12 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTMCN>();
     case 21:
         return operation.template operator()<TESTCHI2>();
+    case 22:
+        return operation.template operator()<TESTCHI2RXC>();
+    case 23:
+        return operation.template operator()<TESTMH>();
+    case 24:
+        return operation.template operator()<TESTCA>();
     case 74:
     case 81:
         return operation.template operator()<TESTEQUIV<TESTSTUD>>();
@@ -133,6 +144,10 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTBIOEQ>();
     case 79:
         return operation.template operator()<TESTEQUIV<TESTBIOEQ>>();
+    case 105:
+        return operation.template operator()<TESTSTUART>();
+    case 110:
+        return operation.template operator()<TESTCHI2INDEP>();
     case 120:
         return operation.template operator()<TESTPAIRBIN>();
     case 121:
