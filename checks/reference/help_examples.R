@@ -246,6 +246,32 @@ lambda <- round(nonCentrality(rbind(c(0.15, 0.15, 0.1), c(0.15, 0.2, 0.25))), 7)
 show(9411, lambda, solve(function(n) chi2Power(2, n * lambda), 0.80, 3, 1000),
      chi2Power(2, 200 * lambda))
 
+# --- General crossover designs -------------------------------------------------------------------
+
+# Information of a design on its treatments, by the projection off subjects, periods and carryover.
+information <- function(design, carryover) {
+  cells <- data.frame(s = factor(row(design)), p = factor(col(design)))
+  z <- model.matrix(~ s + p, cells)
+  indicators <- function(x) sapply(seq_len(max(design)), function(k) as.numeric(x == k))
+  if (carryover) z <- cbind(z, indicators(cbind(0, design[, -ncol(design)])))
+  x <- qr.resid(qr(z), indicators(design))
+  crossprod(x)
+}
+# C is singular in the direction of equal effects only.
+designVariance <- function(information, weights)
+  c(weights %*% base::solve(information + 1, weights))
+four <- rbind(c(1, 4, 2, 3), c(2, 1, 3, 4), c(3, 2, 4, 1), c(4, 3, 1, 2))
+three <- rbind(1:3, c(2, 3, 1), c(3, 1, 2), c(1, 3, 2), c(2, 1, 3), 3:1)
+v4 <- round(designVariance(information(four, TRUE), c(-1, 0, 0, 1)), 7)
+v3 <- round(designVariance(information(three, FALSE), c(-1, 1, 0)), 7)
+williamsT <- function(n) twoSidedT(0.05, 0.5 / (0.8 * sqrt(v4 / n)), 12 * n - 9)
+williamsTost <- function(n) {
+  e <- 0.25 * sqrt(v3 / n)
+  tostT(0.05, log(0.95 / 0.8) / e, log(1.25 / 0.95) / e, 12 * n - 4)
+}
+show(9372, solve(williamsT, 0.90, 2, 100), williamsT(12))
+show(9373, solve(williamsTost, 0.90, 2, 100), williamsTost(5))
+
 # --- Tables and graphs ---------------------------------------------------------------------------
 
 # Topic 12: sizes, differences by standard deviations. Topic 13: powers, sizes by differences.

@@ -366,3 +366,19 @@ show(9406, LAMBDA, solve(lambda n: chi2_power(0.05, 2, n * LAMBDA), 0.80, 3, 100
 LAMBDA = round(independence(((0.15, 0.15, 0.1), (0.15, 0.2, 0.25))), 7)
 show(9411, LAMBDA, solve(lambda n: chi2_power(0.05, 2, n * LAMBDA), 0.80, 3, 1000),
      chi2_power(0.05, 2, 200 * LAMBDA))
+
+
+# --- General crossover designs ------------------------------------------------------------------
+
+def williams_t(n):
+    """Four treatments, carryover, variance 0.55 due to the design (crossover.py)."""
+    return two_sided_t(0.05, 0.5 / (0.8 * math.sqrt(0.55 / n)), 12 * n - 9)
+
+
+def williams_tost(n):
+    e = 0.25 * math.sqrt(0.3333333 / n)
+    return tost_t(0.05, math.log(0.95 / 0.8) / e, math.log(1.25 / 0.95) / e, 12 * n - 4)
+
+
+show(9372, solve(williams_t, 0.90, 2, 100), williams_t(12))
+show(9373, solve(williams_tost, 0.90, 2, 100), williams_tost(5))

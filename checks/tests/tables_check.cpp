@@ -8,7 +8,7 @@
 #include "core/search.h"
 #include "numeric/rounding.h"
 #include "output/statement.h"
-#include "support/analysis_fixture.h"
+#include "support/grid_fixture.h"
 #include "support/properties.h"
 #include "tests/testca.h"
 #include "tests/testmh.h"
@@ -27,8 +27,6 @@ constexpr i16 menuTrend = 130;
 // Values are shown with seven significant digits or decimals.
 constexpr f64 shown = 1e-6;
 
-using Rows = std::vector<std::vector<std::string>>;
-
 AnalysisChoice Menu(i16 menuNo, i16 samples, i16 tails, std::vector<i16> checks = {},
                     std::map<i16, i16> groups = {}) {
     AnalysisChoice choice;
@@ -40,46 +38,12 @@ AnalysisChoice Menu(i16 menuNo, i16 samples, i16 tails, std::vector<i16> checks 
     return choice;
 }
 
-class TableTests : public AnalysisFixture {
+class TableTests : public GridFixture {
   protected:
-    void SetUp() override {
-        AnalysisFixture::SetUp();
-        FileCommand(CalculationWindow);
-    }
-
-    // Types the rows into the current grid and accepts it.
-    static bool Fill(const Rows& rows) {
-        for (std::size_t i = 0; i < rows.size(); ++i)
-            for (std::size_t j = 0; j < rows[i].size(); ++j)
-                GridOK(static_cast<i16>(i + 1), static_cast<i16>(j + 1), rows[i][j],
-                       Leaving::Nothing);
-        return !AcceptGrid().has_value();
-    }
-
-    // The user opens the grid of the parameter and fills it so.
-    void Derive(i16 kind, const Rows& rows) {
-        platform.Messages.clear();
-        platform.GridFillings.emplace_back([this, rows] {
-            asked = CurrentGrid();
-            return Fill(rows);
-        });
-        GetFromTable(PositionOf(kind));
-    }
-
-    // The first message of a grid filled so; empty if there was none.
-    std::string Refusal(i16 kind, const Rows& rows) {
-        Derive(kind, rows);
-        return platform.Messages.empty() ? "" : platform.Messages.front().Text;
-    }
-
-    static f64 Value(i16 kind) { return ReadNumber(ParText(kind)); }
-
     f64 PowerOfTexts() {
         SolveFor(PowerParNo);
         return ParValue(PowerParNo);
     }
-
-    Grid asked;
 };
 
 // --- Homogeneity --------------------------------------------------------------------------------
@@ -97,11 +61,11 @@ const Rows threeByThree{{"0.2", "0.3", "0.5"}, {"0.3", "0.4", "0.3"}, {"0.35", "
 TEST_F(TableTests, HomogeneityAsksForProportionsOfEachGroup) {
     Start(Homogeneity(0), {{Kind::NoOfGroups, "3"}, {Kind::NoOfCategories, "3"}});
     Derive(Kind::H1SdOfProportions, threeByThree);
-    EXPECT_EQ(asked.Title, "Proportion in Category");
-    EXPECT_EQ(GridHeadOf(asked.RowHeads, 3, 1), "Group 1");
-    EXPECT_EQ(asked.Rows, 3);
-    EXPECT_EQ(asked.Columns, 3);
-    EXPECT_EQ(asked.RowSum, 1);
+    EXPECT_EQ(asked.back().Title, "Proportion in Category");
+    EXPECT_EQ(GridHeadOf(asked.back().RowHeads, 3, 1), "Group 1");
+    EXPECT_EQ(asked.back().Rows, 3);
+    EXPECT_EQ(asked.back().Columns, 3);
+    EXPECT_EQ(asked.back().RowSum, 1);
     EXPECT_NEAR(Value(Kind::H1SdOfProportions), 0.19807255381018854, shown);
 }
 
@@ -215,9 +179,9 @@ TEST_F(TableTests, IndependenceDerivesTheNonCentrality) {
     Start(Menu(menuIndependence, OneSample, TwoSided),
           {{Kind::NoOfXCategories, "2"}, {Kind::NoOfYCategories, "3"}});
     Derive(Kind::NonCentrality, {{"0.2", "0.1", "0.1"}, {"0.1", "0.2", "0.3"}});
-    EXPECT_EQ(asked.Title, "Probability in Category (X, Y)");
-    EXPECT_EQ(GridHeadOf(asked.RowHeads, 2, 2), "X 2");
-    EXPECT_EQ(GridHeadOf(asked.ColumnHeads, 3, 3), "Y 3");
+    EXPECT_EQ(asked.back().Title, "Probability in Category (X, Y)");
+    EXPECT_EQ(GridHeadOf(asked.back().RowHeads, 2, 2), "X 2");
+    EXPECT_EQ(GridHeadOf(asked.back().ColumnHeads, 3, 3), "Y 3");
     EXPECT_NEAR(Value(Kind::NonCentrality), 0.13194444444444442, shown);
 }
 
@@ -293,8 +257,8 @@ const Rows threeStrata{
 TEST_F(TableTests, StrataGiveTheThreeSumsTogether) {
     Start(Menu(menuMantel, TwoSamples, TwoSided), {{Kind::NoOfStrata, "3"}});
     Derive(Kind::H0SumOfVariances, threeStrata);
-    EXPECT_EQ(GridHeadOf(asked.RowHeads, 3, 2), "Stratum No 2");
-    EXPECT_EQ(asked.ColumnHeads, "Proportion 1,Proportion 2,Size 1,Size 2");
+    EXPECT_EQ(GridHeadOf(asked.back().RowHeads, 3, 2), "Stratum No 2");
+    EXPECT_EQ(asked.back().ColumnHeads, "Proportion 1,Proportion 2,Size 1,Size 2");
     EXPECT_NEAR(Value(Kind::H1SumOfDifferences), 0.04583333333333333, shown);
     EXPECT_NEAR(Value(Kind::H0SumOfVariances), 0.04703703703703704, shown);
     EXPECT_NEAR(Value(Kind::H1SumOfVariances), 0.04715277777777777, shown);
@@ -321,7 +285,7 @@ TEST_F(TableTests, StrataTakeAnOddsRatio) {
                                       {"0.4", "2", "1", "1"},
                                       {"0.5", "2", "3", "2"},
                                       {"0.7", "2", "1", "1"}});
-    EXPECT_EQ(asked.ColumnHeads, "Proportion 1,OddsRatio,Size 1,Size 2");
+    EXPECT_EQ(asked.back().ColumnHeads, "Proportion 1,OddsRatio,Size 1,Size 2");
     EXPECT_NEAR(Value(Kind::H1SumOfDifferences), 0.03636399004046063, shown);
     EXPECT_NEAR(Value(Kind::H0SumOfVariances), 0.0539382481448159, shown);
     EXPECT_NEAR(Value(Kind::H1SumOfVariances), 0.050879208073934, shown);
@@ -387,9 +351,9 @@ const Rows fourDoses{
 TEST_F(TableTests, GroupsGiveTheFourTermsTogether) {
     Start(Menu(menuTrend, MoreSamples, TwoSided), {{Kind::NoOfGroups, "4"}});
     Derive(Kind::AverageProportion, fourDoses);
-    EXPECT_EQ(asked.Title, "Groups");
-    EXPECT_EQ(asked.RowHeads, "Proportion,Group Level,Fract.of Sample,");
-    EXPECT_EQ(GridHeadOf(asked.RowHeads, 3, 3), "Fract.of Sample");
+    EXPECT_EQ(asked.back().Title, "Groups");
+    EXPECT_EQ(asked.back().RowHeads, "Proportion,Group Level,Fract.of Sample,");
+    EXPECT_EQ(GridHeadOf(asked.back().RowHeads, 3, 3), "Fract.of Sample");
     EXPECT_NEAR(Value(Kind::H1Trend), 0.146, shown);
     EXPECT_NEAR(Value(Kind::AverageProportion), 0.12, shown);
     EXPECT_NEAR(Value(Kind::TrendVariance), 0.39132, shown);
@@ -402,7 +366,7 @@ TEST_F(TableTests, OnlyTheFractionsHaveASum) {
     Start(Menu(menuTrend, MoreSamples, TwoSided), {{Kind::NoOfGroups, "4"}});
     std::vector<std::string> sums;
     platform.GridFillings.emplace_back([&sums] {
-        Fill(fourDoses);
+        FillGrid(fourDoses);
         for (i16 row = 1; row <= 3; ++row)
             sums.push_back(RowSumText(row));
         return false;

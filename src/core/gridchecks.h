@@ -37,6 +37,8 @@ GridCheck CellsAddToOne();
 GridCheck IncreasingRows();
 // Whole numbers from 1 to the limit.
 GridCheck IntegerCells(i16 limit);
+// Numbers of treatments from 1 on, each of them somewhere, and 0 for none.
+GridCheck TreatmentCells(i16 treatments);
 
 // A matrix of variances and covariances, or one of correlations: no two variables correlate beyond
 // 1 and, of the whole matrix, no two do when those before them are held fixed, so that it is

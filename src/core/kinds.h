@@ -259,6 +259,15 @@ inline constexpr i16 AverageProportion = 312;
 inline constexpr i16 TrendVariance = 313;
 inline constexpr i16 LevelVariance = 314;
 
+// General crossover designs.
+inline constexpr i16 MahalanobisDistance = 254;
+inline constexpr i16 H1MedianOfCombination = 290; // product of powers of medians
+inline constexpr i16 DesignVariance = 287;
+inline constexpr i16 NoOfSequences = 285;
+inline constexpr i16 NoOfPeriods = 286;
+inline constexpr i16 NoOfTreatments = 288;
+inline constexpr i16 SizePerSequence = 289;
+
 } // namespace Kind
 
 namespace Group {
@@ -310,8 +319,10 @@ inline constexpr i16 Contrast = 10;
 inline constexpr i16 Additive = 11;
 inline constexpr i16 Medians = 12;
 inline constexpr i16 RandomSquares = 13;
+inline constexpr i16 LinearCombination = 14;
 inline constexpr i16 SquaresAsLevels = 15;
 inline constexpr i16 Satterthwaite = 16;
+inline constexpr i16 Carryover = 17;
 inline constexpr i16 OddsRatio = 23;
 inline constexpr i16 FirstOrder = 24;
 inline constexpr i16 SecondOrder = 25;

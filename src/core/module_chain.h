@@ -34,6 +34,7 @@
 #include "tests/tests2.h"
 #include "tests/teststuart.h"
 #include "tests/teststud.h"
+#include "tests/xover.h"
 
 namespace quorvanta {
 
@@ -131,6 +132,10 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTMH>();
     case 24:
         return operation.template operator()<TESTCA>();
+    case 71:
+        return operation.template operator()<XOVER>();
+    case 72:
+        return operation.template operator()<XOVERLOG>();
     case 74:
     case 81:
         return operation.template operator()<TESTEQUIV<TESTSTUD>>();

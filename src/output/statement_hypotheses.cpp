@@ -115,6 +115,8 @@ std::string TestedEffect() {
 std::string NoEffectInBrackets(const std::string& label) {
     if (const std::string tested = TestedEffect(); !tested.empty())
         return (LabelSays(label, Says::Contrast) ? " (contrast of " : " (no ") + tested + ")";
+    if (LabelSays(label, Says::Distance) && TestIs("Multiplicative"))
+        return " (equal medians)";
     if ((LabelSays(label, Says::Mean) && !LabelSays(label, Says::Contrast)) ||
         LabelSays(label, Says::Distance))
         return " (equal means)";

@@ -20,8 +20,6 @@ i16 RxcEffectType;
 
 namespace {
 
-constexpr SampleKinds GroupSizeKinds{
-    Kind::Size, Group::SizeK, Kind::Size1, {Kind::SizeK, Kind::SizeKMinus1, Kind::SizeKOver1}};
 constexpr i16 ProportionsStore = 1;
 
 i16 groups;
