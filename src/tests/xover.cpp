@@ -202,8 +202,10 @@ void XOVER::SearchLimits(f64& lower, f64& upper) {
         hypotheses.Narrow(lower, upper);
     else if (UnknownParNo == effect)
         LeftTailLimit(lower, upper, onLogScale ? 1 : 0);
-    if (UnknownParNo == size)
+    if (UnknownParNo == size || UnknownParNo == sequences || UnknownParNo == periods)
         StartWherePowerRises(lower, upper, &RootFunction);
+    else if (UnknownParNo == treatments)
+        EndWherePowerFalls(lower, upper, &RootFunction);
 }
 
 f64 XOVER::RootFunction() {
