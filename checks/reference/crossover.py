@@ -3,8 +3,7 @@
 
 Independent of the program: the model of each design is written out with a column for every subject,
 period, treatment and carryover effect, and solved by least squares (numpy's lstsq and pinv, which
-work on singular values). Powers are those of scipy's non-central F and t; two one-sided tests are
-integrated over the distribution of the estimated standard deviation.
+work on singular values). Powers are those of scipy's non-central F and t (tpowers.py).
 
 Designs: the two-way design; the complete Williams squares of three and four treatments (E. J.
 Williams, Australian Journal of Scientific Research A 2, 1949, 149-168); Balaam's design (L. N.
@@ -16,7 +15,8 @@ Needs Python 3 with scipy and numpy; run from the repository's root.
 """
 import math
 import numpy as np
-from scipy import integrate, optimize, stats
+from scipy import optimize, stats
+from tpowers import t_power, tost_power
 
 DESIGNS = {
     'AB/BA': [[1, 2], [2, 1]],
@@ -127,22 +127,6 @@ def overall(name, means, sd, n, unknown=1, carryover=False, log=False, bracket=N
         checks=(17,) if carryover else (), note=f'{name}, means {list(means)}')
 
 
-def t_power(alpha, tails, left, shift, df, low=0.0, high=0.0):
-    if tails == 3:
-        q = stats.t.isf(alpha, df)
-        end = (low + high) / (2 * q)
-        def inside(u):
-            return (stats.norm.cdf(high - q * u) - stats.norm.cdf(q * u - low)) * \
-                stats.chi.pdf(u * math.sqrt(df), df) * math.sqrt(df)
-        width = 12 / math.sqrt(2 * df)
-        return integrate.quad(inside, max(0.0, 1 - width), min(end, 1 + width), limit=400,
-                              epsabs=1e-12)[0]
-    if tails == 2:
-        q = stats.t.isf(alpha / 2, df)
-        return stats.nct.sf(q, df, shift) + stats.nct.cdf(-q, df, shift)
-    return stats.nct.sf(stats.t.isf(alpha, df), df, -shift if left else shift)
-
-
 def combination(name, weights, truth, sd, n, tails=2, left=False, limits=None, unknown=1,
                 carryover=False, log=False, bracket=None, power=0.8, error=T_POWER):
     sizes, df, _ = shape(name, carryover, n)
@@ -156,8 +140,7 @@ def combination(name, weights, truth, sd, n, tails=2, left=False, limits=None, u
         se = v[sd_kind] * math.sqrt(v[287] / v[289])
         x = scale(v[kind])
         if tails == 3:
-            return t_power(v[0], 3, False, 0, df(v), (x - scale(v[low])) / se,
-                           (scale(v[high]) - x) / se)
+            return tost_power(v[0], (x - scale(v[low])) / se, (scale(v[high]) - x) / se, df(v))
         return t_power(v[0], tails, left, x / se, df(v))
     exact, tolerance = solve(f, values, unknown, bracket, error)
     add(241 if log else 240, tails, values, unknown, exact, tolerance, left=-1 if left else 0,

@@ -224,6 +224,14 @@ TEST_F(CrossoverTests, TheTwoWayDesignIsOneOfThem) {
     EXPECT_NEAR(general, ParValue(PowerParNo), 1e-5);
 }
 
+TEST_F(CrossoverTests, AnAbsurdDistanceIsNoInvalidArgument) {
+    Start(Crossover(menuAdditive, {}), {});
+    UnknownParNo = PowerParNo;
+    ParValue(PowerParNo) = 0;
+    ParValue(PositionOf(Kind::MahalanobisDistance)) = 1e300;
+    EXPECT_EQ(SelRootFunction(), 1);
+}
+
 // As few subjects as leave the error one degree of freedom.
 TEST_F(CrossoverTests, TheSearchLeavesTheErrorADegreeOfFreedom) {
     Start(Crossover(menuAdditive, {Check::Carryover}),

@@ -203,6 +203,16 @@ TEST_F(TableTests, IndependenceRefusesWhatIsNoDistribution) {
               "Probability in Cell  (1,2)  Must Be > 0 and < 1");
 }
 
+// A non-centrality that is too large for 32 bits is one that always rejects: no fault, but for the
+// overflow that it is.
+TEST_F(TableTests, AnAbsurdNonCentralityIsNoInvalidArgument) {
+    Start(Menu(menuIndependence, OneSample, TwoSided), {});
+    UnknownParNo = PowerParNo;
+    ParValue(PowerParNo) = 0;
+    ParValue(PositionOf(Kind::NonCentrality)) = 1e300;
+    EXPECT_EQ(SelRootFunction(), 1);
+}
+
 // --- Stuart and Maxwell -------------------------------------------------------------------------
 
 std::string Text(f64 value) {

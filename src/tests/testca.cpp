@@ -81,7 +81,7 @@ f64 CaCorrection() {
         return 0;
     const Array2<f32>& cells = GridData(GroupsStore);
     const i16 count = static_cast<i16>(cells.HighBound2());
-    const bool known = HasGridData == True && IsFilled(GroupsGrid(count));
+    const bool known = count > 1 && HasGridData == True && IsFilled(GroupsGrid(count));
     return known ? LeastSpacing(count) : EqualSpacing();
 }
 

@@ -106,7 +106,8 @@ f64 OverallEq() {
     f32 df1 = Single(Value(treatments) - 1);
     f32 df2 = ErrorDf();
     const f64 s = Value(residualSd);
-    f32 lambda = Single(Value(size) * Value(effect) / (s * s));
+    constexpr f64 largest = 1e20; // and beyond, what no 32-bit number holds
+    f32 lambda = Single(MinOf(Value(size) * Value(effect) / (s * s), largest));
     const f32 critical = FInv(Single(1 - f64{SignificanceLevel()}), df1, df2);
     return 1 - f64{NcFCdf(critical, df1, df2, lambda)} - ParValue(1);
 }
