@@ -91,7 +91,7 @@ def add(menu, tails, values, unknown, exact, tolerance, left=0, checks=(), note=
     given = ';'.join(f'{k}={number(v)}' for k, v in values.items() if k != unknown)
     ROWS.append([f'menu {menu}', 3, tails, left, ','.join(map(str, checks)), '', given, unknown,
                  f'{float(exact):.9g}', f'{tolerance:.3g}'])
-    NOTES.append(note)
+    NOTES.append(note.replace('[', '(').replace(']', ')'))  # Markdown takes [1](2) for a link
 
 
 def solve(power, values, unknown, bracket, error):

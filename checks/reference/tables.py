@@ -39,7 +39,8 @@ def add(table, menu, samples, tails, values, unknown, exact, tolerance, left=0, 
                         ','.join(f'{g}={o}' for g, o in (groups or {}).items()), given, unknown,
                         f'{float(exact):.9g}', f'{tolerance:.3g}'])
     if note:
-        NOTES[table].append(note)
+        # Markdown takes [1](2) for a link.
+        NOTES[table].append(note.replace('[', '(').replace(']', ')'))
 
 
 def solved(power, values, unknown, bracket, error, least=0.0):
