@@ -201,6 +201,64 @@ show(9811,
      solve(function(n) correlationWidth(n, 0.5, 0.95), 0.2, 5, 10000),
      correlationWidth(100, 0.5, 0.95))
 
+# --- Regression, correlation, crossover designs --------------------------------------------------
+
+slopePower <- function(n, slope = 2)
+  twoSidedT(0.05, slope * 2 * sqrt(n) / 14, n - 2)
+fPower <- function(n, p, m, a, b) {
+  df2 <- n - m - 1
+  pf(qf(0.95, p, df2), p, df2, n * (a^2 - b^2) / (1 - a^2), lower.tail = FALSE)
+}
+wald <- function(alpha, twoSided, b, se0, se1) {
+  z <- qnorm(1 - if (twoSided) alpha / 2 else alpha)
+  pnorm((abs(b) - z * se0) / se1) + if (twoSided) pnorm((-abs(b) - z * se0) / se1) else 0
+}
+hsieh <- function(n, p, ratio, r) {
+  b <- log(ratio)
+  e1 <- exp(-b^2 / 4)
+  d <- (1 + (1 + b^2) * exp(5 * b^2 / 4)) / (1 + e1)
+  unit <- sqrt((1 + 2 * p * d) / (p * (1 - r^2) * n))
+  wald(0.05, FALSE, b, unit, e1 * unit)
+}
+hsiehBinary <- function(n, p, ratio, x, r) {
+  v0 <- 1 / (1 - x) + 1 / x
+  v1 <- 1 / (1 - x) + 1 / (x * ratio)
+  r1 <- v1 * x * (1 - x) * ratio^2 / (1 - x + x * ratio)^2
+  d <- (sqrt(v0) + r1 * sqrt(v1)) / (sqrt(v0) + sqrt(v1))
+  unit <- sqrt((1 + 2 * p * d) / (p * (1 - r^2) * n))
+  wald(0.05, TRUE, log(ratio), sqrt(v0) * unit, sqrt(v1) * unit)
+}
+signorini <- function(n, phi = 1) {
+  v0 <- phi / ((1 - 0.3^2) * n * 0.5)
+  wald(0.05, TRUE, log(1.25), sqrt(v0), sqrt(v0 / exp(log(1.25)^2 / 2)))
+}
+rateRatio <- function(n, phi = 1)
+  wald(0.05, FALSE, log(1.3), sqrt(phi / (0.85 * 0.25 * n)),
+       sqrt(phi * (1 / 0.85 + 1 / (0.85 * 1.3)) / 0.5 / n))
+correlation <- function(n, r) wald(0.05, TRUE, atanh(r) * sqrt(n - 3), 1, 1)
+twoWay <- function(n, effect, sd, model) {
+  df <- if (model == 2) 2 * n - 2 else 4 * n - 3
+  twoSidedT(0.05, effect / (sd * sqrt(2 / n * if (model == 0) 1 else 0.5)), df)
+}
+show(9355, solve(slopePower, 0.90, 5, 300), slopePower(100),
+     solve(function(b) slopePower(100, b), 0.90, 0.1, 5))
+show(9356, solve(function(n) fPower(n, 3, 7, sqrt(0.3), sqrt(0.2)), 0.80, 12, 1000),
+     fPower(100, 3, 7, sqrt(0.3), sqrt(0.2)))
+show(9357, solve(function(n) hsieh(n, 0.07, 1.5, 0), 0.80, 5, 9999),
+     solve(function(n) hsieh(n, 0.07, 1.5, 0.25), 0.80, 5, 9999), hsieh(500, 0.07, 1.5, 0.25))
+show(9358, solve(function(n) hsiehBinary(n, 0.2, 2.2, 0.4, 0.3), 0.80, 5, 9999),
+     hsiehBinary(300, 0.2, 2.2, 0.4, 0.3))
+show(9359, solve(signorini, 0.90, 5, 9999), signorini(300), signorini(300, 1.5))
+show(9360, solve(rateRatio, 0.95, 5, 9999),
+     solve(function(n) rateRatio(n, 1.4), 0.95, 5, 9999), rateRatio(800, 1.4))
+show(9362, solve(function(n) correlation(n, 0.3), 0.80, 5, 999), correlation(120, 0.3),
+     solve(function(r) correlation(120, r), 0.90, 0.01, 0.9))
+show(9370, solve(function(n) twoWay(n, 0.15, 0.32, 2), 0.90, 3, 300), twoWay(55, 0.15, 0.32, 2),
+     solve(function(n) twoWay(n, 0.15, 0.48, 0), 0.90, 100, 300))
+show(9371, solve(function(n) twoWay(n, log(1.25), 0.32, 2), 0.90, 3, 200),
+     twoWay(16, log(1.25), 0.32, 2),
+     exp(solve(function(d) twoWay(16, d, 0.32, 2), 0.90, 0.01, 1)))
+
 # --- Contingency tables, strata, trends ----------------------------------------------------------
 
 chi2Power <- function(df, lambda) pchisq(qchisq(0.95, df), df, lambda, lower.tail = FALSE)

@@ -290,6 +290,103 @@ show(9811,
      correlation_width(100, 0.5, 0.95))
 
 
+# --- Regression, correlation, crossover designs -------------------------------------------------
+
+def slope_power(n, slope=2.0, residual=14.0, sd=2.0):
+    return two_sided_t(0.05, slope * sd * math.sqrt(n) / residual, n - 2)
+
+
+def f_power(n, p, m, a, b):
+    df2 = n - m - 1
+    effect = (a * a - b * b) / (1 - a * a)
+    return stats.ncf.sf(stats.f.ppf(0.95, p, df2), p, df2, n * effect)
+
+
+def wald(alpha, two_sided, b, se0, se1):
+    z = stats.norm.ppf(1 - (alpha / 2 if two_sided else alpha))
+    other = stats.norm.cdf((-abs(b) - z * se0) / se1) if two_sided else 0
+    return stats.norm.cdf((abs(b) - z * se0) / se1) + other
+
+
+def hsieh(n, p, ratio, r):
+    """One-sided 0.05, normal covariate."""
+    b = math.log(ratio)
+    e1 = math.exp(-b * b / 4)
+    d = (1 + (1 + b * b) * math.exp(5 * b * b / 4)) / (1 + e1)
+    unit = math.sqrt((1 + 2 * p * d) / (p * (1 - r * r) * n))
+    return wald(0.05, False, b, unit, e1 * unit)
+
+
+def hsieh_binary(n, p, ratio, x, r):
+    """Two-sided 0.05, binary covariate."""
+    v0, v1 = 1 / (1 - x) + 1 / x, 1 / (1 - x) + 1 / (x * ratio)
+    r1 = v1 * x * (1 - x) * ratio**2 / (1 - x + x * ratio)**2
+    d = (math.sqrt(v0) + r1 * math.sqrt(v1)) / (math.sqrt(v0) + math.sqrt(v1))
+    unit = math.sqrt((1 + 2 * p * d) / (p * (1 - r * r) * n))
+    return wald(0.05, True, math.log(ratio), math.sqrt(v0) * unit, math.sqrt(v1) * unit)
+
+
+def signorini(n, rate, ratio, time, r=0.0, phi=1.0):
+    """Two-sided 0.05, normal covariate."""
+    b = math.log(ratio)
+    v0 = phi / ((1 - r * r) * n * time * rate)
+    return wald(0.05, True, b, math.sqrt(v0), math.sqrt(v0 / math.exp(b * b / 2)))
+
+
+def rate_ratio(n, rate, ratio, x, time, phi=1.0):
+    """One-sided 0.05, binary covariate."""
+    v0 = phi / (rate * x * (1 - x) * n * time)
+    v1 = phi * (1 / rate / (1 - x) + 1 / (rate * ratio) / x) / (n * time)
+    return wald(0.05, False, math.log(ratio), math.sqrt(v0), math.sqrt(v1))
+
+
+def correlation(n, null, truth):
+    shift = (math.atanh(truth) - math.atanh(null)) * math.sqrt(n - 3)
+    return wald(0.05, True, shift, 1, 1)
+
+
+def two_way(n, effect, sd, model):
+    """n subjects in each sequence, two-sided 0.05."""
+    df = 2 * n - 2 if model == 2 else 4 * n - 3
+    return two_sided_t(0.05, effect / (sd * math.sqrt(2 / n * (1 if model == 0 else 0.5))), df)
+
+
+show(9355,
+     solve(slope_power, 0.90, 5, 300),
+     slope_power(100),
+     solve(lambda b: slope_power(100, b), 0.90, 0.1, 5))
+show(9356,
+     solve(lambda n: f_power(n, 3, 7, math.sqrt(0.3), math.sqrt(0.2)), 0.80, 12, 1000),
+     f_power(100, 3, 7, math.sqrt(0.3), math.sqrt(0.2)))
+show(9357,
+     solve(lambda n: hsieh(n, 0.07, 1.5, 0), 0.80, 5, 9999),
+     solve(lambda n: hsieh(n, 0.07, 1.5, 0.25), 0.80, 5, 9999),
+     hsieh(500, 0.07, 1.5, 0.25))
+show(9358,
+     solve(lambda n: hsieh_binary(n, 0.2, 2.2, 0.4, 0.3), 0.80, 5, 9999),
+     hsieh_binary(300, 0.2, 2.2, 0.4, 0.3))
+show(9359,
+     solve(lambda n: signorini(n, 0.5, 1.25, 1, 0.3), 0.90, 5, 9999),
+     signorini(300, 0.5, 1.25, 1, 0.3),
+     signorini(300, 0.5, 1.25, 1, 0.3, 1.5))
+show(9360,
+     solve(lambda n: rate_ratio(n, 0.85, 1.3, 0.5, 1), 0.95, 5, 9999),
+     solve(lambda n: rate_ratio(n, 0.85, 1.3, 0.5, 1, 1.4), 0.95, 5, 9999),
+     rate_ratio(800, 0.85, 1.3, 0.5, 1, 1.4))
+show(9362,
+     solve(lambda n: correlation(n, 0, 0.3), 0.80, 5, 999),
+     correlation(120, 0, 0.3),
+     solve(lambda r: correlation(120, 0, r), 0.90, 0.01, 0.9))
+show(9370,
+     solve(lambda n: two_way(n, 0.15, 0.32, 2), 0.90, 3, 300),
+     two_way(55, 0.15, 0.32, 2),
+     solve(lambda n: two_way(n, 0.15, 0.48, 0), 0.90, 100, 300))
+show(9371,
+     solve(lambda n: two_way(n, math.log(1.25), 0.32, 2), 0.90, 3, 200),
+     two_way(16, math.log(1.25), 0.32, 2),
+     math.exp(solve(lambda d: two_way(16, d, 0.32, 2), 0.90, 0.01, 1)))
+
+
 # --- Contingency tables, strata, trends ---------------------------------------------------------
 
 def chi2_power(alpha, df, lam):

@@ -66,7 +66,7 @@ Values PlanOfMeans(const AnalysisChoice& choice) {
                   {Kind::Sd2Minus1, "0.2"},
                   {Kind::Sd2Over1, "1.2"},
                   {Kind::Shape, "0.6"},
-                  {Kind::LogSd, "0.3"},
+                  {Kind::LogSd, equivalence ? "0.3" : "0.6"},
                   {Kind::CoefficientOfVariation, "0.3"},
                   {Kind::Size1, "50"},
                   {Kind::Size2, "50"},
@@ -490,9 +490,10 @@ Values PlanOfProportionTest(const AnalysisChoice& choice) {
 
 // --- All ----------------------------------------------------------------------------------------
 
-// Menu numbers: t-tests and tests of medians, of equivalence and of non-inferiority; chi-square and
-// exact tests of proportions, of pairs, of equivalence and of non-inferiority.
-constexpr std::initializer_list<i16> meansMenus{0, 1, 800, 801, 810, 811, 830, 831};
+// Menu numbers: t-tests, crossover designs and tests of medians, of equivalence and of
+// non-inferiority; chi-square and exact tests of proportions, of pairs, of equivalence and of
+// non-inferiority.
+constexpr std::initializer_list<i16> meansMenus{0, 1, 230, 231, 800, 801, 810, 811, 830, 831};
 constexpr std::initializer_list<i16> proportionsMenus{70, 80, 100, 111, 802, 803, 832, 833};
 
 bool IsIn(const AnalysisChoice& choice, std::initializer_list<i16> menus) {
@@ -549,6 +550,13 @@ std::set<i16> WithoutInfluence(const AnalysisChoice& choice) {
         kinds.insert(Kind::H0Location);
     if (Option(choice, Group::H1Slope) == AsDifference)
         kinds.insert(Kind::H0Slope);
+    // The variances are entered, or derived from a grid with so many categories, before.
+    constexpr i16 generalKappa = 514;
+    if (choice.MenuNo == generalKappa) {
+        kinds.insert(Kind::NoOfCategories);
+        if (Option(choice, Group::H1Kappa) == AsDifference)
+            kinds.insert(Kind::H0Kappa);
+    }
     return kinds;
 }
 

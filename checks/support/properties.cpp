@@ -342,7 +342,7 @@ void ExpectSmallSizesFound(i16 sizeKind, const AnalysisChoice& choice, const Val
     constexpr f64 least = 3.9;
     constexpr f64 most = 24;
     constexpr f64 step = 0.37;
-    for (f64 n = least; n < most; n += step) {
+    for (f64 n = MaxOf(least, lower); n < most; n += step) {
         ParValue(size) = n;
         UnknownParNo = PowerParNo;
         const f64 result = SolveUnknown();

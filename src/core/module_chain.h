@@ -4,6 +4,14 @@
 
 #include "core/analysis_key.h"
 #include "core/analysis_state.h"
+#include "ranksurv/testcohen.h"
+#include "ranksurv/testcohengeneral.h"
+#include "ranksurv/testcron.h"
+#include "ranksurv/testkappa.h"
+#include "ranksurv/testkendall.h"
+#include "ranksurv/testlinsconc.h"
+#include "ranksurv/testreliab.h"
+#include "ranksurv/testspear.h"
 #include "tests/parbin.h"
 #include "tests/parexp.h"
 #include "tests/parfinite.h"
@@ -22,19 +30,25 @@
 #include "tests/testchi2.h"
 #include "tests/testchi2indep.h"
 #include "tests/testchi2rxc.h"
+#include "tests/testcorrel.h"
 #include "tests/testequiv.h"
 #include "tests/testexploc.h"
 #include "tests/testexpscale.h"
 #include "tests/testfisher.h"
 #include "tests/testhyper.h"
 #include "tests/testlnorm.h"
+#include "tests/testlogistic.h"
 #include "tests/testmcn.h"
 #include "tests/testmh.h"
+#include "tests/testmlr.h"
 #include "tests/testpairbin.h"
+#include "tests/testporegr.h"
+#include "tests/testregr.h"
 #include "tests/tests2.h"
 #include "tests/teststuart.h"
 #include "tests/teststud.h"
 #include "tests/xover.h"
+#include "tests/xover2way.h"
 
 namespace quorvanta {
 
@@ -132,6 +146,34 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTMH>();
     case 24:
         return operation.template operator()<TESTCA>();
+    case 54:
+        return operation.template operator()<TESTREGR>();
+    case 55:
+        return operation.template operator()<TESTMLR>();
+    case 56:
+    case 57:
+        return operation.template operator()<TESTLOGISTIC>();
+    case 58:
+    case 59:
+        return operation.template operator()<TESTPOREGR>();
+    case 61:
+        return operation.template operator()<TESTCORREL>();
+    case 69:
+        return operation.template operator()<XOVER2WAY>();
+    case 70:
+        return operation.template operator()<XOVER2WAYLOG>();
+    case 62:
+        return operation.template operator()<TESTSPEAR>();
+    case 63:
+        return operation.template operator()<TESTKENDALL>();
+    case 64:
+        return operation.template operator()<TESTRELIAB>();
+    case 65:
+        return operation.template operator()<TESTCRON>();
+    case 66:
+        return operation.template operator()<TESTKAPPA>();
+    case 67:
+        return operation.template operator()<TESTLINSCONC>();
     case 71:
         return operation.template operator()<XOVER>();
     case 72:
@@ -153,6 +195,10 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTSTUART>();
     case 110:
         return operation.template operator()<TESTCHI2INDEP>();
+    case 118:
+        return operation.template operator()<TESTCOHEN>();
+    case 119:
+        return operation.template operator()<TESTCOHENGENERAL>();
     case 120:
         return operation.template operator()<TESTPAIRBIN>();
     case 121:
