@@ -2,7 +2,8 @@
 #include "core/gridchecks.h"
 #include "core/gridpaste.h"
 #include "core/gridtable.h"
-#include "support/grid_fixture.h"
+#include "support/analysis_fixture.h"
+#include "support/grid_filling.h"
 
 #include <functional>
 #include <limits>
@@ -12,9 +13,11 @@
 namespace quorvanta::checks {
 namespace {
 
+using Rows = GridRowTexts;
+
 class GridTable : public AnalysisFixture {
   protected:
-    static bool Fill(const Rows& rows) { return FillGrid(rows); }
+    static bool Fill(const Rows& rows) { return FillCurrentGrid(rows); }
 
     // The user fills the grid so.
     void Plan(const Rows& rows) {

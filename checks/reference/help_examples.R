@@ -184,6 +184,46 @@ correlationWidth <- function(n, r, level) {
   tanh(atanh(r) + h) - tanh(atanh(r) - h)
 }
 
+# Repeated measurements; epsilon from the traces of the centred covariance matrix, its bias from
+# numerical derivatives.
+epsilonOf <- function(roots) sum(roots)^2 / (length(roots) * sum(roots^2))
+biasOf <- function(roots) {
+  h <- 1e-4
+  at <- function(i, x) epsilonOf(replace(roots, i, roots[i] + x))
+  bias <- 0
+  for (i in seq_along(roots)) {
+    first <- (at(i, h) - at(i, -h)) / (2 * h)
+    second <- (at(i, h) - 2 * at(i, 0) + at(i, -h)) / h^2
+    others <- roots[-i]
+    bias <- bias + second * roots[i]^2 + sum(first * roots[i] * others / (roots[i] - others))
+  }
+  bias
+}
+
+oneWithin <- function(n, k, sd, rho, effect) {
+  centre <- diag(k) - 1 / k
+  s <- sd^2 * rho^abs(outer(1:k, 1:k, "-"))
+  roots <- eigen(centre %*% s %*% centre, symmetric = TRUE)$values[1:(k - 1)]
+  e <- epsilonOf(roots) + biasOf(roots / mean(roots)) / (n - 1)
+  fPower(0.05, (k - 1) * e, (k - 1) * (n - 1) * e, n * k * effect^2 / mean(roots) * e, 1)
+}
+interaction <- function(n, a, b, sd, rho, effect) {
+  e <- 1 + 2 * (1 / (b - 1) - 1) / (a * n - 1)
+  fPower(0.05, (a - 1) * (b - 1) * e, (b - 1) * (a * n - a) * e,
+           a * n * b * (effect / sd)^2 / (1 - rho) * e, 1)
+}
+hotelling <- function(n, p, d) fPower(0.05, p, n - p, d * n, 1)
+hotellingTwo <- function(n, p, d) fPower(0.05, p, 2 * n - p - 1, d * n / 2, 1)
+twoGroups <- function(total, b, d) fPower(0.05, b - 1, total - b + 1, d * total / 4, 1)
+
+show(9313, solve(function(n) oneWithin(n, 4, 12, 0.6, 3), 0.90, 5, 500), oneWithin(39, 4, 12, 0.6, 3))
+show(9314, solve(function(n) interaction(n, 2, 4, 8, 0.5, 1.5), 0.80, 5, 500),
+     interaction(21, 2, 4, 8, 0.5, 1.5))
+show(9315, solve(function(n) hotelling(n, 3, 0.487), 0.90, 5, 500), hotelling(20, 3, 0.487))
+show(9316, solve(function(n) hotellingTwo(n, 4, 1), 0.90, 5, 500), hotellingTwo(25, 4, 1))
+show(9317, solve(function(n) hotelling(n, 3, 0.8), 0.90, 5, 500), hotelling(18, 3, 0.8))
+show(9318, solve(function(n) twoGroups(n, 4, 0.8), 0.80, 6, 500), twoGroups(60, 4, 0.8))
+
 show(9801, (2 * qnorm(0.975) / 1)^2, 2 * qnorm(0.975) / sqrt(16))
 show(9802,
      solve(function(n) lognormalWidthProbability(n, 0.6, 0.4, 0.95), 0.90, 10, 1000),

@@ -7,10 +7,11 @@ two one-sided t-tests, from the integral over the distribution of the estimated 
 found in integers. Other unknowns are found with Brent's method on the exact power.
 help_examples.R confirms them.
 
-Needs Python 3 with scipy.
+Needs Python 3 with numpy and scipy.
 """
 import math
 from fractions import Fraction
+import numpy as np
 from scipy import integrate, optimize, stats
 
 
@@ -272,6 +273,71 @@ covariate = 4 / 15 / math.sqrt(1 - 0.6 ** 2)
 show(9431,
      solve(lambda n: f_power(0.05, 2, 3 * n - 4, 3 * n, covariate), 0.90, 3, 500),
      f_power(0.05, 2, 176, 180, covariate))
+# --- Repeated measurements ----------------------------------------------------------------------
+
+def auto_correlation(k, sd, rho):
+    return sd ** 2 * np.array([[rho ** abs(i - j) for j in range(k)] for i in range(k)])
+
+
+def roots_of_contrasts(s):
+    """Eigenvalues among any orthonormal contrasts: those of the centred matrix but for one 0."""
+    k = len(s)
+    centre = np.eye(k) - 1 / k
+    return np.linalg.eigvalsh(centre @ s @ centre)[1:]
+
+
+def epsilon_and_bias(roots):
+    m = len(roots)
+    a, b = roots.sum(), (roots ** 2).sum()
+    first = 2 / m * (a / b - a * a * roots / b ** 2)
+    second = 2 / m * (4 * roots ** 2 * a * a / b ** 3 + 1 / b - 4 * roots * a / b ** 2 - a * a / b ** 2)
+    bias = (second * roots ** 2).sum()
+    for i in range(m):
+        for j in range(m):
+            if abs(roots[i] - roots[j]) > 1e-6:
+                bias += first[i] * roots[i] * roots[j] / (roots[i] - roots[j])
+    return a * a / b / m, bias
+
+
+def one_within(n, k, sd, rho, effect, alpha=0.05):
+    roots = roots_of_contrasts(auto_correlation(k, sd, rho))
+    eps, bias = epsilon_and_bias(roots / roots.mean())
+    e = eps + bias / (n - 1)
+    return f_power(alpha, (k - 1) * e, (k - 1) * (n - 1) * e, n * k * effect ** 2 / roots.mean() * e, 1)
+
+
+def interaction(n, a, b, sd, rho, effect, alpha=0.05):
+    """n in each group, equal correlations: epsilon 1, its bias that of equal roots."""
+    e = 1 + 2 * (1 / (b - 1) - 1) / (a * n - 1)
+    lam = a * n * b * (effect / sd) ** 2 / (1 - rho)
+    return f_power(alpha, (a - 1) * (b - 1) * e, (b - 1) * (a * n - a) * e, lam * e, 1)
+
+
+def hotelling(n, p, d, alpha=0.05):
+    return f_power(alpha, p, n - p, d * n, 1)
+
+
+def hotelling_two(n, p, d, alpha=0.05):
+    return f_power(alpha, p, 2 * n - p - 1, d * n / 2, 1)
+
+
+def two_groups_interaction(total, b, d, alpha=0.05):
+    return f_power(alpha, b - 1, total - b + 1, d * total / 4, 1)
+
+
+show(9313,
+     solve(lambda n: one_within(n, 4, 12, 0.6, 3), 0.90, 5, 500), one_within(39, 4, 12, 0.6, 3))
+show(9314,
+     solve(lambda n: interaction(n, 2, 4, 8, 0.5, 1.5), 0.80, 5, 500),
+     interaction(21, 2, 4, 8, 0.5, 1.5))
+show(9315, solve(lambda n: hotelling(n, 3, 0.487), 0.90, 5, 500), hotelling(20, 3, 0.487))
+show(9316, solve(lambda n: hotelling_two(n, 4, 1), 0.90, 5, 500), hotelling_two(25, 4, 1))
+show(9317, solve(lambda n: hotelling(n, 3, 0.8), 0.90, 5, 500), hotelling(18, 3, 0.8))
+show(9318,
+     solve(lambda n: two_groups_interaction(n, 4, 0.8), 0.80, 6, 500),
+     two_groups_interaction(60, 4, 0.8))
+
+
 show(9801, (2 * z(0.975) / 1) ** 2, 2 * z(0.975) / math.sqrt(16))
 show(9802,
      solve(lambda n: lognormal_width_probability(n, 0.6, 0.4, 0.95), 0.90, 10, 1000),

@@ -286,7 +286,8 @@ TEST_F(CrossoverTests, SentencesNameTheHypotheses) {
         "hypothesis H0: mean of c1x1+...+ckxk = 0 against H1: mean of c1x1+...+ckxk = 0.3. "
         "For the design, the number of sequences is 4, the number of periods is 4 and the "
         "number of treatments is 4. The test used is General Crossover Design, Additive "
-        "Model test, one-sided, at the significance level 0.05. The calculation is based "
+        "Model test of a linear combination, one-sided, at the significance level 0.05. The "
+        "calculation is based "
         "on the assumptions that the residual standard deviation is 0.3 and the variance "
         "due to design is 1.");
     EXPECT_EQ(sentence(Crossover(menuAdditive, {Check::LinearCombination}, TwoOneSided),
@@ -296,7 +297,8 @@ TEST_F(CrossoverTests, SentencesNameTheHypotheses) {
               "equivalence limit = 0.4, against H1: mean of c1x1+...+ckxk = 0 (equivalence). For "
               "the design, the number of sequences is 4, the number of periods is 4 and the "
               "number of treatments is 4. The test used is General Crossover Design, Additive "
-              "Model test, as two one-sided tests, at the significance level 0.05. The "
+              "Model test of a linear combination, as two one-sided tests, at the significance "
+              "level 0.05. The "
               "calculation is based on the assumptions that the residual standard deviation is "
               "0.3 and the variance due to design is 1.");
     EXPECT_EQ(
@@ -313,7 +315,8 @@ TEST_F(CrossoverTests, SentencesNameTheHypotheses) {
               "hypothesis H0: median^c1*...*median^ck = 1 against H1: median^c1*...*median^ck = "
               "1.2. For the design, the number of sequences is 4, the number of periods is 4 and "
               "the number of treatments is 4. The test used is General Crossover Design, "
-              "Multiplicative Model test, two-sided, at the significance level 0.05. The "
+              "Multiplicative Model test of a linear combination, two-sided, at the significance "
+              "level 0.05. The "
               "calculation is based on the assumptions that the residual standard deviation "
               "(natural log scale) is 0.3 and the variance due to design is 1.");
 }

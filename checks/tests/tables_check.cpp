@@ -376,7 +376,7 @@ TEST_F(TableTests, OnlyTheFractionsHaveASum) {
     Start(Menu(menuTrend, MoreSamples, TwoSided), {{Kind::NoOfGroups, "4"}});
     std::vector<std::string> sums;
     platform.GridFillings.emplace_back([&sums] {
-        FillGrid(fourDoses);
+        FillCurrentGrid(fourDoses);
         for (i16 row = 1; row <= 3; ++row)
             sums.push_back(RowSumText(row));
         return false;

@@ -277,6 +277,16 @@ inline constexpr i16 SizePerGroup = 326;
 inline constexpr i16 SizePerCell = 327;
 inline constexpr i16 AdditiveSizePerCell = 328; // one will do where no interaction is estimated
 
+// Repeated measurements.
+inline constexpr i16 WithinError = 251;
+inline constexpr i16 BetweenError = 253;
+inline constexpr i16 Epsilon = 249;
+inline constexpr i16 EpsilonBias = 252;
+inline constexpr i16 MahalanobisDistance = 254;
+inline constexpr i16 WithinLevels = 256;
+inline constexpr i16 SizeFrom2 = 248; // of a statistic for which two subjects will do
+inline constexpr i16 TotalSize = 320;
+
 // Agreement of raters and items, and rank correlation.
 inline constexpr i16 NoOfSubjects = 224;
 inline constexpr i16 NoOfRaters = 223;
@@ -321,7 +331,6 @@ inline constexpr i16 H1Tau = 331;
 inline constexpr i16 H1ProbabilityOfConcordance = 315;
 
 // Contingency tables and trends.
-inline constexpr i16 TotalSize = 320;
 inline constexpr i16 NonCentrality = 250; // of chi-square, for each subject
 inline constexpr i16 NoOfXCategories = 334;
 inline constexpr i16 NoOfYCategories = 335;
@@ -338,7 +347,6 @@ inline constexpr i16 TrendVariance = 313;
 inline constexpr i16 LevelVariance = 314;
 
 // General crossover designs.
-inline constexpr i16 MahalanobisDistance = 254;
 inline constexpr i16 H1MedianOfCombination = 290; // product of powers of medians
 inline constexpr i16 DesignVariance = 287;
 inline constexpr i16 NoOfSequences = 285;
@@ -384,7 +392,9 @@ inline constexpr i16 Odds2 = 35;
 inline constexpr i16 TestedOfTwoFactors = 36;
 inline constexpr i16 EffectOfProportions = 37;
 inline constexpr i16 TestedOfThreeFactors = 38;
+inline constexpr i16 CorrelationMatrix = 39;
 inline constexpr i16 RateEffect = 40;
+inline constexpr i16 TestedBetweenOrWithin = 43;
 inline constexpr i16 H1Alpha = 44;
 inline constexpr i16 Alpha2 = 45;
 inline constexpr i16 NoOfItems2 = 46;
@@ -416,6 +426,7 @@ inline constexpr i16 LinearCombination = 14;
 inline constexpr i16 SquaresAsLevels = 15;
 inline constexpr i16 Satterthwaite = 16;
 inline constexpr i16 Carryover = 17;
+inline constexpr i16 CovarianceMatrix = 22;
 inline constexpr i16 DependentSamples = 20;
 inline constexpr i16 OddsRatio = 23;
 inline constexpr i16 FirstOrder = 24;

@@ -24,6 +24,8 @@
 #include "tests/testanova3w.h"
 #include "tests/testanovalatin.h"
 #include "tests/testanovarandblock.h"
+#include "tests/testanovarepmeas1b1w.h"
+#include "tests/testanovarepmeas1w.h"
 #include "tests/testbin.h"
 #include "tests/testbioeq.h"
 #include "tests/testca.h"
@@ -35,9 +37,12 @@
 #include "tests/testexploc.h"
 #include "tests/testexpscale.h"
 #include "tests/testfisher.h"
+#include "tests/testhotelling1.h"
 #include "tests/testhyper.h"
 #include "tests/testlnorm.h"
 #include "tests/testlogistic.h"
+#include "tests/testmanovarepmeas1b1w.h"
+#include "tests/testmanovarepmeas1w.h"
 #include "tests/testmcn.h"
 #include "tests/testmh.h"
 #include "tests/testmlr.h"
@@ -133,6 +138,17 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTANOVARANDBLOCK>();
     case 11:
         return operation.template operator()<TESTANOVARANDBLOCK2W>();
+    case 12:
+        return operation.template operator()<TESTANOVAREPMEAS1W>();
+    case 13:
+        return operation.template operator()<TESTANOVAREPMEAS1B1W>();
+    case 14:
+    case 15:
+        return operation.template operator()<TESTHOTELLING1>();
+    case 16:
+        return operation.template operator()<TESTMANOVAREPMEAS1W>();
+    case 17:
+        return operation.template operator()<TESTMANOVAREPMEAS1B1W>();
     case 19:
         return operation.template operator()<TESTFISHER>();
     case 20:

@@ -102,12 +102,16 @@ bool IsBaseline(const std::string& label) {
            LabelSays(label, Says::Place);
 }
 
+std::string EffectPhrase(const std::string& option) {
+    return (Contains(option, " Factor ") ? "effect of " : "") + SumPhrase(option);
+}
+
 // The effect that is tested, where a test has several to choose from: the groups that ask for it
-// are headed "H0:". Empty where there is no choice.
+// are headed "H0:", and name the effect or its factor. Empty where there is no choice.
 std::string TestedEffect() {
     for (i16 i = 0; i < NoOfIntPar; ++i)
         if (IntParCaption(IntParList(i)) == "H0:")
-            return SumPhrase(IntParOption(IntParValue(IntParList(i)), IntParList(i)));
+            return EffectPhrase(IntParOption(IntParValue(IntParList(i)), IntParList(i)));
     return "";
 }
 

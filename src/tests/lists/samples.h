@@ -49,6 +49,7 @@ class SampleValues {
     // How it is entered.
     Form SecondForm() const { return form_; }
     bool FirstIsUnknown() const;
+    i16 FirstParNo() const { return first_; }
     bool HasUnknown() const;
     bool SecondDependsOnUnknown() const;
 
