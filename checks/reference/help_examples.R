@@ -299,6 +299,77 @@ show(9371, solve(function(n) twoWay(n, log(1.25), 0.32, 2), 0.90, 3, 200),
      twoWay(16, log(1.25), 0.32, 2),
      exp(solve(function(d) twoWay(16, d, 0.32, 2), 0.90, 0.01, 1)))
 
+# --- Contingency tables, strata, trends ----------------------------------------------------------
+
+chi2Power <- function(df, lambda) pchisq(qchisq(0.95, df), df, lambda, lower.tail = FALSE)
+nonCentrality <- function(p) {
+  e <- outer(rowSums(p), colSums(p)) / sum(p)
+  sum((p - e)^2 / e) / sum(p)
+}
+twoSidedNormal <- function(d, se0, se1) {
+  q <- qnorm(0.975)
+  pnorm((d - q * se0) / se1) + pnorm((-d - q * se0) / se1)
+}
+
+w <- round(sqrt(nonCentrality(rbind(c(5, 3, 2), c(4, 3, 3), c(3, 3, 4)))), 7)
+show(9323, w, solve(function(n) chi2Power(4, 3 * n * w^2), 0.80, 3, 1000),
+     chi2Power(4, 3 * 80 * w^2))
+
+p1 <- c(0.1, 0.2, 0.4)
+p2 <- plogis(qlogis(p1) + log(2))
+part <- c(0.3, 0.3, 0.4)
+average <- (p1 + p2) / 2
+sums <- round(c(sum(part / 4 * (p2 - p1)), sum(part / 4 * average * (1 - average)),
+                sum(part / 8 * (p1 * (1 - p1) + p2 * (1 - p2)))), 7)
+strataPower <- function(n)
+  twoSidedNormal(sums[1] - 0.5 / n, sqrt(sums[2] / n), sqrt(sums[3] / n))
+show(9324, sums, solve(strataPower, 0.80, 3, 10000), strataPower(400))
+
+p <- c(0.05, 0.08, 0.12, 0.2)
+x <- 0:3 - 1.5
+terms <- round(c(mean(x * p), mean(p), mean(x^2 * p * (1 - p)), mean(x^2)), 7)
+trendPower <- function(n)
+  twoSidedNormal(terms[1], sqrt(terms[2] * (1 - terms[2]) * terms[4] / n), sqrt(terms[3] / n))
+show(9325, terms, solve(trendPower, 0.85, 3, 10000), trendPower(300))
+
+p <- rbind(c(0.25, 0.1, 0.05), c(0.05, 0.25, 0.1), c(0.02, 0.05, 0.13))
+d <- (rowSums(p) - colSums(p))[1:2]
+v <- -(p + t(p))
+diag(v) <- rowSums(p) + colSums(p) - 2 * diag(p)
+lambda <- round(c(d %*% base::solve(v[1:2, 1:2], d)), 7)
+show(9406, lambda, solve(function(n) chi2Power(2, n * lambda), 0.80, 3, 1000),
+     chi2Power(2, 200 * lambda))
+
+lambda <- round(nonCentrality(rbind(c(0.15, 0.15, 0.1), c(0.15, 0.2, 0.25))), 7)
+show(9411, lambda, solve(function(n) chi2Power(2, n * lambda), 0.80, 3, 1000),
+     chi2Power(2, 200 * lambda))
+
+# --- General crossover designs -------------------------------------------------------------------
+
+# Information of a design on its treatments, by the projection off subjects, periods and carryover.
+information <- function(design, carryover) {
+  cells <- data.frame(s = factor(row(design)), p = factor(col(design)))
+  z <- model.matrix(~ s + p, cells)
+  indicators <- function(x) sapply(seq_len(max(design)), function(k) as.numeric(x == k))
+  if (carryover) z <- cbind(z, indicators(cbind(0, design[, -ncol(design)])))
+  x <- qr.resid(qr(z), indicators(design))
+  crossprod(x)
+}
+# C is singular in the direction of equal effects only.
+designVariance <- function(information, weights)
+  c(weights %*% base::solve(information + 1, weights))
+four <- rbind(c(1, 4, 2, 3), c(2, 1, 3, 4), c(3, 2, 4, 1), c(4, 3, 1, 2))
+three <- rbind(1:3, c(2, 3, 1), c(3, 1, 2), c(1, 3, 2), c(2, 1, 3), 3:1)
+v4 <- round(designVariance(information(four, TRUE), c(-1, 0, 0, 1)), 7)
+v3 <- round(designVariance(information(three, FALSE), c(-1, 1, 0)), 7)
+williamsT <- function(n) twoSidedT(0.05, 0.5 / (0.8 * sqrt(v4 / n)), 12 * n - 9)
+williamsTost <- function(n) {
+  e <- 0.25 * sqrt(v3 / n)
+  tostT(0.05, log(0.95 / 0.8) / e, log(1.25 / 0.95) / e, 12 * n - 4)
+}
+show(9372, solve(williamsT, 0.90, 2, 100), williamsT(12))
+show(9373, solve(williamsTost, 0.90, 2, 100), williamsTost(5))
+
 # --- Tables and graphs ---------------------------------------------------------------------------
 
 # Topic 12: sizes, differences by standard deviations. Topic 13: powers, sizes by differences.

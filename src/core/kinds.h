@@ -330,6 +330,30 @@ inline constexpr i16 H1ScaleShiftOverH0 = 306;
 inline constexpr i16 H1Tau = 331;
 inline constexpr i16 H1ProbabilityOfConcordance = 315;
 
+// Contingency tables and trends.
+inline constexpr i16 NonCentrality = 250; // of chi-square, for each subject
+inline constexpr i16 NoOfXCategories = 334;
+inline constexpr i16 NoOfYCategories = 335;
+inline constexpr i16 H1SdOfProportions = 240;
+inline constexpr i16 H1AnyProportionDifference = 241;
+inline constexpr i16 H1LeastProportionDifference = 242;
+inline constexpr i16 H1SumOfDifferences = 307;
+inline constexpr i16 H0SumOfVariances = 308;
+inline constexpr i16 H1SumOfVariances = 309;
+inline constexpr i16 NoOfStrata = 310;
+inline constexpr i16 H1Trend = 311;
+inline constexpr i16 AverageProportion = 312;
+inline constexpr i16 TrendVariance = 313;
+inline constexpr i16 LevelVariance = 314;
+
+// General crossover designs.
+inline constexpr i16 H1MedianOfCombination = 290; // product of powers of medians
+inline constexpr i16 DesignVariance = 287;
+inline constexpr i16 NoOfSequences = 285;
+inline constexpr i16 NoOfPeriods = 286;
+inline constexpr i16 NoOfTreatments = 288;
+inline constexpr i16 SizePerSequence = 289;
+
 } // namespace Kind
 
 namespace Group {
@@ -366,6 +390,7 @@ inline constexpr i16 H1Intraclass = 33;
 inline constexpr i16 H1Odds = 34;
 inline constexpr i16 Odds2 = 35;
 inline constexpr i16 TestedOfTwoFactors = 36;
+inline constexpr i16 EffectOfProportions = 37;
 inline constexpr i16 TestedOfThreeFactors = 38;
 inline constexpr i16 CorrelationMatrix = 39;
 inline constexpr i16 RateEffect = 40;
@@ -400,8 +425,10 @@ inline constexpr i16 RandomSquares = 13;
 inline constexpr i16 LinearCombination = 14;
 inline constexpr i16 SquaresAsLevels = 15;
 inline constexpr i16 Satterthwaite = 16;
+inline constexpr i16 Carryover = 17;
 inline constexpr i16 CovarianceMatrix = 22;
 inline constexpr i16 DependentSamples = 20;
+inline constexpr i16 OddsRatio = 23;
 inline constexpr i16 FirstOrder = 24;
 inline constexpr i16 SecondOrder = 25;
 inline constexpr i16 Multinomial = 26;

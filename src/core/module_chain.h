@@ -28,7 +28,10 @@
 #include "tests/testanovarepmeas1w.h"
 #include "tests/testbin.h"
 #include "tests/testbioeq.h"
+#include "tests/testca.h"
 #include "tests/testchi2.h"
+#include "tests/testchi2indep.h"
+#include "tests/testchi2rxc.h"
 #include "tests/testcorrel.h"
 #include "tests/testequiv.h"
 #include "tests/testexploc.h"
@@ -41,12 +44,15 @@
 #include "tests/testmanovarepmeas1b1w.h"
 #include "tests/testmanovarepmeas1w.h"
 #include "tests/testmcn.h"
+#include "tests/testmh.h"
 #include "tests/testmlr.h"
 #include "tests/testpairbin.h"
 #include "tests/testporegr.h"
 #include "tests/testregr.h"
 #include "tests/tests2.h"
+#include "tests/teststuart.h"
 #include "tests/teststud.h"
+#include "tests/xover.h"
 #include "tests/xover2way.h"
 
 namespace quorvanta {
@@ -150,6 +156,12 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTMCN>();
     case 21:
         return operation.template operator()<TESTCHI2>();
+    case 22:
+        return operation.template operator()<TESTCHI2RXC>();
+    case 23:
+        return operation.template operator()<TESTMH>();
+    case 24:
+        return operation.template operator()<TESTCA>();
     case 54:
         return operation.template operator()<TESTREGR>();
     case 55:
@@ -178,6 +190,10 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTKAPPA>();
     case 67:
         return operation.template operator()<TESTLINSCONC>();
+    case 71:
+        return operation.template operator()<XOVER>();
+    case 72:
+        return operation.template operator()<XOVERLOG>();
     case 74:
     case 81:
         return operation.template operator()<TESTEQUIV<TESTSTUD>>();
@@ -191,6 +207,10 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTBIOEQ>();
     case 79:
         return operation.template operator()<TESTEQUIV<TESTBIOEQ>>();
+    case 105:
+        return operation.template operator()<TESTSTUART>();
+    case 110:
+        return operation.template operator()<TESTCHI2INDEP>();
     case 118:
         return operation.template operator()<TESTCOHEN>();
     case 119:

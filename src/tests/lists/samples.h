@@ -28,6 +28,9 @@ inline constexpr SampleKinds ShapeKinds{Kind::Shape,
                                         Group::Shape2,
                                         Kind::Shape1,
                                         {Kind::Shape2, Kind::Shape2Minus1, Kind::Shape2Over1}};
+// The first group, and each of the others.
+inline constexpr SampleKinds GroupSizeKinds{
+    NoKind, Group::SizeK, Kind::Size1, {Kind::SizeK, Kind::SizeKMinus1, Kind::SizeKOver1}};
 
 // Offers the forms, where there are two samples.
 void OfferForms(const SampleKinds& kinds);
