@@ -327,6 +327,60 @@ TEST_F(GridWindow, GivesTheEffectOfAnAnalysisOfVariance) {
     EXPECT_EQ(HasGridData, True);
 }
 
+// Every check of a grid, as its user meets it: the block is pasted, "Calculate" is pressed, the
+// message comes and the box goes to the cell.
+TEST_F(GridWindow, TellsWhatIsWrongWordForWord) {
+    struct Refusal {
+        GridCheck Check;
+        const char* Block;
+        const char* Message;
+        QPoint At; // row, column
+    };
+    const Refusal refusals[] = {
+        {ProportionCells(),
+         "0.5\t1.5\n0\t1",
+         "Proportion in Cell  (1,2)  Must Be >= 0 and <= 1.",
+         {1, 2}},
+        {ProbabilityCells(1),
+         "0.5\t0.5\n0\t0.5",
+         "Probability in Cell  (2,1)  Must Be > 0 and < 1",
+         {2, 1}},
+        {RatioCells(), "1\t0\n1\t1", "Ratio in Cell  (1,2)  Must Be > 0.", {1, 2}},
+        {RowsAddTo(0), "1\t-1\n1\t-0.5", "Sum of Numbers in Row 2 Must Be = 0", {2, 2}},
+        {RowsOfProportions(),
+         "0.5\t0.6\n0.5\t0.5",
+         "Sum of Proportions in Row 1> 1. Must Equal 1.",
+         {1, 2}},
+        {RowsOfProportions(),
+         "0.5\t0.5\n0.5\t0.4",
+         "Sum of Proportions in Row 2 Must Equal 1.",
+         {2, 2}},
+        {IncreasingRows(), "1\t2\n2\t1", "Numbers in Row 2 Must Be Strictly Increasing.", {2, 2}},
+        {IntegerCells(9),
+         "1\t9\n10\t1",
+         "Numbers in Row 2 Must Be Integers between 1 and 9",
+         {2, 1}},
+        {CellsAddToOne(), "0.25\t0.25\n0.25\t0.5", "Sum of Probabilities Must Equal 1.", {2, 2}},
+        {CovarianceMatrix(),
+         "4\t3\n3\t1",
+         "Invalid Covariance Matrix. Correlation Coefficient (1, 2 ) Will Be 1.5",
+         {1, 2}},
+        {CovarianceMatrix(), "0\t0\n0\t1", "Variance in Cell  (1,1)  Must Be > 0.", {1, 1}},
+    };
+    for (const Refusal& refusal : refusals) {
+        Messages.Texts.clear();
+        When([&](QWidget& grid) {
+            QApplication::clipboard()->setText(refusal.Block);
+            Key(Qt::Key_V, Qt::ControlModifier);
+            hands::Click(grid, "cmdOK");
+            EXPECT_TRUE(grid.isVisible()) << refusal.Message;
+            EXPECT_EQ(Place(), refusal.At) << refusal.Message;
+        });
+        EXPECT_FALSE(Ask({.Store = 1, .Rows = 2, .Columns = 2, .Check = refusal.Check}));
+        EXPECT_EQ(Messages.Texts, QStringList{refusal.Message});
+    }
+}
+
 TEST_F(GridWindow, FilledGridsCanBeLookedAt) {
     When([this](QWidget& grid) {
         QApplication::clipboard()->setText("1\t2\n3\t4\n5\t6\n");

@@ -88,9 +88,10 @@ bool IsGoodPair(const GridCells& cells, i16 i, i16 j) {
            RefuseCorrelation(i, j, correlation);
 }
 
-// A variance is part of every pair of its row.
-bool HasGoodPairs(const GridCells& cells, i16 row, i16 column) {
-    if (row != column)
+// A variance is part of every pair of its row; in the last look each pair is told of at its own
+// cell.
+bool HasGoodPairs(const GridCells& cells, i16 row, i16 column, Leaving leaving) {
+    if (row != column || leaving == Leaving::Grid)
         return IsGoodPair(cells, row, column);
     for (i16 j = 1; j <= cells.Columns(); ++j)
         if (!IsGoodPair(cells, row, j))
@@ -122,7 +123,7 @@ bool IsPositiveDefinite(const GridCells& cells) {
 
 GridCheck MatrixCheck() {
     return [](const GridCells& cells, i16 row, i16 column, Leaving leaving) {
-        if (!HasGoodPairs(cells, row, column))
+        if (!HasGoodPairs(cells, row, column, leaving))
             return false;
         return leaving != Leaving::Grid || !IsLastCell(cells, row, column) ||
                IsPositiveDefinite(cells);
@@ -182,13 +183,6 @@ GridCheck DeviationCells() {
                      [](i16 row, i16 column) {
                          return "Standard Deviation in " + CellName(row, column) + "  Must Be > 0.";
                      });
-}
-
-GridCheck OfRow(i16 row, GridCheck check) {
-    return [row, check = std::move(check)](const GridCells& cells, i16 i, i16 column,
-                                           Leaving leaving) {
-        return i != row || check(cells, i, column, leaving);
-    };
 }
 
 GridCheck VarianceCells() {

@@ -23,8 +23,6 @@ GridCheck ProbabilityCells(f64 limit);
 GridCheck RatioCells();
 GridCheck VarianceCells(); // of the diagonal
 GridCheck DeviationCells();
-// The check, of one row alone.
-GridCheck OfRow(i16 row, GridCheck check);
 
 // Proportions that add up to 1 in each row.
 GridCheck RowsOfProportions();

@@ -203,7 +203,7 @@ std::vector<Grid> ContrastGrids(const TestedMeans& tested) {
                  .Title = "Means and Standard Deviations",
                  .RowHeads = " Mean,Standard Deviation",
                  .ColumnHeads = tested.Head,
-                 .Check = OfRow(deviationRow, DeviationCells())}};
+                 .Check = InRow(deviationRow, DeviationCells())}};
     const auto columns = LinesOf(tested.Columns);
     if (!columns)
         return {};
