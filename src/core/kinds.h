@@ -320,6 +320,9 @@ inline constexpr i16 H1ScaleShiftOverH0 = 306;
 inline constexpr i16 H1Tau = 331;
 inline constexpr i16 H1ProbabilityOfConcordance = 315;
 
+// Goodness of fit.
+inline constexpr i16 NonCentrality = 250; // of chi-square, for each subject
+
 } // namespace Kind
 
 namespace Group {

@@ -4,6 +4,7 @@
 
 #include "core/analysis_key.h"
 #include "core/analysis_state.h"
+#include "ranksurv/testchi2gof.h"
 #include "ranksurv/testcohen.h"
 #include "ranksurv/testcohengeneral.h"
 #include "ranksurv/testcron.h"
@@ -134,6 +135,10 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTMCN>();
     case 21:
         return operation.template operator()<TESTCHI2>();
+    case 25:
+    case 106:
+    case 107:
+        return operation.template operator()<TESTCHI2GOF>();
     case 54:
         return operation.template operator()<TESTREGR>();
     case 55:

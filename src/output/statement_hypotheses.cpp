@@ -124,6 +124,8 @@ std::string NoEffectInBrackets(const std::string& label) {
         return " (equal proportions)";
     if (TestIs("Stuart"))
         return " (equal marginal distributions)";
+    if (TestIs("Goodness"))
+        return " (proportions as stated)";
     return "";
 }
 
