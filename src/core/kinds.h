@@ -284,6 +284,13 @@ inline constexpr i16 H1ScaleShiftOverH0 = 306;
 inline constexpr i16 H1Tau = 331;
 inline constexpr i16 H1ProbabilityOfConcordance = 315;
 
+// Rank tests.
+inline constexpr i16 H1ProbabilityOfOrder = 152; // that an observation of sample 2 is the larger
+inline constexpr i16 H1ProbabilityAbove0 = 153;
+inline constexpr i16 H1ProbabilityOfSumAbove0 = 154; // of two observations
+inline constexpr i16 H1OddsRatio = 200;
+inline constexpr i16 SumOfCubedProportions = 202; // of the categories, averaged over the samples
+
 } // namespace Kind
 
 namespace Group {
@@ -327,6 +334,7 @@ inline constexpr i16 TauOrConcordance = 52;
 inline constexpr i16 TestedOfTwoFactors = 36;
 inline constexpr i16 TestedOfThreeFactors = 38;
 inline constexpr i16 SequenceSize2 = 53;
+inline constexpr i16 AverageProportions = 26;
 
 } // namespace Group
 

@@ -10,8 +10,12 @@
 #include "ranksurv/testkappa.h"
 #include "ranksurv/testkendall.h"
 #include "ranksurv/testlinsconc.h"
+#include "ranksurv/testmw.h"
 #include "ranksurv/testreliab.h"
+#include "ranksurv/testsavage.h"
+#include "ranksurv/testsign.h"
 #include "ranksurv/testspear.h"
+#include "ranksurv/testwsign.h"
 #include "tests/parbin.h"
 #include "tests/parexp.h"
 #include "tests/parfinite.h"
@@ -128,6 +132,15 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTMCN>();
     case 21:
         return operation.template operator()<TESTCHI2>();
+    case 41:
+    case 42:
+        return operation.template operator()<TESTMW>();
+    case 50:
+        return operation.template operator()<TESTSAVAGE>();
+    case 51:
+        return operation.template operator()<TESTWSIGN>();
+    case 52:
+        return operation.template operator()<TESTSIGN>();
     case 62:
         return operation.template operator()<TESTSPEAR>();
     case 63:
