@@ -5,7 +5,9 @@
 // A test has three operations for it, each about one parameter: IsTablePar says whether it derives
 // from grids, TableGrids which grids these are (none, after a message, where that can't be known
 // now), and CalcTablePar derives the value from the stores once they are filled; NoValue if none
-// follows from them.
+// follows from them. A value that derives from a distribution instead has TableDistr in the place
+// of TableGrids: the list to choose it from (montecarlo/shiftmodel.h). Where a derived value
+// follows other parameters, RenewTablePars writes it anew after a solution.
 #pragma once
 
 #include "core/checked_array.h"

@@ -11,8 +11,12 @@
 #include "ranksurv/testkappa.h"
 #include "ranksurv/testkendall.h"
 #include "ranksurv/testlinsconc.h"
+#include "ranksurv/testmw.h"
 #include "ranksurv/testreliab.h"
+#include "ranksurv/testsavage.h"
+#include "ranksurv/testsign.h"
 #include "ranksurv/testspear.h"
+#include "ranksurv/testwsign.h"
 #include "tests/parbin.h"
 #include "tests/parexp.h"
 #include "tests/parfinite.h"
@@ -139,6 +143,15 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 106:
     case 107:
         return operation.template operator()<TESTCHI2GOF>();
+    case 41:
+    case 42:
+        return operation.template operator()<TESTMW>();
+    case 50:
+        return operation.template operator()<TESTSAVAGE>();
+    case 51:
+        return operation.template operator()<TESTWSIGN>();
+    case 52:
+        return operation.template operator()<TESTSIGN>();
     case 54:
         return operation.template operator()<TESTREGR>();
     case 55:
