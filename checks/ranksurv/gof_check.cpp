@@ -6,9 +6,16 @@
 #include "core/gridtable.h"
 #include "core/kinds.h"
 #include "core/search.h"
+#include "montecarlo/shiftmodel.h"
+#include "numeric/randdist.h"
 #include "output/statement.h"
+#include "ranksurv/testkolsmi.h"
 #include "support/grid_fixture.h"
 #include "support/properties.h"
+
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace quorvanta::checks {
 namespace {
@@ -175,6 +182,191 @@ TEST_F(GoodnessOfFit, SentencesNameTheHypotheses) {
               "used is Goodness of Fit test, Chi-square test, Continuous Distribution at the "
               "significance level 0.05. The calculation is based on the assumption that the number "
               "of categories is 4.");
+}
+
+// --- Kolmogorov-Smirnov -------------------------------------------------------------------------
+
+constexpr i16 menuKolSmi = 263;
+constexpr i16 testDiscrete = 108;
+
+class KolmogorovSmirnov : public GridFixture {
+  protected:
+    static AnalysisChoice Choice(i16 tails, std::vector<DistrRow> distributions = {}) {
+        AnalysisChoice choice;
+        choice.MenuNo = menuKolSmi;
+        choice.NoOfSamples = OneSample;
+        choice.NoOfTails = tails;
+        choice.Distributions = std::move(distributions);
+        return choice;
+    }
+
+    f64 PowerOf(const AnalysisChoice& choice, const std::string& n) {
+        checks::Start(choice, {{Kind::Size, n}});
+        Solve(Kind::Power);
+        return ParValue(1);
+    }
+
+    // The user chooses a distribution in the dialog: its code and parameters.
+    void Choosing(const DistrRow& distr) {
+        platform.DistrChoices.emplace_back([this, distr] {
+            headings.push_back(ShiftHeading());
+            SimDistrNo = distr.Code;
+            ShiftPar1 = distr.Par1;
+            ShiftPar2 = distr.Par2;
+            return true;
+        });
+    }
+
+    std::vector<std::string> headings;
+};
+
+TEST_F(KolmogorovSmirnov, HasLevelPowerAndSize) {
+    NewTest(menuKolSmi);
+    EXPECT_EQ(NoOfSamples, OneSample);
+    ChooseTails(TwoOneSided);
+    EXPECT_NE(NoOfTails, TwoOneSided);
+    AcceptOptions();
+    ASSERT_EQ(NoOfPar, 2);
+    EXPECT_EQ(ParKind(2), Kind::Size);
+    EXPECT_EQ(UnknownParNo, 1);
+    EXPECT_EQ(XParNo, 2);
+    EXPECT_EQ(ZParNo, 0);
+    EXPECT_TRUE(IsBluePar(1));
+    EXPECT_FALSE(IsBluePar(2));
+}
+
+TEST_F(KolmogorovSmirnov, WithoutDistanceThePowerIsTheLevel) {
+    for (const char* n : {"3", "40", "50", "51", "300", "1000", "2000"})
+        for (const i16 tails : {OneSided, TwoSided}) {
+            const AnalysisChoice same = Choice(tails, {{SimLogistic, 1, 2}, {SimLogistic, 1, 2}});
+            EXPECT_NEAR(PowerOf(same, n), 0.05, 3e-5) << n << ", tails " << tails;
+        }
+}
+
+// The mirror image: the tail turned and the distributions turned about 0.
+TEST_F(KolmogorovSmirnov, TheMirrorImageHasTheSamePower) {
+    const AnalysisChoice right = Choice(OneSided, {{SimNormal, 0, 1}, {SimNormal, 0.4F, 1.5F}});
+    AnalysisChoice left = Choice(OneSided, {{SimNormal, 0, 1}, {SimNormal, -0.4F, 1.5F}});
+    left.Left = true;
+    for (const char* n : {"5", "50", "200"})
+        EXPECT_NEAR(PowerOf(right, n), PowerOf(left, n), 1e-9) << n;
+}
+
+TEST_F(KolmogorovSmirnov, TheOneSidedTestLooksForLargerObservations) {
+    const AnalysisChoice larger = Choice(OneSided, {{SimNormal, 0, 1}, {SimNormal, 1, 1}});
+    AnalysisChoice left = larger;
+    left.Left = true;
+    EXPECT_GT(PowerOf(larger, "30"), 0.99);
+    EXPECT_LT(PowerOf(left, "30"), 0.01);
+}
+
+// Only the distance counts: both distributions moved, stretched or bent alike.
+TEST_F(KolmogorovSmirnov, ThePowerIsTheSameOnAnyScale) {
+    const f64 normal = PowerOf(Choice(TwoSided, {{SimNormal, 0, 1}, {SimNormal, 0.5F, 1}}), "40");
+    EXPECT_NEAR(PowerOf(Choice(TwoSided, {{SimNormal, 10, 4}, {SimNormal, 12, 4}}), "40"), normal,
+                1e-7);
+    const f64 lives =
+        PowerOf(Choice(TwoSided, {{SimExponential, 0, 1}, {SimExponential, 0, 2}}), "40");
+    EXPECT_NEAR(PowerOf(Choice(TwoSided, {{SimWeibull, 1, 3}, {SimWeibull, 1, 6}}), "40"), lives,
+                1e-7);
+    EXPECT_NEAR(PowerOf(Choice(TwoSided, {{SimWeibull, 2, 1}, {SimWeibull, 2, 1.4142136F}}), "40"),
+                lives, 1e-6);
+}
+
+// --- Its distributions --------------------------------------------------------------------------
+
+TEST_F(KolmogorovSmirnov, ThePowerDerivesFromTwoDistributions) {
+    checks::Start(Choice(TwoSided), {{Kind::Size, "100"}});
+    Choosing({SimNormal, 0, 1});
+    Choosing({SimNormal, 0.3F, 1});
+    GetFromTable(PowerParNo);
+    EXPECT_EQ(headings, (std::vector<std::string>{"Null Distribution (H0:)",
+                                                  "Alternative Distribution (H1:)"}));
+    EXPECT_NEAR(Value(Kind::Power), 0.736462, 3e-4);
+    EXPECT_EQ(NoOfDistr(), 2);
+    EXPECT_EQ(DistrLabel(1), "H0: ");
+    EXPECT_EQ(DistrLabel(2), "H1: ");
+}
+
+TEST_F(KolmogorovSmirnov, ACancelLeavesEverythingAsItWas) {
+    checks::Start(Choice(TwoSided), {});
+    const std::string before = ParText(Kind::Power);
+    Choosing({SimNormal, 0, 1});
+    GetFromTable(PowerParNo);
+    EXPECT_EQ(ParText(Kind::Power), before);
+    EXPECT_EQ(NoOfDistr(), 0);
+}
+
+TEST_F(KolmogorovSmirnov, WithoutASizeThereIsNoPowerToDerive) {
+    checks::Start(Choice(TwoSided), {});
+    ParText(Kind::Size) = "-";
+    Choosing({SimNormal, 0, 1});
+    Choosing({SimNormal, 1, 1});
+    GetFromTable(PowerParNo);
+    ASSERT_FALSE(platform.Messages.empty());
+    EXPECT_EQ(platform.Messages.back().Text, "Power Can't Be Calculated from These Tables.");
+}
+
+// As long as nothing is chosen, the start values.
+TEST_F(KolmogorovSmirnov, StartsWithAShiftOfTheNormalDistribution) {
+    const f64 start = PowerOf(Choice(TwoSided), "60");
+    EXPECT_EQ(start, PowerOf(Choice(TwoSided, {{SimNormal, 0, 1}, {SimNormal, 0.3F, 1}}), "60"));
+}
+
+// A file may hold anything.
+TEST_F(KolmogorovSmirnov, WhatIsNoDistributionCantBeCalculated) {
+    for (const DistrRow& broken : {DistrRow{SimNormal, 0, -1}, DistrRow{SimGamma, 1, 1},
+                                   DistrRow{SimChi2, 1.5F, 1}, DistrRow{SimPoisson, 2, 1}}) {
+        checks::Start(Choice(TwoSided, {{SimNormal, 0, 1}, broken}), {});
+        platform.Messages.clear();
+        Solve(Kind::Power);
+        ASSERT_EQ(platform.Messages.size(), 1U) << broken.Code;
+        EXPECT_EQ(platform.Messages.back().Text, "Can't Be Calculated");
+    }
+}
+
+// --- A discrete null ----------------------------------------------------------------------------
+
+// Less often than a continuous null, which the critical distance is made for.
+TEST_F(KolmogorovSmirnov, OfADiscreteNullItRejectsNoMoreOftenThanTheLevel) {
+    checks::Start(Choice(TwoSided, {{SimPoisson, 4, 1}, {SimPoisson, 4, 1}}), {});
+    TestNo = testDiscrete;
+    for (const f64 n : {5.0, 30.0, 100.0}) {
+        ParValue(2) = n;
+        ParValue(1) = 0;
+        const f64 rejects = TESTKOLSMI::RootFunction();
+        EXPECT_LT(rejects, 0.05) << n;
+        EXPECT_GT(rejects, 0.001) << n;
+    }
+}
+
+TEST_F(KolmogorovSmirnov, OfADiscreteNullItSeesAnotherOne) {
+    checks::Start(Choice(TwoSided, {{SimBinomial, 10, 0.5F}, {SimBinomial, 10, 0.6F}}), {});
+    TestNo = testDiscrete;
+    f64 former = 0;
+    for (const f64 n : {10.0, 30.0, 100.0, 300.0, 2000.0}) {
+        ParValue(2) = n;
+        ParValue(1) = 0;
+        const f64 power = TESTKOLSMI::RootFunction();
+        EXPECT_GT(power, former) << n;
+        former = power;
+    }
+    EXPECT_GT(former, 0.999);
+}
+
+TEST_F(KolmogorovSmirnov, SentencesNameTheDistributions) {
+    const std::vector<DistrRow> rows{{SimNormal, 10, 2}, {SimWeibull, 2, 12}};
+    const auto sentence = [this, &rows](i16 tails, bool left, const char* n) {
+        AnalysisChoice choice = Choice(tails, rows);
+        choice.Left = left;
+        checks::Start(choice, {{Kind::Size, n}});
+        Solve(Kind::Power);
+        return SumStatement();
+    };
+    EXPECT_EQ(sentence(TwoSided, false, "30"), "");
+    EXPECT_EQ(sentence(OneSided, false, "30"), "");
+    EXPECT_EQ(sentence(OneSided, true, "30"), "");
+    EXPECT_EQ(sentence(TwoSided, false, "1500"), "");
 }
 
 } // namespace

@@ -136,4 +136,13 @@ std::string SelApproximation() {
     });
 }
 
+std::string SelHypothesis(i16 row) {
+    return WithModule(CurrentKey(), [row]<class M>() -> std::string {
+        if constexpr (requires { M::Hypothesis(row); })
+            return M::Hypothesis(row);
+        else
+            return "";
+    });
+}
+
 } // namespace quorvanta

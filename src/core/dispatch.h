@@ -39,4 +39,8 @@ i16 SelExactUpTo();
 // What it is beyond: "normal approximation".
 std::string SelApproximation();
 
+// What the current analysis says by its distributions: that under H0 (row 1) or H1 (row 2), in
+// words. Empty where the parameters say it.
+std::string SelHypothesis(i16 row);
+
 } // namespace quorvanta

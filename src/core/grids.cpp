@@ -47,7 +47,7 @@ bool AreSame(const Source& a, const Source& b) {
 // False when the user cancels, or where the grids can't be known.
 bool Ask(i16 parNo, const Source& source) {
     if (source.Distr)
-        return ShowDistributions(*source.Distr);
+        return ShowDistributions(*source.Distr, StepsOf(*source.Distr));
     return !source.Grids.empty() && ShowGrids(source.Grids, ParLabel(ParKind(parNo)));
 }
 

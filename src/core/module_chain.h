@@ -10,6 +10,7 @@
 #include "ranksurv/testcron.h"
 #include "ranksurv/testkappa.h"
 #include "ranksurv/testkendall.h"
+#include "ranksurv/testkolsmi.h"
 #include "ranksurv/testlinsconc.h"
 #include "ranksurv/testmw.h"
 #include "ranksurv/testreliab.h"
@@ -193,6 +194,9 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTBIOEQ>();
     case 79:
         return operation.template operator()<TESTEQUIV<TESTBIOEQ>>();
+    case 108:
+    case 109:
+        return operation.template operator()<TESTKOLSMI>();
     case 118:
         return operation.template operator()<TESTCOHEN>();
     case 119:

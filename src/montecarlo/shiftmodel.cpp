@@ -418,6 +418,10 @@ bool IsSymmetric(i16 code) {
 // --- The table of distributions
 // -------------------------------------------------------------------
 
+i16 StepsOf(DistrList list) {
+    return list == DistrList::GeneralModels || list == DistrList::Discrete ? MaxDistr : i16{1};
+}
+
 i16 NoOfDistr() {
     if (!IsStored(NullRow))
         return 0;

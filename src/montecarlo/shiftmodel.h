@@ -18,6 +18,10 @@ namespace quorvanta {
 // The lists of distributions to choose from.
 enum class DistrList { ShiftModels, GeneralModels, Symmetric, ScaleShape, Discrete };
 
+// How many distributions are chosen from it: 2 where a test is about the distribution itself, that
+// under H0 and that under H1; else 1.
+i16 StepsOf(DistrList list);
+
 // --- The table of distributions
 // -------------------------------------------------------------------
 
