@@ -204,8 +204,8 @@ f64 DensityAt(const DistrRow& distr, f64 x) {
     const f64 scale{distr.Par2};
     const f64 shape{distr.Par1};
     switch (distr.Code) {
-    case SimWeibull:
-        return f64{WeibullDensity(Single(x), distr.Par2, distr.Par1)};
+    case SimWeibull: // WeibullDensity is not one for a scale other than 1
+        return f64{WeibullDensity(Single(x / scale), 1, distr.Par1)} / scale;
     case SimLognormal:
         return f64{LognormDensity(Single(x), Single(std::log(scale)), Single(1 / shape))};
     case SimChi2:
