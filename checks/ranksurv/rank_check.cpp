@@ -264,7 +264,8 @@ TEST_F(RankTest, SignedRanksAreSoughtWhereTheStatisticIsAboveItsMean) {
     // Where even a probability of 1 can't, there is no solution.
     EXPECT_EQ(MessageOf(Menu(menuSignedRank, 1), {{1, "0.8"}, {154, "0.3"}, {85, "60"}},
                         Kind::H1ProbabilityAbove0),
-              "Can't Be Calculated.");
+              "Can't Be Calculated. Please Check if TickBox 'Reject in Left Tail' Should Be "
+              "Ticked.");
 }
 
 // --- Ordered categories
@@ -476,15 +477,15 @@ TEST_F(RankTest, Statements) {
                         {{0, "0.05"}, {200, "2"}, {202, "0.1"}, {4, "60"}, {37, "60"}}),
               "With a total sample size of 120 (60 in sample 1 and 60 in sample 2), the power "
               "is 0.67 when testing the null hypothesis H0: odds ratio = 1 against H1: odds "
-              "ratio = 2. The test used is Wilcoxon-Mann-Whitney test, Ordered categories, one- "
-              "sided, at the significance level 0.05. The calculation is based on the "
+              "ratio = 2. The test used is Wilcoxon-Mann-Whitney test, Ordered categories, "
+              "one-sided, at the significance level 0.05. The calculation is based on the "
               "assumption that the sum of the cubed average proportions is 0.1.");
     EXPECT_EQ(statement(Menu(menuOrdered, 2, {{26, 1}, {2, 0}}),
                         {{0, "0.05"}, {200, "2"}, {201, "5"}, {4, "60"}, {37, "60"}}),
               "With a total sample size of 120 (60 in sample 1 and 60 in sample 2), the power "
               "is 0.57 when testing the null hypothesis H0: odds ratio = 1 against H1: odds "
-              "ratio = 2. The test used is Wilcoxon-Mann-Whitney test, Ordered categories, two- "
-              "sided, at the significance level 0.05. The calculation is based on the "
+              "ratio = 2. The test used is Wilcoxon-Mann-Whitney test, Ordered categories, "
+              "two-sided, at the significance level 0.05. The calculation is based on the "
               "assumption that the number of categories is 5.");
     EXPECT_EQ(statement(Menu(menuSavage, 2, {{16, 0}, {2, 0}}),
                         {{0, "0.05"}, {26, "0.2"}, {141, "0.35"}, {4, "40"}, {37, "40"}}),
@@ -502,8 +503,8 @@ TEST_F(RankTest, Statements) {
         statement(Menu(menuSignedRank, 2), {{0, "0.05"}, {153, "0.7"}, {154, "0.75"}, {85, "30"}}),
         "With a sample size of 30, the power is 0.66 when testing the null hypothesis H0: "
         "Prob (sample > 0) = 0.5 (median 0) against H1: Prob (sample > 0) = 0.7 and Prob "
-        "(sample + sample' > 0) = 0.75. The test used is Wilcoxon Signed-rank test, two- "
-        "sided, at the significance level 0.05.");
+        "(sample + sample' > 0) = 0.75. The test used is Wilcoxon Signed-rank test, "
+        "two-sided, at the significance level 0.05.");
     EXPECT_EQ(statement(Menu(menuSign, 1), {{0, "0.05"}, {153, "0.7"}, {85, "30"}}),
               "With a sample size of 30, the power is 0.73 when testing the null hypothesis H0: "
               "Prob (sample > 0) = 0.5 (median 0) against H1: Prob (sample > 0) = 0.7. The test "

@@ -156,7 +156,7 @@ TEST_F(ShiftWindow, StaysOpenWithWhatIsRefused) {
         EXPECT_TRUE(Field(1).accessibleDescription().contains("refused"));
         TypeField(1, "2");
         EXPECT_NE(Field(1).palette().color(QPalette::Base), RefusedColor);
-        TypeField(0, "");
+        TypeField(0, "-");
         hands::Click(dialog, "cmdOK");
         EXPECT_TRUE(Field(0).hasFocus());
     });
@@ -189,7 +189,7 @@ TEST_F(ShiftWindow, DrawsBothHypotheses) {
         const QImage normal = Drawn();
         Choose(2);
         EXPECT_NE(Drawn(), normal);
-        TypeField(1, "");
+        TypeField(1, "-");
         EXPECT_TRUE(Picture().Curves().empty());
         EXPECT_EQ(Picture().accessibleDescription(), "nothing to be drawn");
         TypeField(1, "1");
