@@ -75,7 +75,10 @@ QWidget* frmShiftModel::MakeButtons() {
         if (isOffered)
             button->setText(ToQt(SimDistrName(ShiftList(i))));
         button->setChecked(i == ShiftButton());
-        connect(button, &QRadioButton::clicked, this, [this, i] { OptDistribution_Click(i); });
+        connect(button, &QRadioButton::toggled, this, [this, i](bool isOn) {
+            if (isOn)
+                OptDistribution_Click(i);
+        });
         column->addWidget(button);
         OptDistribution_.push_back(button);
     }
