@@ -2,17 +2,21 @@
 """Exact values for the rank tests and the shift models, from scipy:
 checks/data/validation/rank.tsv and rank_simulated.tsv, checks/data/shift_models.tsv.
 
-rank.tsv: powers of the statistics as the tests state them, with the exact normal distribution
-(Noether 1987; Whitehead 1993) or the exact binomial one, and sizes and effects from these by a root
-finder. The published rows are examples of Noether, "Sample size determination for some common
-nonparametric tests", JASA 82, 1987, 645-647, and of Whitehead, "Sample size calculations for
-ordered categorical data", Statistics in Medicine 12, 1993, 2257-2271.
+rank.tsv: powers of the statistics as the tests state them, with the exact normal distribution or the
+exact binomial one, and sizes and effects from these by a root finder. The published rows are the
+sizes that the formulas of Noether, "Sample size determination for some common nonparametric tests",
+JASA 82, 1987, 645-647, give, which leave out a term of first order in 1/n, and the example of
+Whitehead, "Sample size calculations for ordered categorical data", Statistics in Medicine 12, 1993,
+2257-2271.
 
-shift_models.tsv: P(X < Y), P(X > 0) and P(X + X' > 0) of each distribution, by scipy's quadrature.
+shift_models.tsv: P(X < Y), P(X > 0) and P(X + X' > 0) of each distribution, by scipy's quadrature;
+"-" for one that is not symmetric.
 
 rank_simulated.tsv: shares of simulated studies that reject. The program takes the variance under H0
-for that under H1 as well, which these are to show: its power may differ by APART, and by four
-standard errors of the share.
+for that under H1 as well, which these are to show: its power may differ by what the variance of the
+simulated statistics makes of it, by APART for steps and skewness of the statistic, and by four
+standard errors of the share. That of Savage's test is the power of another statistic with the same
+efficiency in large samples, for which OTHER is allowed.
 
 Needs Python 3 with scipy; run from the repository's root.
 """
@@ -27,7 +31,8 @@ ROWS, SIMULATIONS = [], []
 
 NORMAL = 3e-4   # a power: NorInv and NorCdf
 EXACT = 2e-5    # a power: binomial sums in 32 bits
-APART = 0.03    # a power: the variance of H0 under H1, the steps of the statistic
+APART = 0.02
+OTHER = 0.04
 
 MW, ORDERED, SAVAGE, SIGNED, SIGN = 'menu 300', 'menu 301', 'menu 350', 'menu 360', 'menu 370'
 
@@ -109,8 +114,25 @@ mann_whitney(3, False, {0: 0.05, 47: 0.3, 48: 0.7, 152: 0.48, 4: 60, 5: 1.5}, 1)
 mann_whitney(3, False, {**equivalent, 1: 0.8}, 37, (20, 1e4))
 mann_whitney(3, False, {**equivalent, 1: 0.8}, 152, (0.5, 0.649))
 
-# Noether (1987): with p'' = P(X < Y) = 0.7, level 0.05 in one tail and power 0.90 a total of 54.
-ROWS.append(row(MW, 2, 1, False, (), {2: 2}, {0: 0.05, 1: 0.9, 152: 0.7, 5: 1}, 4, 27, 0.75))
+# Noether (1987): N = (z_alpha + z_beta)^2/(12 c (1 - c) (p - 1/2)^2), c the share of sample 1.
+def published(analysis, left, groups, values, unknown, size):
+    """Half a subject is the term that the formula leaves out."""
+    ROWS.append(row(analysis, 2 if analysis == MW else 1, 1, left, (), groups, values, unknown, size,
+                    0.6))
+
+
+def noether(level, power):
+    return (stats.norm.ppf(1 - level) + stats.norm.ppf(power)) ** 2
+
+
+for p, level, power, ratio in [(0.7, 0.05, 0.9, 1), (0.6, 0.025, 0.8, 1), (0.65, 0.05, 0.8, 2)]:
+    c = 1 / (1 + ratio)
+    published(MW, False, {2: 2}, {0: level, 1: power, 152: p, 5: ratio}, 4,
+              c * noether(level, power) / (12 * c * (1 - c) * (p - 0.5) ** 2))
+# The same: N = (z_alpha + z_beta)^2/(3 (p - 1/2)^2), p = P(X + X' > 0).
+for p, level, power in [(0.7, 0.05, 0.9), (0.6, 0.025, 0.8)]:
+    published(SIGNED, False, {}, {0: level, 1: power, 153: p, 154: p}, 85,
+              noether(level, power) / (3 * (p - 0.5) ** 2))
 
 
 # --- Ordered categories ---------------------------------------------------------------------------
@@ -143,8 +165,8 @@ ordered(2, False, {0: 0.05, 1: 0.9, 200: 2, 202: 0.15, 5: 1}, 4, (3, 1e4))
 ordered(1, False, {0: 0.05, 1: 0.8, 200: 1.8, 201: 4, 5: 2}, 4, (3, 1e4))
 ordered(2, False, {0: 0.05, 1: 0.8, 200: 2, 201: 5, 4: 70, 37: 70}, 200, (1.01, 50))
 ordered(1, True, {0: 0.05, 1: 0.8, 200: 0.5, 202: 0.1, 4: 70, 37: 70}, 200, (0.01, 0.99))
-ordered(2, False, {0: 0.05, 1: 0.75, 200: 2, 202: 0.1, 4: 65, 37: 65}, 202, (1e-4, 0.9))
-ordered(2, False, {0: 0.05, 1: 0.75, 200: 2.1, 201: 3, 4: 60, 37: 60}, 201, (2, 10))
+ordered(2, False, {0: 0.05, 1: 0.55, 200: 2, 202: 0.1, 4: 65, 37: 65}, 202, (1e-4, 0.9))
+ordered(2, False, {0: 0.05, 1: 0.6, 200: 2.1, 201: 3, 4: 60, 37: 60}, 201, (2, 10))
 ordered(1, False, {0: 0.05, 1: 0.8, 200: 2, 202: 0.1, 4: 60, 37: 60}, 0, (1e-4, 0.9))
 
 # Whitehead (1993), the example of four categories: control proportions 0.2, 0.5, 0.2, 0.1, log odds
@@ -214,7 +236,7 @@ signed_rank(2, False, {**base, 153: 0.55, 154: 0.57, 85: 300}, 1)
 signed_rank(2, False, {**base, 1: 0.8}, 85, (3, 1e4))
 signed_rank(1, False, {**base, 1: 0.9, 153: 0.6, 154: 0.65}, 85, (3, 1e4), corrected=True)
 signed_rank(2, False, {**base, 1: 0.8}, 154, (0.5, 0.999))
-signed_rank(2, False, {**base, 1: 0.8, 154: 0.71}, 153, (0.5, 0.999))
+signed_rank(2, False, {**base, 1: 0.65}, 153, (0.5, 0.999))
 signed_rank(1, True, {**base, 1: 0.8, 153: 0.3}, 154, (0.01, 0.5))
 signed_rank(1, False, {**base, 1: 0.7}, 0, (1e-5, 0.9))
 
@@ -290,9 +312,7 @@ def order(code, d):
 
 
 def shift_models():
-    lines = ['# P(X < Y), P(X > 0) and P(X + X\' > 0) by checks/reference/rank.py (quadrature of '
-             'scipy); "-" for a distribution that is not symmetric.\n',
-             'Code\tShift\tOrder\tAbove0\tSumAbove0\n']
+    lines = ['Code\tShift\tOrder\tAbove0\tSumAbove0\n']
     for code in Laws.density:
         for d in (-3, -1.2, -0.75, -0.4, -0.1, -0.002, 0, 0.002, 0.05, 0.3, 0.5, 0.8, 1, 1.7, 4):
             above = 1 - Laws.cdf[code](-d)
@@ -314,6 +334,7 @@ DRAW = {0: lambda size: rng.random(size) - 0.5, 1: lambda size: rng.standard_nor
 
 
 def simulated(analysis, samples, tails, left, groups, values, z):
+    """z is the statistic, standardised under H0."""
     alpha = values[0]
     if tails == 2:
         out = np.abs(z) > stats.norm.ppf(1 - alpha / 2)
@@ -322,7 +343,14 @@ def simulated(analysis, samples, tails, left, groups, values, z):
     share = float(np.mean(out))
     error = math.sqrt(share * (1 - share) / len(out))
     SIMULATIONS.append(row(analysis, samples, tails, left, (), groups, values, 1, share,
-                           APART + 4 * error))
+                           approximation(analysis, alpha / (1 if tails == 1 else 2), z) + 4 * error))
+
+
+def approximation(analysis, alpha, z):
+    if analysis == SAVAGE:
+        return OTHER
+    above = abs(float(np.mean(z))) - stats.norm.ppf(1 - alpha)
+    return abs(stats.norm.cdf(above / np.std(z)) - stats.norm.cdf(above)) + APART
 
 
 def in_parts(draw):

@@ -5,22 +5,14 @@
 #include "core/grids.h"
 #include "core/gridtable.h"
 #include "support/analysis_fixture.h"
+#include "support/grid_filling.h"
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace quorvanta::checks {
 
-using Rows = std::vector<std::vector<std::string>>;
-
-// Types the rows into the current grid and accepts it; false where it is refused.
-inline bool FillGrid(const Rows& rows) {
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        for (std::size_t j = 0; j < rows[i].size(); ++j)
-            GridOK(static_cast<i16>(i + 1), static_cast<i16>(j + 1), rows[i][j], Leaving::Nothing);
-    return !AcceptGrid().has_value();
-}
+using Rows = GridRowTexts;
 
 class GridFixture : public AnalysisFixture {
   protected:
@@ -36,7 +28,7 @@ class GridFixture : public AnalysisFixture {
         for (const Rows& rows : grids)
             platform.GridFillings.emplace_back([this, rows] {
                 asked.push_back(CurrentGrid());
-                return FillGrid(rows);
+                return FillCurrentGrid(rows);
             });
         GetFromTable(PositionOf(kind));
         platform.GridFillings.clear();

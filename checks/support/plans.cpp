@@ -496,6 +496,11 @@ Values PlanOfProportionTest(const AnalysisChoice& choice) {
 constexpr std::initializer_list<i16> meansMenus{0, 1, 230, 231, 800, 801, 810, 811, 830, 831};
 constexpr std::initializer_list<i16> proportionsMenus{70, 80, 100, 111, 802, 803, 832, 833};
 
+// Analyses of variance of repeated measurements, Hotelling's test, multivariate ones.
+constexpr std::initializer_list<i16> repeatedMenus{20, 21, 30, 31, 40, 41};
+constexpr i16 repeatedBetweenMenu = 21;
+constexpr i16 multivariateBetweenMenu = 41;
+
 bool IsIn(const AnalysisChoice& choice, std::initializer_list<i16> menus) {
     return std::ranges::find(menus, choice.MenuNo) != menus.end();
 }
@@ -519,9 +524,28 @@ Values PlanOfTheTable(const AnalysisChoice& choice) {
     return values;
 }
 
+// Repeated measurements show more with fewer subjects, and the multivariate test has two groups.
+Values PlanOfRepeated(const AnalysisChoice& choice) {
+    Values values = PlanOfTheTable(choice);
+    Add(values, {{Kind::LevelsA, "2"}});
+    if (choice.MenuNo == repeatedBetweenMenu) {
+        const std::string effect =
+            Option(choice, Group::TestedBetweenOrWithin) == 0 ? "0.2" : "0.12";
+        Add(values, {{Kind::LevelsA, "3"},
+                     {Kind::Size1, "10"},
+                     {Kind::Size2, "10"},
+                     {Kind::SdOfMeans, effect},
+                     {Kind::AnyMeanDifference, effect},
+                     {Kind::MinMeanDifference, effect}});
+    }
+    return values;
+}
+
 Values TextsOf(const AnalysisChoice& choice) {
     if (IsTestOfMeans(choice))
         return PlanOfMeans(choice);
+    if (IsIn(choice, repeatedMenus))
+        return PlanOfRepeated(choice);
     if (choice.MenuNo >= 0)
         return PlanOfTheTable(choice);
     if (choice.ProcedureNo != ProcedureTest)
@@ -613,6 +637,12 @@ std::set<i16> Unsolvable(const AnalysisChoice& choice) {
     if (isPaired && Option(choice, Group::Proportion2) == 1 &&
         Option(choice, Group::Discordant) != 0)
         kinds.insert(Kind::H1Proportion1);
+    // What the standard deviation of a linear combination is derived with; and there are two
+    // groups.
+    if (IsIn(choice, repeatedMenus) && Has(choice, Check::LinearCombination))
+        kinds.insert({Kind::Sd, Kind::Correlation, Kind::WithinLevels});
+    if (choice.MenuNo == multivariateBetweenMenu)
+        kinds.insert(Kind::LevelsA);
     return kinds;
 }
 

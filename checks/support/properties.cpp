@@ -67,17 +67,19 @@ std::vector<i16> OptionsOf(i16 position) {
     return options;
 }
 
-// Every combination of the options of the groups from this position on.
+// Every combination of the options of the groups from this position on. An option may be what
+// offers the groups after it.
 std::vector<std::map<i16, i16>> GroupChoices(i16 position = 0) {
-    if (position == NoOfIntPar)
+    if (position >= NoOfIntPar)
         return {{}};
     std::vector<std::map<i16, i16>> choices;
-    const auto others = GroupChoices(static_cast<i16>(position + 1));
-    for (const i16 option : OptionsOf(position))
-        for (std::map<i16, i16> choice : others) {
+    for (const i16 option : OptionsOf(position)) {
+        ChooseIntPar(position, option);
+        for (std::map<i16, i16> choice : GroupChoices(static_cast<i16>(position + 1))) {
             choice[IntParList(position)] = option;
             choices.push_back(choice);
         }
+    }
     return choices;
 }
 
@@ -98,7 +100,7 @@ bool IsFixedText(const std::string& text, const std::vector<std::string>& ownMes
     static const std::regex failure("Can't Be Calculated\\.( Please Check if TickBox 'Reject in "
                                     "Left Tail' Should Be (UnT|T)icked\\.)?");
     static const std::regex range(
-        ".+ Has To Be (Less|Greater) Than or Equal to -?[0-9]+(\\.[0-9]+)?\\.");
+        ".+ Has To Be ((Less|Greater) Than or )?Equal to -?[0-9]+(\\.[0-9]+)?\\.");
     return std::regex_match(text, failure) || std::regex_match(text, range) ||
            std::find(ownMessages.begin(), ownMessages.end(), text) != ownMessages.end();
 }

@@ -277,6 +277,16 @@ inline constexpr i16 SizePerGroup = 326;
 inline constexpr i16 SizePerCell = 327;
 inline constexpr i16 AdditiveSizePerCell = 328; // one will do where no interaction is estimated
 
+// Repeated measurements.
+inline constexpr i16 WithinError = 251;
+inline constexpr i16 BetweenError = 253;
+inline constexpr i16 Epsilon = 249;
+inline constexpr i16 EpsilonBias = 252;
+inline constexpr i16 MahalanobisDistance = 254;
+inline constexpr i16 WithinLevels = 256;
+inline constexpr i16 SizeFrom2 = 248; // of a statistic for which two subjects will do
+inline constexpr i16 TotalSize = 320;
+
 // Agreement of raters and items, and rank correlation.
 inline constexpr i16 NoOfSubjects = 224;
 inline constexpr i16 NoOfRaters = 223;
@@ -324,10 +334,31 @@ inline constexpr i16 H1ProbabilityOfConcordance = 315;
 inline constexpr i16 H1ProbabilityOfOrder = 152; // that an observation of sample 2 is the larger
 inline constexpr i16 H1ProbabilityAbove0 = 153;
 inline constexpr i16 H1ProbabilityOfSumAbove0 = 154; // of two observations
-inline constexpr i16 SumOfCubedProportions = 202; // of the categories, averaged over the samples
+inline constexpr i16 SumOfCubedProportions = 202;    // of the categories, averaged over the samples
 
-// Goodness of fit.
+// Contingency tables and trends.
 inline constexpr i16 NonCentrality = 250; // of chi-square, for each subject
+inline constexpr i16 NoOfXCategories = 334;
+inline constexpr i16 NoOfYCategories = 335;
+inline constexpr i16 H1SdOfProportions = 240;
+inline constexpr i16 H1AnyProportionDifference = 241;
+inline constexpr i16 H1LeastProportionDifference = 242;
+inline constexpr i16 H1SumOfDifferences = 307;
+inline constexpr i16 H0SumOfVariances = 308;
+inline constexpr i16 H1SumOfVariances = 309;
+inline constexpr i16 NoOfStrata = 310;
+inline constexpr i16 H1Trend = 311;
+inline constexpr i16 AverageProportion = 312;
+inline constexpr i16 TrendVariance = 313;
+inline constexpr i16 LevelVariance = 314;
+
+// General crossover designs.
+inline constexpr i16 H1MedianOfCombination = 290; // product of powers of medians
+inline constexpr i16 DesignVariance = 287;
+inline constexpr i16 NoOfSequences = 285;
+inline constexpr i16 NoOfPeriods = 286;
+inline constexpr i16 NoOfTreatments = 288;
+inline constexpr i16 SizePerSequence = 289;
 
 } // namespace Kind
 
@@ -366,8 +397,11 @@ inline constexpr i16 H1Intraclass = 33;
 inline constexpr i16 H1Odds = 34;
 inline constexpr i16 Odds2 = 35;
 inline constexpr i16 TestedOfTwoFactors = 36;
+inline constexpr i16 EffectOfProportions = 37;
 inline constexpr i16 TestedOfThreeFactors = 38;
+inline constexpr i16 CorrelationMatrix = 39;
 inline constexpr i16 RateEffect = 40;
+inline constexpr i16 TestedBetweenOrWithin = 43;
 inline constexpr i16 H1Alpha = 44;
 inline constexpr i16 Alpha2 = 45;
 inline constexpr i16 NoOfItems2 = 46;
@@ -395,9 +429,13 @@ inline constexpr i16 Contrast = 10;
 inline constexpr i16 Additive = 11;
 inline constexpr i16 Medians = 12;
 inline constexpr i16 RandomSquares = 13;
+inline constexpr i16 LinearCombination = 14;
 inline constexpr i16 SquaresAsLevels = 15;
 inline constexpr i16 Satterthwaite = 16;
+inline constexpr i16 Carryover = 17;
+inline constexpr i16 CovarianceMatrix = 22;
 inline constexpr i16 DependentSamples = 20;
+inline constexpr i16 OddsRatio = 23;
 inline constexpr i16 FirstOrder = 24;
 inline constexpr i16 SecondOrder = 25;
 inline constexpr i16 Multinomial = 26;

@@ -199,13 +199,18 @@ void SelectForStep(const std::vector<DistrRow>& before) {
 // --- Curves
 // ---------------------------------------------------------------------------------------
 
+// The density of scaled observations; that of none stays without a value.
+f64 Scaled(f32 standard, f64 scale) {
+    return f64{standard} == NoValue ? NoValue : f64{standard} / scale;
+}
+
 // A density at x, in its own terms.
 f64 DensityAt(const DistrRow& distr, f64 x) {
     const f64 scale{distr.Par2};
     const f64 shape{distr.Par1};
     switch (distr.Code) {
-    case SimWeibull:
-        return f64{WeibullDensity(Single(x), distr.Par2, distr.Par1)};
+    case SimWeibull: // WeibullDensity is not one for a scale other than 1
+        return Scaled(WeibullDensity(Single(x / scale), 1, distr.Par1), scale);
     case SimLognormal:
         return f64{LognormDensity(Single(x), Single(std::log(scale)), Single(1 / shape))};
     case SimChi2:
@@ -232,7 +237,7 @@ f64 DensityAt(const DistrRow& distr, f64 x) {
             return NorDensity(z);
         }
     };
-    return f64{standard()} / scale;
+    return Scaled(standard(), scale);
 }
 
 struct Span {

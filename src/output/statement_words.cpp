@@ -143,6 +143,8 @@ constexpr Replacement Afterthoughts[] = {
     {"incid.", "incidence "},
     {"prop.", "proportion "},
     {"(k,j), any j", "(k,j) for any j"},
+    {"sum of difference in", "sum of differences in"},
+    {"sum of standard deviation of", "sum of variances of"}, // which is what is entered there
     {"loc.shift", "location shift"},
     {"shift.", "shift"},
     {"seq.", "sequence "},
@@ -151,6 +153,7 @@ constexpr Replacement Afterthoughts[] = {
     {"latin", "Latin"},
     {"....", "..."},
     {"No (p) of regression coefficient = 0", "number (p) of regression coefficients equal to 0"},
+    {"sum of average proportions^3", "sum of the cubed average proportions"},
     {"proportion drop-outs", "proportion of drop-outs"},
     {"correlation covariate with", "correlation of covariate with"},
     {"on elog scale", "on the natural log scale"},

@@ -43,6 +43,17 @@ void StartWherePowerRises(f64& lower, f64 upper, f64 (*residual)()) {
         lower = start;
 }
 
+void EndWherePowerFalls(f64 lower, f64& upper, f64 (*residual)()) {
+    constexpr f64 few = 10;
+    if (!(upper > lower) || At(upper, residual) < 0 || At(lower, residual) < 0)
+        return;
+    for (f64 end = upper - 1; end > MaxOf(lower, upper - few); --end)
+        if (At(end, residual) < 0) {
+            upper = end;
+            return;
+        }
+}
+
 void StartAtHighestPower(f64& lower, f64 upper, f64 (*residual)()) {
     f64 highest = MaxOf(At(lower, residual), At(upper, residual));
     if (highest >= 0)

@@ -25,6 +25,10 @@ enum class Side { Below, Above };
 // 1 or 2 degrees of freedom the approximations of t give more power than with a few more.
 void StartWherePowerRises(f64& lower, f64 upper, f64 (*residual)());
 
+// The mirror image, of a number that costs degrees of freedom: ends the search at the number, of
+// those next to the largest one, up to which the power falls.
+void EndWherePowerFalls(f64 lower, f64& upper, f64 (*residual)());
+
 // The unknown is a count of a few, such as levels of a factor, and the search has too little power
 // at both of its ends: starts it at the count that has the most, if that is enough.
 void StartAtHighestPower(f64& lower, f64 upper, f64 (*residual)());
