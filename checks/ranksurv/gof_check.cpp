@@ -321,7 +321,7 @@ TEST_F(KolmogorovSmirnov, WhatIsNoDistributionCantBeCalculated) {
         platform.Messages.clear();
         Solve(Kind::Power);
         ASSERT_EQ(platform.Messages.size(), 1U) << broken.Code;
-        EXPECT_EQ(platform.Messages.back().Text, "Can't Be Calculated");
+        EXPECT_EQ(platform.Messages.back().Text, "Can't Be Calculated.");
     }
 }
 
@@ -363,10 +363,23 @@ TEST_F(KolmogorovSmirnov, SentencesNameTheDistributions) {
         Solve(Kind::Power);
         return SumStatement();
     };
-    EXPECT_EQ(sentence(TwoSided, false, "30"), "");
-    EXPECT_EQ(sentence(OneSided, false, "30"), "");
-    EXPECT_EQ(sentence(OneSided, true, "30"), "");
-    EXPECT_EQ(sentence(TwoSided, false, "1500"), "");
+    const std::string hypotheses =
+        " when testing the null hypothesis H0: Normal Distribution, m = 10, s = 2 against H1: "
+        "Weibull Distribution, g = 2, s = 12";
+    const std::string test = " The test used is Goodness of Fit test, Kolmogorov-Smirnov test, ";
+    EXPECT_EQ(sentence(TwoSided, false, "30"), "With a sample size of 30, the power is 0.94" +
+                                                   hypotheses + "." + test +
+                                                   "two-sided, at the significance level 0.05.");
+    EXPECT_EQ(sentence(OneSided, false, "30"), "With a sample size of 30, the power is 0.78" +
+                                                   hypotheses + " (larger observations)." + test +
+                                                   "one-sided, at the significance level 0.05.");
+    EXPECT_EQ(sentence(OneSided, true, "30"), "With a sample size of 30, the power is 0.70" +
+                                                  hypotheses + " (smaller observations)." + test +
+                                                  "one-sided, at the significance level 0.05.");
+    EXPECT_EQ(sentence(TwoSided, false, "1500"),
+              "With a sample size of 1500, the power is above 0.99" + hypotheses + "." + test +
+                  "two-sided, at the significance level 0.05. With more than 1000 subjects, the "
+                  "power is that of the limit for large samples, not of the exact test.");
 }
 
 } // namespace

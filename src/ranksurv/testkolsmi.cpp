@@ -108,7 +108,10 @@ f32 TESTKOLSMI::CalcTablePar(i16 /*parNo*/) {
 std::string TESTKOLSMI::Hypothesis(i16 row) {
     const TestedDistributions tested = KolSmiDistributions();
     const DistrRow& distr = row == NullRow ? tested.Null : tested.Truth;
-    return DistrText(distr.Par1, distr.Par2, distr.Code);
+    const std::string text = DistrText(distr.Par1, distr.Par2, distr.Code);
+    if (row == NullRow || NoOfTails == TwoSided)
+        return text;
+    return text + (LeftTail == True ? " (smaller observations)" : " (larger observations)");
 }
 
 i16 TESTKOLSMI::ExactUpTo() {

@@ -20,7 +20,8 @@ struct TESTKOLSMI {
     static bool IsTablePar(i16 parNo);
     static std::optional<DistrList> TableDistr(i16 parNo);
     static f32 CalcTablePar(i16 parNo);
-    // The distribution under H0 (row 1) or H1 (row 2), in words.
+    // The distribution under H0 (row 1) or H1 (row 2), in words, with the direction that a
+    // one-sided test looks in.
     static std::string Hypothesis(i16 row);
 
     // The largest sample whose power is calculated from its own distribution.
