@@ -169,7 +169,7 @@ std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis) {
                         choice.Left = left;
                         choice.Checks = checks;
                         choice.Groups = groups;
-                        if (left && SelTableDistr(PowerParNo))
+                        if (left && SelIsTablePar(PowerParNo) && SelTableDistr(PowerParNo))
                             choice.Distributions = smallerObservations;
                         choices.push_back(choice);
                     }
