@@ -73,8 +73,7 @@ class ShiftModel : public AnalysisFixture {
     }
 };
 
-// --- Lists and fields
-// -----------------------------------------------------------------------------
+// --- Lists and fields ----------------------------------------------------------------------------
 
 TEST_F(ShiftModel, Lists) {
     using Codes_ = std::vector<i16>;
@@ -191,8 +190,7 @@ TEST_F(ShiftModel, ADistributionThatIsNotInTheListHasNoButton) {
     EXPECT_EQ(platform.Texts(), std::vector<std::string>{"No Distribution Is Chosen."});
 }
 
-// --- Messages
-// -------------------------------------------------------------------------------------
+// --- Messages ------------------------------------------------------------------------------------
 
 TEST_F(ShiftModel, RefusesWhatIsNoDistribution) {
     struct Case {
@@ -252,8 +250,7 @@ TEST_F(ShiftModel, ChecksNothingThatIsNotAskedFor) {
     EXPECT_TRUE(platform.Messages.empty());
 }
 
-// --- The table of distributions
-// -------------------------------------------------------------------
+// --- The table of distributions ------------------------------------------------------------------
 
 TEST_F(ShiftModel, OneStepMakesOneRow) {
     EXPECT_EQ(NoOfDistr(), 0);
@@ -396,8 +393,7 @@ TEST_F(ShiftModel, TheTableBelongsToTheAnalysis) {
     EXPECT_EQ(NoOfDistr(), 0);
 }
 
-// --- Curves
-// ---------------------------------------------------------------------------------------
+// --- Curves --------------------------------------------------------------------------------------
 
 f64 AreaOf(const DistrCurve& curve) {
     f64 area = 0;
@@ -469,8 +465,7 @@ TEST_F(ShiftModel, WhatIsNoDistributionHasNoCurve) {
     });
 }
 
-// --- Functionals
-// ----------------------------------------------------------------------------------
+// --- Functionals ---------------------------------------------------------------------------------
 
 // Exact within what holds probabilities in their range, and NorCdf's own error.
 TEST_F(ShiftModel, ProbabilitiesAgreeWithQuadrature) {

@@ -12,9 +12,9 @@
 #include "numeric/randdist.h"
 #include "output/statement.h"
 #include "ranksurv/testmw.h"
-#include "support/analysis_fixture.h"
+#include "support/grid_filling.h"
 #include "support/number.h"
-#include "support/properties.h"
+#include "support/solving_fixture.h"
 
 #include <cmath>
 
@@ -41,43 +41,8 @@ AnalysisChoice Menu(i16 menuNo, i16 tails, std::map<i16, i16> groups = {},
     return choice;
 }
 
-AnalysisChoice LeftOf(AnalysisChoice choice) {
-    choice.Left = true;
-    return choice;
-}
-
-class RankTest : public AnalysisFixture {
+class RankTest : public SolvingFixture {
   protected:
-    using Kinds = std::vector<i16>;
-
-    void SetUp() override {
-        AnalysisFixture::SetUp();
-        FileCommand(CalculationWindow);
-    }
-
-    static Kinds ListOf(const AnalysisChoice& choice) {
-        Start(choice, {});
-        Kinds kinds;
-        for (i16 i = 0; i <= NoOfPar; ++i)
-            kinds.push_back(ParKind(i));
-        return kinds;
-    }
-
-    // The unrounded solution; 99999 if there is none.
-    f64 SolutionOf(const AnalysisChoice& choice, const Values& values, i16 unknown) {
-        Start(choice, values);
-        platform.Messages.clear();
-        SolveFor(PositionOf(unknown));
-        return HasValue(ParText(unknown)) ? ParValue(UnknownParNo) : NoValue;
-    }
-    f64 PowerOf(const AnalysisChoice& choice, const Values& values) {
-        return SolutionOf(choice, values, Kind::Power);
-    }
-    std::string MessageOf(const AnalysisChoice& choice, const Values& values, i16 unknown) {
-        EXPECT_EQ(SolutionOf(choice, values, unknown), NoValue);
-        return platform.Messages.empty() ? "" : platform.Messages.back().Text;
-    }
-
     // The user names a distribution in the dialog of the next blue parameter.
     void PlanDistr(i16 code, const std::string& par1, const std::string& par2) {
         platform.DistrChoices.emplace_back([=] {
@@ -92,18 +57,14 @@ class RankTest : public AnalysisFixture {
 
     // The user fills the grid of the control group.
     void PlanControl(const std::vector<std::string>& proportions) {
-        platform.GridFillings.emplace_back([proportions] {
-            for (std::size_t i = 0; i < proportions.size(); ++i)
-                GridOK(1, static_cast<i16>(i + 1), proportions[i], Leaving::Nothing);
-            return !AcceptGrid().has_value();
-        });
+        platform.GridFillings.emplace_back(
+            [proportions] { return FillCurrentGrid({proportions}); });
     }
 
     static f64 Value(i16 kind) { return ParseNumber(ParText(kind)); }
 };
 
-// --- Parameter lists
-// ------------------------------------------------------------------------------
+// --- Parameter lists -----------------------------------------------------------------------------
 
 TEST_F(RankTest, Lists) {
     for (const auto& [option, kind] : {std::pair<i16, i16>{0, 37}, {1, 38}, {2, 5}}) {
@@ -140,8 +101,7 @@ TEST_F(RankTest, Options) {
     }
 }
 
-// --- Messages
-// -------------------------------------------------------------------------------------
+// --- Messages ------------------------------------------------------------------------------------
 
 TEST_F(RankTest, SecondSizesAreInTheirRange) {
     for (const i16 menu : {menuContinuous, menuOrdered, menuSavage})
@@ -165,8 +125,7 @@ TEST_F(RankTest, RelativesAreSimulationsOnly) {
     EXPECT_FALSE(HasSimWindow(menuOrdered));
 }
 
-// --- Edges
-// ----------------------------------------------------------------------------------------
+// --- Edges ---------------------------------------------------------------------------------------
 
 TEST_F(RankTest, NoEffectHasTheLevelAsItsPower) {
     for (const char* level : {"0.01", "0.05", "0.2"}) {
@@ -268,8 +227,7 @@ TEST_F(RankTest, SignedRanksAreSoughtWhereTheStatisticIsAboveItsMean) {
               "Ticked.");
 }
 
-// --- Ordered categories
-// ---------------------------------------------------------------------------
+// --- Ordered categories --------------------------------------------------------------------------
 
 TEST_F(RankTest, SumOfCubes) {
     // Without effect that of the control group; with c equal categories 1/c^2.
@@ -344,6 +302,49 @@ TEST_F(RankTest, TheSumOfCubesFollowsTheOddsRatio) {
     EXPECT_LT(ParseNumber(Solve(Kind::Power)), power - 0.05);
 }
 
+// A sum of cubes that is sought is not that of the grid, and stays when it is found.
+TEST_F(RankTest, ASumOfCubesIsSoughtLikeAnyOther) {
+    Start(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}),
+          {{0, "0.05"}, {1, "0.5"}, {200, "2"}, {202, "0.3"}, {4, "60"}, {37, "60"}});
+    PlanControl({"0.6", "0.2", "0.1", "0.1"});
+    GetFromTable(PositionOf(Kind::SumOfCubedProportions));
+    const f64 sought = ParseNumber(Solve(Kind::SumOfCubedProportions));
+    EXPECT_NEAR(sought, 0.20045, 5e-4); // a power of 0.5: ln 2 is z s
+    EXPECT_EQ(HasGridData, False);
+    StepBack();
+    EXPECT_EQ(HasGridData, True);
+    StepBack();
+    EXPECT_EQ(HasGridData, False);
+    EXPECT_EQ(Solve(Kind::Power), "0.5");
+    EXPECT_NEAR(Value(Kind::SumOfCubedProportions), sought, 1e-9);
+}
+
+TEST_F(RankTest, ASumOfCubesOnAnAxisIsNotThatOfTheGrid) {
+    FileCommand(TableWindow);
+    checks::SetUp(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}));
+    for (const auto& [kind, text] :
+         Values{{0, "0.05"}, {200, "2"}, {202, "0.3"}, {4, "60"}, {37, "60"}})
+        Type(kind, text);
+    PlanControl({"0.6", "0.2", "0.1", "0.1"});
+    GetFromTable(PositionOf(Kind::SumOfCubedProportions));
+    ASSERT_EQ(HasGridData, True);
+    UnknownParNo = PositionOf(Kind::Power);
+    XParNo = PositionOf(Kind::SumOfCubedProportions);
+    ZParNo = PositionOf(Kind::SignificanceLevel);
+    const auto powerAt = [](f64 x) {
+        ReadParValues();
+        ParValue(XParNo) = x;
+        ParValue(UnknownParNo) = 0;
+        return TESTMW::RootFunction();
+    };
+    EXPECT_GT(powerAt(0.05), powerAt(0.5) + 0.05);
+    XParNo = PositionOf(Kind::H1OddsRatio);
+    const f64 ofTheGrid = powerAt(2);
+    ParValue(PositionOf(Kind::SumOfCubedProportions)) = 0.9;
+    ParValue(UnknownParNo) = 0;
+    EXPECT_EQ(TESTMW::RootFunction(), ofTheGrid);
+}
+
 // The proportions of the control group alone, as long as there is no odds ratio.
 TEST_F(RankTest, TheSumOfCubesCanBeHadBeforeTheOddsRatio) {
     Start(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}), {{202, "0.3"}});
@@ -369,8 +370,7 @@ TEST_F(RankTest, ProportionsOfTheControlGroupAddUpTo1) {
     EXPECT_EQ(HasGridData, False);
 }
 
-// --- Distributions
-// --------------------------------------------------------------------------------
+// --- Distributions -------------------------------------------------------------------------------
 
 TEST_F(RankTest, AShiftGivesTheProbability) {
     Start(Menu(menuContinuous, 2, {{2, 0}}), {{0, "0.05"}, {152, "0.8"}, {4, "40"}, {37, "40"}});
@@ -449,8 +449,7 @@ TEST_F(RankTest, SignsTakeTheirProbability) {
     EXPECT_EQ(Distr(2), (DistrRow{SimCauchy, 1, 1}));
 }
 
-// --- Statements
-// -----------------------------------------------------------------------------------
+// --- Statements ----------------------------------------------------------------------------------
 
 TEST_F(RankTest, Statements) {
     const auto statement = [this](const AnalysisChoice& choice, const Values& values) {

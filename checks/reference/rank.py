@@ -23,7 +23,9 @@ Needs Python 3 with scipy; run from the repository's root.
 import math
 
 import numpy as np
-from scipy import integrate, optimize, stats
+from scipy import integrate, stats
+
+from cases import row, solved, write
 
 SEED = 19450612
 SIMULATED = 100_000
@@ -37,26 +39,10 @@ OTHER = 0.04
 MW, ORDERED, SAVAGE, SIGNED, SIGN = 'menu 300', 'menu 301', 'menu 350', 'menu 360', 'menu 370'
 
 
-def row(analysis, samples, tails, left, checks, groups, given, unknown, exact, tolerance):
-    return [analysis, str(samples), str(tails), '-1' if left else '0', ','.join(map(str, checks)),
-            ','.join(f'{g}={o}' for g, o in groups.items()),
-            ';'.join(f'{k}={v:g}' for k, v in given.items()), str(unknown), f'{exact:.9g}',
-            f'{tolerance:.3g}']
-
-
 def add(analysis, samples, tails, left, groups, values, unknown, power, bracket=None, checks=(),
         error=NORMAL):
-    """power(values) is the exact power; error what the program's power may be away from it."""
-    if unknown == 1:
-        exact, tolerance = power(values), error
-    else:
-        at = lambda x: power({**values, unknown: x}) - values[1]
-        exact = optimize.brentq(at, *bracket, xtol=1e-11, rtol=1e-13)
-        step = 1e-5 * max(abs(exact), 1e-2)
-        tolerance = error / abs((at(exact + step) - at(exact - step)) / (2 * step)) + 2e-5
-    given = {k: v for k, v in values.items() if k != unknown}
-    ROWS.append(row(analysis, samples, tails, left, checks, groups, given, unknown, exact,
-                    tolerance))
+    ROWS.append(solved(analysis, samples, tails, left, groups, values, unknown, power, error,
+                       bracket, checks))
 
 
 def size2(v):
@@ -427,21 +413,13 @@ def simulate_savage():
                   in_parts(draw))
 
 
-HEAD = 'Analysis\tSamples\tTails\tLeft\tChecks\tGroups\tValues\tUnknown\tExact\tTolerance'
-
-
-def write(name, title, rows):
-    with open(f'checks/data/validation/{name}.tsv', 'w', encoding='utf-8') as out:
-        out.write(f'# {title} checks/reference/rank.py (scipy).\n{HEAD}\n')
-        out.writelines('\t'.join(r) + '\n' for r in rows)
-
-
 if __name__ == '__main__':
-    write('rank', 'Exact values computed by', ROWS)
+    write('rank', 'Exact values computed by', 'rank', ROWS)
     shift_models()
     simulate_mann_whitney()
     simulate_signed_ranks()
     simulate_ordered()
     simulate_savage()
     write('rank_simulated',
-          f'Shares of {SIMULATED} simulated studies that reject, seed {SEED}, by', SIMULATIONS)
+          f'Shares of {SIMULATED} simulated studies that reject, seed {SEED}, by',
+          'rank', SIMULATIONS)

@@ -92,6 +92,10 @@ bool ShowGrids(const std::vector<Grid>& grids, const std::string& label);
 // Was a grid of that store filled, with this number of lines?
 bool IsFilled(const Grid& grid);
 
+// The grids count no longer for the current analysis, since a value that derives from them is
+// another one now. Their figures stay for the next time.
+void DropGrids();
+
 // The shortest decimal number that the 32 bits stand for: 33.3, not 33.299999. Finite numbers only.
 f64 DecimalOf(f32 value);
 

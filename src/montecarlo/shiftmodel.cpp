@@ -44,8 +44,7 @@ constexpr std::string_view Names[] = {
     "Multinomial", "Poisson",   "Hypergeometric", "Chi-square"};
 constexpr i16 NoOfNames = static_cast<i16>(std::size(Names));
 
-// --- The lists
-// ------------------------------------------------------------------------------------
+// --- The lists -----------------------------------------------------------------------------------
 
 constexpr i16 ShiftCodes[] = {SimUniform, SimNormal,   SimExponential, SimLaplace,
                               SimCauchy,  SimLogistic, SimExtremeValue};
@@ -74,8 +73,7 @@ const ListRow* shown = &Lists[0];
 i16 stepShown = 1;
 i16 stepsShown = 1;
 
-// --- The fields
-// -----------------------------------------------------------------------------------
+// --- The fields ----------------------------------------------------------------------------------
 
 constexpr i16 AnyCode = -1; // of the family; after the rows of its exceptions
 
@@ -154,8 +152,7 @@ struct Selection {
     }
 };
 
-// --- The table
-// ------------------------------------------------------------------------------------
+// --- The table -----------------------------------------------------------------------------------
 
 // A row that was never stored is all 0, which no distribution is: one without parameters has
 // scale 1.
@@ -196,8 +193,7 @@ void SelectForStep(const std::vector<DistrRow>& before) {
     CountFields();
 }
 
-// --- Curves
-// ---------------------------------------------------------------------------------------
+// --- Curves --------------------------------------------------------------------------------------
 
 // The density of scaled observations; that of none stays without a value.
 f64 Scaled(f32 standard, f64 scale) {
@@ -339,8 +335,7 @@ std::optional<DistrRow> NullOf(const DistrRow& alternative) {
     return std::nullopt;
 }
 
-// --- Functionals
-// ----------------------------------------------------------------------------------
+// --- Functionals ---------------------------------------------------------------------------------
 
 f32 Clipped(f64 probability) {
     return MaxSingle(1e-5F, MinSingle(0.99999F, Single(probability)));
@@ -420,8 +415,7 @@ bool IsSymmetric(i16 code) {
 
 } // namespace
 
-// --- The table of distributions
-// -------------------------------------------------------------------
+// --- The table of distributions ------------------------------------------------------------------
 
 i16 StepsOf(DistrList list) {
     return list == DistrList::GeneralModels || list == DistrList::Discrete ? MaxDistr : i16{1};
@@ -503,8 +497,7 @@ std::string DistrText(f32 par1, f32 par2, i16 code) {
     }
 }
 
-// --- The selection
-// --------------------------------------------------------------------------------
+// --- The selection -------------------------------------------------------------------------------
 
 bool ShowDistributions(DistrList list, i16 steps) {
     const Selection former;
@@ -626,8 +619,7 @@ std::vector<DistrCurve> ShiftCurves() {
     return curves;
 }
 
-// --- Functionals
-// ----------------------------------------------------------------------------------
+// --- Functionals ---------------------------------------------------------------------------------
 
 // With Y = X' + d, P(X < Y) = P(X - X' < d). The difference of two exponential observations is
 // Laplace, that of two extreme values logistic, that of two Cauchy ones twice such a one (N. L.

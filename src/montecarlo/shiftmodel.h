@@ -22,8 +22,7 @@ enum class DistrList { ShiftModels, GeneralModels, Symmetric, ScaleShape, Discre
 // under H0 and that under H1; else 1.
 i16 StepsOf(DistrList list);
 
-// --- The table of distributions
-// -------------------------------------------------------------------
+// --- The table of distributions ------------------------------------------------------------------
 
 struct DistrRow {
     i16 Code = 0;
@@ -57,8 +56,7 @@ std::string SimDistrName(i16 code);
 // "Normal Distribution, m = 0.5, s = 1".
 std::string DistrText(f32 par1, f32 par2, i16 code);
 
-// --- The selection
-// --------------------------------------------------------------------------------
+// --- The selection -------------------------------------------------------------------------------
 
 // Lets the user choose a distribution from the list: for H1, or with two steps for H0 and then for
 // H1. False when he cancels: selection and table stay as they were. Otherwise the table holds the
@@ -105,8 +103,7 @@ struct DistrCurve {
 // distribution, or where a test gives the shape.
 std::vector<DistrCurve> ShiftCurves();
 
-// --- Functionals
-// ----------------------------------------------------------------------------------
+// --- Functionals ---------------------------------------------------------------------------------
 
 // They take d = ShiftPar1/ShiftPar2 of SimDistrNo. With a scale of 0 or less they show a message,
 // set Cancelled and answer 0.5. Probabilities are held within 1e-5..0.99999 (32 bits), and 0.5 for

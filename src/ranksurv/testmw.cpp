@@ -6,6 +6,7 @@
 #include "core/gridchecks.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "core/records.h"
 #include "core/values.h"
 #include "numeric/rounding.h"
 #include "output/format.h"
@@ -32,8 +33,7 @@ Hypotheses hypotheses;
 i16 average; // the sum of the cubes of the average proportions, or the number of equal ones
 SampleValues sizes;
 
-// --- A continuous outcome
-// -------------------------------------------------------------------------
+// --- A continuous outcome ------------------------------------------------------------------------
 
 // The number of pairs in which sample 2 has the larger value, with the variance that it has under
 // H0 (H. B. Mann and D. R. Whitney, Annals of Mathematical Statistics 18, 1947, 50-60; the power:
@@ -53,24 +53,32 @@ f64 OrderEq() {
     return NormalPowerEq(statistic);
 }
 
-// --- Ordered categories
-// ---------------------------------------------------------------------------
+// --- Ordered categories --------------------------------------------------------------------------
 
-std::vector<Grid> CategoryGrids() {
-    return {{.Store = CategoryStore,
-             .Rows = 1,
-             .Columns = MaxGridLines,
-             .Title = "Proportion in Category",
-             .RowHeads = "Control Group",
-             .ColumnHeads = "Category",
-             .Check = RowsOfProportions(),
-             .RowSum = 1,
-             .Start = "0"}};
+const Grid& CategoryGrid() {
+    static const Grid grid{.Store = CategoryStore,
+                           .Rows = 1,
+                           .Columns = MaxGridLines,
+                           .Title = "Proportion in Category",
+                           .RowHeads = "Control Group",
+                           .ColumnHeads = "Category",
+                           .Check = RowsOfProportions(),
+                           .RowSum = 1,
+                           .Start = "0"};
+    return grid;
 }
 
-// The control proportions stand in the grid. A sum of its cubes that is typed takes their place.
+// Is the sum of cubes sought, or on an axis?
+bool VariesAverage() {
+    return UnknownParNo == average ||
+           (IsTableOrGraph() && (XParNo == average || ZParNo == average));
+}
+
+// The control proportions stand in the grid. A sum of cubes that is typed, sought or on an axis
+// takes their place.
 bool HasControlGroup() {
-    return ordered && !equalProportions && HasGridData == True && IsFilled(CategoryGrids().front());
+    return ordered && !equalProportions && HasGridData == True && !VariesAverage() &&
+           IsFilled(CategoryGrid());
 }
 
 std::vector<f32> ControlGroup() {
@@ -80,10 +88,13 @@ std::vector<f32> ControlGroup() {
     return proportions;
 }
 
+f32 ControlCubeSum() {
+    return OrdCubeSum(Single(hypotheses.Truth()), sizes.First(), sizes.Second(), ControlGroup());
+}
+
 f32 CubeSum() {
     if (HasControlGroup())
-        return OrdCubeSum(Single(hypotheses.Truth()), sizes.First(), sizes.Second(),
-                          ControlGroup());
+        return ControlCubeSum();
     const f64 value{Single(ParValue(average))};
     return Single(equalProportions ? 1 / (value * value) : value);
 }
@@ -153,7 +164,7 @@ bool TESTMW::IsTablePar(i16 parNo) {
 }
 
 std::vector<Grid> TESTMW::TableGrids(i16) {
-    return CategoryGrids();
+    return {CategoryGrid()};
 }
 
 std::optional<DistrList> TESTMW::TableDistr(i16) {
@@ -167,12 +178,15 @@ f32 TESTMW::CalcTablePar(i16) {
         SetNullFromShift();
         return PrMWFromShift();
     }
-    return HasAllValues() ? CubeSum() : OrdCubeSum(1, 1, 1, ControlGroup());
+    return HasAllValues() ? ControlCubeSum() : OrdCubeSum(1, 1, 1, ControlGroup());
 }
 
+// A sum that was sought is no longer that of the control group.
 void TESTMW::RenewTablePars() {
-    if (HasControlGroup())
-        ParText(ParKind(average)) = Format(DecimalOf(CubeSum()), "#####0.0#####");
+    if (IsTablePar(UnknownParNo) && ordered)
+        DropGrids();
+    else if (HasControlGroup())
+        ParText(ParKind(average)) = Format(DecimalOf(ControlCubeSum()), "#####0.0#####");
 }
 
 // Under proportional odds (P. McCullagh, Journal of the Royal Statistical Society B 42, 1980,
