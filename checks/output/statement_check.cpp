@@ -850,12 +850,22 @@ TEST_F(Statement, ADesignWithoutASizeParameter) {
               "standard deviation is 0.3.");
 }
 
-// A test whose hypotheses stand in a grid alone says nothing of them.
+// A test whose hypotheses stand nowhere but in a grid says nothing of them.
 TEST_F(Statement, ATestWithoutHypothesesInItsList) {
+    AnalyseTest(320, MoreSamples, TwoSided, 1, {0, 1, 85}, {{1, "0.77"}});
+    EXPECT_EQ(SumStatement(),
+              "With a sample size of 30, the power is 0.77. The test used is Friedman's test, "
+              "two-sided, at the significance level 0.05.");
+}
+
+// Distributions that are the hypotheses are named.
+TEST_F(Statement, ATestOfADistribution) {
     AnalyseTest(263, OneSample, TwoSided, 1, {0, 1, 85}, {{1, "0.77"}});
     EXPECT_EQ(SumStatement(),
-              "With a sample size of 30, the power is 0.77. The test used is Goodness of Fit test, "
-              "Kolmogorov-Smirnov test, two-sided, at the significance level 0.05.");
+              "With a sample size of 30, the power is 0.77 when testing the null hypothesis H0: "
+              "Normal Distribution, m = 0, s = 1 against H1: Normal Distribution, m = 0.3, s = 1. "
+              "The test used is Goodness of Fit test, Kolmogorov-Smirnov test, two-sided, at the "
+              "significance level 0.05.");
 }
 
 // --- Simulations --------------------------------------------------------------------------------

@@ -12,9 +12,8 @@
 #include "ranksurv/testkendall.h"
 #include "ranksurv/testlinsconc.h"
 #include "ranksurv/testspear.h"
-#include "support/analysis_fixture.h"
 #include "support/number.h"
-#include "support/properties.h"
+#include "support/solving_fixture.h"
 
 #include <cmath>
 
@@ -45,44 +44,7 @@ AnalysisChoice Menu(i16 menuNo, i16 tails, std::map<i16, i16> groups = {}, i16 s
     return choice;
 }
 
-AnalysisChoice LeftOf(AnalysisChoice choice) {
-    choice.Left = true;
-    return choice;
-}
-
-class Agreement : public AnalysisFixture {
-  protected:
-    using Kinds = std::vector<i16>;
-
-    void SetUp() override {
-        AnalysisFixture::SetUp();
-        FileCommand(CalculationWindow);
-    }
-
-    static Kinds ListOf(const AnalysisChoice& choice) {
-        Start(choice, {});
-        Kinds kinds;
-        for (i16 i = 0; i <= NoOfPar; ++i)
-            kinds.push_back(ParKind(i));
-        return kinds;
-    }
-
-    // The unrounded solution; 99999 if there is none.
-    f64 SolutionOf(const AnalysisChoice& choice, const Values& values, i16 unknown) {
-        Start(choice, values);
-        platform.Messages.clear();
-        SolveFor(PositionOf(unknown));
-        return HasValue(ParText(unknown)) ? ParValue(UnknownParNo) : NoValue;
-    }
-    f64 PowerOf(const AnalysisChoice& choice, const Values& values) {
-        return SolutionOf(choice, values, Kind::Power);
-    }
-    // The message that the search for the unknown ends with.
-    std::string MessageOf(const AnalysisChoice& choice, const Values& values, i16 unknown) {
-        EXPECT_EQ(SolutionOf(choice, values, unknown), NoValue);
-        return platform.Messages.empty() ? "" : platform.Messages.back().Text;
-    }
-};
+using Agreement = SolvingFixture;
 
 // --- Parameter lists -----------------------------------------------------------------------------
 
@@ -127,8 +89,7 @@ TEST_F(Agreement, ListsOfAlphas) {
               (Kinds{0, 1, 71, 72, 276, 277, 280, 220, 224}));
 }
 
-// --- Edges
-// -----------------------------------------------------------------------------------------
+// --- Edges ---------------------------------------------------------------------------------------
 
 TEST_F(Agreement, EqualCoefficientsHaveTheLevelAsTheirPower) {
     for (const char* level : {"0.01", "0.05", "0.2"}) {
@@ -201,8 +162,7 @@ TEST_F(Agreement, ASearchForOneAlphaKeepsItsDegreesOfFreedom) {
     EXPECT_NEAR(lower, 3.00001, 1e-9);
 }
 
-// --- What proportions, shifts and sizes allow
-// ------------------------------------------------------
+// --- What proportions, shifts and sizes allow ----------------------------------------------------
 
 TEST_F(Agreement, AKappaThatTheProportionDoesNotAllowIsRefused) {
     const Values values{{0, "0.05"}, {1, "0.8"}, {291, "-0.2"}, {292, "0.1"}, {102, "0.1"}};
@@ -262,8 +222,7 @@ TEST_F(Agreement, LimitsOfAnEquivalenceAreInOrder) {
     }
 }
 
-// --- Variances
-// -------------------------------------------------------------------------------------
+// --- Variances -----------------------------------------------------------------------------------
 
 // Bloch and Kraemer (1989), as Donner and Eliasziw (1992) print it.
 TEST_F(Agreement, VarianceOfAnIntraclassKappa) {
@@ -326,8 +285,7 @@ TEST_F(Agreement, VarianceOfAConcordance) {
     EXPECT_NEAR(LinVar(52, rho, c, std::sqrt(u2)), printed, 1e-12);
 }
 
-// --- Linear programming
-// ----------------------------------------------------------------------------
+// --- Linear programming --------------------------------------------------------------------------
 
 TEST_F(Agreement, LinearProgramming) {
     // Maximise 3x + 5y under x <= 4, 2y <= 12, 3x + 2y <= 18 (Dantzig's school example): 36.
@@ -340,8 +298,7 @@ TEST_F(Agreement, LinearProgramming) {
     EXPECT_FALSE(LargestSum({1, 2}, {{{1, 1}, {1, 1}}, {1, 2}}).has_value());
 }
 
-// --- The grid of margins
-// ---------------------------------------------------------------------------
+// --- The grid of margins -------------------------------------------------------------------------
 
 class AgreementGrid : public Agreement {
   protected:

@@ -21,6 +21,8 @@ import math
 import numpy as np
 from scipy import optimize, stats
 
+from cases import row, solved, write
+
 SEED = 20240617
 SIMULATED = 200_000
 SKEW = 0.35
@@ -35,26 +37,8 @@ ICC, ALPHA, KAPPA, COHEN, GENERAL, LIN, SPEARMAN, KENDALL = (
     'menu 510', 'menu 511', 'menu 512', 'menu 513', 'menu 514', 'menu 515', 'menu 490', 'menu 491')
 
 
-def row(analysis, samples, tails, left, checks, groups, given, unknown, exact, tolerance):
-    return [analysis, str(samples), str(tails), '-1' if left else '0', ','.join(map(str, checks)),
-            ','.join(f'{g}={o}' for g, o in groups.items()),
-            ';'.join(f'{k}={v:g}' for k, v in given.items()), str(unknown), f'{exact:.9g}',
-            f'{tolerance:.3g}']
-
-
-def add(analysis, samples, tails, left, groups, values, unknown, power, error, bracket=None,
-        checks=()):
-    """power(values) is the exact power; error what the program's power may be away from it."""
-    if unknown == 1:
-        exact, tolerance = power(values), error
-    else:
-        at = lambda x: power({**values, unknown: x}) - values[1]
-        exact = optimize.brentq(at, *bracket, xtol=1e-11, rtol=1e-13)
-        step = 1e-5 * max(abs(exact), 1e-2)
-        tolerance = error / abs((at(exact + step) - at(exact - step)) / (2 * step)) + 2e-5
-    given = {k: v for k, v in values.items() if k != unknown}
-    ROWS.append(row(analysis, samples, tails, left, checks, groups, given, unknown, exact,
-                    tolerance))
+def add(*case, **options):
+    ROWS.append(solved(*case, **options))
 
 
 def by_form(values, base, kinds):
@@ -610,21 +594,12 @@ def simulate_same_subjects():
                   {0: 0.05, 275: 0, 276: a1, 277: a2, 280: k, 220: rho, 224: n}, out, n)
 
 
-HEAD = 'Analysis\tSamples\tTails\tLeft\tChecks\tGroups\tValues\tUnknown\tExact\tTolerance'
-
-
-def write(name, title, rows):
-    with open(f'checks/data/validation/{name}.tsv', 'w', encoding='utf-8') as out:
-        out.write(f'# {title} checks/reference/agreement.py (scipy).\n{HEAD}\n')
-        out.writelines('\t'.join(r) + '\n' for r in rows)
-
-
 if __name__ == '__main__':
-    write('agreement', 'Exact values computed by', ROWS)
+    write('agreement', 'Exact values computed by', 'agreement', ROWS)
     simulate_kappas()
     simulate_lin()
     simulate_rank_correlations()
     simulate_same_subjects()
     write('agreement_simulated',
           f'Shares of {SIMULATED} simulated studies that reject (half as many for alphas), seed '
-          f'{SEED}, by', SIMULATIONS)
+          f'{SEED}, by', 'agreement', SIMULATIONS)

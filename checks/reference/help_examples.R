@@ -370,6 +370,19 @@ williamsTost <- function(n) {
 show(9372, solve(williamsT, 0.90, 2, 100), williamsT(12))
 show(9373, solve(williamsTost, 0.90, 2, 100), williamsTost(5))
 
+# --- Goodness of fit ------------------------------------------------------------------------------
+
+goodness <- function(p0, p1, power, other) {
+  effect <- round(sum((p1 - p0)^2 / p0), 7)
+  df <- length(p0) - 1
+  of <- function(n) pchisq(qchisq(0.95, df), df, n * effect, lower.tail = FALSE)
+  c(effect, solve(of, power, 3, 1e4), of(other))
+}
+show(9326, goodness(c(9, 3, 3, 1) / 16, c(0.5, 0.2, 0.2, 0.1), 0.80, 300))
+show(9407, goodness(c(0.135, 0.271, 0.271, 0.18, 0.143), c(0.2, 0.26, 0.22, 0.15, 0.17), 0.90,
+                    400))
+show(9408, goodness(rep(0.125, 8), c(0.09, 0.11, 0.13, 0.15, 0.15, 0.14, 0.12, 0.11), 0.80, 300))
+
 # --- Tables and graphs ---------------------------------------------------------------------------
 
 # Topic 12: sizes, differences by standard deviations. Topic 13: powers, sizes by differences.

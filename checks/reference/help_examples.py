@@ -545,3 +545,20 @@ def williams_tost(n):
 
 show(9372, solve(williams_t, 0.90, 2, 100), williams_t(12))
 show(9373, solve(williams_tost, 0.90, 2, 100), williams_tost(5))
+
+
+# --- Goodness of fit ----------------------------------------------------------------------------
+
+def goodness(p0, p1, power, other):
+    """Size for the power, and power of another size, with the effect as the window shows it."""
+    effect = round(sum((b - a) ** 2 / a for a, b in zip(p0, p1)), 7)
+    df = len(p0) - 1
+
+    def of(n):
+        return stats.ncx2.sf(stats.chi2.isf(0.05, df), df, n * effect)
+    return effect, solve(of, power, 3, 1e4), of(other)
+
+
+show(9326, *goodness((0.5625, 0.1875, 0.1875, 0.0625), (0.5, 0.2, 0.2, 0.1), 0.80, 300))
+show(9407, *goodness((0.135, 0.271, 0.271, 0.18, 0.143), (0.2, 0.26, 0.22, 0.15, 0.17), 0.90, 400))
+show(9408, *goodness((0.125,) * 8, (0.09, 0.11, 0.13, 0.15, 0.15, 0.14, 0.12, 0.11), 0.80, 300))

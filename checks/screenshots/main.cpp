@@ -362,6 +362,16 @@ void TakeGraph(frmMain& window, Photographer& photographer) {
     menu->close();
 }
 
+// The distribution of a Mann-Whitney test.
+void TakeDistributions(frmMain& window, Photographer& photographer) {
+    photographer.Trigger("mnuFile(0)");
+    photographer.Trigger("mnuMW(0)");
+    hands::Click(Floating(window, FloatingWindow::Options), "cmdOK");
+    photographer.TakeModal("frmShiftModel", "frmShiftModel", [&window] {
+        QTest::keyClick(hands::Control(*window.CurrentChild(), "txtParValue(2)"), Qt::Key_F2);
+    });
+}
+
 void TakePictures(frmMain& window, const QString& folder) {
     Photographer photographer(window, folder);
     window.resize(1180, 760);
@@ -380,9 +390,10 @@ void TakePictures(frmMain& window, const QString& folder) {
     TakeTable(window, photographer);
     TakeGraph(window, photographer);
     ThePlatform().RaiseChild(CalculationWindow, 1);
+    TakeDistributions(window, photographer);
     hands::Settle();
     photographer.Check(20);
-    for (int n = 1; n <= 3; ++n)
+    for (int n = 1; n <= 4; ++n)
         AnalysisState(n).Changed = False;
 }
 

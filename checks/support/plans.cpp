@@ -615,7 +615,10 @@ Values PlanOf(const AnalysisChoice& choice) {
 }
 
 bool IsExact(const AnalysisChoice& choice) {
-    return choice.MenuNo == 100 || (Has(choice, Check::Exact) && !Has(choice, Check::ArcSine)) ||
+    constexpr i16 fisher = 100;
+    constexpr i16 sign = 370;
+    return choice.MenuNo == fisher || choice.MenuNo == sign ||
+           (Has(choice, Check::Exact) && !Has(choice, Check::ArcSine)) ||
            (choice.MenuNo == 70 && !Has(choice, Check::FirstOrder) &&
             !Has(choice, Check::SecondOrder));
 }

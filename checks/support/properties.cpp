@@ -11,6 +11,7 @@
 #include "core/search.h"
 #include "core/setup.h"
 #include "core/values.h"
+#include "numeric/randdist.h"
 
 #include <algorithm>
 #include <cmath>
@@ -141,6 +142,9 @@ bool LimitsOf(i16 parNo, f64& lower, f64& upper) {
 
 } // namespace
 
+// Of a test that is about distributions, with something to find in the left tail.
+const std::vector<DistrRow> smallerObservations{{SimNormal, 0, 1}, {SimNormal, -0.3F, 1}};
+
 std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis) {
     std::vector<AnalysisChoice> choices;
     Open(analysis);
@@ -165,6 +169,8 @@ std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis) {
                         choice.Left = left;
                         choice.Checks = checks;
                         choice.Groups = groups;
+                        if (left && SelIsTablePar(PowerParNo) && SelTableDistr(PowerParNo))
+                            choice.Distributions = smallerObservations;
                         choices.push_back(choice);
                     }
                 }

@@ -28,6 +28,7 @@ class ScriptedPlatform : public Platform {
     std::deque<std::optional<std::string>> FileNames;  // answers of the file dialogs
     std::deque<std::optional<OutputForm>> OutputForms; // answers of AskOutputForm
     std::deque<std::function<bool()>> GridFillings;    // answers of AskGrid; after the last: cancel
+    std::deque<std::function<bool()>> DistrChoices;    // the same of AskDistribution
     std::vector<FileDialog> FileDialogs;               // the dialogs shown
     std::vector<OutputAction> FormsAsked;
     std::string PlainClipboard;
@@ -92,13 +93,8 @@ class ScriptedPlatform : public Platform {
         WindowKinds.pop_front();
         return kind;
     }
-    bool AskGrid() override {
-        if (GridFillings.empty())
-            return false;
-        const auto filling = GridFillings.front();
-        GridFillings.pop_front();
-        return filling();
-    }
+    bool AskGrid() override { return Play(GridFillings); }
+    bool AskDistribution() override { return Play(DistrChoices); }
     std::optional<std::string> AskOpenName(const FileDialog& dialog) override {
         return NextFileName(dialog);
     }
@@ -137,6 +133,13 @@ class ScriptedPlatform : public Platform {
     void CloseMain() override { MainClosed = true; }
 
   private:
+    static bool Play(std::deque<std::function<bool()>>& answers) {
+        if (answers.empty())
+            return false;
+        const auto answer = answers.front();
+        answers.pop_front();
+        return answer();
+    }
     std::optional<std::string> NextFileName(const FileDialog& dialog) {
         FileDialogs.push_back(dialog);
         if (FileNames.empty())

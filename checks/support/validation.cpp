@@ -41,6 +41,15 @@ std::pair<i16, std::string> Assignment(const std::string& text) {
     return {Number(text.substr(0, equals)), text.substr(equals + 1)};
 }
 
+i16 ReadMenu(std::istream& analysis, std::vector<DistrRow>& distributions) {
+    i16 menuNo = 0;
+    analysis >> menuNo;
+    DistrRow distr;
+    while (analysis >> distr.Code >> distr.Par1 >> distr.Par2)
+        distributions.push_back(distr);
+    return menuNo;
+}
+
 ValidationCase Parse(const std::string& line) {
     const auto cells = Split(line, '\t');
     if (cells.size() != 10)
@@ -51,7 +60,7 @@ ValidationCase Parse(const std::string& line) {
     std::string word;
     analysis >> word;
     if (word == "menu")
-        analysis >> row.MenuNo;
+        row.MenuNo = ReadMenu(analysis, row.Distributions);
     else
         analysis >> row.DistrNo >> row.ParListNo >> row.ProcedureNo;
     row.NoOfSamples = Number(cells[1]);
@@ -140,6 +149,13 @@ void SetUp(const AnalysisChoice& choice) {
     TickChecks(choice.Checks);
     ChooseTails(choice.NoOfTails); // a check box may be what offers them
     PickOptions(choice.Groups);
+    ClearDistrRows();
+    for (std::size_t i = 0; i < choice.Distributions.size(); ++i) {
+        const int row = static_cast<int>(i) + 1;
+        SimDistrOption(row) = choice.Distributions[i].Code;
+        SimDistrPar1(row) = choice.Distributions[i].Par1;
+        SimDistrPar2(row) = choice.Distributions[i].Par2;
+    }
     AcceptOptions();
 }
 

@@ -1,7 +1,10 @@
 // Reference cases: an analysis, its values, one unknown, and the exact solution of other origin.
 //
 // A row of a validation file of checks/data/validation reads, column by column:
-//   Analysis   "menu 0", or "distribution 0 1 2": number, parameter list index, procedure
+//   Analysis   "menu 0", or "distribution 0 1 2": number, parameter list index, procedure; of a
+//   test
+//              that is about distributions "menu 263 1 0 1 1 0.5 2": code and two parameters of the
+//              one under H0, and of that under H1
 //   Samples, Tails, Left (-1 or 0)
 //   Checks     kinds of the ticked check boxes, comma-separated
 //   Groups     group=option, comma-separated
@@ -12,6 +15,7 @@
 #pragma once
 
 #include "core/types.h"
+#include "montecarlo/shiftmodel.h"
 
 #include <map>
 #include <string>
@@ -30,6 +34,7 @@ struct AnalysisChoice {
     bool Left = false;
     std::vector<i16> Checks;
     std::map<i16, i16> Groups;
+    std::vector<DistrRow> Distributions{}; // H0, H1: none, the start values
 };
 
 // Opens the analysis and leaves its options to choose from. A window must be open.

@@ -16,6 +16,7 @@
 #include "core/setup.h"
 #include "core/showpar.h"
 #include "core/values.h"
+#include "montecarlo/shiftmodel.h"
 #include "output/format.h"
 #include "output/formatpar.h"
 #include "output/presentation.h"
@@ -23,6 +24,7 @@
 #include "output/statement.h"
 #include "output/table_layout.h"
 #include "ui/childwindow.h"
+#include "ui/distrpicture.h"
 #include "ui/frmmain.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
@@ -670,6 +672,26 @@ QString BrokenInvariant(const frmMain& window) {
             return QString("%1: %2").arg(invariant.Name, complaint);
     }
     return {};
+}
+
+QString BrokenShiftModel(const QWidget& dialog) {
+    QString complaint =
+        FirstOf({Is("the chosen distribution", IndexOfChecked(dialog, "OptDistribution", 10),
+                    int{ShiftButton()}),
+                 Is("the heading", Part<QLabel>(dialog, "lblH1").text(), ToQt(ShiftHeading())),
+                 Is("the number of curves",
+                    static_cast<int>(Part<DistrPicture>(dialog, "picDistr").Curves().size()),
+                    static_cast<int>(ShiftCurves().size()))});
+    for (i16 i = 0; i < ShiftFields && complaint.isEmpty(); ++i) {
+        const auto& box = Part<ValueBox>(dialog, ControlName("txtDistrPar", i));
+        const QString caption = ToQt(ShiftFieldCaption(i));
+        complaint =
+            FirstOf({Is("a field's caption",
+                        Part<QLabel>(dialog, ControlName("lblDistrPar", i)).text(), caption),
+                     Is("a field's being shown", box.isVisible(), !caption.isEmpty()),
+                     Is("a field", box.text(), ToQt(ShiftParText(i)))});
+    }
+    return complaint;
 }
 
 QString BrokenResult(unsigned point) {

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+class QWidget;
+
 namespace quorvanta {
 
 class frmMain;
@@ -14,5 +16,8 @@ QString BrokenInvariant(const frmMain& window);
 // The same for what costs a calculation: a result that counts as valid is the solution for the
 // values that the window shows. One point of a table or graph is taken, of the number given.
 QString BrokenResult(unsigned point);
+
+// The same for the dialog frmShiftModel, which shows the selection as it stands.
+QString BrokenShiftModel(const QWidget& dialog);
 
 } // namespace quorvanta

@@ -768,6 +768,27 @@ void Monkey::FillGrid(QWidget& grid) {
     }
 }
 
+// Mostly what may do for a distribution; the dialog always shows the selection as it stands.
+void Monkey::FillShiftModel(QWidget& dialog) {
+    if (const QString complaint = BrokenShiftModel(dialog); !complaint.isEmpty())
+        return Fail(FromQt(complaint));
+    switch (Below(5)) {
+    case 0:
+    case 1: {
+        const auto buttons = Reachable<QRadioButton>(dialog);
+        QRadioButton& button = *OneOf(buttons);
+        return ClickAt(button, QPoint(button.height() / 2, button.height() / 2), Qt::LeftButton);
+    }
+    case 2:
+        if (QWidget* field = SomeField(dialog))
+            return TypeInto(*field, OneIn(3) ? SomeText() : SomeNumber());
+        [[fallthrough]];
+    default:
+        auto& button = *dialog.findChild<QWidget*>(OneIn(10) ? "cmdCancel" : "cmdOK");
+        return ClickAt(button, button.rect().center(), Qt::LeftButton);
+    }
+}
+
 void Monkey::PressLabel() {
     std::vector<QPushButton*> labels;
     for (QPushButton* button : Reachable<QPushButton>(Window())) {
@@ -1078,6 +1099,8 @@ void Monkey::ActOnModal(QWidget& modal) {
         return Press(modal, Qt::Key_Escape);
     if (modal.objectName() == "frmGridTable" && !OneIn(4))
         return FillGrid(modal);
+    if (modal.objectName() == "frmShiftModel" && !OneIn(4))
+        return FillShiftModel(modal);
     switch (Below(10)) {
     case 0:
         return Press(modal, Qt::Key_Escape);

@@ -139,6 +139,7 @@ class Monkey : public QObject {
     // at a question,
     void ActOnModal(QWidget& modal);
     void FillGrid(QWidget& grid);
+    void FillShiftModel(QWidget& dialog);
     void AnswerMessage(QMessageBox& box);
     void AnswerFileDialog(QFileDialog& dialog);
     void GiveUp(QWidget& dialog);

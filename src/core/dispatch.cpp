@@ -86,12 +86,28 @@ std::vector<Grid> SelTableGrids(i16 parNo) {
     });
 }
 
+std::optional<DistrList> SelTableDistr(i16 parNo) {
+    return WithModule(CurrentKey(), [parNo]<class M>() -> std::optional<DistrList> {
+        if constexpr (requires { M::TableDistr(parNo); })
+            return M::TableDistr(parNo);
+        else
+            return std::nullopt;
+    });
+}
+
 f32 SelCalcTablePar(i16 parNo) {
     return WithModule(CurrentKey(), [parNo]<class M>() -> f32 {
         if constexpr (requires { M::CalcTablePar(parNo); })
             return M::CalcTablePar(parNo);
         else
             return static_cast<f32>(NoValue);
+    });
+}
+
+void SelRenewTablePars() {
+    WithModule(CurrentKey(), []<class M>() {
+        if constexpr (requires { M::RenewTablePars(); })
+            M::RenewTablePars();
     });
 }
 
@@ -108,6 +124,24 @@ i16 SelExactUpTo() {
             return M::ExactUpTo();
         else
             return 0;
+    });
+}
+
+std::string SelApproximation() {
+    return WithModule(CurrentKey(), []<class M>() -> std::string {
+        if constexpr (requires { M::Approximation(); })
+            return M::Approximation();
+        else
+            return "";
+    });
+}
+
+std::string SelHypothesis(i16 row) {
+    return WithModule(CurrentKey(), [row]<class M>() -> std::string {
+        if constexpr (requires { M::Hypothesis(row); })
+            return M::Hypothesis(row);
+        else
+            return "";
     });
 }
 

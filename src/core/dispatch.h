@@ -4,7 +4,10 @@
 #include "core/analysis_key.h"
 #include "core/gridtable.h"
 #include "core/types.h"
+#include "montecarlo/shiftmodel.h"
 
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace quorvanta {
@@ -25,11 +28,19 @@ void SelSearchLimits(f64& lower, f64& upper);
 f64 SelRootFunction();
 bool SelIsTablePar(i16 parNo);
 std::vector<Grid> SelTableGrids(i16 parNo);
+std::optional<DistrList> SelTableDistr(i16 parNo);
 f32 SelCalcTablePar(i16 parNo);
+void SelRenewTablePars();
 void SelSetLabels();
 
 // The largest sample up to which the power of the current analysis is exact, where it is an
 // approximation beyond; 0 where there is no such border.
 i16 SelExactUpTo();
+// What it is beyond: "normal approximation".
+std::string SelApproximation();
+
+// What the current analysis says by its distributions: that under H0 (row 1) or H1 (row 2), in
+// words. Empty where the parameters say it.
+std::string SelHypothesis(i16 row);
 
 } // namespace quorvanta

@@ -80,6 +80,7 @@ void CalcUnknown() {
     } else {
         ParValue(UnknownParNo) = root;
         result = FormatPar(ParKind(UnknownParNo), root);
+        SelRenewTablePars();
         MarkChanged();
     }
     Calculated = True;

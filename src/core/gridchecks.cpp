@@ -4,6 +4,7 @@
 #include "output/format.h"
 
 #include <cmath>
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,8 +13,11 @@ namespace quorvanta {
 
 namespace {
 
+// What stands before the message of the check that is being asked.
+std::string caption;
+
 bool Refuse(const std::string& message) {
-    ShowMessage(message);
+    ShowMessage(caption + message);
     return false;
 }
 
@@ -153,6 +157,16 @@ GridCheck InColumns(i16 first, i16 last, GridCheck check) {
     return [first, last, check = std::move(check)](const GridCells& cells, i16 row, i16 column,
                                                    Leaving leaving) {
         return column < first || column > last || check(cells, row, column, leaving);
+    };
+}
+
+GridCheck WithRowCaptions(std::vector<std::string> captions, GridCheck check) {
+    return [captions = std::move(captions), check = std::move(check)](
+               const GridCells& cells, i16 row, i16 column, Leaving leaving) {
+        caption = captions.at(static_cast<std::size_t>(row - 1)) + " ";
+        const bool isGood = check(cells, row, column, leaving);
+        caption.clear();
+        return isGood;
     };
 }
 

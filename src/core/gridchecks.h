@@ -5,11 +5,15 @@
 #include "core/gridtable.h"
 
 #include <initializer_list>
+#include <string>
+#include <vector>
 
 namespace quorvanta {
 
 // All of the checks, one after the other, up to the first that refuses.
 GridCheck AllOf(std::initializer_list<GridCheck> checks);
+// The check, whose messages say before all else which row they are about: a caption for each row.
+GridCheck WithRowCaptions(std::vector<std::string> captions, GridCheck check);
 
 // The check of the cells of one row, or of the columns first to last; other cells pass.
 GridCheck InRow(i16 row, GridCheck check);

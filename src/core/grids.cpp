@@ -10,10 +10,12 @@
 #include "core/platform.h"
 #include "core/records.h"
 #include "core/values.h"
+#include "montecarlo/shiftmodel.h"
 #include "output/format.h"
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,22 +28,41 @@ std::string PlainLabel(i16 parNo) {
     return StripAmpersand(ParLabel(ParKind(parNo)));
 }
 
-bool AreSameStores(const std::vector<Grid>& a, const std::vector<Grid>& b) {
-    return std::ranges::equal(a, b, {}, &Grid::Store, &Grid::Store);
+// What a parameter derives from: grids, or a distribution from one of the lists.
+struct Source {
+    std::vector<Grid> Grids;
+    std::optional<DistrList> Distr;
+};
+
+Source SourceOf(i16 parNo) {
+    const auto distr = SelTableDistr(parNo);
+    return {distr ? std::vector<Grid>{} : SelTableGrids(parNo), distr};
 }
 
-// The parameters that derive from the same grids as the one that was asked for: they would
+bool AreSame(const Source& a, const Source& b) {
+    return a.Distr == b.Distr &&
+           std::ranges::equal(a.Grids, b.Grids, {}, &Grid::Store, &Grid::Store);
+}
+
+// False when the user cancels, or where the grids can't be known.
+bool Ask(i16 parNo, const Source& source) {
+    if (source.Distr)
+        return ShowDistributions(*source.Distr, StepsOf(*source.Distr));
+    return !source.Grids.empty() && ShowGrids(source.Grids, ParLabel(ParKind(parNo)));
+}
+
+// The parameters that derive from the same source as the one that was asked for: they would
 // contradict each other if one of them were kept.
-std::vector<i16> ParsOfGrids(i16 parNo, const std::vector<Grid>& grids) {
+std::vector<i16> ParsOf(i16 parNo, const Source& source) {
     std::vector<i16> pars{parNo};
     for (i16 i = 0; i <= NoOfPar; ++i)
-        if (i != parNo && SelIsTablePar(i) && AreSameStores(SelTableGrids(i), grids))
+        if (i != parNo && SelIsTablePar(i) && AreSame(SourceOf(i), source))
             pars.push_back(i);
     return pars;
 }
 
 // Derives the value; false if none follows from the figures.
-bool TakeFromGrids(i16 parNo) {
+bool TakeFromSource(i16 parNo) {
     const f32 value = SelCalcTablePar(parNo);
     if (f64{value} == NoValue || !std::isfinite(value))
         return false;
@@ -49,12 +70,13 @@ bool TakeFromGrids(i16 parNo) {
     return true;
 }
 
-void TellOthers(const std::vector<i16>& pars) {
+void TellOthers(const std::vector<i16>& pars, const char* source) {
     std::string labels;
     for (std::size_t i = 1; i < pars.size(); ++i)
         labels += (i > 1 ? ", " : "") + PlainLabel(pars[i]);
     if (!labels.empty())
-        ThePlatform().ShowStatus("Taken from the same tables: " + labels + ".");
+        ThePlatform().ShowStatus("Taken from the same " + std::string(source) + ": " + labels +
+                                 ".");
 }
 
 } // namespace
@@ -64,19 +86,19 @@ void GetFromTable(i16 parNo) {
         return;
     AnalysisStep before = BeforeStep(StepKind::Tables);
     ReadParValues();
-    const std::vector<Grid> grids = SelTableGrids(parNo);
-    if (grids.empty() || !ShowGrids(grids, ParLabel(ParKind(parNo)))) {
+    const Source source = SourceOf(parNo);
+    if (!Ask(parNo, source)) {
         Cancelled = False;
         return;
     }
     std::vector<i16> derived;
-    for (const i16 i : ParsOfGrids(parNo, grids))
-        if (TakeFromGrids(i))
+    for (const i16 i : ParsOf(parNo, source))
+        if (TakeFromSource(i))
             derived.push_back(i);
     if (derived.empty() || derived.front() != parNo)
         ShowMessage(PlainLabel(parNo) + " Can't Be Calculated from These Tables.");
     else
-        TellOthers(derived);
+        TellOthers(derived, source.Distr ? "distribution" : "tables");
     Calculated = False;
     MarkChanged();
     RememberStep(std::move(before));

@@ -243,6 +243,11 @@ bool IsFilled(const Grid& grid) {
     return fits && GridTestNo == TestNo;
 }
 
+void DropGrids() {
+    HasGridData = False;
+    ThePlatform().Hide(FloatingWindow::Grid);
+}
+
 f64 DecimalOf(f32 value) {
     return ReadNumber(CellText(value));
 }

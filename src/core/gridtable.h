@@ -5,7 +5,9 @@
 // A test has three operations for it, each about one parameter: IsTablePar says whether it derives
 // from grids, TableGrids which grids these are (none, after a message, where that can't be known
 // now), and CalcTablePar derives the value from the stores once they are filled; NoValue if none
-// follows from them.
+// follows from them. A value that derives from a distribution instead has TableDistr in the place
+// of TableGrids: the list to choose it from (montecarlo/shiftmodel.h). Where a derived value
+// follows other parameters, RenewTablePars writes it anew after a solution.
 #pragma once
 
 #include "core/checked_array.h"
@@ -89,6 +91,10 @@ bool ShowGrids(const std::vector<Grid>& grids, const std::string& label);
 
 // Was a grid of that store filled, with this number of lines?
 bool IsFilled(const Grid& grid);
+
+// The grids count no longer for the current analysis, since a value that derives from them is
+// another one now. Their figures stay for the next time.
+void DropGrids();
 
 // The shortest decimal number that the 32 bits stand for: 33.3, not 33.299999. Finite numbers only.
 f64 DecimalOf(f32 value);

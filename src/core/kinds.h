@@ -330,6 +330,12 @@ inline constexpr i16 H1ScaleShiftOverH0 = 306;
 inline constexpr i16 H1Tau = 331;
 inline constexpr i16 H1ProbabilityOfConcordance = 315;
 
+// Rank tests.
+inline constexpr i16 H1ProbabilityOfOrder = 152; // that an observation of sample 2 is the larger
+inline constexpr i16 H1ProbabilityAbove0 = 153;
+inline constexpr i16 H1ProbabilityOfSumAbove0 = 154; // of two observations
+inline constexpr i16 SumOfCubedProportions = 202;    // of the categories, averaged over the samples
+
 // Contingency tables and trends.
 inline constexpr i16 NonCentrality = 250; // of chi-square, for each subject
 inline constexpr i16 NoOfXCategories = 334;
@@ -381,6 +387,7 @@ inline constexpr i16 StudyTime2 = 22;
 inline constexpr i16 H1Correlation = 23;
 inline constexpr i16 Correlation2 = 24;
 inline constexpr i16 Population2 = 25;
+inline constexpr i16 AverageProportions = 26;
 inline constexpr i16 H1Slope = 27;
 inline constexpr i16 Slope2 = 28;
 inline constexpr i16 Sd2 = 29;

@@ -4,14 +4,20 @@
 
 #include "core/analysis_key.h"
 #include "core/analysis_state.h"
+#include "ranksurv/testchi2gof.h"
 #include "ranksurv/testcohen.h"
 #include "ranksurv/testcohengeneral.h"
 #include "ranksurv/testcron.h"
 #include "ranksurv/testkappa.h"
 #include "ranksurv/testkendall.h"
+#include "ranksurv/testkolsmi.h"
 #include "ranksurv/testlinsconc.h"
+#include "ranksurv/testmw.h"
 #include "ranksurv/testreliab.h"
+#include "ranksurv/testsavage.h"
+#include "ranksurv/testsign.h"
 #include "ranksurv/testspear.h"
+#include "ranksurv/testwsign.h"
 #include "tests/parbin.h"
 #include "tests/parexp.h"
 #include "tests/parfinite.h"
@@ -162,6 +168,19 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTMH>();
     case 24:
         return operation.template operator()<TESTCA>();
+    case 25:
+    case 106:
+    case 107:
+        return operation.template operator()<TESTCHI2GOF>();
+    case 41:
+    case 42:
+        return operation.template operator()<TESTMW>();
+    case 50:
+        return operation.template operator()<TESTSAVAGE>();
+    case 51:
+        return operation.template operator()<TESTWSIGN>();
+    case 52:
+        return operation.template operator()<TESTSIGN>();
     case 54:
         return operation.template operator()<TESTREGR>();
     case 55:
@@ -209,6 +228,9 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTEQUIV<TESTBIOEQ>>();
     case 105:
         return operation.template operator()<TESTSTUART>();
+    case 108:
+    case 109:
+        return operation.template operator()<TESTKOLSMI>();
     case 110:
         return operation.template operator()<TESTCHI2INDEP>();
     case 118:

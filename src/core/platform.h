@@ -83,6 +83,10 @@ class Windows {
     // he cancels.
     virtual bool AskGrid() = 0;
 
+    // Lets the user choose a distribution (montecarlo/shiftmodel.h) until it is accepted; false
+    // when he cancels.
+    virtual bool AskDistribution() = 0;
+
     // Child windows, addressed by kind and number. A child shows the current analysis only.
     virtual void OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,
                            const std::string& caption) = 0;

@@ -3,7 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/codepage.h"
-#include "core/grids.h"
+#include "core/gridtable.h"
 #include "core/menus.h"
 #include "core/platform.h"
 #include "core/records.h"
@@ -58,10 +58,9 @@ std::string TypedParText(i16 parNo, const std::string& text) {
     const i16 kind = ParKind(parNo);
     const std::string clean = CheckTyped(text, &ParText(kind));
     if (HasGridData == True && IsGridKind(kind)) {
-        HasGridData = False;
+        DropGrids();
         HasDistrGraph = False;
         ParListName = Headline();
-        ThePlatform().Hide(FloatingWindow::Grid);
         UpdateMenus();
     }
     return clean;

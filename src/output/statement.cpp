@@ -218,9 +218,9 @@ std::string ApproximationSentence() {
     const i16 border = ExactUpToHere();
     if (border == 0)
         return "";
-    return " With more than " + std::to_string(border) +
-           " subjects in a sample, the power is that of the normal approximation on the arc-sine "
-           "scale, not of the exact test.";
+    return " With more than " + std::to_string(border) + " subjects" +
+           (NoOfSamples == OneSample ? "" : " in a sample") + ", the power is that of the " +
+           SelApproximation() + ", not of the exact test.";
 }
 
 // --- The end ------------------------------------------------------------------------------------
@@ -271,8 +271,8 @@ std::string HeadlineNote() {
     const i16 border = Calculated == True ? ExactUpToHere() : i16{0};
     if (border == 0)
         return "";
-    return "More than " + std::to_string(border) +
-           " per group: normal approximation on the arc-sine scale, not exact.";
+    return "More than " + std::to_string(border) + (NoOfSamples == OneSample ? "" : " per group") +
+           ": " + SelApproximation() + ", not exact.";
 }
 
 std::string SumStatement() {

@@ -1,6 +1,7 @@
 #include "output/statement_hypotheses.h"
 
 #include "core/analysis_state.h"
+#include "core/dispatch.h"
 #include "core/general.h"
 #include "core/records.h"
 #include "output/format.h"
@@ -130,6 +131,8 @@ std::string NoEffectInBrackets(const std::string& label) {
         return " (equal proportions)";
     if (TestIs("Stuart"))
         return " (equal marginal distributions)";
+    if (TestIs("Goodness"))
+        return " (proportions as stated)";
     if (TestIs("Independence"))
         return " (independent variables)";
     return "";
@@ -236,6 +239,8 @@ std::string Alternative(const std::vector<Hypothesis>& h1) {
 std::string SumHypClause(SumUsed& used) {
     if (TestIs("Kolmogorov-S") && NoOfSamples == TwoSamples)
         return "the null hypothesis H0: equal distributions against H1: different distributions";
+    if (const std::string null = SelHypothesis(1); !null.empty())
+        return "the null hypothesis H0: " + null + " against H1: " + SelHypothesis(2);
     const std::vector<Hypothesis> h0 = HypothesesOf("H0:");
     const std::vector<Hypothesis> h1 = HypothesesOf("H1:");
     for (const auto* hypotheses : {&h0, &h1})

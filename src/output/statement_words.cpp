@@ -153,6 +153,7 @@ constexpr Replacement Afterthoughts[] = {
     {"latin", "Latin"},
     {"....", "..."},
     {"No (p) of regression coefficient = 0", "number (p) of regression coefficients equal to 0"},
+    {"sum of average proportions^3", "sum of the cubed average proportions"},
     {"proportion drop-outs", "proportion of drop-outs"},
     {"correlation covariate with", "correlation of covariate with"},
     {"on elog scale", "on the natural log scale"},

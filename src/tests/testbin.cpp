@@ -43,13 +43,9 @@ f64 OneSampleEq(const ProportionValues& values) {
     const f32 n = sizes.First();
     if (BinArcSine == 1)
         return ArcSineEq(values, n);
-    if (BinExact == 0 || Int(n) > MaxExactSize)
+    if (BinExact == 0)
         return OneProportionEq(values, n, 1, BinCorrection == 1);
-    return AtWholeSize(n, [&values](f64 whole) {
-        if (whole > MaxExactSize)
-            return OneProportionEq(values, Single(whole), 1, BinCorrection == 1);
-        return ExactEq(values, ToI16(whole));
-    });
+    return ExactProportionEq(values, n, BinCorrection == 1);
 }
 
 } // namespace
@@ -95,6 +91,16 @@ f64 TESTBIN::RootFunction() {
     if (BinArcSine == 1)
         return ArcSineEq(values, n1, n2);
     return TwoProportionsEq(values, n1, n2, 1, 1, BinCorrection == 1);
+}
+
+f64 ExactProportionEq(const ProportionValues& values, f32 n, bool corrected) {
+    if (Int(n) > MaxExactSize)
+        return OneProportionEq(values, n, 1, corrected);
+    return AtWholeSize(n, [&values, corrected](f64 whole) {
+        if (whole > MaxExactSize)
+            return OneProportionEq(values, Single(whole), 1, corrected);
+        return ExactEq(values, ToI16(whole));
+    });
 }
 
 i16 BinCritLow(i16 n, f32 level, f32 p) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/types.h"
+#include "tests/proportions.h"
 
 namespace quorvanta {
 
@@ -19,6 +20,10 @@ extern i16 BinArcSine;
 extern i16 BinCorrection;
 extern i16 BinExact;
 extern i16 BinH1Mode; // H1 entered as value (0), difference (1), ratio (2)
+
+// One proportion by the exact test, of more than MaxExactSize subjects by its normal form: power
+// for NoOfTails and LeftTail minus the power entered. Between two whole sizes on the straight line.
+f64 ExactProportionEq(const ProportionValues& values, f32 n, bool corrected);
 
 // Critical values of the exact binomial test: the largest count whose lower tail, and the smallest
 // whose upper tail, has at most the probability level under p; -1 and n + 1 if there is none.

@@ -16,6 +16,7 @@ struct TESTFISHER {
 
     // The largest group whose tables are all enumerated.
     static i16 ExactUpTo() { return 50; }
+    static const char* Approximation() { return "normal approximation on the arc-sine scale"; }
 };
 
 // The chosen forms, as the current parameter list was built from them; 1: the box is ticked.

@@ -7,6 +7,7 @@
 #include "ui/frmmain.h"
 #include "ui/frmnewwindow.h"
 #include "ui/frmprogress.h"
+#include "ui/frmshiftmodel.h"
 #include "ui/outputdevices.h"
 #include "ui/qttext.h"
 
@@ -172,6 +173,11 @@ std::optional<i16> QtPlatform::AskWindowKind(bool offerSimulation) {
 bool QtPlatform::AskGrid() {
     const KeepFront front(window_);
     return frmGridTable(Front()).Ask();
+}
+
+bool QtPlatform::AskDistribution() {
+    const KeepFront front(window_);
+    return frmShiftModel(Front()).Ask();
 }
 
 void QtPlatform::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,

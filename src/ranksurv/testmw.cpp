@@ -1,0 +1,211 @@
+#include "ranksurv/testmw.h"
+
+#include "core/analysis_state.h"
+#include "core/checksearch.h"
+#include "core/general.h"
+#include "core/gridchecks.h"
+#include "core/kinds.h"
+#include "core/options.h"
+#include "core/records.h"
+#include "core/values.h"
+#include "numeric/rounding.h"
+#include "output/format.h"
+#include "tests/lists/hypotheses.h"
+#include "tests/powereq.h"
+
+#include <cmath>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr i16 TestOfCategories = 42;
+constexpr i16 EqualProportions = 1; // option of Group::AverageProportions
+constexpr i16 CategoryStore = 1;
+
+constexpr EffectKinds OrderKinds{Kind::H1ProbabilityOfOrder, Kind::ProportionLeftLimit,
+                                 Kind::ProportionRightLimit};
+constexpr EffectKinds OddsRatioKinds{Kind::H1OddsRatio, NoKind, NoKind};
+
+bool ordered; // categories
+bool equalProportions;
+Hypotheses hypotheses;
+i16 average; // the sum of the cubes of the average proportions, or the number of equal ones
+SampleValues sizes;
+
+// --- A continuous outcome ------------------------------------------------------------------------
+
+// The number of pairs in which sample 2 has the larger value, with the variance that it has under
+// H0 (H. B. Mann and D. R. Whitney, Annals of Mathematical Statistics 18, 1947, 50-60; the power:
+// G. E. Noether, Journal of the American Statistical Association 82, 1987, 645-647).
+f64 OrderEq() {
+    const f64 n1{sizes.First()};
+    const f64 n2{sizes.Second()};
+    const f64 p = hypotheses.Truth();
+    const f32 s = Single(std::sqrt(n1 * n2 * (n1 + n2 + 1) / 12));
+    const auto pairs = [pairs = n1 * n2](f64 distance) { return Single(distance * pairs); };
+    NormalStatistic statistic{
+        .Effect = pairs(p - 0.5), .Se0 = s, .Se1 = s, .Se0Left = s, .Se0Right = s};
+    if (NoOfTails == TwoOneSided) {
+        statistic.AboveLeft = pairs(p - f64{hypotheses.Left()});
+        statistic.BelowRight = pairs(f64{hypotheses.Right()} - p);
+    }
+    return NormalPowerEq(statistic);
+}
+
+// --- Ordered categories --------------------------------------------------------------------------
+
+const Grid& CategoryGrid() {
+    static const Grid grid{.Store = CategoryStore,
+                           .Rows = 1,
+                           .Columns = MaxGridLines,
+                           .Title = "Proportion in Category",
+                           .RowHeads = "Control Group",
+                           .ColumnHeads = "Category",
+                           .Check = RowsOfProportions(),
+                           .RowSum = 1,
+                           .Start = "0"};
+    return grid;
+}
+
+// Is the sum of cubes sought, or on an axis?
+bool VariesAverage() {
+    return UnknownParNo == average ||
+           (IsTableOrGraph() && (XParNo == average || ZParNo == average));
+}
+
+// The control proportions stand in the grid. A sum of cubes that is typed, sought or on an axis
+// takes their place.
+bool HasControlGroup() {
+    return ordered && !equalProportions && HasGridData == True && !VariesAverage() &&
+           IsFilled(CategoryGrid());
+}
+
+std::vector<f32> ControlGroup() {
+    std::vector<f32> proportions;
+    for (i16 i = 1; i <= MaxGridLines; ++i)
+        proportions.push_back(GridData(CategoryStore)(1, i));
+    return proportions;
+}
+
+f32 ControlCubeSum() {
+    return OrdCubeSum(Single(hypotheses.Truth()), sizes.First(), sizes.Second(), ControlGroup());
+}
+
+f32 CubeSum() {
+    if (HasControlGroup())
+        return ControlCubeSum();
+    const f64 value{Single(ParValue(average))};
+    return Single(equalProportions ? 1 / (value * value) : value);
+}
+
+// The log odds ratio under proportional odds, in ordered categories (J. Whitehead, Statistics in
+// Medicine 12, 1993, 2257-2271).
+f64 CategoriesEq() {
+    constexpr f32 most = 0.99999F;
+    const f64 rest = 1 - f64{MinSingle(CubeSum(), most)};
+    const f64 n1{sizes.First()};
+    const f64 n2{sizes.Second()};
+    const f32 s = Single(std::sqrt(3 * (n1 + n2) / (n1 * n2 * rest)));
+    return NorPowerEq(Single(std::log(hypotheses.Truth())), s, s, 0, 0, 0, 0, 0);
+}
+
+// The value that stands for no effect.
+f64 NoEffect() {
+    return ordered ? 1 : 0.5;
+}
+
+bool HasAllValues() {
+    for (i16 i = hypotheses.TruthParNo(); i <= NoOfPar; ++i)
+        if (i != average && !HasValue(ParText(ParKind(i))))
+            return false;
+    return true;
+}
+
+} // namespace
+
+void TESTMW::SetupTest() {
+    FixSamples(TwoSamples);
+    if (TestNo == TestOfCategories) {
+        OfferTails({OneSided, TwoSided});
+        OfferGroups({Group::AverageProportions});
+    }
+    OfferForms(SizeKinds);
+}
+
+void TESTMW::SetParList() {
+    ordered = TestNo == TestOfCategories;
+    equalProportions = ordered && ChosenOption(Group::AverageProportions) == EqualProportions;
+    StartTestList();
+    hypotheses = AddHypotheses(ordered ? OddsRatioKinds : OrderKinds);
+    if (ordered)
+        average = AddPar(equalProportions ? Kind::NoOfCategories : Kind::SumOfCubedProportions);
+    sizes = AddSizes();
+}
+
+bool TESTMW::CheckPar() {
+    return hypotheses.Check() && sizes.Check();
+}
+
+void TESTMW::SearchLimits(f64& lower, f64& upper) {
+    if (NoOfTails == TwoOneSided)
+        hypotheses.Narrow(lower, upper);
+    else if (hypotheses.TruthIsUnknown())
+        LeftTailLimit(lower, upper, NoEffect());
+    sizes.Narrow(lower, upper);
+}
+
+f64 TESTMW::RootFunction() {
+    return ordered ? CategoriesEq() : OrderEq();
+}
+
+bool TESTMW::IsTablePar(i16 parNo) {
+    return ordered ? !equalProportions && parNo == average : parNo == hypotheses.TruthParNo();
+}
+
+std::vector<Grid> TESTMW::TableGrids(i16) {
+    return {CategoryGrid()};
+}
+
+std::optional<DistrList> TESTMW::TableDistr(i16) {
+    return ordered ? std::nullopt : std::optional(DistrList::ShiftModels);
+}
+
+// Under H0 the distribution is the same, not shifted. Without an odds ratio, or sizes, the average
+// proportions are those of the control group, until these are there.
+f32 TESTMW::CalcTablePar(i16) {
+    if (!ordered) {
+        SetNullFromShift();
+        return PrMWFromShift();
+    }
+    return HasAllValues() ? ControlCubeSum() : OrdCubeSum(1, 1, 1, ControlGroup());
+}
+
+// A sum that was sought is no longer that of the control group.
+void TESTMW::RenewTablePars() {
+    if (IsTablePar(UnknownParNo) && ordered)
+        DropGrids();
+    else if (HasControlGroup())
+        ParText(ParKind(average)) = Format(DecimalOf(ControlCubeSum()), "#####0.0#####");
+}
+
+// Under proportional odds (P. McCullagh, Journal of the Royal Statistical Society B 42, 1980,
+// 109-142) P/(1 - P) of the other group is the odds ratio times Q/(1 - Q).
+f32 OrdCubeSum(f32 oddsRatio, f32 n1, f32 n2, const std::vector<f32>& control) {
+    const f64 factor = std::exp(-std::log(f64{oddsRatio}));
+    const f64 all = f64{n1} + f64{n2};
+    f32 Q = 0;
+    f32 before = 0;
+    f32 sum = 0;
+    for (const f32 q : control) {
+        Q = Single(f64{Q} + f64{q});
+        const f32 P = Single(f64{Q} / (f64{Q} + (1 - f64{Q}) * factor));
+        const f64 e = f64{P} - f64{before};
+        before = P;
+        const f64 m{Single((f64{q} * n1 + e * n2) / all)};
+        sum = Single(f64{sum} + m * m * m);
+    }
+    return sum;
+}
+
+} // namespace quorvanta
