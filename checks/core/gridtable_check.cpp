@@ -202,6 +202,20 @@ TEST_F(GridTable, AMissingValueIsTold) {
     EXPECT_EQ(platform.Messages.front().ShownIcon, Icon::Exclamation);
 }
 
+// Nor is it a run-time error while it stands beside others that are looked at.
+TEST_F(GridTable, ANumberThatNoStoreHoldsHasNoSum) {
+    WhileOpen({.Store = 1, .Rows = 1, .Columns = 3, .Check = RowsOfProportions(), .RowSum = 1}, [] {
+        for (const int zeros : {39, 400}) {
+            GridOK(1, 1, "0.5", Leaving::Nothing);
+            GridOK(1, 2, "0.5", Leaving::Nothing);
+            GridOK(1, 3, "1" + std::string(static_cast<std::size_t>(zeros), '0'), Leaving::Nothing);
+            EXPECT_EQ(RowSumText(1), "");
+            EXPECT_TRUE(GridOK(1, 1, "0.5", Leaving::Cell));
+            EXPECT_TRUE(AcceptGrid().has_value());
+        }
+    });
+}
+
 TEST_F(GridTable, ANumberThatNoStoreHoldsIsRefused) {
     const std::string large = "1" + std::string(39, '0');
     const std::string huge = "1" + std::string(400, '0');

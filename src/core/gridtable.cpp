@@ -182,7 +182,10 @@ bool GridCells::Has(i16 row, i16 column) const {
 }
 
 f32 GridCells::Value(i16 row, i16 column) const {
-    return Has(row, column) ? static_cast<f32>(ReadNumber(texts_(row, column))) : 0.0F;
+    if (!Has(row, column))
+        return 0;
+    const std::string& text = texts_(row, column);
+    return IsTooLarge(text) ? std::numeric_limits<f32>::max() : static_cast<f32>(ReadNumber(text));
 }
 
 bool GridCells::HasRow(i16 row) const {
@@ -318,7 +321,10 @@ std::string RowSumText(i16 row) {
     const Grid& grid = CurrentGrid();
     if (!grid.RowSum || (grid.RowOfSum != 0 && grid.RowOfSum != row))
         return "";
-    return "Sum: " + CellText(static_cast<f32>(GridCells(GridText).RowSum(row)));
+    const f64 sum = GridCells(GridText).RowSum(row);
+    if (std::abs(sum) >= f64{std::numeric_limits<f32>::max()})
+        return "";
+    return "Sum: " + CellText(static_cast<f32>(sum));
 }
 
 std::optional<GridCell> AcceptGrid() {

@@ -35,7 +35,8 @@ class GridCells {
     i16 Columns() const { return static_cast<i16>(texts_.HighBound2()); }
     // Is the cell filled?
     bool Has(i16 row, i16 column) const;
-    // Its number, as the store will hold it; 0 for a cell that is not filled.
+    // Its number, as the store will hold it; 0 for a cell that is not filled, the largest one for a
+    // number that is too large for the store.
     f32 Value(i16 row, i16 column) const;
     // Are all cells of the row filled, and what do those that are add up to?
     bool HasRow(i16 row) const;
@@ -128,7 +129,8 @@ void ClearGridRow(i16 row);
 // All cells without the heads: lines set apart by line breaks, cells by tabs.
 std::string GridAsText();
 
-// "Sum: 0.9" for a row that has to add up to something; empty for any other.
+// "Sum: 0.9" for a row that has to add up to something; empty for any other, and for a sum that no
+// store can hold.
 std::string RowSumText(i16 row);
 
 // Checks every cell once more, row by row: the first that is refused, after its message. Nothing if
