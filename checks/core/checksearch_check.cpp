@@ -264,6 +264,30 @@ TEST_F(CheckSearch, LimitsOfAPairAreFormedWithThe32BitBase) {
     EXPECT_NEAR(upper, 0.5 / seen, 1e-12);
 }
 
+// A limit that is no 32-bit value, and a base next to it: the entry at the limit is about 1e-9, and
+// from there it is 1e16 steps of 64 bits to the first one whose sum with the base is inside.
+TEST_F(CheckSearch, ALimitOfAPairBetweenTwo32BitValuesIsFoundAtOnce) {
+    constexpr f64 least = -1.0 / 9;
+    Put(2, -0.1111111119389534F);
+    UnknownParNo = 3;
+    f64 lower = -1;
+    f64 upper = 1;
+    PairLimits(lower, upper, 2, least, 0.5, AsDifference);
+    const f64 base{static_cast<f32>(ParValue(2))};
+    EXPECT_GE(f64{static_cast<f32>(base + lower)}, least);
+    EXPECT_NEAR(lower, 0, 1e-8);
+}
+
+// No 32-bit base lies between -0.3 and -0.3 + 2e-10: nothing is left to search.
+TEST_F(CheckSearch, APairThatNo32BitBaseServesLeavesNothing) {
+    Put(3, 0.3);
+    UnknownParNo = 2;
+    f64 lower = -1;
+    f64 upper = 1;
+    PairLimits(lower, upper, 2, 0, 2e-10, AsDifference);
+    EXPECT_GE(lower, upper);
+}
+
 TEST_F(CheckSearch, ARatioToNothingLeavesTheLimitsAlone) {
     ClearFloatFaults();
     for (const i16 unknown : {i16{2}, i16{3}}) {

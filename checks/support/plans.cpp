@@ -549,6 +549,13 @@ std::set<i16> WithoutInfluence(const AnalysisChoice& choice) {
         kinds.insert(Kind::H0Location);
     if (Option(choice, Group::H1Slope) == AsDifference)
         kinds.insert(Kind::H0Slope);
+    // The variances are entered, or derived from a grid with so many categories, before.
+    constexpr i16 generalKappa = 514;
+    if (choice.MenuNo == generalKappa) {
+        kinds.insert(Kind::NoOfCategories);
+        if (Option(choice, Group::H1Kappa) == AsDifference)
+            kinds.insert(Kind::H0Kappa);
+    }
     return kinds;
 }
 

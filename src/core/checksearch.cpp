@@ -26,6 +26,14 @@ f64 Rounded(f64 x) {
     return f64{static_cast<f32>(x)};
 }
 
+// The 32-bit values within a range.
+Range InSingles(f64 min, f64 max) {
+    const f32 low = static_cast<f32>(min);
+    const f32 high = static_cast<f32>(max);
+    return {f64{low} >= min ? low : std::nextafter(low, INFINITY),
+            f64{high} <= max ? high : std::nextafter(high, -INFINITY)};
+}
+
 // The dependent value as the equations see it: formed from the 32-bit base, itself in 32 bits.
 f64 Dependent(f64 base, f64 entered, Form form) {
     return Rounded(FromForm(form, Rounded(base), entered));
@@ -137,24 +145,31 @@ void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, Form form) {
         }
         return;
     }
+    // From an end between two of them it would be half a million steps of 64 bits to the next one.
+    const auto [least, most] = InSingles(min, max);
     const bool baseKnown = UnknownParNo == j;
     const f64 partner = baseKnown ? Rounded(ParValue(i)) : ParValue(j);
     if (form == AsRatio && partner == 0)
         return;
     const auto inside = [=](f64 x) {
         const f64 value = baseKnown ? Dependent(partner, x, form) : Dependent(x, partner, form);
-        return value >= min && value <= max;
+        return value >= least && value <= most;
     };
     // An unknown base counts in 32 bits, an unknown entry in 64.
     const auto next = [baseKnown](f64 x, f64 end) {
         return baseKnown ? std::nextafter(x, end)
                          : f64{std::nextafter(static_cast<f32>(x), static_cast<f32>(end))};
     };
-    auto [low, high] = InForm(form, partner, Range{min, max});
-    while (low < high && !inside(low))
-        low = next(low, high);
-    while (low < high && !inside(high))
-        high = next(high, low);
+    auto [low, high] = InForm(form, partner, Range{least, most});
+    // Two ends between the same two 32-bit values have none inside.
+    while (low < high && !inside(low)) {
+        const f64 stepped = next(low, high);
+        low = stepped > low ? stepped : high;
+    }
+    while (low < high && !inside(high)) {
+        const f64 stepped = next(high, low);
+        high = stepped < high ? stepped : low;
+    }
     lower = MaxOf(lower, low);
     upper = MinOf(upper, high);
 }

@@ -4,6 +4,14 @@
 
 #include "core/analysis_key.h"
 #include "core/analysis_state.h"
+#include "ranksurv/testcohen.h"
+#include "ranksurv/testcohengeneral.h"
+#include "ranksurv/testcron.h"
+#include "ranksurv/testkappa.h"
+#include "ranksurv/testkendall.h"
+#include "ranksurv/testlinsconc.h"
+#include "ranksurv/testreliab.h"
+#include "ranksurv/testspear.h"
 #include "tests/parbin.h"
 #include "tests/parexp.h"
 #include "tests/parfinite.h"
@@ -120,6 +128,18 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTMCN>();
     case 21:
         return operation.template operator()<TESTCHI2>();
+    case 62:
+        return operation.template operator()<TESTSPEAR>();
+    case 63:
+        return operation.template operator()<TESTKENDALL>();
+    case 64:
+        return operation.template operator()<TESTRELIAB>();
+    case 65:
+        return operation.template operator()<TESTCRON>();
+    case 66:
+        return operation.template operator()<TESTKAPPA>();
+    case 67:
+        return operation.template operator()<TESTLINSCONC>();
     case 74:
     case 81:
         return operation.template operator()<TESTEQUIV<TESTSTUD>>();
@@ -133,6 +153,10 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTBIOEQ>();
     case 79:
         return operation.template operator()<TESTEQUIV<TESTBIOEQ>>();
+    case 118:
+        return operation.template operator()<TESTCOHEN>();
+    case 119:
+        return operation.template operator()<TESTCOHENGENERAL>();
     case 120:
         return operation.template operator()<TESTPAIRBIN>();
     case 121:

@@ -5,6 +5,7 @@
 #include "core/options.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
+#include "tests/lists/correlation.h"
 #include "tests/lists/means.h"
 #include "tests/lists/samples.h"
 #include "tests/lists/testorprecision.h"
@@ -19,12 +20,6 @@ namespace quorvanta {
 
 namespace {
 
-constexpr OneSampleKinds CorrelationKinds{
-    Group::H1Correlation,
-    Kind::H0Correlation,
-    {Kind::H1Correlation, Kind::H1CorrelationMinusH0, Kind::H1CorrelationOverH0},
-    Kind::CorrelationLeftLimit,
-    Kind::CorrelationRightLimit};
 constexpr OneSampleKinds SlopeKinds{Group::H1Slope,
                                     Kind::H0Slope,
                                     {Kind::H1Slope, Kind::H1SlopeMinusH0, Kind::H1SlopeOverH0},

@@ -1,6 +1,5 @@
 #include "tests/powereq.h"
 
-#include "core/analysis_state.h"
 #include "core/form.h"
 #include "core/general.h"
 #include "core/kinds.h"
@@ -76,6 +75,15 @@ f64 NormalPowerEq(const NormalStatistic& statistic) {
 f64 NorPowerEq(f32 delta, f32 se0, f32 se1, f32 deltaLow, f32 deltaHigh, f32 se0Low, f32 se0High,
                f32 correction) {
     return NormalPowerEq({delta, se0, se1, deltaLow, deltaHigh, se0Low, se0High, correction});
+}
+
+// The F test of a ratio of variances (A. M. Mood, F. A. Graybill and D. C. Boes, Introduction to
+// the Theory of Statistics, 3rd edition, 1974, chapter IX).
+f64 FPowerEq(f32 ratio, f32 right, f32 df1, f32 df2) {
+    return QuantilePowerEq(ratio, right, [&df1, &df2](f32 factor, f64 p) {
+        const f64 quantile{FInv(Single(p), df1, df2)};
+        return f64{FCdf(Single(f64{factor} * quantile), df1, df2)};
+    });
 }
 
 f32 NorPValue(f32 mean, f32 m0, f32 se, f32 low, f32 high, f32 correction) {

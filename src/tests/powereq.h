@@ -4,6 +4,7 @@
 // achieved power minus ParValue(1).
 #pragma once
 
+#include "core/analysis_state.h"
 #include "core/types.h"
 
 namespace quorvanta {
@@ -47,6 +48,29 @@ f64 NormalPowerEq(const NormalStatistic& statistic);
 // The same with the members of the record one by one, in its order.
 f64 NorPowerEq(f32 delta, f32 se0, f32 se1, f32 deltaLow, f32 deltaHigh, f32 se0Low, f32 se0High,
                f32 correction);
+
+// Power of a statistic that rejects beyond quantiles of its own, for NoOfTails and LeftTail, minus
+// the power entered. below(null, p) is the probability under H1 that it lies below the quantile p
+// that it has under this null value; with two one-sided tests the first null is the left limit.
+template <class Below>
+f64 QuantilePowerEq(f32 null, f32 right, const Below& below) {
+    const f64 alpha{SignificanceLevel()};
+    f64 power = 0;
+    if (NoOfTails == TwoOneSided)
+        power = below(right, alpha) - below(null, 1 - alpha);
+    else if (NoOfTails == TwoSided)
+        power = below(null, alpha / 2) + 1 - below(null, 1 - alpha / 2);
+    else if (LeftTail == True)
+        power = below(null, alpha);
+    else
+        power = 1 - below(null, 1 - alpha);
+    return power - ParValue(1);
+}
+
+// The same of a ratio that is F distributed when it is divided by its true value: ratio is its null
+// value (with two one-sided tests the left limit, right the other one) over its true value, all
+// above 0; df1 and df2 at least 1. FInv may cap both, and the distribution function has them then.
+f64 FPowerEq(f32 ratio, f32 right, f32 df1, f32 df2);
 
 // p-value of a z statistic for NoOfTails and LeftTail: the estimate, its H0 value (or the two
 // limits), its standard error and a continuity correction. 0 if se <= 0.

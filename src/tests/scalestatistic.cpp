@@ -68,18 +68,7 @@ f64 ScalePowerEq(ScaleStatistic statistic, const SampleTest& list, int exponent)
         const f32 factor = Single(std::pow(f64{hypothesis} / truth, exponent));
         return statistic.Cdf(f64{factor} * statistic.Quantile(p));
     };
-    const f64 alpha{SignificanceLevel()};
-    const f32 null = list.Hypothesis.H0();
-    f64 power = 0;
-    if (NoOfTails == TwoOneSided)
-        power = below(list.Hypothesis.Right(), alpha) - below(list.Hypothesis.Left(), 1 - alpha);
-    else if (NoOfTails == TwoSided)
-        power = below(null, alpha / 2) + 1 - below(null, 1 - alpha / 2);
-    else if (LeftTail == True)
-        power = below(null, alpha);
-    else
-        power = 1 - below(null, 1 - alpha);
-    return power - ParValue(1);
+    return QuantilePowerEq(list.Hypothesis.H0(), list.Hypothesis.Right(), below);
 }
 
 } // namespace quorvanta

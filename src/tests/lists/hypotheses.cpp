@@ -67,6 +67,11 @@ bool Hypotheses::TruthIsUnknown() const {
     return UnknownParNo == truth_ || (HasTwo() && UnknownParNo == first_);
 }
 
+bool Hypotheses::NullIsUnknown() const {
+    return h0_ != 0 &&
+           (UnknownParNo == h0_ || (NoOfTails == TwoOneSided && UnknownParNo == h0_ + 1));
+}
+
 bool Hypotheses::SecondIsUnknown() const {
     return HasTwo() && UnknownParNo == truth_;
 }
@@ -75,10 +80,19 @@ bool Hypotheses::BaseIsUnknown() const {
     return base_ != 0 && UnknownParNo == base_;
 }
 
+// The kind of an effect that is entered itself has its own range anyway.
+Range Hypotheses::TruthRange() const {
+    return {ParMin(kind_), ParMax(kind_)};
+}
+
 bool Hypotheses::Check() const {
+    return Check(TruthRange());
+}
+
+bool Hypotheses::Check(Range truth) const {
     if (NoOfTails == TwoOneSided && !CheckPairs(h0_))
         return false;
-    return base_ == 0 || CheckPair(base_, truth_, ParMin(kind_), ParMax(kind_), form_);
+    return base_ == 0 || CheckPair(base_, truth_, truth.Min, truth.Max, form_);
 }
 
 // A value as it is entered; a proportion outside 0 to 1 is the end of the scale.
@@ -150,9 +164,19 @@ f64 Hypotheses::Middle() const {
 }
 
 void Hypotheses::Narrow(f64& lower, f64& upper) const {
+    Narrow(lower, upper, nullptr, TruthRange());
+}
+
+void Hypotheses::Narrow(f64& lower, f64& upper, f64 (*residual)()) const {
+    Narrow(lower, upper, residual, TruthRange());
+}
+
+void Hypotheses::Narrow(f64& lower, f64& upper, f64 (*residual)(), Range truth) const {
     if (base_ != 0)
-        PairLimits(lower, upper, base_, ParMin(kind_), ParMax(kind_), form_);
-    if (TruthIsUnknown())
+        PairLimits(lower, upper, base_, truth.Min, truth.Max, form_);
+    if (TruthIsUnknown() && NoOfTails == TwoOneSided && residual != nullptr)
+        NarrowTruthAt(lower, upper, residual);
+    else if (TruthIsUnknown())
         NarrowTruth(lower, upper);
     else if (h0_ != 0)
         NarrowNull(lower, upper);
@@ -178,6 +202,13 @@ void Hypotheses::NarrowTruth(f64& lower, f64& upper) const {
     const f64 right = ParValue(h0_ + 1);
     KeepEffect(lower, upper, Side::Above, SearchesLeft() ? left : Middle());
     KeepEffect(lower, upper, Side::Below, SearchesLeft() ? Middle() : right);
+}
+
+// The highest power between the limits, wherever it is.
+void Hypotheses::NarrowTruthAt(f64& lower, f64& upper, f64 (*residual)()) const {
+    KeepEffect(lower, upper, Side::Above, ParValue(h0_));
+    KeepEffect(lower, upper, Side::Below, ParValue(h0_ + 1));
+    KeepOneSide(lower, upper, HighestPoint(lower, upper, residual), SideOfTail(), residual);
 }
 
 // The mirror image. A null value to which the truth is entered in relation has no side of the

@@ -77,6 +77,8 @@ class Hypotheses {
 
     // Is the unknown the truth, or one of its two values?
     bool TruthIsUnknown() const;
+    // Is it the H0 value, or one of the limits?
+    bool NullIsUnknown() const;
     // Is it the second of two values?
     bool SecondIsUnknown() const;
     // Is it what a dependent truth is related to?
@@ -91,10 +93,16 @@ class Hypotheses {
 
     // Are the limits in order, and is the dependent value in its range?
     bool Check() const;
+    // The same with a range of the caller's.
+    bool Check(Range truth) const;
 
     // Narrows the search for a hypothesis: the dependent value stays in its range, and the truth on
     // its side of H0, or between the limits, on one side of their middle.
     void Narrow(f64& lower, f64& upper) const;
+    // The same, but between two limits on one side of the truth that has the highest power, where
+    // that is not the middle of a scale; and with a range of the caller's.
+    void Narrow(f64& lower, f64& upper, f64 (*residual)()) const;
+    void Narrow(f64& lower, f64& upper, f64 (*residual)(), Range truth) const;
 
     // Narrows the search for the truth, or for one of its two values, to a true effect above this
     // one, or below it.
@@ -121,7 +129,9 @@ class Hypotheses {
     std::optional<EffectPoint> PointOfFirst(f64 effect) const;
     f64 EnteredEffect() const;
     f64 Middle() const;
+    Range TruthRange() const;
     void NarrowTruth(f64& lower, f64& upper) const;
+    void NarrowTruthAt(f64& lower, f64& upper, f64 (*residual)()) const;
     void NarrowNull(f64& lower, f64& upper) const;
 
     EffectScale scale_ = EffectScale::Plain;

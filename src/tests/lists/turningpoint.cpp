@@ -66,4 +66,49 @@ void KeepOneSide(f64& lower, f64& upper, f64 turn, Side preferred, f64 (*residua
         lower = turn;
 }
 
+namespace {
+
+// The peak of a function: of the highest of some steps, closed in by thirds.
+template <class Function>
+f64 PeakOf(f64 lower, f64 upper, Function&& f) {
+    constexpr int steps = 60;
+    const auto point = [=](int k) { return lower + (upper - lower) * k / steps; };
+    int best = 0;
+    f64 highest = f(lower);
+    for (int k = 1; k <= steps; ++k)
+        if (const f64 y = f(point(k)); y > highest) {
+            best = k;
+            highest = y;
+        }
+    f64 low = point(best > 0 ? best - 1 : 0);
+    f64 high = point(best < steps ? best + 1 : steps);
+    constexpr int cuts = 40;
+    for (int i = 0; i < cuts; ++i) {
+        const f64 third = (high - low) / 3;
+        if (f(low + third) < f(high - third))
+            low += third;
+        else
+            high -= third;
+    }
+    const f64 middle = (low + high) / 2;
+    return f(middle) > highest ? middle : point(best);
+}
+
+} // namespace
+
+f64 HighestPoint(f64 lower, f64 upper, f64 (*residual)()) {
+    if (!(upper > lower))
+        return lower;
+    return PeakOf(lower, upper, [residual](f64 x) { return At(x, residual); });
+}
+
+void KeepOneBranch(f64& lower, f64& upper, Side preferred, f64 (*residual)()) {
+    if (!(upper > lower))
+        return;
+    f64 turn = HighestPoint(lower, upper, residual);
+    if (turn <= lower || turn >= upper)
+        turn = PeakOf(lower, upper, [residual](f64 x) { return -At(x, residual); });
+    KeepOneSide(lower, upper, turn, preferred, residual);
+}
+
 } // namespace quorvanta

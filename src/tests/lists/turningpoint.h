@@ -36,4 +36,12 @@ Side SideOfTail();
 
 void KeepOneSide(f64& lower, f64& upper, f64 turn, Side preferred, f64 (*residual)());
 
+// The unknown between two limits at which a residual with one peak is highest; one of the limits
+// where it only rises or falls.
+f64 HighestPoint(f64 lower, f64 upper, f64 (*residual)());
+
+// The residual turns somewhere between its limits: keeps the search on one side of its peak, or of
+// its lowest point where it has no peak inside.
+void KeepOneBranch(f64& lower, f64& upper, Side preferred, f64 (*residual)());
+
 } // namespace quorvanta

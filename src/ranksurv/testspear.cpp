@@ -1,0 +1,69 @@
+#include "ranksurv/testspear.h"
+
+#include "core/analysis_state.h"
+#include "core/kinds.h"
+#include "core/options.h"
+#include "numeric/rounding.h"
+#include "tests/lists/correlation.h"
+#include "tests/lists/turningpoint.h"
+#include "tests/teststud.h"
+
+#include <cmath>
+
+namespace quorvanta {
+
+namespace {
+
+Hypotheses hypotheses;
+i16 pairs;
+
+} // namespace
+
+void TESTSPEAR::SetupTest() {
+    FixSamples(OneSample);
+    OfferForms(CorrelationKinds);
+}
+
+void TESTSPEAR::SetParList() {
+    StartTestList();
+    hypotheses = AddHypotheses(CorrelationKinds, EffectScale::FisherZ);
+    pairs = AddPar(Kind::SizeFrom4);
+}
+
+bool TESTSPEAR::CheckPar() {
+    return hypotheses.Check();
+}
+
+// The standard error is that under H1, so the power is not highest in the middle of two limits, and
+// for a difference that is kept not least in the middle of the scale.
+void TESTSPEAR::SearchLimits(f64& lower, f64& upper) {
+    hypotheses.Narrow(lower, upper, &RootFunction);
+    if (hypotheses.BaseIsUnknown() && hypotheses.TruthForm() != AsValue)
+        KeepOneBranch(lower, upper, SideOfTail(), &RootFunction);
+    if (UnknownParNo == pairs)
+        StartWherePowerRises(lower, upper, &RootFunction);
+}
+
+// The statistic has Student's t distribution with n - 2 degrees of freedom, approximately (M. G.
+// Kendall and A. Stuart, The Advanced Theory of Statistics, vol. 2, 3rd edition, 1973, chapter 31).
+f64 TESTSPEAR::RootFunction() {
+    const f32 n = Single(ParValue(pairs));
+    const f32 truth = RhoFromR(Single(hypotheses.Truth()));
+    const auto distance = [=](f32 null) { return RankCorrZ(n, truth, RhoFromR(null)); };
+    const f32 above = distance(hypotheses.H0());
+    const f32 right = NoOfTails == TwoOneSided ? hypotheses.Right() : hypotheses.H0();
+    return TPowerEq(above, 1, above, -distance(right), Single(f64{n} - 2));
+}
+
+// K. Pearson, On further methods of determining correlation, Drapers' Company Research Memoirs,
+// 1907: rho of a bivariate normal distribution.
+f32 RhoFromR(f32 r) {
+    return r == 0 ? 0.0F : Single(6 / Pi * std::asin(f64{r} / 2));
+}
+
+f32 RankCorrZ(f32 n, f32 r, f32 r0) {
+    const f64 rho{r};
+    return Single((rho - f64{r0}) * std::sqrt((f64{n} - 2) / (1 - rho * rho)));
+}
+
+} // namespace quorvanta
