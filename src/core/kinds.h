@@ -284,6 +284,50 @@ inline constexpr i16 H1ScaleShiftOverH0 = 306;
 inline constexpr i16 H1Tau = 331;
 inline constexpr i16 H1ProbabilityOfConcordance = 315;
 
+// Survival: hazard rates are the rates above. What two groups share stands last.
+inline constexpr i16 H0Rate2Over1 = 332;
+inline constexpr i16 H0Incidence = 66;
+inline constexpr i16 H1Incidence = 82;
+inline constexpr i16 H1IncidenceMinusH0 = 55;
+inline constexpr i16 H1IncidenceOverH0 = 56;
+inline constexpr i16 H0Incidence2Minus1 = 67;
+inline constexpr i16 H0Incidence2Over1 = 333;
+inline constexpr i16 H1Incidence1 = 53;
+inline constexpr i16 H1Incidence2 = 79;
+inline constexpr i16 H1Incidence2Minus1 = 68;
+inline constexpr i16 H1Incidence2Over1 = 80;
+inline constexpr i16 H0Median2Minus1 = 370;
+inline constexpr i16 H1HazardRatio = 264;
+inline constexpr i16 HazardRatioNonInferiorityLimit = 350;
+inline constexpr i16 H1Survival1 = 353;
+inline constexpr i16 H1Survival2 = 354;
+inline constexpr i16 H1Survival2Minus1 = 355;
+inline constexpr i16 H1Survival2Over1 = 356;
+inline constexpr i16 LossRate = 84;
+inline constexpr i16 LossRate1 = 13;
+inline constexpr i16 LossRate2 = 45;
+inline constexpr i16 LossRate2Minus1 = 46;
+inline constexpr i16 LossRate2Over1 = 49;
+inline constexpr i16 LossIncidence = 118;
+inline constexpr i16 LossIncidence1 = 119;
+inline constexpr i16 LossIncidence2 = 120;
+inline constexpr i16 LossIncidence2Minus1 = 121;
+inline constexpr i16 LossIncidence2Over1 = 122;
+inline constexpr i16 DropOuts = 348;
+inline constexpr i16 AccrualRate = 33;
+inline constexpr i16 AccrualIntervals = 343;
+inline constexpr i16 AccrualTime = 10;
+inline constexpr i16 TotalStudyTime = 11;
+inline constexpr i16 TotalSize = 320;
+inline constexpr i16 Events = 99;
+inline constexpr i16 TimeAtRisk = 347;
+inline constexpr i16 NoOfStrata = 310;
+inline constexpr i16 WeightedHazardDifference = 339;
+inline constexpr i16 WeightedIncidenceDifference = 342;
+inline constexpr i16 WeightedLogHazardRatio = 352;
+inline constexpr i16 H0WeightedSd = 340;
+inline constexpr i16 H1WeightedSd = 341;
+
 } // namespace Kind
 
 namespace Group {
@@ -327,6 +371,11 @@ inline constexpr i16 TauOrConcordance = 52;
 inline constexpr i16 TestedOfTwoFactors = 36;
 inline constexpr i16 TestedOfThreeFactors = 38;
 inline constexpr i16 SequenceSize2 = 53;
+inline constexpr i16 H1Incidence = 6;
+inline constexpr i16 Incidence2 = 7;
+inline constexpr i16 LossRate2 = 8;
+inline constexpr i16 LossIncidence2 = 30;
+inline constexpr i16 Given = 55; // sample size, number of events or time at risk
 
 } // namespace Group
 
@@ -336,6 +385,7 @@ inline constexpr i16 DegreesOfFreedom = 0;
 inline constexpr i16 Correction = 1;
 inline constexpr i16 ArcSine = 2;
 inline constexpr i16 Incidences = 3;
+inline constexpr i16 Events = 4;
 inline constexpr i16 GroupsInAnova = 5;
 inline constexpr i16 Exact = 7;
 inline constexpr i16 Odds = 9;
@@ -350,7 +400,10 @@ inline constexpr i16 FirstOrder = 24;
 inline constexpr i16 SecondOrder = 25;
 inline constexpr i16 Multinomial = 26;
 inline constexpr i16 Score = 27;
+inline constexpr i16 UserDefinedAccrual = 28;
 inline constexpr i16 UnrestrictedMl = 30;
+inline constexpr i16 HazardRatio = 33;
+inline constexpr i16 TotalSize = 35;
 inline constexpr i16 TwoSidedInterval = 36;
 inline constexpr i16 VarianceOfH1 = 39;
 

@@ -10,6 +10,7 @@
 #include "ranksurv/testkappa.h"
 #include "ranksurv/testkendall.h"
 #include "ranksurv/testlinsconc.h"
+#include "ranksurv/testlogrank.h"
 #include "ranksurv/testreliab.h"
 #include "ranksurv/testspear.h"
 #include "tests/parbin.h"
@@ -128,6 +129,13 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTMCN>();
     case 21:
         return operation.template operator()<TESTCHI2>();
+    case 31:
+    case 37:
+    case 202:
+    case 203:
+    case 204:
+    case 205:
+        return operation.template operator()<TESTLOGRANK>();
     case 62:
         return operation.template operator()<TESTSPEAR>();
     case 63:
@@ -149,6 +157,9 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 76:
     case 83:
         return operation.template operator()<TESTEQUIV<TESTBIN>>();
+    case 77:
+    case 84:
+        return operation.template operator()<TESTEQUIV<TESTLOGRANK>>();
     case 78:
         return operation.template operator()<TESTBIOEQ>();
     case 79:
