@@ -11,6 +11,9 @@
 #include "ranksurv/testkendall.h"
 #include "ranksurv/testlinsconc.h"
 #include "ranksurv/testlogrank.h"
+#include "ranksurv/testlogranknoninf.h"
+#include "ranksurv/testlogranknonparam.h"
+#include "ranksurv/testlogrankstrat.h"
 #include "ranksurv/testreliab.h"
 #include "ranksurv/testspear.h"
 #include "tests/parbin.h"
@@ -136,6 +139,9 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 204:
     case 205:
         return operation.template operator()<TESTLOGRANK>();
+    case 36:
+    case 200:
+        return operation.template operator()<TESTLOGRANKNONPARAM>();
     case 62:
         return operation.template operator()<TESTSPEAR>();
     case 63:
@@ -173,6 +179,13 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 121:
     case 122:
         return operation.template operator()<TESTEQUIV<TESTPAIRBIN>>();
+    case 179:
+    case 180:
+    case 181:
+    case 182:
+        return operation.template operator()<TESTLOGRANKSTRAT>();
+    case 201:
+        return operation.template operator()<TESTLOGRANKNONINF>();
     default:
         return operation.template operator()<NoModule>();
     }

@@ -143,6 +143,15 @@ bool Accrual::Check() const {
     return UnknownParNo == time_ || IsLastEnd(TableEnd(), ParValue(time_));
 }
 
+bool Accrual::HasGridValues() const {
+    for (const i16 parNo : {rate_, time_, study_}) {
+        const i16 kind = ParKind(parNo);
+        if (parNo != 0 && !HasGridValue(parNo, ParMin(kind), ParMax(kind)))
+            return false;
+    }
+    return true;
+}
+
 void Accrual::Narrow(f64& lower, f64& upper) const {
     if (intervals_ == 0 && (UnknownParNo == rate_ || Model() != UniformAccrual))
         return;
