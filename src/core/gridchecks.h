@@ -25,6 +25,11 @@ GridCheck ProportionCells();
 GridCheck ProbabilityCells(f64 limit);
 // Above 0: a ratio, and whatever else has to be positive.
 GridCheck RatioCells();
+GridCheck PositiveCells(const std::string& name);
+// 0 or above.
+GridCheck NonNegativeCells(const std::string& name);
+// 0 or above, and below 1.
+GridCheck ShareCells(const std::string& name);
 GridCheck VarianceCells(); // of the diagonal
 GridCheck DeviationCells();
 

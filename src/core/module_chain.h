@@ -12,6 +12,10 @@
 #include "ranksurv/testkendall.h"
 #include "ranksurv/testkolsmi.h"
 #include "ranksurv/testlinsconc.h"
+#include "ranksurv/testlogrank.h"
+#include "ranksurv/testlogranknoninf.h"
+#include "ranksurv/testlogranknonparam.h"
+#include "ranksurv/testlogrankstrat.h"
 #include "ranksurv/testmw.h"
 #include "ranksurv/testreliab.h"
 #include "ranksurv/testsavage.h"
@@ -197,6 +201,16 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<XOVER2WAY>();
     case 70:
         return operation.template operator()<XOVER2WAYLOG>();
+    case 31:
+    case 37:
+    case 202:
+    case 203:
+    case 204:
+    case 205:
+        return operation.template operator()<TESTLOGRANK>();
+    case 36:
+    case 200:
+        return operation.template operator()<TESTLOGRANKNONPARAM>();
     case 62:
         return operation.template operator()<TESTSPEAR>();
     case 63:
@@ -222,6 +236,9 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 76:
     case 83:
         return operation.template operator()<TESTEQUIV<TESTBIN>>();
+    case 77:
+    case 84:
+        return operation.template operator()<TESTEQUIV<TESTLOGRANK>>();
     case 78:
         return operation.template operator()<TESTBIOEQ>();
     case 79:
@@ -242,6 +259,13 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 121:
     case 122:
         return operation.template operator()<TESTEQUIV<TESTPAIRBIN>>();
+    case 179:
+    case 180:
+    case 181:
+    case 182:
+        return operation.template operator()<TESTLOGRANKSTRAT>();
+    case 201:
+        return operation.template operator()<TESTLOGRANKNONINF>();
     default:
         return operation.template operator()<NoModule>();
     }
