@@ -6,12 +6,12 @@
 #include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/kinds.h"
-#include "core/option_choice.h"
 #include "core/root.h"
 #include "core/run.h"
 #include "core/search.h"
 #include "core/setup.h"
 #include "numeric/probdist.h"
+#include "opening.h"
 #include "output/format.h"
 
 #include <benchmark/benchmark.h>
@@ -24,19 +24,6 @@ using namespace quorvanta;
 
 constexpr i16 menuOneWay = 10;
 constexpr f64 groups = 4;
-
-void Choose(i16 group, i16 option) {
-    for (i16 i = 0; i < NoOfIntPar; ++i)
-        if (IntParList(i) == group)
-            ChooseIntPar(i, option);
-}
-
-i16 PositionOf(i16 kind) {
-    i16 i = 0;
-    while (ParKind(i) != kind)
-        ++i;
-    return i;
-}
 
 // Level 0.05, power 0.80, means with a standard deviation of 0.25 in 4 equal groups, standard
 // deviation 1.

@@ -6,11 +6,10 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/checksearch.h"
-#include "core/option_choice.h"
-#include "core/options.h"
 #include "core/run.h"
 #include "core/search.h"
 #include "core/setup.h"
+#include "opening.h"
 #include "output/format.h"
 
 #include <benchmark/benchmark.h>
@@ -24,19 +23,6 @@ using namespace quorvanta;
 constexpr i16 kindSd = 2;
 constexpr i16 kindSize1 = 4;
 constexpr i16 kindDifference = 62;
-
-void Choose(i16 group, i16 option) {
-    for (i16 i = 0; i < NoOfIntPar; ++i)
-        if (IntParList(i) == group)
-            ChooseIntPar(i, option);
-}
-
-i16 PositionOf(i16 kind) {
-    i16 i = 0;
-    while (ParKind(i) != kind)
-        ++i;
-    return i;
-}
 
 // The unpaired two-sided test: level 0.05, power 0.80, difference 0.5, standard deviation 1.
 void OpenPlan(i16 windowKind = CalculationWindow) {

@@ -1,5 +1,6 @@
 #include "core/checksearch.h"
 #include "core/fault.h"
+#include "core/kinds.h"
 #include "support/analysis_fixture.h"
 
 namespace quorvanta::checks {
@@ -25,7 +26,7 @@ class CheckSearch : public AnalysisFixture {
 
 TEST_F(CheckSearch, ABlankTextOrAMinusHasNoValue) {
     for (const char* text : {"", "   ", "-", " - "}) {
-        ParText(0) = text;
+        ParText(Kind::SignificanceLevel) = text;
         platform.Messages.clear();
         EXPECT_FALSE(CheckRange(0, 0.00001F, 0.99999F)) << '"' << text << '"';
         EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Significance Level Has No Value."});
@@ -94,11 +95,11 @@ TEST_F(CheckSearch, AnEmptyRangeIsToldTwice) {
 // As a 32-bit float 0.99999 is 0.99998998...: the typed number lies above it in 64 bits.
 TEST_F(CheckSearch, ATypedLimitOfTheCatalogueIsWithinIt) {
     Put(0, 0.99999);
-    EXPECT_TRUE(CheckRange(0, ParMin(0), ParMax(0)));
+    EXPECT_TRUE(CheckRange(0, ParMin(Kind::SignificanceLevel), ParMax(Kind::SignificanceLevel)));
     Put(0, 0.00001);
-    EXPECT_TRUE(CheckRange(0, ParMin(0), ParMax(0)));
+    EXPECT_TRUE(CheckRange(0, ParMin(Kind::SignificanceLevel), ParMax(Kind::SignificanceLevel)));
     Put(0, 0.999991);
-    EXPECT_FALSE(CheckRange(0, ParMin(0), ParMax(0)));
+    EXPECT_FALSE(CheckRange(0, ParMin(Kind::SignificanceLevel), ParMax(Kind::SignificanceLevel)));
     EXPECT_EQ(platform.Texts(), std::vector<std::string>{
                                     "Significance Level Has To Be Less Than or Equal to 0.99999."});
 }

@@ -327,12 +327,12 @@ TEST_F(Driver, ABlueLabelSolvesLikeAnyOther) {
     ASSERT_NE(plain, "-");
     Calculated = False;
     ParKind(position) = 34; // a kind that comes from a grid
-    ParText(34) = "1";
+    ParText(Kind::SdOfMeans) = "1";
     HasGridData = True;
     ASSERT_TRUE(IsBluePar(position));
     platform.Shown.clear();
     SolveFor(position);
-    EXPECT_EQ(ParText(34), plain);
+    EXPECT_EQ(ParText(Kind::SdOfMeans), plain);
     EXPECT_EQ(Calculated, True);
     EXPECT_EQ(HasGridData, True);
     EXPECT_TRUE(platform.Shown.empty());

@@ -3,6 +3,7 @@
 #include "core/gridpaste.h"
 #include "core/gridtable.h"
 #include "support/analysis_fixture.h"
+#include "support/grid_filling.h"
 
 #include <functional>
 #include <limits>
@@ -12,18 +13,11 @@
 namespace quorvanta::checks {
 namespace {
 
-using Rows = std::vector<std::vector<std::string>>;
+using Rows = GridRowTexts;
 
 class GridTable : public AnalysisFixture {
   protected:
-    // Types the rows into the current grid and accepts it.
-    static bool Fill(const Rows& rows) {
-        for (std::size_t i = 0; i < rows.size(); ++i)
-            for (std::size_t j = 0; j < rows[i].size(); ++j)
-                GridOK(static_cast<i16>(i + 1), static_cast<i16>(j + 1), rows[i][j],
-                       Leaving::Nothing);
-        return !AcceptGrid().has_value();
-    }
+    static bool Fill(const Rows& rows) { return FillCurrentGrid(rows); }
 
     // The user fills the grid so.
     void Plan(const Rows& rows) {

@@ -2,6 +2,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "support/number.h"
 #include "support/tsv.h"
 
@@ -75,18 +76,18 @@ TEST_F(ParameterCatalogue, UndefinedKindStaysEmpty) {
 }
 
 TEST_F(ParameterCatalogue, LimitsAreSingles) {
-    EXPECT_EQ(ParMin(0), 0.000009999999747378752);
-    EXPECT_EQ(ParMax(0), 0.9999899864196777);
-    EXPECT_EQ(ParMin(0), ProbabilityFloor);
-    EXPECT_EQ(ParMax(0), ProbabilityCeiling);
-    EXPECT_EQ(ParMax(187), static_cast<f64>(1.99999F));
-    EXPECT_NE(ParMax(187), 1.99999);
+    EXPECT_EQ(ParMin(Kind::SignificanceLevel), 0.000009999999747378752);
+    EXPECT_EQ(ParMax(Kind::SignificanceLevel), 0.9999899864196777);
+    EXPECT_EQ(ParMin(Kind::SignificanceLevel), ProbabilityFloor);
+    EXPECT_EQ(ParMax(Kind::SignificanceLevel), ProbabilityCeiling);
+    EXPECT_EQ(ParMax(Kind::H1CorrelationMinusH0), static_cast<f64>(1.99999F));
+    EXPECT_NE(ParMax(Kind::H1CorrelationMinusH0), 1.99999);
 }
 
 TEST_F(ParameterCatalogue, TextsAreThoseOfTheirNumbers) {
-    EXPECT_EQ(ParText(2), "0.3");
-    EXPECT_EQ(ParText(5), "1");
-    EXPECT_EQ(ParText(6), "-0.4");
+    EXPECT_EQ(ParText(Kind::Sd), "0.3");
+    EXPECT_EQ(ParText(Kind::Size2Over1), "1");
+    EXPECT_EQ(ParText(Kind::MeanLeftLimit), "-0.4");
     EXPECT_EQ(ParXstepText(367), "0.1");
     EXPECT_EQ(ParXminText(0), "0.001");
     EXPECT_EQ(ParZValuesText(1), "0.7 0.8 0.9");
@@ -94,20 +95,20 @@ TEST_F(ParameterCatalogue, TextsAreThoseOfTheirNumbers) {
 }
 
 TEST_F(ParameterCatalogue, FillingAgainBringsTheStartValuesBack) {
-    ParText(1) = "-";
+    ParText(Kind::Power) = "-";
     ParXminText(1) = "0.5";
     SetAllParKinds();
-    EXPECT_EQ(ParText(1), "0.8");
+    EXPECT_EQ(ParText(Kind::Power), "0.8");
     EXPECT_EQ(ParXminText(1), "0.7");
 }
 
 TEST_F(ParameterCatalogue, ErrorLevelIsASignificanceLevelByAnotherName) {
-    EXPECT_EQ(ParLabel(0), "S&ignificance Level");
-    EXPECT_EQ(ParLabel(143), "Error &Level");
+    EXPECT_EQ(ParLabel(Kind::SignificanceLevel), "S&ignificance Level");
+    EXPECT_EQ(ParLabel(Kind::ErrorLevel), "Error &Level");
     for (const auto* texts : {&ParText, &ParXminText, &ParXmaxText, &ParXstepText, &ParZValuesText})
         EXPECT_EQ((*texts)(0), (*texts)(143));
-    EXPECT_EQ(ParMin(0), ParMin(143));
-    EXPECT_EQ(ParMax(0), ParMax(143));
+    EXPECT_EQ(ParMin(Kind::SignificanceLevel), ParMin(Kind::ErrorLevel));
+    EXPECT_EQ(ParMax(Kind::SignificanceLevel), ParMax(Kind::ErrorLevel));
 }
 
 TEST_F(ParameterCatalogue, TwinsAreAlikeInEveryCell) {
@@ -150,7 +151,7 @@ TEST_F(ParameterCatalogue, OnlyTheRangeOfTheShapeHasTooManySteps) {
 }
 
 TEST_F(ParameterCatalogue, HazardDifferenceStartsBelowItsRange) {
-    EXPECT_EQ(ParText(64), "-0.3");
+    EXPECT_EQ(ParText(Kind::H0Rate2Minus1), "-0.3");
     EXPECT_EQ(ParXminText(64), "-0.2");
 }
 

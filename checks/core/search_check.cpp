@@ -54,6 +54,20 @@ class Search : public AnalysisFixture {
     }
 };
 
+// Limits that no number holds are a fault of the narrowing, before any trial value.
+TEST_F(Search, AFaultWhileTheLimitsAreNarrowedIsARunTimeError) {
+    OpenPlan("0.05", "0.80", "0.5", "1");
+    UnknownParNo = PositionOf(Kind::Size2Over1);
+    for (i16 i = 0; i <= NoOfPar; ++i)
+        ParValue(i) = ReadNumber(ParText(ParKind(i)));
+    EXPECT_NO_THROW(FindUnknown());
+    ParValue(UnknownParNo) = 1;
+    ParMax(Kind::Size2) = 1e300; // of which the first size has a share that no number holds
+    ParValue(PositionOf(Kind::Size1)) = 1e-20;
+    EXPECT_THROW(FindUnknown(), RunTimeError);
+    EXPECT_EQ(ParValue(UnknownParNo), 1) << "no value was tried";
+}
+
 // The expected numbers come from checks/reference/search.py, which follows the formulas alone.
 TEST_F(Search, TakesAsManyEvaluationsAsItsStepsSay) {
     f64 root = 0;

@@ -28,7 +28,7 @@ class ShowPar : public AnalysisFixture {
     void OpenTable(i16 windowKind) {
         FileCommand(windowKind);
         NewTest(unpaired);
-        Pick(1, 1);
+        Pick(Group::Mean2, 1);
         AcceptOptions();
     }
 
@@ -332,7 +332,7 @@ TEST_F(ShowPar, AHandMadeChangeOfAGridValueDropsTheGrid) {
     ParKind(4) = 34;
     TypedParText(FixedPar(1), "0.4");
     EXPECT_EQ(HasGridData, False);
-    EXPECT_EQ(ParText(34), "0.4");
+    EXPECT_EQ(ParText(Kind::SdOfMeans), "0.4");
 }
 
 } // namespace

@@ -754,9 +754,9 @@ TEST_F(Statement, MantelHaenszelTest) {
                 {{1, "0.88"}, {307, "0.4"}, {308, "0.2"}, {309, "0.25"}, {320, "200"}});
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 200, the power is 0.88 when testing the null hypothesis "
-              "H0: sum of difference in proportions = 0 (equal distributions) and sum of standard "
-              "deviation of proportions = 0.2 against H1: sum of difference in proportions = 0.4 "
-              "and sum of standard deviation of proportions = 0.25. The test used is "
+              "H0: sum of differences in proportions = 0 (equal distributions) and sum of "
+              "variances of proportions = 0.2 against H1: sum of differences in proportions = 0.4 "
+              "and sum of variances of proportions = 0.25. The test used is "
               "Mantel-Haenszel test, two-sided, at the significance level 0.05. The calculation is "
               "based on the assumption that the number of strata is 4.");
 }

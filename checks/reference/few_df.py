@@ -56,12 +56,13 @@ def add(analysis, tails, groups, values, lost, standardised):
 
 
 def main():
-    for target in (0.15, 0.2, 0.25):
-        add('distribution 10 3 0', 2, '27=0',
-            {0: 0.05, 1: target, 203: 0, 204: 0.3, 212: 1, 213: 1}, 2, 0.3)
-    for target in (0.14, 0.17):
-        add('distribution 10 3 0', 1, '27=0',
-            {0: 0.05, 1: target, 203: 0, 204: 0.2, 212: 1, 213: 1}, 2, 0.2)
+    for analysis in ('distribution 10 3 0', 'menu 170'):
+        for target in (0.15, 0.2, 0.25):
+            add(analysis, 2, '27=0',
+                {0: 0.05, 1: target, 203: 0, 204: 0.3, 212: 1, 213: 1}, 2, 0.3)
+        for target in (0.14, 0.17):
+            add(analysis, 1, '27=0',
+                {0: 0.05, 1: target, 203: 0, 204: 0.2, 212: 1, 213: 1}, 2, 0.2)
     with open('checks/data/validation/few_df.tsv', 'w', encoding='ascii') as out:
         out.write('# Exact values computed by checks/reference/few_df.py.\n')
         out.write('Analysis\tSamples\tTails\tLeft\tChecks\tGroups\tValues\tUnknown\tExact\t'

@@ -184,6 +184,46 @@ correlationWidth <- function(n, r, level) {
   tanh(atanh(r) + h) - tanh(atanh(r) - h)
 }
 
+# Repeated measurements; epsilon from the traces of the centred covariance matrix, its bias from
+# numerical derivatives.
+epsilonOf <- function(roots) sum(roots)^2 / (length(roots) * sum(roots^2))
+biasOf <- function(roots) {
+  h <- 1e-4
+  at <- function(i, x) epsilonOf(replace(roots, i, roots[i] + x))
+  bias <- 0
+  for (i in seq_along(roots)) {
+    first <- (at(i, h) - at(i, -h)) / (2 * h)
+    second <- (at(i, h) - 2 * at(i, 0) + at(i, -h)) / h^2
+    others <- roots[-i]
+    bias <- bias + second * roots[i]^2 + sum(first * roots[i] * others / (roots[i] - others))
+  }
+  bias
+}
+
+oneWithin <- function(n, k, sd, rho, effect) {
+  centre <- diag(k) - 1 / k
+  s <- sd^2 * rho^abs(outer(1:k, 1:k, "-"))
+  roots <- eigen(centre %*% s %*% centre, symmetric = TRUE)$values[1:(k - 1)]
+  e <- epsilonOf(roots) + biasOf(roots / mean(roots)) / (n - 1)
+  fPower(0.05, (k - 1) * e, (k - 1) * (n - 1) * e, n * k * effect^2 / mean(roots) * e, 1)
+}
+interaction <- function(n, a, b, sd, rho, effect) {
+  e <- 1 + 2 * (1 / (b - 1) - 1) / (a * n - 1)
+  fPower(0.05, (a - 1) * (b - 1) * e, (b - 1) * (a * n - a) * e,
+           a * n * b * (effect / sd)^2 / (1 - rho) * e, 1)
+}
+hotelling <- function(n, p, d) fPower(0.05, p, n - p, d * n, 1)
+hotellingTwo <- function(n, p, d) fPower(0.05, p, 2 * n - p - 1, d * n / 2, 1)
+twoGroups <- function(total, b, d) fPower(0.05, b - 1, total - b + 1, d * total / 4, 1)
+
+show(9313, solve(function(n) oneWithin(n, 4, 12, 0.6, 3), 0.90, 5, 500), oneWithin(39, 4, 12, 0.6, 3))
+show(9314, solve(function(n) interaction(n, 2, 4, 8, 0.5, 1.5), 0.80, 5, 500),
+     interaction(21, 2, 4, 8, 0.5, 1.5))
+show(9315, solve(function(n) hotelling(n, 3, 0.487), 0.90, 5, 500), hotelling(20, 3, 0.487))
+show(9316, solve(function(n) hotellingTwo(n, 4, 1), 0.90, 5, 500), hotellingTwo(25, 4, 1))
+show(9317, solve(function(n) hotelling(n, 3, 0.8), 0.90, 5, 500), hotelling(18, 3, 0.8))
+show(9318, solve(function(n) twoGroups(n, 4, 0.8), 0.80, 6, 500), twoGroups(60, 4, 0.8))
+
 show(9801, (2 * qnorm(0.975) / 1)^2, 2 * qnorm(0.975) / sqrt(16))
 show(9802,
      solve(function(n) lognormalWidthProbability(n, 0.6, 0.4, 0.95), 0.90, 10, 1000),
@@ -200,6 +240,135 @@ show(9809,
 show(9811,
      solve(function(n) correlationWidth(n, 0.5, 0.95), 0.2, 5, 10000),
      correlationWidth(100, 0.5, 0.95))
+
+# --- Regression, correlation, crossover designs --------------------------------------------------
+
+slopePower <- function(n, slope = 2)
+  twoSidedT(0.05, slope * 2 * sqrt(n) / 14, n - 2)
+fPower <- function(n, p, m, a, b) {
+  df2 <- n - m - 1
+  pf(qf(0.95, p, df2), p, df2, n * (a^2 - b^2) / (1 - a^2), lower.tail = FALSE)
+}
+wald <- function(alpha, twoSided, b, se0, se1) {
+  z <- qnorm(1 - if (twoSided) alpha / 2 else alpha)
+  pnorm((abs(b) - z * se0) / se1) + if (twoSided) pnorm((-abs(b) - z * se0) / se1) else 0
+}
+hsieh <- function(n, p, ratio, r) {
+  b <- log(ratio)
+  e1 <- exp(-b^2 / 4)
+  d <- (1 + (1 + b^2) * exp(5 * b^2 / 4)) / (1 + e1)
+  unit <- sqrt((1 + 2 * p * d) / (p * (1 - r^2) * n))
+  wald(0.05, FALSE, b, unit, e1 * unit)
+}
+hsiehBinary <- function(n, p, ratio, x, r) {
+  v0 <- 1 / (1 - x) + 1 / x
+  v1 <- 1 / (1 - x) + 1 / (x * ratio)
+  r1 <- v1 * x * (1 - x) * ratio^2 / (1 - x + x * ratio)^2
+  d <- (sqrt(v0) + r1 * sqrt(v1)) / (sqrt(v0) + sqrt(v1))
+  unit <- sqrt((1 + 2 * p * d) / (p * (1 - r^2) * n))
+  wald(0.05, TRUE, log(ratio), sqrt(v0) * unit, sqrt(v1) * unit)
+}
+signorini <- function(n, phi = 1) {
+  v0 <- phi / ((1 - 0.3^2) * n * 0.5)
+  wald(0.05, TRUE, log(1.25), sqrt(v0), sqrt(v0 / exp(log(1.25)^2 / 2)))
+}
+rateRatio <- function(n, phi = 1)
+  wald(0.05, FALSE, log(1.3), sqrt(phi / (0.85 * 0.25 * n)),
+       sqrt(phi * (1 / 0.85 + 1 / (0.85 * 1.3)) / 0.5 / n))
+correlation <- function(n, r) wald(0.05, TRUE, atanh(r) * sqrt(n - 3), 1, 1)
+twoWay <- function(n, effect, sd, model) {
+  df <- if (model == 2) 2 * n - 2 else 4 * n - 3
+  twoSidedT(0.05, effect / (sd * sqrt(2 / n * if (model == 0) 1 else 0.5)), df)
+}
+show(9355, solve(slopePower, 0.90, 5, 300), slopePower(100),
+     solve(function(b) slopePower(100, b), 0.90, 0.1, 5))
+show(9356, solve(function(n) fPower(n, 3, 7, sqrt(0.3), sqrt(0.2)), 0.80, 12, 1000),
+     fPower(100, 3, 7, sqrt(0.3), sqrt(0.2)))
+show(9357, solve(function(n) hsieh(n, 0.07, 1.5, 0), 0.80, 5, 9999),
+     solve(function(n) hsieh(n, 0.07, 1.5, 0.25), 0.80, 5, 9999), hsieh(500, 0.07, 1.5, 0.25))
+show(9358, solve(function(n) hsiehBinary(n, 0.2, 2.2, 0.4, 0.3), 0.80, 5, 9999),
+     hsiehBinary(300, 0.2, 2.2, 0.4, 0.3))
+show(9359, solve(signorini, 0.90, 5, 9999), signorini(300), signorini(300, 1.5))
+show(9360, solve(rateRatio, 0.95, 5, 9999),
+     solve(function(n) rateRatio(n, 1.4), 0.95, 5, 9999), rateRatio(800, 1.4))
+show(9362, solve(function(n) correlation(n, 0.3), 0.80, 5, 999), correlation(120, 0.3),
+     solve(function(r) correlation(120, r), 0.90, 0.01, 0.9))
+show(9370, solve(function(n) twoWay(n, 0.15, 0.32, 2), 0.90, 3, 300), twoWay(55, 0.15, 0.32, 2),
+     solve(function(n) twoWay(n, 0.15, 0.48, 0), 0.90, 100, 300))
+show(9371, solve(function(n) twoWay(n, log(1.25), 0.32, 2), 0.90, 3, 200),
+     twoWay(16, log(1.25), 0.32, 2),
+     exp(solve(function(d) twoWay(16, d, 0.32, 2), 0.90, 0.01, 1)))
+
+# --- Contingency tables, strata, trends ----------------------------------------------------------
+
+chi2Power <- function(df, lambda) pchisq(qchisq(0.95, df), df, lambda, lower.tail = FALSE)
+nonCentrality <- function(p) {
+  e <- outer(rowSums(p), colSums(p)) / sum(p)
+  sum((p - e)^2 / e) / sum(p)
+}
+twoSidedNormal <- function(d, se0, se1) {
+  q <- qnorm(0.975)
+  pnorm((d - q * se0) / se1) + pnorm((-d - q * se0) / se1)
+}
+
+w <- round(sqrt(nonCentrality(rbind(c(5, 3, 2), c(4, 3, 3), c(3, 3, 4)))), 7)
+show(9323, w, solve(function(n) chi2Power(4, 3 * n * w^2), 0.80, 3, 1000),
+     chi2Power(4, 3 * 80 * w^2))
+
+p1 <- c(0.1, 0.2, 0.4)
+p2 <- plogis(qlogis(p1) + log(2))
+part <- c(0.3, 0.3, 0.4)
+average <- (p1 + p2) / 2
+sums <- round(c(sum(part / 4 * (p2 - p1)), sum(part / 4 * average * (1 - average)),
+                sum(part / 8 * (p1 * (1 - p1) + p2 * (1 - p2)))), 7)
+strataPower <- function(n)
+  twoSidedNormal(sums[1] - 0.5 / n, sqrt(sums[2] / n), sqrt(sums[3] / n))
+show(9324, sums, solve(strataPower, 0.80, 3, 10000), strataPower(400))
+
+p <- c(0.05, 0.08, 0.12, 0.2)
+x <- 0:3 - 1.5
+terms <- round(c(mean(x * p), mean(p), mean(x^2 * p * (1 - p)), mean(x^2)), 7)
+trendPower <- function(n)
+  twoSidedNormal(terms[1], sqrt(terms[2] * (1 - terms[2]) * terms[4] / n), sqrt(terms[3] / n))
+show(9325, terms, solve(trendPower, 0.85, 3, 10000), trendPower(300))
+
+p <- rbind(c(0.25, 0.1, 0.05), c(0.05, 0.25, 0.1), c(0.02, 0.05, 0.13))
+d <- (rowSums(p) - colSums(p))[1:2]
+v <- -(p + t(p))
+diag(v) <- rowSums(p) + colSums(p) - 2 * diag(p)
+lambda <- round(c(d %*% base::solve(v[1:2, 1:2], d)), 7)
+show(9406, lambda, solve(function(n) chi2Power(2, n * lambda), 0.80, 3, 1000),
+     chi2Power(2, 200 * lambda))
+
+lambda <- round(nonCentrality(rbind(c(0.15, 0.15, 0.1), c(0.15, 0.2, 0.25))), 7)
+show(9411, lambda, solve(function(n) chi2Power(2, n * lambda), 0.80, 3, 1000),
+     chi2Power(2, 200 * lambda))
+
+# --- General crossover designs -------------------------------------------------------------------
+
+# Information of a design on its treatments, by the projection off subjects, periods and carryover.
+information <- function(design, carryover) {
+  cells <- data.frame(s = factor(row(design)), p = factor(col(design)))
+  z <- model.matrix(~ s + p, cells)
+  indicators <- function(x) sapply(seq_len(max(design)), function(k) as.numeric(x == k))
+  if (carryover) z <- cbind(z, indicators(cbind(0, design[, -ncol(design)])))
+  x <- qr.resid(qr(z), indicators(design))
+  crossprod(x)
+}
+# C is singular in the direction of equal effects only.
+designVariance <- function(information, weights)
+  c(weights %*% base::solve(information + 1, weights))
+four <- rbind(c(1, 4, 2, 3), c(2, 1, 3, 4), c(3, 2, 4, 1), c(4, 3, 1, 2))
+three <- rbind(1:3, c(2, 3, 1), c(3, 1, 2), c(1, 3, 2), c(2, 1, 3), 3:1)
+v4 <- round(designVariance(information(four, TRUE), c(-1, 0, 0, 1)), 7)
+v3 <- round(designVariance(information(three, FALSE), c(-1, 1, 0)), 7)
+williamsT <- function(n) twoSidedT(0.05, 0.5 / (0.8 * sqrt(v4 / n)), 12 * n - 9)
+williamsTost <- function(n) {
+  e <- 0.25 * sqrt(v3 / n)
+  tostT(0.05, log(0.95 / 0.8) / e, log(1.25 / 0.95) / e, 12 * n - 4)
+}
+show(9372, solve(williamsT, 0.90, 2, 100), williamsT(12))
+show(9373, solve(williamsTost, 0.90, 2, 100), williamsTost(5))
 
 # --- Tables and graphs ---------------------------------------------------------------------------
 

@@ -7,10 +7,11 @@ two one-sided t-tests, from the integral over the distribution of the estimated 
 found in integers. Other unknowns are found with Brent's method on the exact power.
 help_examples.R confirms them.
 
-Needs Python 3 with scipy.
+Needs Python 3 with numpy and scipy.
 """
 import math
 from fractions import Fraction
+import numpy as np
 from scipy import integrate, optimize, stats
 
 
@@ -272,6 +273,71 @@ covariate = 4 / 15 / math.sqrt(1 - 0.6 ** 2)
 show(9431,
      solve(lambda n: f_power(0.05, 2, 3 * n - 4, 3 * n, covariate), 0.90, 3, 500),
      f_power(0.05, 2, 176, 180, covariate))
+# --- Repeated measurements ----------------------------------------------------------------------
+
+def auto_correlation(k, sd, rho):
+    return sd ** 2 * np.array([[rho ** abs(i - j) for j in range(k)] for i in range(k)])
+
+
+def roots_of_contrasts(s):
+    """Eigenvalues among any orthonormal contrasts: those of the centred matrix but for one 0."""
+    k = len(s)
+    centre = np.eye(k) - 1 / k
+    return np.linalg.eigvalsh(centre @ s @ centre)[1:]
+
+
+def epsilon_and_bias(roots):
+    m = len(roots)
+    a, b = roots.sum(), (roots ** 2).sum()
+    first = 2 / m * (a / b - a * a * roots / b ** 2)
+    second = 2 / m * (4 * roots ** 2 * a * a / b ** 3 + 1 / b - 4 * roots * a / b ** 2 - a * a / b ** 2)
+    bias = (second * roots ** 2).sum()
+    for i in range(m):
+        for j in range(m):
+            if abs(roots[i] - roots[j]) > 1e-6:
+                bias += first[i] * roots[i] * roots[j] / (roots[i] - roots[j])
+    return a * a / b / m, bias
+
+
+def one_within(n, k, sd, rho, effect, alpha=0.05):
+    roots = roots_of_contrasts(auto_correlation(k, sd, rho))
+    eps, bias = epsilon_and_bias(roots / roots.mean())
+    e = eps + bias / (n - 1)
+    return f_power(alpha, (k - 1) * e, (k - 1) * (n - 1) * e, n * k * effect ** 2 / roots.mean() * e, 1)
+
+
+def interaction(n, a, b, sd, rho, effect, alpha=0.05):
+    """n in each group, equal correlations: epsilon 1, its bias that of equal roots."""
+    e = 1 + 2 * (1 / (b - 1) - 1) / (a * n - 1)
+    lam = a * n * b * (effect / sd) ** 2 / (1 - rho)
+    return f_power(alpha, (a - 1) * (b - 1) * e, (b - 1) * (a * n - a) * e, lam * e, 1)
+
+
+def hotelling(n, p, d, alpha=0.05):
+    return f_power(alpha, p, n - p, d * n, 1)
+
+
+def hotelling_two(n, p, d, alpha=0.05):
+    return f_power(alpha, p, 2 * n - p - 1, d * n / 2, 1)
+
+
+def two_groups_interaction(total, b, d, alpha=0.05):
+    return f_power(alpha, b - 1, total - b + 1, d * total / 4, 1)
+
+
+show(9313,
+     solve(lambda n: one_within(n, 4, 12, 0.6, 3), 0.90, 5, 500), one_within(39, 4, 12, 0.6, 3))
+show(9314,
+     solve(lambda n: interaction(n, 2, 4, 8, 0.5, 1.5), 0.80, 5, 500),
+     interaction(21, 2, 4, 8, 0.5, 1.5))
+show(9315, solve(lambda n: hotelling(n, 3, 0.487), 0.90, 5, 500), hotelling(20, 3, 0.487))
+show(9316, solve(lambda n: hotelling_two(n, 4, 1), 0.90, 5, 500), hotelling_two(25, 4, 1))
+show(9317, solve(lambda n: hotelling(n, 3, 0.8), 0.90, 5, 500), hotelling(18, 3, 0.8))
+show(9318,
+     solve(lambda n: two_groups_interaction(n, 4, 0.8), 0.80, 6, 500),
+     two_groups_interaction(60, 4, 0.8))
+
+
 show(9801, (2 * z(0.975) / 1) ** 2, 2 * z(0.975) / math.sqrt(16))
 show(9802,
      solve(lambda n: lognormal_width_probability(n, 0.6, 0.4, 0.95), 0.90, 10, 1000),
@@ -288,3 +354,194 @@ show(9809,
 show(9811,
      -solve(lambda n: -correlation_width(-n, 0.5, 0.95), -0.2, -10000, -5),
      correlation_width(100, 0.5, 0.95))
+
+
+# --- Regression, correlation, crossover designs -------------------------------------------------
+
+def slope_power(n, slope=2.0, residual=14.0, sd=2.0):
+    return two_sided_t(0.05, slope * sd * math.sqrt(n) / residual, n - 2)
+
+
+def f_power(n, p, m, a, b):
+    df2 = n - m - 1
+    effect = (a * a - b * b) / (1 - a * a)
+    return stats.ncf.sf(stats.f.ppf(0.95, p, df2), p, df2, n * effect)
+
+
+def wald(alpha, two_sided, b, se0, se1):
+    z = stats.norm.ppf(1 - (alpha / 2 if two_sided else alpha))
+    other = stats.norm.cdf((-abs(b) - z * se0) / se1) if two_sided else 0
+    return stats.norm.cdf((abs(b) - z * se0) / se1) + other
+
+
+def hsieh(n, p, ratio, r):
+    """One-sided 0.05, normal covariate."""
+    b = math.log(ratio)
+    e1 = math.exp(-b * b / 4)
+    d = (1 + (1 + b * b) * math.exp(5 * b * b / 4)) / (1 + e1)
+    unit = math.sqrt((1 + 2 * p * d) / (p * (1 - r * r) * n))
+    return wald(0.05, False, b, unit, e1 * unit)
+
+
+def hsieh_binary(n, p, ratio, x, r):
+    """Two-sided 0.05, binary covariate."""
+    v0, v1 = 1 / (1 - x) + 1 / x, 1 / (1 - x) + 1 / (x * ratio)
+    r1 = v1 * x * (1 - x) * ratio**2 / (1 - x + x * ratio)**2
+    d = (math.sqrt(v0) + r1 * math.sqrt(v1)) / (math.sqrt(v0) + math.sqrt(v1))
+    unit = math.sqrt((1 + 2 * p * d) / (p * (1 - r * r) * n))
+    return wald(0.05, True, math.log(ratio), math.sqrt(v0) * unit, math.sqrt(v1) * unit)
+
+
+def signorini(n, rate, ratio, time, r=0.0, phi=1.0):
+    """Two-sided 0.05, normal covariate."""
+    b = math.log(ratio)
+    v0 = phi / ((1 - r * r) * n * time * rate)
+    return wald(0.05, True, b, math.sqrt(v0), math.sqrt(v0 / math.exp(b * b / 2)))
+
+
+def rate_ratio(n, rate, ratio, x, time, phi=1.0):
+    """One-sided 0.05, binary covariate."""
+    v0 = phi / (rate * x * (1 - x) * n * time)
+    v1 = phi * (1 / rate / (1 - x) + 1 / (rate * ratio) / x) / (n * time)
+    return wald(0.05, False, math.log(ratio), math.sqrt(v0), math.sqrt(v1))
+
+
+def correlation(n, null, truth):
+    shift = (math.atanh(truth) - math.atanh(null)) * math.sqrt(n - 3)
+    return wald(0.05, True, shift, 1, 1)
+
+
+def two_way(n, effect, sd, model):
+    """n subjects in each sequence, two-sided 0.05."""
+    df = 2 * n - 2 if model == 2 else 4 * n - 3
+    return two_sided_t(0.05, effect / (sd * math.sqrt(2 / n * (1 if model == 0 else 0.5))), df)
+
+
+show(9355,
+     solve(slope_power, 0.90, 5, 300),
+     slope_power(100),
+     solve(lambda b: slope_power(100, b), 0.90, 0.1, 5))
+show(9356,
+     solve(lambda n: f_power(n, 3, 7, math.sqrt(0.3), math.sqrt(0.2)), 0.80, 12, 1000),
+     f_power(100, 3, 7, math.sqrt(0.3), math.sqrt(0.2)))
+show(9357,
+     solve(lambda n: hsieh(n, 0.07, 1.5, 0), 0.80, 5, 9999),
+     solve(lambda n: hsieh(n, 0.07, 1.5, 0.25), 0.80, 5, 9999),
+     hsieh(500, 0.07, 1.5, 0.25))
+show(9358,
+     solve(lambda n: hsieh_binary(n, 0.2, 2.2, 0.4, 0.3), 0.80, 5, 9999),
+     hsieh_binary(300, 0.2, 2.2, 0.4, 0.3))
+show(9359,
+     solve(lambda n: signorini(n, 0.5, 1.25, 1, 0.3), 0.90, 5, 9999),
+     signorini(300, 0.5, 1.25, 1, 0.3),
+     signorini(300, 0.5, 1.25, 1, 0.3, 1.5))
+show(9360,
+     solve(lambda n: rate_ratio(n, 0.85, 1.3, 0.5, 1), 0.95, 5, 9999),
+     solve(lambda n: rate_ratio(n, 0.85, 1.3, 0.5, 1, 1.4), 0.95, 5, 9999),
+     rate_ratio(800, 0.85, 1.3, 0.5, 1, 1.4))
+show(9362,
+     solve(lambda n: correlation(n, 0, 0.3), 0.80, 5, 999),
+     correlation(120, 0, 0.3),
+     solve(lambda r: correlation(120, 0, r), 0.90, 0.01, 0.9))
+show(9370,
+     solve(lambda n: two_way(n, 0.15, 0.32, 2), 0.90, 3, 300),
+     two_way(55, 0.15, 0.32, 2),
+     solve(lambda n: two_way(n, 0.15, 0.48, 0), 0.90, 100, 300))
+show(9371,
+     solve(lambda n: two_way(n, math.log(1.25), 0.32, 2), 0.90, 3, 200),
+     two_way(16, math.log(1.25), 0.32, 2),
+     math.exp(solve(lambda d: two_way(16, d, 0.32, 2), 0.90, 0.01, 1)))
+
+
+# --- Contingency tables, strata, trends ---------------------------------------------------------
+
+def chi2_power(alpha, df, lam):
+    return stats.ncx2.sf(stats.chi2.isf(alpha, df), df, lam)
+
+
+def homogeneity(p):
+    """Cohen's w of groups of equal size."""
+    average = [sum(column) / len(p) for column in zip(*p)]
+    return math.sqrt(sum((x - m) ** 2 / m for row in p for x, m in zip(row, average)) / len(p))
+
+
+def independence(p):
+    rows, columns = [sum(row) for row in p], [sum(column) for column in zip(*p)]
+    return sum((x - r * c) ** 2 / (r * c) for row, r in zip(p, rows) for x, c in zip(row, columns))
+
+
+def marginal_homogeneity(p):
+    """Stuart (1955), three categories: d' V^-1 d with the inverse of a 2 x 2 matrix."""
+    d = [sum(p[i]) - sum(row[i] for row in p) for i in range(2)]
+    v = [sum(p[i]) + sum(row[i] for row in p) - 2 * p[i][i] for i in range(2)]
+    c = -(p[0][1] + p[1][0])
+    return (d[0] ** 2 * v[1] - 2 * d[0] * d[1] * c + d[1] ** 2 * v[0]) / (v[0] * v[1] - c * c)
+
+
+def strata_sums(strata, odds_ratio):
+    """Groups of equal size in strata (p1, part of all subjects)."""
+    a = b = c = 0
+    for p1, t in strata:
+        o = odds_ratio * p1 / (1 - p1)
+        p2 = o / (1 + o)
+        p = (p1 + p2) / 2
+        a += t / 4 * (p2 - p1)
+        b += t / 4 * p * (1 - p)
+        c += t / 8 * (p1 * (1 - p1) + p2 * (1 - p2))
+    return a, b, c
+
+
+def trend_sums(p, x):
+    """Groups of equal size."""
+    k = len(p)
+    m = sum(x) / k
+    return (sum((xi - m) * pi for xi, pi in zip(x, p)) / k, sum(p) / k,
+            sum((xi - m) ** 2 * pi * (1 - pi) for xi, pi in zip(x, p)) / k,
+            sum((xi - m) ** 2 for xi in x) / k)
+
+
+def two_sided_normal(alpha, delta, se0, se1, correction=0):
+    q = stats.norm.isf(alpha / 2)
+    d = abs(delta) - correction
+    return stats.norm.cdf((d - q * se0) / se1) + stats.norm.sf((d + q * se0) / se1)
+
+
+def trend_power(n, a, p, c, b):
+    return two_sided_normal(0.05, a, math.sqrt(p * (1 - p) * b / n), math.sqrt(c / n))
+
+
+def strata_power(n, a, b, c, correction=0.0):
+    return two_sided_normal(0.05, a, math.sqrt(b / n), math.sqrt(c / n), correction / n)
+
+
+W = round(homogeneity(((0.5, 0.3, 0.2), (0.4, 0.3, 0.3), (0.3, 0.3, 0.4))), 7)
+show(9323, W, solve(lambda n: chi2_power(0.05, 4, 3 * n * W ** 2), 0.80, 3, 1000),
+     chi2_power(0.05, 4, 3 * 80 * W ** 2))
+SUMS = [round(x, 7) for x in strata_sums(((0.1, 0.3), (0.2, 0.3), (0.4, 0.4)), 2)]
+show(9324, *SUMS, solve(lambda n: strata_power(n, *SUMS, 0.5), 0.80, 3, 10000),
+     strata_power(400, *SUMS, 0.5))
+TERMS = [round(x, 7) for x in trend_sums((0.05, 0.08, 0.12, 0.2), (0, 1, 2, 3))]
+show(9325, *TERMS, solve(lambda n: trend_power(n, *TERMS), 0.85, 3, 10000),
+     trend_power(300, *TERMS))
+LAMBDA = round(marginal_homogeneity(((0.25, 0.1, 0.05), (0.05, 0.25, 0.1), (0.02, 0.05, 0.13))), 7)
+show(9406, LAMBDA, solve(lambda n: chi2_power(0.05, 2, n * LAMBDA), 0.80, 3, 1000),
+     chi2_power(0.05, 2, 200 * LAMBDA))
+LAMBDA = round(independence(((0.15, 0.15, 0.1), (0.15, 0.2, 0.25))), 7)
+show(9411, LAMBDA, solve(lambda n: chi2_power(0.05, 2, n * LAMBDA), 0.80, 3, 1000),
+     chi2_power(0.05, 2, 200 * LAMBDA))
+
+
+# --- General crossover designs ------------------------------------------------------------------
+
+def williams_t(n):
+    """Four treatments, carryover, variance 0.55 due to the design (crossover.py)."""
+    return two_sided_t(0.05, 0.5 / (0.8 * math.sqrt(0.55 / n)), 12 * n - 9)
+
+
+def williams_tost(n):
+    e = 0.25 * math.sqrt(0.3333333 / n)
+    return tost_t(0.05, math.log(0.95 / 0.8) / e, math.log(1.25 / 0.95) / e, 12 * n - 4)
+
+
+show(9372, solve(williams_t, 0.90, 2, 100), williams_t(12))
+show(9373, solve(williams_tost, 0.90, 2, 100), williams_tost(5))

@@ -6,6 +6,7 @@
 #include "core/catalogue.h"
 #include "core/platform.h"
 #include "core/records.h"
+#include "core/setup.h"
 #include "core/showpar.h"
 #include "tour/hands.h"
 #include "ui/application.h"
@@ -19,6 +20,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -245,6 +247,51 @@ void TakeCalculation(frmMain& window, Photographer& photographer) {
     photographer.TakeAll("main-calculation");
 }
 
+// The means of five groups, from which the effect of an analysis of variance derives, and the first
+// two of the grids of a distance of measurements that are repeated.
+void TakeGrids(frmMain& window, Photographer& photographer) {
+    constexpr i16 oneWay = 10;
+    constexpr i16 hotelling = 30;
+    constexpr const char* means[] = {"128.5", "124", "121.5", "119", "118"};
+    photographer.Trigger("mnuFile(0)");
+    NewTest(oneWay);
+    hands::Click(Floating(window, FloatingWindow::Options), "cmdOK");
+    const auto press = [&window](const char* box) {
+        QWidget* value = hands::Control(*window.CurrentChild(), box);
+        value->setFocus();
+        QTest::keyClick(value, Qt::Key_F2);
+    };
+    hands::WhenModal("frmGridTable", [&](QWidget& grid) {
+        QWidget* text = hands::Control(grid, "txtText");
+        for (const char* mean : means) {
+            QTest::keyClicks(text, mean);
+            if (mean != std::end(means)[-1])
+                QTest::keyClick(text, Qt::Key_Return);
+        }
+        photographer.Take("frmGridTable", grid);
+        hands::Click(grid, "cmdOK");
+    });
+    press("txtParValue(2)");
+    photographer.Take("frmCalc-blue", *window.CurrentChild()->parentWidget());
+    photographer.Trigger("mnuShowGrids");
+    photographer.Take("frmGridTable0", Floating(window, FloatingWindow::Grid));
+    NewTest(hotelling);
+    hands::Click(Floating(window, FloatingWindow::Options), "cmdOK");
+    hands::WhenModal("frmGridTable", [&](QWidget& grid) {
+        QApplication::clipboard()->setText("0\t0\t0\t0\t0\n2\t1.5\t1\t1\t0.5\n");
+        QTest::keyClick(hands::Control(grid, "txtText"), Qt::Key_V, Qt::ControlModifier);
+        hands::WhenModal("frmGridTable", [&](QWidget& next) {
+            QTest::keyClicks(hands::Control(next, "txtText"), "0.5");
+            photographer.Take("frmGridTable-matrix", next);
+            hands::Click(next, "cmdCancel");
+        });
+        hands::Click(grid, "cmdOK");
+    });
+    press("txtParValue(2)");
+    AnalysisState(AnalysisNo).Changed = False;
+    window.CurrentChild()->parentWidget()->close();
+}
+
 void TakeFiles(Photographer& photographer) {
     const QString path = QDir::home().filePath("Blood pressure.dim");
     WriteAnalysisFile(FromQt(path));
@@ -309,6 +356,10 @@ void TakeGraph(frmMain& window, Photographer& photographer) {
     menu->popup(QPoint(100, 100));
     photographer.Take("mnuOutput", *menu);
     menu->close();
+    menu = window.findChild<QMenu*>("mnuWindowHead");
+    menu->popup(QPoint(100, 100));
+    photographer.Take("mnuWindow", *menu);
+    menu->close();
 }
 
 void TakePictures(frmMain& window, const QString& folder) {
@@ -323,6 +374,7 @@ void TakePictures(frmMain& window, const QString& folder) {
     photographer.Take("frmSplash", splash);
     photographer.TakeModal("frmAbout", "frmAbout", [&window] { frmAbout(&window).exec(); });
     TakeCalculation(window, photographer);
+    TakeGrids(window, photographer);
     TakeFiles(photographer);
     TakeHelp(photographer);
     TakeTable(window, photographer);

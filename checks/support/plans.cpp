@@ -66,7 +66,7 @@ Values PlanOfMeans(const AnalysisChoice& choice) {
                   {Kind::Sd2Minus1, "0.2"},
                   {Kind::Sd2Over1, "1.2"},
                   {Kind::Shape, "0.6"},
-                  {Kind::LogSd, "0.3"},
+                  {Kind::LogSd, equivalence ? "0.3" : "0.6"},
                   {Kind::CoefficientOfVariation, "0.3"},
                   {Kind::Size1, "50"},
                   {Kind::Size2, "50"},
@@ -490,10 +490,16 @@ Values PlanOfProportionTest(const AnalysisChoice& choice) {
 
 // --- All ----------------------------------------------------------------------------------------
 
-// Menu numbers: t-tests and tests of medians, of equivalence and of non-inferiority; chi-square and
-// exact tests of proportions, of pairs, of equivalence and of non-inferiority.
-constexpr std::initializer_list<i16> meansMenus{0, 1, 800, 801, 810, 811, 830, 831};
+// Menu numbers: t-tests, crossover designs and tests of medians, of equivalence and of
+// non-inferiority; chi-square and exact tests of proportions, of pairs, of equivalence and of
+// non-inferiority.
+constexpr std::initializer_list<i16> meansMenus{0, 1, 230, 231, 800, 801, 810, 811, 830, 831};
 constexpr std::initializer_list<i16> proportionsMenus{70, 80, 100, 111, 802, 803, 832, 833};
+
+// Analyses of variance of repeated measurements, Hotelling's test, multivariate ones.
+constexpr std::initializer_list<i16> repeatedMenus{20, 21, 30, 31, 40, 41};
+constexpr i16 repeatedBetweenMenu = 21;
+constexpr i16 multivariateBetweenMenu = 41;
 
 bool IsIn(const AnalysisChoice& choice, std::initializer_list<i16> menus) {
     return std::ranges::find(menus, choice.MenuNo) != menus.end();
@@ -545,11 +551,30 @@ Values PlanOfExponentialSurvival(const AnalysisChoice& choice) {
     return values;
 }
 
+// Repeated measurements show more with fewer subjects, and the multivariate test has two groups.
+Values PlanOfRepeated(const AnalysisChoice& choice) {
+    Values values = PlanOfTheTable(choice);
+    Add(values, {{Kind::LevelsA, "2"}});
+    if (choice.MenuNo == repeatedBetweenMenu) {
+        const std::string effect =
+            Option(choice, Group::TestedBetweenOrWithin) == 0 ? "0.2" : "0.12";
+        Add(values, {{Kind::LevelsA, "3"},
+                     {Kind::Size1, "10"},
+                     {Kind::Size2, "10"},
+                     {Kind::SdOfMeans, effect},
+                     {Kind::AnyMeanDifference, effect},
+                     {Kind::MinMeanDifference, effect}});
+    }
+    return values;
+}
+
 Values TextsOf(const AnalysisChoice& choice) {
     if (IsTestOfMeans(choice))
         return PlanOfMeans(choice);
     if (IsIn(choice, exponentialMenus))
         return PlanOfExponentialSurvival(choice);
+    if (IsIn(choice, repeatedMenus))
+        return PlanOfRepeated(choice);
     if (choice.MenuNo >= 0)
         return PlanOfTheTable(choice);
     if (choice.ProcedureNo != ProcedureTest)
@@ -657,6 +682,12 @@ std::set<i16> Unsolvable(const AnalysisChoice& choice) {
     if (isPaired && Option(choice, Group::Proportion2) == 1 &&
         Option(choice, Group::Discordant) != 0)
         kinds.insert(Kind::H1Proportion1);
+    // What the standard deviation of a linear combination is derived with; and there are two
+    // groups.
+    if (IsIn(choice, repeatedMenus) && Has(choice, Check::LinearCombination))
+        kinds.insert({Kind::Sd, Kind::Correlation, Kind::WithinLevels});
+    if (choice.MenuNo == multivariateBetweenMenu)
+        kinds.insert(Kind::LevelsA);
     return kinds;
 }
 

@@ -142,7 +142,7 @@ bool IsFixedText(const std::string& text, const std::vector<std::string>& ownMes
     static const std::regex failure("Can't Be Calculated\\.( Please Check if TickBox 'Reject in "
                                     "Left Tail' Should Be (UnT|T)icked\\.)?");
     static const std::regex range(
-        ".+ Has To Be (Less|Greater) Than or Equal to -?[0-9]+(\\.[0-9]+)?\\.");
+        ".+ Has To Be ((Less|Greater) Than or )?Equal to -?[0-9]+(\\.[0-9]+)?\\.");
     return std::regex_match(text, failure) || std::regex_match(text, range) ||
            std::find(ownMessages.begin(), ownMessages.end(), text) != ownMessages.end();
 }
@@ -387,7 +387,7 @@ void ExpectSmallSizesFound(i16 sizeKind, const AnalysisChoice& choice, const Val
     constexpr f64 least = 3.9;
     constexpr f64 most = 24;
     constexpr f64 step = 0.37;
-    for (f64 n = least; n < most; n += step) {
+    for (f64 n = MaxOf(least, lower); n < most; n += step) {
         ParValue(size) = n;
         UnknownParNo = PowerParNo;
         const f64 result = SolveUnknown();

@@ -97,15 +97,16 @@ void TickChecks(const std::vector<i16>& kinds) {
     }
 }
 
-void PickOptions(const std::map<i16, i16>& groups) {
-    for (const auto& [group, option] : groups) {
-        i16 position = 0;
-        while (position < NoOfIntPar && IntParList(position) != group)
-            ++position;
-        if (position == NoOfIntPar)
-            throw std::runtime_error("group " + std::to_string(group) + " is not offered");
-        ChooseIntPar(position, option);
-    }
+// In the order of the window: an option may be what offers the groups after it.
+void PickOptions(std::map<i16, i16> groups) {
+    for (i16 position = 0; position < NoOfIntPar; ++position)
+        if (const auto group = groups.find(IntParList(position)); group != groups.end()) {
+            ChooseIntPar(position, group->second);
+            groups.erase(group);
+        }
+    if (!groups.empty())
+        throw std::runtime_error("group " + std::to_string(groups.begin()->first) +
+                                 " is not offered");
 }
 
 // What replaces the patients takes groups and check boxes out of reach.

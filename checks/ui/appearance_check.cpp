@@ -1,6 +1,7 @@
 // What is drawn: nothing cut, everything legible, in light and dark palettes, with large fonts and
 // at twice the resolution (for which this suite runs a second time).
 #include "core/analysis_state.h"
+#include "core/kinds.h"
 #include "ui/childwindow.h"
 #include "ui/frmnewwindow.h"
 #include "ui/qttext.h"
@@ -95,7 +96,7 @@ class Appearance : public WindowCheck {
         HasGridData = True;
         for (const int blue : {2, int{UnknownParNo}}) {
             ParKind(blue) = 34;
-            ParText(34) = "1";
+            ParText(Kind::SdOfMeans) = "1";
             for (const i16 calculated : {True, False}) {
                 Calculated = calculated;
                 Child().Refresh();

@@ -77,6 +77,10 @@ class ExampleInWindows : public WindowCheck,
             ChooseParameter(example.Parameter);
         Choose(example.Procedure);
         Choose(example.Samples);
+        // Some tails are there only once a box is ticked.
+        const bool tailsWait = !example.Tails.empty() && !Option(example.Tails)->isEnabled();
+        if (tailsWait)
+            Tick(example.Ticked);
         Choose(example.Tails);
         if (example.LeftTail)
             Choose("Reject in Left Tail");

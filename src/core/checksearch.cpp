@@ -106,6 +106,17 @@ bool CheckRange(i16 i, f64 min, f64 max) {
     return CheckLimits(i, min, max, !reachesMin, !reachesMax);
 }
 
+bool CheckEqual(i16 i, f64 required) {
+    if (!CheckPresent(i))
+        return false;
+    if (ParValue(i) == required)
+        return true;
+    refused = i;
+    ShowMessage(StripAmpersand(ParLabel(ParKind(i))) + " Has To Be Equal to " +
+                LimitText(required) + ".");
+    return false;
+}
+
 bool CheckPair(i16 i, i16 j, f64 min, f64 max, Form form) {
     if (j == UnknownParNo)
         return true;

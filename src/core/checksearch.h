@@ -11,8 +11,11 @@ namespace quorvanta {
 // kind may be reached in 32 bits, any other one has to be in 64.
 bool CheckRange(i16 i, f64 min, f64 max);
 
-// The parameter that the last message of CheckRange was about; -1 if there was none since
-// ForgetRefused.
+// Is the value of parameter i this one? Shows a message and returns false if not.
+bool CheckEqual(i16 i, f64 required);
+
+// The parameter that the last message of CheckRange or CheckEqual was about; -1 if there was none
+// since ForgetRefused.
 i16 RefusedParNo();
 void ForgetRefused();
 

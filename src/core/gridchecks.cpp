@@ -48,6 +48,21 @@ bool IsLastCell(const GridCells& cells, i16 row, i16 column) {
     return row == cells.Rows() && column == cells.Columns();
 }
 
+bool HasNumber(const GridCells& cells, i16 number) {
+    for (i16 i = 1; i <= cells.Rows(); ++i)
+        for (i16 j = 1; j <= cells.Columns(); ++j)
+            if (cells.Value(i, j) == static_cast<f32>(number))
+                return true;
+    return false;
+}
+
+bool HasAllNumbers(const GridCells& cells, i16 last) {
+    for (i16 number = 1; number <= last; ++number)
+        if (!HasNumber(cells, number))
+            return false;
+    return true;
+}
+
 // --- Covariance matrices ------------------------------------------------------------------------
 
 constexpr f64 LargestCorrelation = 1;
@@ -123,6 +138,20 @@ GridCheck AllOf(std::initializer_list<GridCheck> checks) {
             if (!check(cells, row, column, leaving))
                 return false;
         return true;
+    };
+}
+
+GridCheck InRow(i16 only, GridCheck check) {
+    return [only, check = std::move(check)](const GridCells& cells, i16 row, i16 column,
+                                            Leaving leaving) {
+        return row != only || check(cells, row, column, leaving);
+    };
+}
+
+GridCheck InColumns(i16 first, i16 last, GridCheck check) {
+    return [first, last, check = std::move(check)](const GridCells& cells, i16 row, i16 column,
+                                                   Leaving leaving) {
+        return column < first || column > last || check(cells, row, column, leaving);
     };
 }
 
@@ -259,6 +288,22 @@ GridCheck IntegerCells(i16 limit) {
         return isGood || Refuse("Numbers in Row" + After(f64{static_cast<f32>(row)}) +
                                 " Must Be Integers between 1 and" + After(limit));
     };
+}
+
+GridCheck TreatmentCells(i16 treatments) {
+    const auto isNumber = [treatments](f32 x) {
+        return x == std::floor(x) && x >= 0 && x <= static_cast<f32>(treatments);
+    };
+    const auto words = [treatments](i16, i16) {
+        return "Improper Treatment Numbers. Must Be 1,...," + After(treatments);
+    };
+    return AllOf({CellCheck(isNumber, words),
+                  [treatments](const GridCells& cells, i16 row, i16 column, Leaving leaving) {
+                      const bool isEnd = leaving == Leaving::Grid && IsLastCell(cells, row, column);
+                      return !isEnd || HasAllNumbers(cells, treatments) ||
+                             Refuse("Treatment Numbers Must Be Consecutive up to" +
+                                    After(treatments) + " and  Washout = 0.");
+                  }});
 }
 
 GridCheck CovarianceMatrix() {

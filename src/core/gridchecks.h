@@ -12,6 +12,10 @@ namespace quorvanta {
 // All of the checks, one after the other, up to the first that refuses.
 GridCheck AllOf(std::initializer_list<GridCheck> checks);
 
+// The check of the cells of one row, or of the columns first to last; other cells pass.
+GridCheck InRow(i16 row, GridCheck check);
+GridCheck InColumns(i16 first, i16 last, GridCheck check);
+
 // 0 to 1.
 GridCheck ProportionCells();
 // Above 0 and below the limit.
@@ -40,6 +44,8 @@ GridCheck CellsAddToOne();
 GridCheck IncreasingRows();
 // Whole numbers from 1 to the limit.
 GridCheck IntegerCells(i16 limit);
+// Numbers of treatments from 1 on, each of them somewhere, and 0 for none.
+GridCheck TreatmentCells(i16 treatments);
 
 // A matrix of variances and covariances, or one of correlations: no two variables correlate beyond
 // 1 and, of the whole matrix, no two do when those before them are held fixed, so that it is

@@ -310,7 +310,8 @@ std::string GridAsText() {
 }
 
 std::string RowSumText(i16 row) {
-    if (!CurrentGrid().RowSum)
+    const Grid& grid = CurrentGrid();
+    if (!grid.RowSum || (grid.RowOfSum != 0 && grid.RowOfSum != row))
         return "";
     return "Sum: " + CellText(static_cast<f32>(GridCells(GridText).RowSum(row)));
 }

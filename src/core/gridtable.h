@@ -68,6 +68,7 @@ struct Grid {
     bool Symmetric = false;      // a cell and its mirror image are the same
     std::string Diagonal = "";   // of a symmetric grid: what it holds, if it is not to be entered
     std::optional<f64> RowSum{}; // what a row has to add up to: its sum is shown beside it
+    i16 RowOfSum = 0;            // the only row that has to; 0: each
     std::string Start = "";      // of a cell that was never filled
 };
 

@@ -28,6 +28,8 @@ inline constexpr i16 Size2 = 37;
 inline constexpr i16 Size2Minus1 = 38;
 inline constexpr i16 Size2Over1 = 5;
 inline constexpr i16 SizeFrom4 = 14; // of a statistic that needs four subjects
+inline constexpr i16 Size1From4 = 39;
+inline constexpr i16 Size2From4 = 42;
 inline constexpr i16 SequenceSize1 = 322;
 inline constexpr i16 SequenceSize2 = 323;
 inline constexpr i16 SequenceSize2Minus1 = 324;
@@ -212,12 +214,46 @@ inline constexpr i16 H1CorrelationOverH0 = 188;
 inline constexpr i16 CorrelationLeftLimit = 194;
 inline constexpr i16 CorrelationRightLimit = 195;
 inline constexpr i16 Correlation = 220;
+inline constexpr i16 H0Correlation2Minus1 = 189;
+inline constexpr i16 H1Correlation1 = 190;
+inline constexpr i16 H1Correlation2 = 191;
+inline constexpr i16 H1Correlation2Minus1 = 192;
+inline constexpr i16 H1Correlation2Over1 = 193;
 inline constexpr i16 H0Slope = 203;
 inline constexpr i16 H1Slope = 204;
 inline constexpr i16 H1SlopeMinusH0 = 205;
 inline constexpr i16 H1SlopeOverH0 = 206;
 inline constexpr i16 ResidualSd = 212;
 inline constexpr i16 CovariateSd = 213;
+inline constexpr i16 H0Slope2Minus1 = 207;
+inline constexpr i16 H1Slope1 = 208;
+inline constexpr i16 H1Slope2 = 209;
+inline constexpr i16 H1Slope2Minus1 = 210;
+inline constexpr i16 H1Slope2Over1 = 211;
+inline constexpr i16 CovariateSd1 = 214;
+inline constexpr i16 CovariateSd2 = 215;
+inline constexpr i16 CovariateSd2Minus1 = 221;
+inline constexpr i16 CovariateSd2Over1 = 222;
+inline constexpr i16 TestedCoefficients = 268;
+inline constexpr i16 CorrelationWithAll = 265;
+inline constexpr i16 CorrelationWithOthers = 266;
+inline constexpr i16 NoOfCovariates = 267;
+
+// Regression on one covariate beside others: of an event, of a rate.
+inline constexpr i16 H1EventAtMean = 20;
+inline constexpr i16 H1EventAtMeanPlusSd = 21;
+inline constexpr i16 H1EventAtX0 = 257;
+inline constexpr i16 H1EventAtX1 = 258;
+inline constexpr i16 H1OddsRatio = 200;
+inline constexpr i16 H1RateAtMean = 260;
+inline constexpr i16 H1RateAtMeanPlusSd = 261;
+inline constexpr i16 H1RateAtX0 = 262;
+inline constexpr i16 H1RateAtX1 = 263;
+inline constexpr i16 H1RateRatio = 368;
+inline constexpr i16 ProportionAtX1 = 259;
+inline constexpr i16 CorrelationOfCovariates = 25;
+inline constexpr i16 Overdispersion = 367;
+inline constexpr i16 GammaShape = 329;
 
 // Analysis of variance: the effect under H1, the layout, the sizes.
 inline constexpr i16 SdOfMeans = 34;
@@ -240,6 +276,16 @@ inline constexpr i16 SizeKOver1 = 151;
 inline constexpr i16 SizePerGroup = 326;
 inline constexpr i16 SizePerCell = 327;
 inline constexpr i16 AdditiveSizePerCell = 328; // one will do where no interaction is estimated
+
+// Repeated measurements.
+inline constexpr i16 WithinError = 251;
+inline constexpr i16 BetweenError = 253;
+inline constexpr i16 Epsilon = 249;
+inline constexpr i16 EpsilonBias = 252;
+inline constexpr i16 MahalanobisDistance = 254;
+inline constexpr i16 WithinLevels = 256;
+inline constexpr i16 SizeFrom2 = 248; // of a statistic for which two subjects will do
+inline constexpr i16 TotalSize = 320;
 
 // Agreement of raters and items, and rank correlation.
 inline constexpr i16 NoOfSubjects = 224;
@@ -318,15 +364,36 @@ inline constexpr i16 AccrualRate = 33;
 inline constexpr i16 AccrualIntervals = 343;
 inline constexpr i16 AccrualTime = 10;
 inline constexpr i16 TotalStudyTime = 11;
-inline constexpr i16 TotalSize = 320;
 inline constexpr i16 Events = 99;
 inline constexpr i16 TimeAtRisk = 347;
-inline constexpr i16 NoOfStrata = 310;
 inline constexpr i16 WeightedHazardDifference = 339;
 inline constexpr i16 WeightedIncidenceDifference = 342;
 inline constexpr i16 WeightedLogHazardRatio = 352;
 inline constexpr i16 H0WeightedSd = 340;
 inline constexpr i16 H1WeightedSd = 341;
+// Contingency tables and trends.
+inline constexpr i16 NonCentrality = 250; // of chi-square, for each subject
+inline constexpr i16 NoOfXCategories = 334;
+inline constexpr i16 NoOfYCategories = 335;
+inline constexpr i16 H1SdOfProportions = 240;
+inline constexpr i16 H1AnyProportionDifference = 241;
+inline constexpr i16 H1LeastProportionDifference = 242;
+inline constexpr i16 H1SumOfDifferences = 307;
+inline constexpr i16 H0SumOfVariances = 308;
+inline constexpr i16 H1SumOfVariances = 309;
+inline constexpr i16 NoOfStrata = 310;
+inline constexpr i16 H1Trend = 311;
+inline constexpr i16 AverageProportion = 312;
+inline constexpr i16 TrendVariance = 313;
+inline constexpr i16 LevelVariance = 314;
+
+// General crossover designs.
+inline constexpr i16 H1MedianOfCombination = 290; // product of powers of medians
+inline constexpr i16 DesignVariance = 287;
+inline constexpr i16 NoOfSequences = 285;
+inline constexpr i16 NoOfPeriods = 286;
+inline constexpr i16 NoOfTreatments = 288;
+inline constexpr i16 SizePerSequence = 289;
 
 } // namespace Kind
 
@@ -353,29 +420,38 @@ inline constexpr i16 Discordant = 20;
 inline constexpr i16 H1MeanOfDifference = 21;
 inline constexpr i16 StudyTime2 = 22;
 inline constexpr i16 H1Correlation = 23;
+inline constexpr i16 Correlation2 = 24;
 inline constexpr i16 Population2 = 25;
 inline constexpr i16 H1Slope = 27;
+inline constexpr i16 Slope2 = 28;
 inline constexpr i16 Sd2 = 29;
 inline constexpr i16 Shape2 = 31;
+inline constexpr i16 EventEffect = 32;
+inline constexpr i16 H1Intraclass = 33;
 inline constexpr i16 H1Odds = 34;
 inline constexpr i16 Odds2 = 35;
-inline constexpr i16 H1Intraclass = 33;
+inline constexpr i16 TestedOfTwoFactors = 36;
+inline constexpr i16 EffectOfProportions = 37;
+inline constexpr i16 TestedOfThreeFactors = 38;
+inline constexpr i16 CorrelationMatrix = 39;
+inline constexpr i16 RateEffect = 40;
+inline constexpr i16 TestedBetweenOrWithin = 43;
 inline constexpr i16 H1Alpha = 44;
 inline constexpr i16 Alpha2 = 45;
 inline constexpr i16 NoOfItems2 = 46;
+inline constexpr i16 Parameterization = 47;
 inline constexpr i16 H1Kappa = 48;
 inline constexpr i16 H1Concordance = 49;
 inline constexpr i16 LocationShift = 50;
 inline constexpr i16 ScaleShift = 51;
 inline constexpr i16 TauOrConcordance = 52;
-inline constexpr i16 TestedOfTwoFactors = 36;
-inline constexpr i16 TestedOfThreeFactors = 38;
 inline constexpr i16 SequenceSize2 = 53;
 inline constexpr i16 H1Incidence = 6;
 inline constexpr i16 Incidence2 = 7;
 inline constexpr i16 LossRate2 = 8;
 inline constexpr i16 LossIncidence2 = 30;
 inline constexpr i16 Given = 55; // sample size, number of events or time at risk
+inline constexpr i16 RateDistribution = 58;
 
 } // namespace Group
 
@@ -393,9 +469,13 @@ inline constexpr i16 Contrast = 10;
 inline constexpr i16 Additive = 11;
 inline constexpr i16 Medians = 12;
 inline constexpr i16 RandomSquares = 13;
+inline constexpr i16 LinearCombination = 14;
 inline constexpr i16 SquaresAsLevels = 15;
 inline constexpr i16 Satterthwaite = 16;
+inline constexpr i16 Carryover = 17;
+inline constexpr i16 CovarianceMatrix = 22;
 inline constexpr i16 DependentSamples = 20;
+inline constexpr i16 OddsRatio = 23;
 inline constexpr i16 FirstOrder = 24;
 inline constexpr i16 SecondOrder = 25;
 inline constexpr i16 Multinomial = 26;
@@ -405,6 +485,7 @@ inline constexpr i16 UnrestrictedMl = 30;
 inline constexpr i16 HazardRatio = 33;
 inline constexpr i16 TotalSize = 35;
 inline constexpr i16 TwoSidedInterval = 36;
+inline constexpr i16 Overdispersion = 37;
 inline constexpr i16 VarianceOfH1 = 39;
 
 } // namespace Check

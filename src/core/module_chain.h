@@ -28,19 +28,36 @@
 #include "tests/testanova3w.h"
 #include "tests/testanovalatin.h"
 #include "tests/testanovarandblock.h"
+#include "tests/testanovarepmeas1b1w.h"
+#include "tests/testanovarepmeas1w.h"
 #include "tests/testbin.h"
 #include "tests/testbioeq.h"
+#include "tests/testca.h"
 #include "tests/testchi2.h"
+#include "tests/testchi2indep.h"
+#include "tests/testchi2rxc.h"
+#include "tests/testcorrel.h"
 #include "tests/testequiv.h"
 #include "tests/testexploc.h"
 #include "tests/testexpscale.h"
 #include "tests/testfisher.h"
+#include "tests/testhotelling1.h"
 #include "tests/testhyper.h"
 #include "tests/testlnorm.h"
+#include "tests/testlogistic.h"
+#include "tests/testmanovarepmeas1b1w.h"
+#include "tests/testmanovarepmeas1w.h"
 #include "tests/testmcn.h"
+#include "tests/testmh.h"
+#include "tests/testmlr.h"
 #include "tests/testpairbin.h"
+#include "tests/testporegr.h"
+#include "tests/testregr.h"
 #include "tests/tests2.h"
+#include "tests/teststuart.h"
 #include "tests/teststud.h"
+#include "tests/xover.h"
+#include "tests/xover2way.h"
 
 namespace quorvanta {
 
@@ -125,6 +142,17 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTANOVARANDBLOCK>();
     case 11:
         return operation.template operator()<TESTANOVARANDBLOCK2W>();
+    case 12:
+        return operation.template operator()<TESTANOVAREPMEAS1W>();
+    case 13:
+        return operation.template operator()<TESTANOVAREPMEAS1B1W>();
+    case 14:
+    case 15:
+        return operation.template operator()<TESTHOTELLING1>();
+    case 16:
+        return operation.template operator()<TESTMANOVAREPMEAS1W>();
+    case 17:
+        return operation.template operator()<TESTMANOVAREPMEAS1B1W>();
     case 19:
         return operation.template operator()<TESTFISHER>();
     case 20:
@@ -142,6 +170,28 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 36:
     case 200:
         return operation.template operator()<TESTLOGRANKNONPARAM>();
+    case 22:
+        return operation.template operator()<TESTCHI2RXC>();
+    case 23:
+        return operation.template operator()<TESTMH>();
+    case 24:
+        return operation.template operator()<TESTCA>();
+    case 54:
+        return operation.template operator()<TESTREGR>();
+    case 55:
+        return operation.template operator()<TESTMLR>();
+    case 56:
+    case 57:
+        return operation.template operator()<TESTLOGISTIC>();
+    case 58:
+    case 59:
+        return operation.template operator()<TESTPOREGR>();
+    case 61:
+        return operation.template operator()<TESTCORREL>();
+    case 69:
+        return operation.template operator()<XOVER2WAY>();
+    case 70:
+        return operation.template operator()<XOVER2WAYLOG>();
     case 62:
         return operation.template operator()<TESTSPEAR>();
     case 63:
@@ -154,6 +204,10 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTKAPPA>();
     case 67:
         return operation.template operator()<TESTLINSCONC>();
+    case 71:
+        return operation.template operator()<XOVER>();
+    case 72:
+        return operation.template operator()<XOVERLOG>();
     case 74:
     case 81:
         return operation.template operator()<TESTEQUIV<TESTSTUD>>();
@@ -170,6 +224,10 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTBIOEQ>();
     case 79:
         return operation.template operator()<TESTEQUIV<TESTBIOEQ>>();
+    case 105:
+        return operation.template operator()<TESTSTUART>();
+    case 110:
+        return operation.template operator()<TESTCHI2INDEP>();
     case 118:
         return operation.template operator()<TESTCOHEN>();
     case 119:

@@ -15,6 +15,8 @@
 #include "output/statement_simulation.h"
 #include "output/statement_words.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -129,24 +131,37 @@ bool IsClaim(const std::string& name) {
     return IsConfidenceLevel() || name.starts_with("Bioequivalence");
 }
 
-// What a check box says about an analysis of variance: its test, its model.
+// What a check box says about an analysis of means: its test, its model.
 struct ModelPhrase {
     i16 Check;
     std::string_view Text;
 };
 constexpr ModelPhrase ModelPhrases[] = {
     {Check::Contrast, " of a contrast"},
+    {Check::LinearCombination, " of a linear combination"},
     {Check::Additive, " with additive effects"},
     {Check::RandomSquares, " with random squares"},
     {Check::SquaresAsLevels, " with squares as factor levels"},
 };
+
+// How repeated measurements are taken to correlate; a general matrix has no name, and a linear
+// combination needs none.
+std::string CorrelationPhrase() {
+    constexpr std::string_view phrases[] = {" with compound symmetry", " with auto correlation",
+                                            ""};
+    const auto groups = IntParList.Raw().first(static_cast<std::size_t>(NoOfIntPar));
+    if (Ticked(Check::LinearCombination) ||
+        std::ranges::find(groups, Group::CorrelationMatrix) == groups.end())
+        return "";
+    return std::string(phrases[ChosenOption(Group::CorrelationMatrix)]);
+}
 
 std::string ModelPhraseHere() {
     std::string text;
     for (const ModelPhrase& phrase : ModelPhrases)
         if (Ticked(phrase.Check))
             text += phrase.Text;
-    return text;
+    return text + CorrelationPhrase();
 }
 
 std::string TestPhrase() {

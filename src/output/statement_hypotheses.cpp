@@ -102,12 +102,16 @@ bool IsBaseline(const std::string& label) {
            LabelSays(label, Says::Place);
 }
 
+std::string EffectPhrase(const std::string& option) {
+    return (Contains(option, " Factor ") ? "effect of " : "") + SumPhrase(option);
+}
+
 // The effect that is tested, where a test has several to choose from: the groups that ask for it
-// are headed "H0:". Empty where there is no choice.
+// are headed "H0:", and name the effect or its factor. Empty where there is no choice.
 std::string TestedEffect() {
     for (i16 i = 0; i < NoOfIntPar; ++i)
         if (IntParCaption(IntParList(i)) == "H0:")
-            return SumPhrase(IntParOption(IntParValue(IntParList(i)), IntParList(i)));
+            return EffectPhrase(IntParOption(IntParValue(IntParList(i)), IntParList(i)));
     return "";
 }
 
@@ -115,6 +119,8 @@ std::string TestedEffect() {
 std::string NoEffectInBrackets(const std::string& label) {
     if (const std::string tested = TestedEffect(); !tested.empty())
         return (LabelSays(label, Says::Contrast) ? " (contrast of " : " (no ") + tested + ")";
+    if (LabelSays(label, Says::Distance) && TestIs("Multiplicative"))
+        return " (equal medians)";
     if ((LabelSays(label, Says::Mean) && !LabelSays(label, Says::Contrast)) ||
         LabelSays(label, Says::Distance))
         return " (equal means)";
@@ -124,6 +130,8 @@ std::string NoEffectInBrackets(const std::string& label) {
         return " (equal proportions)";
     if (TestIs("Stuart"))
         return " (equal marginal distributions)";
+    if (TestIs("Independence"))
+        return " (independent variables)";
     return "";
 }
 
@@ -138,12 +146,14 @@ std::string NoEffect(const Hypothesis& h1) {
         return rest;
     }
     // H1 speaks of one difference of the groups, or of the smallest; H0 of all of them.
+    ReplaceAll(rest, " for any j", " for all j");
     for (const std::string_view some : {"any ", "min "})
         if (rest.starts_with(some))
             return "all " + rest.substr(some.size()) + " = 0" +
                    (LabelSays(label, Says::Mean) ? NoEffectInBrackets(label)
                                                  : " (equal proportions)");
-    if (LabelSays(label, Says::Difference) && !TestIs("Stuart") && !TestIs("Goodness"))
+    const bool isNonCentrality = TestIs("Stuart") || TestIs("Goodness") || TestIs("Independence");
+    if (LabelSays(label, Says::Difference) && !isNonCentrality)
         return rest + " = 0";
     // Half of the pairs are concordant when the two variables have nothing to do with each other.
     if (LabelSays(label, Says::Concordance))

@@ -143,6 +143,8 @@ constexpr Replacement Afterthoughts[] = {
     {"incid.", "incidence "},
     {"prop.", "proportion "},
     {"(k,j), any j", "(k,j) for any j"},
+    {"sum of difference in", "sum of differences in"},
+    {"sum of standard deviation of", "sum of variances of"}, // which is what is entered there
     {"loc.shift", "location shift"},
     {"shift.", "shift"},
     {"seq.", "sequence "},

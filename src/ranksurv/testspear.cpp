@@ -4,7 +4,7 @@
 #include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/rounding.h"
-#include "tests/lists/correlation.h"
+#include "tests/lists/regression.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/teststud.h"
 
@@ -21,12 +21,12 @@ i16 pairs;
 
 void TESTSPEAR::SetupTest() {
     FixSamples(OneSample);
-    OfferForms(CorrelationKinds);
+    OfferForms(OneCorrelationKinds);
 }
 
 void TESTSPEAR::SetParList() {
     StartTestList();
-    hypotheses = AddHypotheses(CorrelationKinds, EffectScale::FisherZ);
+    hypotheses = AddHypotheses(OneCorrelationKinds, EffectScale::FisherZ);
     pairs = AddPar(Kind::SizeFrom4);
 }
 

@@ -43,14 +43,18 @@ AnovaDesign InteractionEffect(f32 a, f32 b, f32 perCell, f64 errorDf) {
             perCell};
 }
 
-f64 AnovEq(AnovaDesign design, AnovaEffectType type, f32 effect, f32 sd) {
-    const f64 standardised = f64{effect} / f64{sd};
-    f32 lambda = Single(design.Lambda[static_cast<int>(type)] * standardised * standardised);
+f64 FTestEq(f32 df1, f32 df2, f32 lambda) {
     const f64 alpha{SignificanceLevel()};
     // The quantile cuts large degrees of freedom, and the distribution function has to use the
     // same.
-    const f32 critical = FInv(Single(1 - alpha), design.Df1, design.Df2);
-    return 1 - f64{NcFCdf(critical, design.Df1, design.Df2, lambda)} - ParValue(PowerParNo);
+    const f32 critical = FInv(Single(1 - alpha), df1, df2);
+    return 1 - f64{NcFCdf(critical, df1, df2, lambda)} - ParValue(PowerParNo);
+}
+
+f64 AnovEq(const AnovaDesign& design, AnovaEffectType type, f32 effect, f32 sd) {
+    const f64 standardised = f64{effect} / f64{sd};
+    const f64 lambda = design.Lambda[static_cast<int>(type)] * standardised * standardised;
+    return FTestEq(design.Df1, design.Df2, Single(lambda));
 }
 
 f64 ContrastPowerEq(const AnovaDesign& design, f32 contrast, f32 contrastSd, f32 deltaLow,

@@ -28,9 +28,13 @@ AnovaDesign MainEffect(f32 levels, f32 perLevel, f64 errorDf);
 // The interaction of two factors with a and b levels, each of their cells observed perCell times.
 AnovaDesign InteractionEffect(f32 a, f32 b, f32 perCell, f64 errorDf);
 
+// Power of an F-test, minus the power entered: that a non-central F has above the critical value of
+// the central one. The degrees of freedom have to be 1 or more.
+f64 FTestEq(f32 df1, f32 df2, f32 lambda);
+
 // Power of the F-test of the effect, minus the power entered: effect as its type says, sd the
 // standard deviation of the error, above 0. The degrees of freedom have to be 1 or more.
-f64 AnovEq(AnovaDesign design, AnovaEffectType type, f32 effect, f32 sd);
+f64 AnovEq(const AnovaDesign& design, AnovaEffectType type, f32 effect, f32 sd);
 
 // Power of the t-test of a contrast, minus the power entered. contrastSd is the standard deviation
 // of the contrast in single observations, one at each of its means: that of the error times the

@@ -5,26 +5,21 @@
 #include "core/options.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
-#include "tests/lists/correlation.h"
+#include "tests/association.h"
 #include "tests/lists/means.h"
+#include "tests/lists/regression.h"
 #include "tests/lists/samples.h"
 #include "tests/lists/testorprecision.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/normaltest.h"
 #include "tests/precisioneq.h"
-#include "tests/teststud.h"
+#include "tests/studenttest.h"
 
 #include <cmath>
 
 namespace quorvanta {
 
 namespace {
-
-constexpr OneSampleKinds SlopeKinds{Group::H1Slope,
-                                    Kind::H0Slope,
-                                    {Kind::H1Slope, Kind::H1SlopeMinusH0, Kind::H1SlopeOverH0},
-                                    Kind::MeanLeftLimit,
-                                    Kind::MeanRightLimit};
 
 Hypotheses hypotheses;
 SampleValues deviations;
@@ -42,24 +37,16 @@ f64 Correlation() {
     return f64{Single(ParValue(correlation))};
 }
 
-f32 FisherZError() {
-    return Single(1 / std::sqrt(Pairs() - 3));
-}
-
 // Distance from an estimate to a limit of its interval, on the scale of Fisher's z.
 f64 HalfWidth() {
-    return f64{NorInv(PrecisionLevel())} * f64{FisherZError()};
+    return f64{NorInv(PrecisionLevel())} * f64{FisherZError(Pairs())};
 }
 
 // Test or precision of an estimate with an estimated standard error.
 f64 StudentRoot(f32 se, f64 df) {
     if (IsEstimation())
         return StudentPrecisionEq(se, Single(df));
-    const f64 truth = hypotheses.Truth();
-    const f64 left{hypotheses.H0()};
-    const f64 right = NoOfTails == TwoOneSided ? f64{hypotheses.Right()} : left;
-    return TPowerEq(Single(truth - left), se, Single(truth - left), Single(right - truth),
-                    Single(df));
+    return StudentTestEq(hypotheses, se, df);
 }
 
 void NarrowPairs(f64& lower, f64 upper, f64 (*residual)()) {
@@ -163,7 +150,7 @@ void PARNOR2SD::SearchLimits(f64& lower, f64& upper) {
 
 // E. J. G. Pitman 1939, Biometrika 31, 9-12, and W. A. Morgan 1939, Biometrika 31, 13-19.
 f64 PARNOR2SD::RootFunction() {
-    const f32 se = FisherZError();
+    const f32 se = FisherZError(Pairs());
     if (!IsEstimation())
         return NormalTestEq(
             hypotheses, [](f64 truth, f64 null) { return RatioZ(truth / null); },
@@ -180,11 +167,12 @@ f64 PARNOR2SD::RootFunction() {
 // --- Correlation ------------------------------------------------------------------------------
 
 void PARNOR2CORREL::SetupTest() {
-    OfferTestOrPrecision(CorrelationKinds);
+    OfferTestOrPrecision(OneCorrelationKinds);
 }
 
 void PARNOR2CORREL::SetParList() {
-    hypotheses = StartTestOrPrecision(CorrelationKinds, EffectScale::FisherZ, Precision::Absolute);
+    hypotheses =
+        StartTestOrPrecision(OneCorrelationKinds, EffectScale::FisherZ, Precision::Absolute);
     if (IsEstimation())
         correlation = AddPar(Kind::Correlation);
     pairs = AddPar(Kind::SizeFrom4);
@@ -216,11 +204,9 @@ void PARNOR2CORREL::SearchLimits(f64& lower, f64& upper) {
 
 // R. A. Fisher, Metron 1, 1921, 3-32.
 f64 PARNOR2CORREL::RootFunction() {
-    const f32 se = FisherZError();
+    const f32 se = FisherZError(Pairs());
     if (!IsEstimation())
-        return NormalTestEq(
-            hypotheses, [](f64 truth, f64 null) { return FisherZ(truth) - FisherZ(null); },
-            [se](f64) { return se; }, se);
+        return CorrelationTestEq(hypotheses, se);
     const f64 r = Correlation();
     const f64 z = FisherZ(r);
     if (IsInterval()) {
@@ -239,11 +225,11 @@ f64 PARNOR2CORREL::RootFunction() {
 // --- Regression -------------------------------------------------------------------------------
 
 void PARNOR2REGRESS::SetupTest() {
-    OfferTestOrPrecision(SlopeKinds);
+    OfferTestOrPrecision(OneSlopeKinds);
 }
 
 void PARNOR2REGRESS::SetParList() {
-    hypotheses = StartTestOrPrecision(SlopeKinds, EffectScale::Plain, Precision::Absolute);
+    hypotheses = StartTestOrPrecision(OneSlopeKinds, EffectScale::Plain, Precision::Absolute);
     residualSd = AddPar(Kind::ResidualSd);
     covariateSd = AddPar(Kind::CovariateSd);
     pairs = AddPar(Kind::Size);
@@ -259,12 +245,10 @@ void PARNOR2REGRESS::SearchLimits(f64& lower, f64& upper) {
     NarrowPairs(lower, upper, &RootFunction);
 }
 
-// The standard error of a slope, sd(residuals)/(sqrt(n) sd(covariate)), on n - 2 df (N. R. Draper
-// and H. Smith, Applied Regression Analysis, 2nd edition, 1981, chapter 1).
 f64 PARNOR2REGRESS::RootFunction() {
     const f64 residual{Single(ParValue(residualSd))};
     const f64 covariate{Single(ParValue(covariateSd))};
-    return StudentRoot(Single(residual / std::sqrt(Pairs()) / covariate), Pairs() - 2);
+    return StudentRoot(SlopeError(residual, covariate, Pairs()), Pairs() - 2);
 }
 
 } // namespace quorvanta

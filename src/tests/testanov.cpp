@@ -14,10 +14,6 @@ namespace quorvanta {
 
 namespace {
 
-// The first group, and each of the others.
-constexpr SampleKinds GroupSizeKinds{
-    NoKind, Group::SizeK, Kind::Size1, {Kind::SizeK, Kind::SizeKMinus1, Kind::SizeKOver1}};
-
 constexpr i16 TestAncova = 130;
 
 i16 covariate; // position of its correlation with the outcome; 0: no covariate

@@ -4,7 +4,7 @@
 #include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/rounding.h"
-#include "tests/lists/hypotheses.h"
+#include "tests/lists/crossover.h"
 #include "tests/teststud.h"
 
 #include <cmath>
@@ -12,19 +12,6 @@
 namespace quorvanta {
 
 namespace {
-
-constexpr TwoSampleKinds MedianKinds{Group::Median2,
-                                     NoKind,
-                                     Kind::H1Median2Over1,
-                                     Kind::H1Median1,
-                                     {Kind::H1Median2, NoKind, NoKind},
-                                     Kind::RatioLeftLimit,
-                                     Kind::RatioRightLimit};
-constexpr SampleKinds SequenceKinds{
-    NoKind,
-    Group::SequenceSize2,
-    Kind::SequenceSize1,
-    {Kind::SequenceSize2, Kind::SequenceSize2Minus1, Kind::SequenceSize2Over1}};
 
 i16 BioH1Mode; // 1: the ratio is entered itself; otherwise two medians
 i16 BioUseCv;  // non-zero: the coefficient of variation stands for the log-scale deviation
@@ -53,7 +40,7 @@ f32 LogDeviation() {
 void TESTBIOEQ::SetupTest() {
     FixSamples(TwoSamples);
     OfferTails({TwoOneSided});
-    OfferForms(MedianKinds);
+    OfferForms(TreatmentMediansKinds);
     OfferGroups({Group::LogSd});
     OfferForms(SequenceKinds);
 }
@@ -61,7 +48,7 @@ void TESTBIOEQ::SetupTest() {
 void TESTBIOEQ::SetParList() {
     BioUseCv = ChosenOption(Group::LogSd);
     StartTestList();
-    hypotheses = AddHypotheses(MedianKinds, EffectScale::Log);
+    hypotheses = AddHypotheses(TreatmentMediansKinds, EffectScale::Log);
     BioH1Mode = hypotheses.TruthForm();
     deviation = AddPar(BioUseCv != 0 ? Kind::CoefficientOfVariation : Kind::LogSd);
     sizes = AddSizes(SequenceKinds);

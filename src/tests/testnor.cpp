@@ -18,23 +18,6 @@ namespace {
 
 MeansList list;
 
-// A location as the equation sees it.
-f32 Location(f32 value) {
-    return list.LogScale ? Single(std::log(f64{value})) : value;
-}
-
-f32 Difference(f32 a, f32 b) {
-    return Single(f64{a} - f64{b});
-}
-
-// The true location of one sample, the true effect of two.
-f32 TrueLocation() {
-    const Hypotheses& hypothesis = list.Hypothesis;
-    if (hypothesis.HasTwo())
-        return Difference(Location(hypothesis.Second()), Location(hypothesis.First()));
-    return Location(Single(hypothesis.Truth()));
-}
-
 } // namespace
 
 const MeansList& CurrentMeans() {
@@ -63,14 +46,7 @@ void TESTNOR::SearchLimits(f64& lower, f64& upper) {
 }
 
 MeansValues ReadMeans() {
-    MeansValues values;
-    const f32 truth = TrueLocation();
-    if (NoOfTails == TwoOneSided) {
-        values.DeltaLow = Difference(truth, Location(list.Hypothesis.Left()));
-        values.DeltaHigh = Difference(Location(list.Hypothesis.Right()), truth);
-    } else {
-        values.Delta = Difference(truth, Location(list.Hypothesis.H0()));
-    }
+    MeansValues values{ReadLocationEffect(list.Hypothesis, list.LogScale)};
     values.Se = MeanStandardError(list.Deviations, list.Sizes);
     return values;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "core/types.h"
+#include "tests/locationeffect.h"
 
 namespace quorvanta {
 
@@ -26,12 +27,8 @@ extern i16 NorUneqSd;  // 1: the two groups have standard deviations of their ow
 // The parameter list of the current test of means.
 const MeansList& CurrentMeans();
 
-// What the parameters say: effect and standard error. On the log scale the effect is a difference
-// of natural logarithms.
-struct MeansValues {
-    f32 Delta = 0; // with one or two tails
-    f32 DeltaLow = 0;
-    f32 DeltaHigh = 0;
+// What the parameters say: effect and standard error.
+struct MeansValues : LocationEffect {
     f32 Se = 0;
 };
 

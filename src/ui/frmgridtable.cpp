@@ -345,7 +345,6 @@ void frmGridTable0::Refresh() {
         table->setMinimumSize(SizeOf(*table));
         table->setAccessibleName(ToQt(grid.Title));
         auto* inner = new QVBoxLayout(page);
-        inner->addWidget(MakeTitle(grid.Title, page));
         inner->addWidget(table);
         const std::string name =
             grid.Title.empty() ? "Table " + std::to_string(tabs_->count() + 1) : grid.Title;

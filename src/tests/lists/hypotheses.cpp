@@ -209,6 +209,8 @@ void Hypotheses::KeepEffect(f64& lower, f64& upper, Side side, f64 effect) const
 }
 
 // Two one-sided tests: from the middle of the limits, where the power is highest, to one of them.
+// The difference of two correlations has no middle of its own: where the power is highest depends
+// on the correlations.
 void Hypotheses::NarrowTruth(f64& lower, f64& upper) const {
     if (NoOfTails != TwoOneSided) {
         KeepEffect(lower, upper, SideOfTail(), h0_ == 0 ? 0 : ParValue(h0_));
@@ -216,8 +218,9 @@ void Hypotheses::NarrowTruth(f64& lower, f64& upper) const {
     }
     const f64 left = ParValue(h0_);
     const f64 right = ParValue(h0_ + 1);
-    KeepEffect(lower, upper, Side::Above, SearchesLeft() ? left : Middle());
-    KeepEffect(lower, upper, Side::Below, SearchesLeft() ? Middle() : right);
+    const bool whole = HasTwo() && scale_ == EffectScale::FisherZ;
+    KeepEffect(lower, upper, Side::Above, SearchesLeft() || whole ? left : Middle());
+    KeepEffect(lower, upper, Side::Below, SearchesLeft() && !whole ? Middle() : right);
 }
 
 // The highest power between the limits, wherever it is.

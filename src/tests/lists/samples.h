@@ -28,6 +28,9 @@ inline constexpr SampleKinds ShapeKinds{Kind::Shape,
                                         Group::Shape2,
                                         Kind::Shape1,
                                         {Kind::Shape2, Kind::Shape2Minus1, Kind::Shape2Over1}};
+// The first group, and each of the others.
+inline constexpr SampleKinds GroupSizeKinds{
+    NoKind, Group::SizeK, Kind::Size1, {Kind::SizeK, Kind::SizeKMinus1, Kind::SizeKOver1}};
 
 // Offers the forms, where there are two samples.
 void OfferForms(const SampleKinds& kinds);
@@ -46,6 +49,7 @@ class SampleValues {
     // How it is entered.
     Form SecondForm() const { return form_; }
     bool FirstIsUnknown() const;
+    i16 FirstParNo() const { return first_; }
     bool HasUnknown() const;
     bool SecondDependsOnUnknown() const;
 

@@ -14,6 +14,10 @@ Side SideOfTail() {
     return SearchesLeft() ? Side::Below : Side::Above;
 }
 
+Side Opposite(Side side) {
+    return side == Side::Below ? Side::Above : Side::Below;
+}
+
 namespace {
 
 f64 At(f64 x, f64 (*residual)()) {
@@ -41,6 +45,17 @@ void StartWherePowerRises(f64& lower, f64 upper, f64 (*residual)()) {
     }
     if (atStart < 0)
         lower = start;
+}
+
+void EndWherePowerFalls(f64 lower, f64& upper, f64 (*residual)()) {
+    constexpr f64 few = 10;
+    if (!(upper > lower) || At(upper, residual) < 0 || At(lower, residual) < 0)
+        return;
+    for (f64 end = upper - 1; end > MaxOf(lower, upper - few); --end)
+        if (At(end, residual) < 0) {
+            upper = end;
+            return;
+        }
 }
 
 void StartAtHighestPower(f64& lower, f64 upper, f64 (*residual)()) {
@@ -72,6 +87,38 @@ void KeepOneSide(f64& lower, f64& upper, f64 turn, Side preferred, f64 (*residua
 
 namespace {
 
+enum class Extreme { Highest, Lowest };
+
+// The x between these two where the residual is highest, or lowest. Where it is the same over a
+// stretch, as powers of 0 and 1 in 32 bits are, on the side of start. By golden section (J. Kiefer,
+// Proceedings of the American Mathematical Society 4, 1953, 502-506).
+f64 Turn(f64 start, f64 end, Extreme extreme, f64 (*residual)()) {
+    constexpr f64 golden = 0.6180339887498949;
+    constexpr int steps = 70; // to 1e-14 of the distance
+    const f64 sign = extreme == Extreme::Highest ? 1 : -1;
+    const auto height = [sign, residual](f64 x) { return sign * At(x, residual); };
+    f64 nearer = end + golden * (start - end);
+    f64 farther = start + golden * (end - start);
+    f64 atNearer = height(nearer);
+    f64 atFarther = height(farther);
+    for (int i = 0; i < steps; ++i) {
+        if (atFarther > atNearer) {
+            start = nearer;
+            nearer = farther;
+            atNearer = atFarther;
+            farther = start + golden * (end - start);
+            atFarther = height(farther);
+        } else {
+            end = farther;
+            farther = nearer;
+            atFarther = atNearer;
+            nearer = end + golden * (start - end);
+            atNearer = height(nearer);
+        }
+    }
+    return atFarther > atNearer ? farther : nearer;
+}
+
 // The peak of a function: of the highest of some steps, closed in by thirds.
 template <class Function>
 f64 PeakOf(f64 lower, f64 upper, Function&& f) {
@@ -99,6 +146,18 @@ f64 PeakOf(f64 lower, f64 upper, Function&& f) {
 }
 
 } // namespace
+
+void KeepOneSideOfTurn(f64& lower, f64& upper, Side preferred, f64 (*residual)()) {
+    if (!(upper > lower))
+        return;
+    const bool tooLittle = At(lower, residual) < 0;
+    if (tooLittle != (At(upper, residual) < 0))
+        return;
+    const bool fromLower = preferred == Side::Below;
+    const f64 turn = Turn(fromLower ? lower : upper, fromLower ? upper : lower,
+                          tooLittle ? Extreme::Highest : Extreme::Lowest, residual);
+    KeepOneSide(lower, upper, turn, preferred, residual);
+}
 
 f64 HighestPoint(f64 lower, f64 upper, f64 (*residual)()) {
     if (!(upper > lower))

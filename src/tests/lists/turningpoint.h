@@ -18,8 +18,6 @@ f64 TurningPoint(Function&& f) {
     return -(f1 - f0 - square) / (2 * square);
 }
 
-// Keeps the search on one side of the turning point, if that lies between its limits: on the
-// preferred side if the residual changes its sign there, else on the other one.
 enum class Side { Below, Above };
 
 // The unknown is a size, and the search has too much power at both of its ends: starts it at the
@@ -27,14 +25,26 @@ enum class Side { Below, Above };
 // 1 or 2 degrees of freedom the approximations of t give more power than with a few more.
 void StartWherePowerRises(f64& lower, f64 upper, f64 (*residual)());
 
+// The mirror image, of a number that costs degrees of freedom: ends the search at the number, of
+// those next to the largest one, up to which the power falls.
+void EndWherePowerFalls(f64 lower, f64& upper, f64 (*residual)());
+
 // The unknown is a count of a few, such as levels of a factor, and the search has too little power
 // at both of its ends: starts it at the count that has the most, if that is enough.
 void StartAtHighestPower(f64& lower, f64 upper, f64 (*residual)());
 
 // The side on which a test is asked for: above, below when the search goes left.
 Side SideOfTail();
+Side Opposite(Side side);
 
+// Keeps the search on one side of the turning point, if that lies between its limits: on the
+// preferred side if the residual changes its sign there, else on the other one.
 void KeepOneSide(f64& lower, f64& upper, f64 turn, Side preferred, f64 (*residual)());
+
+// The same where only the equation knows its turning point: with too little power at both limits
+// that of the highest power, with too much that of the lowest. Approximations that lose the power
+// again with an effect beyond all measure are searched from the limit without effect.
+void KeepOneSideOfTurn(f64& lower, f64& upper, Side preferred, f64 (*residual)());
 
 // The unknown between two limits at which a residual with one peak is highest; one of the limits
 // where it only rises or falls.

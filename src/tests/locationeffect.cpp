@@ -1,0 +1,44 @@
+#include "tests/locationeffect.h"
+
+#include "core/analysis_state.h"
+#include "numeric/rounding.h"
+#include "tests/lists/hypotheses.h"
+
+#include <cmath>
+
+namespace quorvanta {
+
+namespace {
+
+// A location as the equation sees it.
+f32 Location(f32 value, bool logScale) {
+    return logScale ? Single(std::log(f64{value})) : value;
+}
+
+f32 Difference(f32 a, f32 b) {
+    return Single(f64{a} - f64{b});
+}
+
+// The true location of one sample, the true effect of two.
+f32 TrueLocation(const Hypotheses& hypotheses, bool logScale) {
+    if (hypotheses.HasTwo())
+        return Difference(Location(hypotheses.Second(), logScale),
+                          Location(hypotheses.First(), logScale));
+    return Location(Single(hypotheses.Truth()), logScale);
+}
+
+} // namespace
+
+LocationEffect ReadLocationEffect(const Hypotheses& hypotheses, bool logScale) {
+    LocationEffect effect;
+    const f32 truth = TrueLocation(hypotheses, logScale);
+    if (NoOfTails == TwoOneSided) {
+        effect.DeltaLow = Difference(truth, Location(hypotheses.Left(), logScale));
+        effect.DeltaHigh = Difference(Location(hypotheses.Right(), logScale), truth);
+    } else {
+        effect.Delta = Difference(truth, Location(hypotheses.H0(), logScale));
+    }
+    return effect;
+}
+
+} // namespace quorvanta

@@ -1,0 +1,155 @@
+#include "tests/testca.h"
+
+#include "core/analysis_state.h"
+#include "core/checksearch.h"
+#include "core/general.h"
+#include "core/gridchecks.h"
+#include "core/kinds.h"
+#include "core/options.h"
+#include "numeric/rounding.h"
+#include "tests/lists/hypotheses.h"
+#include "tests/lists/turningpoint.h"
+#include "tests/powereq.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quorvanta {
+
+namespace {
+
+constexpr i16 GroupsStore = 1;
+
+enum Row : i16 { ProportionRow = 1, LevelRow, FractionRow };
+
+i16 trend;
+i16 average;
+i16 variance;
+i16 levelVariance;
+i16 groups;
+i16 size;
+
+f64 Proportion(i16 group) {
+    return f64{GridData(GroupsStore)(ProportionRow, group)};
+}
+f64 Level(i16 group) {
+    return f64{GridData(GroupsStore)(LevelRow, group)};
+}
+f64 Fraction(i16 group) {
+    return f64{GridData(GroupsStore)(FractionRow, group)};
+}
+
+template <class Value>
+f64 Mean(const Value& value) {
+    f64 sum = 0;
+    for (i16 i = 1; i <= GridData(GroupsStore).HighBound2(); ++i)
+        sum += Fraction(i) * value(i);
+    return sum;
+}
+
+Grid GroupsGrid(i16 columns) {
+    return {.Store = GroupsStore,
+            .Rows = FractionRow,
+            .Columns = columns,
+            .Title = "Groups",
+            .RowHeads = "Proportion,Group Level,Fract.of Sample,",
+            .ColumnHeads = "Group",
+            .Check =
+                AllOf({InRow(ProportionRow, ProportionCells()), InRow(LevelRow, IncreasingRows()),
+                       InRow(FractionRow, AllOf({ProbabilityCells(1), RowsOfProportions()}))}),
+            .RowSum = 1,
+            .RowOfSum = FractionRow};
+}
+
+f64 LeastSpacing(i16 count) {
+    f64 least = Level(2) - Level(1);
+    for (i16 i = 3; i <= count; ++i)
+        least = std::min(least, Level(i) - Level(static_cast<i16>(i - 1)));
+    return least;
+}
+
+// Of equally large groups at equal distances, from the variance of their levels.
+f64 EqualSpacing() {
+    const f64 k{Single(ParValue(groups))};
+    return std::sqrt(12 * f64{Single(ParValue(levelVariance))} / (k * k - 1));
+}
+
+} // namespace
+
+f64 CaCorrection() {
+    if (!Ticked(Check::Correction))
+        return 0;
+    const Array2<f32>& cells = GridData(GroupsStore);
+    const i16 count = static_cast<i16>(cells.HighBound2());
+    const bool known = count > 1 && HasGridData == True && IsFilled(GroupsGrid(count));
+    return known ? LeastSpacing(count) : EqualSpacing();
+}
+
+void TESTCA::SetupTest() {
+    FixSamples(MoreSamples);
+    OfferTails({OneSided, TwoSided});
+    OfferChecks({Check::Correction});
+}
+
+void TESTCA::SetParList() {
+    StartTestList();
+    trend = AddPar(Kind::H1Trend);
+    average = AddPar(Kind::AverageProportion);
+    variance = AddPar(Kind::TrendVariance);
+    levelVariance = AddPar(Kind::LevelVariance);
+    groups = AddPar(Kind::NoOfGroups);
+    size = AddPar(Kind::TotalSize);
+}
+
+// p (1 - p) has the same value on both sides of 1/2.
+void TESTCA::SearchLimits(f64& lower, f64& upper) {
+    if (UnknownParNo == trend)
+        LeftTailLimit(lower, upper, 0);
+    else if (UnknownParNo == average)
+        KeepOneSide(lower, upper, 0.5, Side::Below, &RootFunction);
+}
+
+// J.-M. Nam, Biometrics 43, 1987, 701-705; before him D. G. Chapman and J.-M. Nam, Biometrics 24,
+// 1968, 315-327. The trend is the covariance of level and proportion over the subjects.
+f64 TESTCA::RootFunction() {
+    if (NoOfTails == TwoOneSided)
+        return 0;
+    const f64 n{Single(ParValue(size))};
+    const f64 p{Single(ParValue(average))};
+    const f64 b{Single(ParValue(levelVariance))};
+    const f64 c{Single(ParValue(variance))};
+    return NormalPowerEq({.Effect = Single(ParValue(trend)),
+                          .Se0 = Single(std::sqrt(p * (1 - p) * b / n)),
+                          .Se1 = Single(std::sqrt(c / n)),
+                          .Correction = Single(CaCorrection() / 2 / n)});
+}
+
+bool TESTCA::IsTablePar(i16 parNo) {
+    return parNo == trend || parNo == average || parNo == variance || parNo == levelVariance;
+}
+
+std::vector<Grid> TESTCA::TableGrids(i16 /*parNo*/) {
+    const auto columns = GridLines(groups);
+    if (!columns)
+        return {};
+    return {GroupsGrid(*columns)};
+}
+
+f32 TESTCA::CalcTablePar(i16 parNo) {
+    const f64 level = Mean(Level);
+    const auto distance = [level](i16 i) { return Level(i) - level; };
+    switch (ParKind(parNo)) {
+    case Kind::H1Trend:
+        return Single(Mean([&](i16 i) { return distance(i) * Proportion(i); }));
+    case Kind::AverageProportion:
+        return Single(Mean(Proportion));
+    case Kind::TrendVariance:
+        return Single(Mean([&](i16 i) {
+            return distance(i) * distance(i) * Proportion(i) * (1 - Proportion(i));
+        }));
+    default:
+        return Single(Mean([&](i16 i) { return distance(i) * distance(i); }));
+    }
+}
+
+} // namespace quorvanta
