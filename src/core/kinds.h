@@ -320,6 +320,30 @@ inline constexpr i16 H1ScaleShiftOverH0 = 306;
 inline constexpr i16 H1Tau = 331;
 inline constexpr i16 H1ProbabilityOfConcordance = 315;
 
+// Survival: hazard rates are the rates above. What two groups share stands last.
+inline constexpr i16 H1Incidence1 = 53;
+inline constexpr i16 H1Incidence2 = 79;
+inline constexpr i16 H1Incidence2Minus1 = 68;
+inline constexpr i16 H1Incidence2Over1 = 80;
+inline constexpr i16 H1HazardRatio = 264;
+inline constexpr i16 H1Survival1 = 353;
+inline constexpr i16 LossRate = 84;
+inline constexpr i16 LossRate1 = 13;
+inline constexpr i16 LossRate2 = 45;
+inline constexpr i16 LossRate2Minus1 = 46;
+inline constexpr i16 LossRate2Over1 = 49;
+inline constexpr i16 LossIncidence = 118;
+inline constexpr i16 LossIncidence1 = 119;
+inline constexpr i16 LossIncidence2 = 120;
+inline constexpr i16 LossIncidence2Minus1 = 121;
+inline constexpr i16 LossIncidence2Over1 = 122;
+inline constexpr i16 AccrualRate = 33;
+inline constexpr i16 AccrualTime = 10;
+inline constexpr i16 TotalStudyTime = 11;
+inline constexpr i16 IntervalLength = 12;
+inline constexpr i16 NoOfIntervals = 316;
+inline constexpr i16 Events = 99;
+
 } // namespace Kind
 
 namespace Group {
@@ -330,6 +354,8 @@ inline constexpr i16 Size2 = 2;
 inline constexpr i16 H1Sd = 3;
 inline constexpr i16 H1Rate = 4;
 inline constexpr i16 Rate2 = 5;
+inline constexpr i16 Incidence2 = 7;
+inline constexpr i16 LossRate2 = 8;
 inline constexpr i16 H1Median = 9;
 inline constexpr i16 Median2 = 10;
 inline constexpr i16 H1Proportion = 11;
@@ -350,6 +376,7 @@ inline constexpr i16 Population2 = 25;
 inline constexpr i16 H1Slope = 27;
 inline constexpr i16 Slope2 = 28;
 inline constexpr i16 Sd2 = 29;
+inline constexpr i16 LossIncidence2 = 30;
 inline constexpr i16 Shape2 = 31;
 inline constexpr i16 EventEffect = 32;
 inline constexpr i16 H1Intraclass = 33;
@@ -368,6 +395,7 @@ inline constexpr i16 LocationShift = 50;
 inline constexpr i16 ScaleShift = 51;
 inline constexpr i16 TauOrConcordance = 52;
 inline constexpr i16 SequenceSize2 = 53;
+inline constexpr i16 HazardEffect = 57;
 inline constexpr i16 RateDistribution = 58;
 
 } // namespace Group
@@ -378,6 +406,7 @@ inline constexpr i16 DegreesOfFreedom = 0;
 inline constexpr i16 Correction = 1;
 inline constexpr i16 ArcSine = 2;
 inline constexpr i16 Incidences = 3;
+inline constexpr i16 Events = 4;
 inline constexpr i16 GroupsInAnova = 5;
 inline constexpr i16 Exact = 7;
 inline constexpr i16 Odds = 9;

@@ -6,6 +6,7 @@
 #include "core/analysis_state.h"
 #include "ranksurv/testcohen.h"
 #include "ranksurv/testcohengeneral.h"
+#include "ranksurv/testcox.h"
 #include "ranksurv/testcron.h"
 #include "ranksurv/testkappa.h"
 #include "ranksurv/testkendall.h"
@@ -134,6 +135,9 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTMCN>();
     case 21:
         return operation.template operator()<TESTCHI2>();
+    case 38:
+    case 39:
+        return operation.template operator()<TESTCOX>();
     case 54:
         return operation.template operator()<TESTREGR>();
     case 55:
