@@ -66,17 +66,38 @@ std::vector<i16> OptionsOf(i16 position) {
     return options;
 }
 
-// Every combination of the options of the groups from this position on.
-std::vector<std::map<i16, i16>> GroupChoices(i16 position = 0) {
-    if (position == NoOfIntPar)
-        return {{}};
-    std::vector<std::map<i16, i16>> choices;
-    const auto others = GroupChoices(static_cast<i16>(position + 1));
-    for (const i16 option : OptionsOf(position))
-        for (std::map<i16, i16> choice : others) {
-            choice[IntParList(position)] = option;
+i16 PositionOfGroup(i16 group) {
+    for (i16 i = 0; i < NoOfIntPar; ++i)
+        if (IntParList(i) == group)
+            return i;
+    return -1;
+}
+
+// Every combination of the options of the groups from this position on, with the check boxes as
+// they are ticked. An option may take groups behind it, and check boxes, out of reach.
+void CollectGroupChoices(i16 position, std::vector<std::map<i16, i16>>& choices) {
+    const std::vector<i16> ticked = TickedChecks();
+    if (position >= NoOfIntPar) {
+        std::map<i16, i16> choice;
+        for (i16 i = 0; i < NoOfIntPar; ++i)
+            choice[IntParList(i)] = IntParValue(IntParList(i));
+        if (std::ranges::find(choices, choice) == choices.end())
             choices.push_back(choice);
-        }
+        return;
+    }
+    const i16 group = IntParList(position);
+    for (const i16 option : OptionsOf(position)) {
+        ChooseIntPar(PositionOfGroup(group), option);
+        if (TickedChecks() == ticked)
+            CollectGroupChoices(static_cast<i16>(position + 1), choices);
+    }
+    ChooseIntPar(PositionOfGroup(group), 0);
+    Tick(ticked);
+}
+
+std::vector<std::map<i16, i16>> GroupChoices() {
+    std::vector<std::map<i16, i16>> choices;
+    CollectGroupChoices(0, choices);
     return choices;
 }
 

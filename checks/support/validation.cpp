@@ -3,12 +3,14 @@
 #include "core/analysis_state.h"
 #include "core/driver.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/option_choice.h"
 #include "core/setup.h"
 #include "core/typed_text.h"
 #include "core/values.h"
 #include "support/number.h"
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -78,6 +80,10 @@ i16 PositionOf(i16 kind) {
     throw std::runtime_error("kind " + std::to_string(kind) + " is not in the list");
 }
 
+bool HasKind(i16 kind) {
+    return std::find(&ParKind(0), &ParKind(0) + NoOfPar + 1, kind) != &ParKind(0) + NoOfPar + 1;
+}
+
 void TickChecks(const std::vector<i16>& kinds) {
     for (i16 i = 0; i < NoOfCheck; ++i)
         ChooseCheck(i, false);
@@ -102,7 +108,39 @@ void PickOptions(const std::map<i16, i16>& groups) {
     }
 }
 
+// What replaces the patients takes groups and check boxes out of reach.
+void StartWithSizes() {
+    for (i16 i = 0; i < NoOfIntPar; ++i)
+        if (IntParList(i) == Group::Given)
+            ChooseIntPar(i, 0);
+}
+
+// Accrual that is slow at first and at last.
+const AccrualTable SomeAccrual{{0.4, 0.1}, {0.8, 0.3}, {1.2, 0.6}, {1.6, 0.9}, {2, 1}};
+
+// "1:0.3 2:1", ends of intervals with the proportions accrued by then.
+AccrualTable ParseAccrual(const std::string& text) {
+    AccrualTable table;
+    for (const std::string& interval : Split(text, ' ')) {
+        const auto cells = Split(interval, ':');
+        table.emplace_back(ParseNumber(cells.at(0)), ParseNumber(cells.at(1)));
+    }
+    return table;
+}
+
 } // namespace
+
+void FillAccrual(const AccrualTable& table) {
+    const i16 rows = static_cast<i16>(table.size());
+    GridData(1).ReDim(0, rows, 0, 2);
+    for (i16 i = 1; i <= rows; ++i) {
+        const auto& [end, accrued] = table[static_cast<std::size_t>(i - 1)];
+        GridData(1)(i, 1) = static_cast<f32>(end);
+        GridData(1)(i, 2) = static_cast<f32>(accrued);
+    }
+    HasGridData = True;
+    GridTestNo = TestNo;
+}
 
 std::vector<ValidationCase> ReadValidation(const std::string& path) {
     std::ifstream file(path);
@@ -136,16 +174,23 @@ void SetUp(const AnalysisChoice& choice) {
     ChooseSamples(choice.NoOfSamples);
     ChooseTails(choice.NoOfTails);
     ChooseLeftTail(choice.Left);
+    StartWithSizes();
     TickChecks(choice.Checks);
     ChooseTails(choice.NoOfTails); // a check box may be what offers them
     PickOptions(choice.Groups);
     AcceptOptions();
+    if (HasKind(Kind::AccrualIntervals))
+        FillAccrual(SomeAccrual);
 }
 
 f64 SolveCase(const ValidationCase& validation) {
     SetUp(validation);
-    for (const auto& [kind, text] : validation.Values)
-        TypedParText(PositionOf(kind), text);
+    for (const auto& [kind, text] : validation.Values) {
+        const bool isTable = kind == Kind::AccrualIntervals && text.find(':') != std::string::npos;
+        if (isTable)
+            FillAccrual(ParseAccrual(text));
+        TypedParText(PositionOf(kind), isTable ? std::to_string(ParseAccrual(text).size()) : text);
+    }
     Calculated = False;
     SolveFor(PositionOf(validation.UnknownKind));
     if (!HasValue(ParText(validation.UnknownKind)))

@@ -5,7 +5,8 @@
 //   Samples, Tails, Left (-1 or 0)
 //   Checks     kinds of the ticked check boxes, comma-separated
 //   Groups     group=option, comma-separated
-//   Values     kind=text, semicolon-separated
+//   Values     kind=text, semicolon-separated; a number of accrual intervals with their table,
+//              "1:0.3 2:1": ends of the intervals, each with the proportion accrued by then
 //   Unknown    kind of the unknown
 //   Exact      its exact value
 //   Tolerance  what our approximations may differ, absolutely
@@ -15,6 +16,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvanta::checks {
@@ -38,6 +40,13 @@ void Open(const AnalysisChoice& choice);
 // Opens the analysis, makes the choice and accepts it. Throws std::runtime_error if the analysis
 // has no such check box or group.
 void SetUp(const AnalysisChoice& choice);
+
+// A table of accrual: the end of each interval, and the proportion of the patients accrued by then.
+using AccrualTable = std::vector<std::pair<f64, f64>>;
+
+// Fills the table of the current analysis, as its grid does. SetUp fills one of five intervals that
+// end at 2, for analyses that ask for it.
+void FillAccrual(const AccrualTable& table);
 
 struct ValidationCase : AnalysisChoice {
     std::string Analysis;

@@ -11,6 +11,7 @@
 #include "ranksurv/testkappa.h"
 #include "ranksurv/testkendall.h"
 #include "ranksurv/testlinsconc.h"
+#include "ranksurv/testlogrank.h"
 #include "ranksurv/testreliab.h"
 #include "ranksurv/testspear.h"
 #include "tests/parbin.h"
@@ -135,6 +136,13 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTMCN>();
     case 21:
         return operation.template operator()<TESTCHI2>();
+    case 31:
+    case 37:
+    case 202:
+    case 203:
+    case 204:
+    case 205:
+        return operation.template operator()<TESTLOGRANK>();
     case 38:
     case 39:
         return operation.template operator()<TESTCOX>();
@@ -175,6 +183,9 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 76:
     case 83:
         return operation.template operator()<TESTEQUIV<TESTBIN>>();
+    case 77:
+    case 84:
+        return operation.template operator()<TESTEQUIV<TESTLOGRANK>>();
     case 78:
         return operation.template operator()<TESTBIOEQ>();
     case 79:

@@ -134,10 +134,20 @@ std::optional<Hypotheses::EffectPoint> Hypotheses::PointOfFirst(f64 effect) cons
     const f64 second = ParValue(truth_);
     if (form_ == AsValue)
         return EffectPoint{EffectBelow(second, effect), false};
+    if (scale_ == EffectScale::Log)
+        return form_ == AsDifference ? PointOfRatio(second, effect) : std::nullopt;
     const bool isProduct = form_ == AsRatio && scale_ != EffectScale::Odds && second != 1;
     if (!isProduct)
         return std::nullopt;
     return EffectPoint{effect / (second - 1), second > 1};
+}
+
+// The first value from which this difference is this ratio: 1 + difference/first. There is none for
+// a ratio on the other side of 1.
+std::optional<Hypotheses::EffectPoint> Hypotheses::PointOfRatio(f64 difference, f64 ratio) {
+    if (!(difference * (ratio - 1) > 0))
+        return std::nullopt;
+    return EffectPoint{difference / (ratio - 1), difference < 0};
 }
 
 // The true value or effect, on the scale on which the null value or the limits are entered.
@@ -267,6 +277,9 @@ Hypotheses AddHypotheses(const TwoSampleKinds& kinds, EffectScale scale) {
         list.truth_ = AddPar(kinds.Effect);
         return list;
     }
+    // Of two forms the second one is the ratio.
+    if (list.form_ == AsDifference && kinds.Second[AsDifference] == NoKind)
+        list.form_ = AsRatio;
     list.kind_ = kinds.Second[0];
     list.first_ = list.base_ = AddPar(kinds.First);
     list.truth_ = AddPar(kinds.Second[list.form_]);

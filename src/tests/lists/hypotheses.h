@@ -30,7 +30,7 @@ struct OneSampleKinds {
 
 // Kinds of two samples: the group of forms, the H0 effect (0: it is always 0), the H1 effect that
 // option 1 enters itself (0: option 1 enters the second value as a difference), the first sample's
-// value, the second sample's by form, the limits.
+// value, the second sample's by form (0: option 1 is the ratio), the limits.
 struct TwoSampleKinds {
     i16 Group;
     i16 H0;
@@ -127,6 +127,7 @@ class Hypotheses {
     f64 EffectBelow(f64 value, f64 effect) const;
     std::optional<EffectPoint> PointOf(f64 effect) const;
     std::optional<EffectPoint> PointOfFirst(f64 effect) const;
+    static std::optional<EffectPoint> PointOfRatio(f64 difference, f64 ratio);
     f64 EnteredEffect() const;
     f64 Middle() const;
     Range TruthRange() const;
