@@ -554,6 +554,10 @@ std::set<i16> WithoutInfluence(const AnalysisChoice& choice) {
         kinds.insert(Kind::H0Location);
     if (Option(choice, Group::H1Slope) == AsDifference)
         kinds.insert(Kind::H0Slope);
+    // The hazards are those of the table, whatever it is called for.
+    constexpr i16 piecewiseLifeTable = 394;
+    if (choice.MenuNo == piecewiseLifeTable)
+        kinds.insert(Kind::NoOfIntervals);
     // The variances are entered, or derived from a grid with so many categories, before.
     constexpr i16 generalKappa = 514;
     if (choice.MenuNo == generalKappa) {

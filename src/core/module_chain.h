@@ -10,6 +10,9 @@
 #include "ranksurv/testcron.h"
 #include "ranksurv/testkappa.h"
 #include "ranksurv/testkendall.h"
+#include "ranksurv/testlifetable.h"
+#include "ranksurv/testlifetablepwexp.h"
+#include "ranksurv/testlifetableweib.h"
 #include "ranksurv/testlinsconc.h"
 #include "ranksurv/testlogrank.h"
 #include "ranksurv/testreliab.h"
@@ -136,6 +139,14 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTMCN>();
     case 21:
         return operation.template operator()<TESTCHI2>();
+    case 26:
+        return operation.template operator()<TESTLIFETABLE>();
+    case 27:
+    case 28:
+    case 29:
+        return operation.template operator()<TESTLIFETABLEWEIB>();
+    case 30:
+        return operation.template operator()<TESTLIFETABLEPWEXP>();
     case 31:
     case 37:
     case 202:
