@@ -9,6 +9,7 @@
 #include "tests/lists/covariate.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/powereq.h"
+#include "tests/trialvalue.h"
 
 #include <cmath>
 
@@ -18,6 +19,9 @@ namespace {
 
 // A cumulated hazard beyond this leaves nobody.
 constexpr f64 EndlessHazard = 75;
+
+// A chance to be still at risk that no study notices.
+constexpr f64 Nobody = 1e-15;
 
 // The largest share that leaves anybody.
 constexpr f64 AlmostAll = 0.9999999999999999;
@@ -84,7 +88,7 @@ std::vector<IntervalChances> IntervalProbs(const std::vector<f64>& bounds,
     f64 before = 1;
     for (std::size_t j = 1; j < bounds.size(); ++j) {
         // An approximation may rise by its error where it should fall.
-        const f64 after = MinOf(before, Within01(survival(bounds[j])));
+        const f64 after = before > 0 ? MinOf(before, Within01(survival(bounds[j]))) : 0;
         const f64 loss = MinOf(EndlessHazard, lossHazard * (bounds[j] - bounds[j - 1]));
         chances.push_back({before > 0 ? 1 - after / before : 1, -std::expm1(-loss)});
         before = after;
@@ -105,6 +109,10 @@ std::vector<IntervalShare> LifeTableShares(const std::vector<f64>& bounds,
     std::vector<IntervalShare> shares;
     f64 atRisk = 1;
     for (std::size_t j = 0; j < chances.size(); ++j) {
+        if (atRisk < Nobody) {
+            shares.push_back({});
+            continue;
+        }
         const f64 start = bounds[j];
         const f64 length = bounds[j + 1] - start;
         const Exits exits{Hazard(chances[j].Event), Hazard(chances[j].Loss)};
@@ -245,6 +253,35 @@ void NarrowEffect(const SampleValues& effect, f64& lower, f64& upper) {
                       InForm(effect.SecondForm(), effect.FirstAt(0), effect.FirstAt(0)));
 }
 
+namespace {
+
+f64 ResidualAt(f64 x, f64 (*residual)()) {
+    const TrialValue trial(x);
+    return residual();
+}
+
+// With too little power at both limits, far apart: ends the search behind the highest power. A
+// search by proportion finds it, where hazards without measure, of which intervals tell next to
+// nothing, take up nearly all of the way and have a small peak of their own.
+void EndBehindHighest(f64 lower, f64& upper, f64 (*residual)()) {
+    constexpr f64 steps = 60;
+    constexpr f64 farApart = 1000;
+    if (!(lower > 0 && upper > farApart * lower) || ResidualAt(lower, residual) >= 0 ||
+        ResidualAt(upper, residual) >= 0)
+        return;
+    const auto point = [=](f64 k) { return lower * std::pow(upper / lower, k / steps); };
+    f64 best = 0;
+    f64 highest = ResidualAt(lower, residual);
+    for (f64 k = 1; k < steps; ++k)
+        if (const f64 at = ResidualAt(point(k), residual); at > highest) {
+            best = k;
+            highest = at;
+        }
+    upper = point(best + 1);
+}
+
+} // namespace
+
 void KeepNearNoEffect(const SampleValues& effect, const LifeTableStudy& study, f64& lower,
                       f64& upper, f64 (*residual)()) {
     if (!study.HasTurningUnknown())
@@ -252,6 +289,8 @@ void KeepNearNoEffect(const SampleValues& effect, const LifeTableStudy& study, f
     const bool isSecond = effect.HasUnknown() && !effect.FirstIsUnknown();
     const bool isFirst = effect.FirstIsUnknown() && effect.SecondForm() == AsValue;
     const Side near = isSecond ? Opposite(SideOfTail()) : isFirst ? SideOfTail() : Side::Below;
+    if (near == Side::Below)
+        EndBehindHighest(lower, upper, residual);
     KeepOneSideOfTurn(lower, upper, near, residual);
 }
 

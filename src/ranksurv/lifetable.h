@@ -51,7 +51,7 @@ MantelHaenszel ExpectedSums(const std::vector<IntervalShare>& group1,
 std::vector<f64> IntervalBounds(f64 length, f64 study);
 
 // Intervals that a life table may have: a shorter length than that of so many is refused.
-inline constexpr i16 MaxLifeTableIntervals = 1000;
+inline constexpr i16 MaxLifeTableIntervals = 300;
 
 // Two groups of one survival model, and the study: the end of the list of a life-table test.
 class LifeTableStudy {

@@ -42,6 +42,13 @@ f32 GammaScale(f64 median, f64 shape) {
     return Single(median / f64{knownMedian});
 }
 
+// Less than the error of its distribution function is nothing.
+f64 GammaAt(f64 t, f64 median, f64 shape) {
+    constexpr f64 nothing = 1e-6;
+    const f64 rest = 1 - f64{GammaCdf(Single(t), GammaScale(median, shape), Single(shape))};
+    return rest > nothing ? rest : 0;
+}
+
 } // namespace
 
 f64 SurvivalAtModel(SurvivalModel model, f64 t, f64 median, f64 shape) {
@@ -51,7 +58,7 @@ f64 SurvivalAtModel(SurvivalModel model, f64 t, f64 median, f64 shape) {
     case WeibullSurvival:
         return WeibullAt(t, median, shape);
     case GammaSurvival:
-        return 1 - f64{GammaCdf(Single(t), GammaScale(median, shape), Single(shape))};
+        return GammaAt(t, median, shape);
     default:
         return f64{NorCdf(Single(-std::log(t / median) / shape))};
     }
