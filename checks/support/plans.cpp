@@ -523,9 +523,38 @@ Values PlanOfTheTable(const AnalysisChoice& choice) {
     return values;
 }
 
+// Tests of exponential survival: other tests share their limits, of Poisson means and of medians,
+// with other truths. Most patients have the event in the study, so that an effect shows. No
+// incidence is where the power turns.
+constexpr std::initializer_list<i16> exponentialMenus{150, 151, 152, 402, 403, 404, 804, 834};
+
+Values PlanOfExponentialSurvival(const AnalysisChoice& choice) {
+    Values values = PlanOfTheTable(choice);
+    Add(values, {{Kind::PoissonMeanLeftLimit, "0.7"},
+                 {Kind::PoissonMeanRightLimit, "1.5"},
+                 {Kind::RateLeftLimit, "0.35"},
+                 {Kind::RateRightLimit, "0.7"},
+                 {Kind::H0Incidence, choice.Left ? "0.6" : "0.45"},
+                 {Kind::H1Incidence, choice.Left ? "0.4" : "0.65"},
+                 {Kind::H1IncidenceOverH0, choice.Left ? "0.6667" : "1.4"}});
+    if (choice.NoOfTails == TwoOneSided)
+        Add(values, {{Kind::H1Incidence, "0.51"},
+                     {Kind::H1Incidence1, "0.3"},
+                     {Kind::H1Incidence2, "0.31"},
+                     {Kind::H1Incidence2Over1, "1.03333"}});
+    else if (choice.Left)
+        Add(values, {{Kind::H1Median1, "1"},
+                     {Kind::H1Median2, "0.6"},
+                     {Kind::H1Median2Over1, "0.6"},
+                     {Kind::RatioNonInferiorityLimit, "1.1"}});
+    return values;
+}
+
 Values TextsOf(const AnalysisChoice& choice) {
     if (IsTestOfMeans(choice))
         return PlanOfMeans(choice);
+    if (IsIn(choice, exponentialMenus))
+        return PlanOfExponentialSurvival(choice);
     if (choice.MenuNo >= 0)
         return PlanOfTheTable(choice);
     if (choice.ProcedureNo != ProcedureTest)
@@ -558,6 +587,25 @@ std::set<i16> WithoutInfluence(const AnalysisChoice& choice) {
     constexpr i16 piecewiseLifeTable = 394;
     if (choice.MenuNo == piecewiseLifeTable)
         kinds.insert(Kind::NoOfIntervals);
+    // What the strata were is known with their grids alone.
+    if (choice.MenuNo >= 420 && choice.MenuNo <= 423)
+        kinds.insert(
+            {Kind::NoOfStrata, Kind::AccrualRate, Kind::AccrualTime, Kind::TotalStudyTime});
+    // Two hazards with a kept ratio: their size is in the number of events.
+    constexpr i16 givenEvents = 1;
+    const bool isPlainHazard = !Has(choice, Check::Incidences) && !Has(choice, Check::Medians);
+    const bool isDifference = choice.MenuNo == 150 || choice.MenuNo == 402;
+    if (Option(choice, Group::Given) == givenEvents &&
+        !(isDifference && choice.NoOfTails == TwoOneSided)) {
+        if (isPlainHazard && Option(choice, Group::Rate2) == AsRatio)
+            kinds.insert(Kind::H1Rate1);
+        if (Has(choice, Check::Medians) && Option(choice, Group::Median2) == AsDifference)
+            kinds.insert(Kind::H1Median1);
+        if (isPlainHazard && Option(choice, Group::H1Rate) == AsRatio)
+            kinds.insert(Kind::H0Rate);
+        if (Has(choice, Check::Medians) && Option(choice, Group::H1Median) == AsRatio)
+            kinds.insert(Kind::H0Median);
+    }
     // The variances are entered, or derived from a grid with so many categories, before.
     constexpr i16 generalKappa = 514;
     if (choice.MenuNo == generalKappa) {

@@ -6,6 +6,7 @@
 #include "core/driver.h"
 #include "core/fault.h"
 #include "core/general.h"
+#include "core/kinds.h"
 #include "core/option_choice.h"
 #include "core/root.h"
 #include "core/search.h"
@@ -73,11 +74,34 @@ i16 PositionOfGroup(i16 group) {
     return -1;
 }
 
+// The tests of exponential survival have so many choices that the forms of their quantities are
+// walked side by side: all of them as values, as differences, as ratios.
+bool HasFormsSideBySide(const AnalysisChoice& analysis) {
+    const std::set<i16> menus{150, 151, 152, 402, 403, 404, 804, 834};
+    return menus.contains(analysis.MenuNo);
+}
+
+bool AreFormsSideBySide() {
+    for (i16 form = AsValue; form <= AsRatio; ++form) {
+        bool fits = true;
+        for (i16 i = 0; i < NoOfIntPar; ++i) {
+            const i16 group = IntParList(i);
+            const i16 last = IntParOption(AsRatio, group).empty() ? i16{1} : i16{2};
+            fits = fits && (group == Group::Given || IntParValue(group) == std::min(form, last));
+        }
+        if (fits)
+            return true;
+    }
+    return false;
+}
+
 // Every combination of the options of the groups from this position on, with the check boxes as
 // they are ticked. An option may take groups behind it, and check boxes, out of reach.
-void CollectGroupChoices(i16 position, std::vector<std::map<i16, i16>>& choices) {
+void CollectGroupChoices(i16 position, bool sideBySide, std::vector<std::map<i16, i16>>& choices) {
     const std::vector<i16> ticked = TickedChecks();
     if (position >= NoOfIntPar) {
+        if (sideBySide && !AreFormsSideBySide())
+            return;
         std::map<i16, i16> choice;
         for (i16 i = 0; i < NoOfIntPar; ++i)
             choice[IntParList(i)] = IntParValue(IntParList(i));
@@ -89,15 +113,15 @@ void CollectGroupChoices(i16 position, std::vector<std::map<i16, i16>>& choices)
     for (const i16 option : OptionsOf(position)) {
         ChooseIntPar(PositionOfGroup(group), option);
         if (TickedChecks() == ticked)
-            CollectGroupChoices(static_cast<i16>(position + 1), choices);
+            CollectGroupChoices(static_cast<i16>(position + 1), sideBySide, choices);
     }
     ChooseIntPar(PositionOfGroup(group), 0);
     Tick(ticked);
 }
 
-std::vector<std::map<i16, i16>> GroupChoices() {
+std::vector<std::map<i16, i16>> GroupChoices(const AnalysisChoice& analysis) {
     std::vector<std::map<i16, i16>> choices;
-    CollectGroupChoices(0, choices);
+    CollectGroupChoices(0, HasFormsSideBySide(analysis), choices);
     return choices;
 }
 
@@ -177,7 +201,7 @@ std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis) {
                     // A check box may be what offers the tails.
                     if (NoOfTails != tails || (left && !LeftTailOffered))
                         continue;
-                    for (const std::map<i16, i16>& groups : GroupChoices()) {
+                    for (const std::map<i16, i16>& groups : GroupChoices(analysis)) {
                         AnalysisChoice choice = analysis;
                         choice.NoOfSamples = samples;
                         choice.NoOfTails = tails;

@@ -142,23 +142,46 @@ GridCheck ProbabilityCells(f64 limit) {
                      });
 }
 
+GridCheck PositiveCells(const std::string& name) {
+    return CellCheck([](f32 x) { return x > 0; },
+                     [name](i16 row, i16 column) {
+                         return name + " in " + CellName(row, column) + "  Must Be > 0.";
+                     });
+}
+
+GridCheck NonNegativeCells(const std::string& name) {
+    return CellCheck([](f32 x) { return x >= 0; },
+                     [name](i16 row, i16 column) {
+                         return name + " in " + CellName(row, column) + "  Must Be >= 0.";
+                     });
+}
+
+GridCheck ShareCells(const std::string& name) {
+    return CellCheck([](f32 x) { return x >= 0 && x < 1; },
+                     [name](i16 row, i16 column) {
+                         return name + " in " + CellName(row, column) + "  Must Be >= 0 and < 1.";
+                     });
+}
+
 GridCheck RatioCells() {
-    return CellCheck(
-        [](f32 x) { return x > 0; },
-        [](i16 row, i16 column) { return "Ratio in " + CellName(row, column) + "  Must Be > 0."; });
+    return PositiveCells("Ratio");
 }
 
 GridCheck DeviationCells() {
-    return CellCheck([](f32 x) { return x > 0; },
-                     [](i16 row, i16 column) {
-                         return "Standard Deviation in " + CellName(row, column) + "  Must Be > 0.";
-                     });
+    return PositiveCells("Standard Deviation");
 }
 
 GridCheck OfRow(i16 row, GridCheck check) {
     return [row, check = std::move(check)](const GridCells& cells, i16 i, i16 column,
                                            Leaving leaving) {
         return i != row || check(cells, i, column, leaving);
+    };
+}
+
+GridCheck OfColumn(i16 column, GridCheck check) {
+    return [column, check = std::move(check)](const GridCells& cells, i16 row, i16 j,
+                                              Leaving leaving) {
+        return j != column || check(cells, row, j, leaving);
     };
 }
 

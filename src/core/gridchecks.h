@@ -5,6 +5,7 @@
 #include "core/gridtable.h"
 
 #include <initializer_list>
+#include <string>
 
 namespace quorvanta {
 
@@ -17,10 +18,16 @@ GridCheck ProportionCells();
 GridCheck ProbabilityCells(f64 limit);
 // Above 0: a ratio, and whatever else has to be positive.
 GridCheck RatioCells();
+GridCheck PositiveCells(const std::string& name);
+// 0 or above.
+GridCheck NonNegativeCells(const std::string& name);
+// 0 or above, and below 1.
+GridCheck ShareCells(const std::string& name);
 GridCheck VarianceCells(); // of the diagonal
 GridCheck DeviationCells();
-// The check, of one row alone.
+// The check, of one row, or of one column, alone.
 GridCheck OfRow(i16 row, GridCheck check);
+GridCheck OfColumn(i16 column, GridCheck check);
 
 // Proportions that add up to 1 in each row.
 GridCheck RowsOfProportions();

@@ -15,6 +15,9 @@
 #include "ranksurv/testlifetableweib.h"
 #include "ranksurv/testlinsconc.h"
 #include "ranksurv/testlogrank.h"
+#include "ranksurv/testlogranknoninf.h"
+#include "ranksurv/testlogranknonparam.h"
+#include "ranksurv/testlogrankstrat.h"
 #include "ranksurv/testreliab.h"
 #include "ranksurv/testspear.h"
 #include "tests/parbin.h"
@@ -154,6 +157,9 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 204:
     case 205:
         return operation.template operator()<TESTLOGRANK>();
+    case 36:
+    case 200:
+        return operation.template operator()<TESTLOGRANKNONPARAM>();
     case 38:
     case 39:
         return operation.template operator()<TESTCOX>();
@@ -210,6 +216,13 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 121:
     case 122:
         return operation.template operator()<TESTEQUIV<TESTPAIRBIN>>();
+    case 179:
+    case 180:
+    case 181:
+    case 182:
+        return operation.template operator()<TESTLOGRANKSTRAT>();
+    case 201:
+        return operation.template operator()<TESTLOGRANKNONINF>();
     default:
         return operation.template operator()<NoModule>();
     }

@@ -33,15 +33,21 @@ constexpr f64 LeastShare = 1e-30;
 // rounded exponentials, of which nothing is left when accrual is short or events are rare.
 f64 MeanExp(f64 x) {
     const f64 size = std::fabs(x);
-    return size == 0 ? 1 : -std::expm1(-size) / size;
+    if (size == 0)
+        return 1;
+    // From here on nothing cancels, and exp is the faster one.
+    constexpr f64 large = 0.5;
+    return (size < large ? -std::expm1(-size) : 1 - std::exp(-size)) / size;
 }
 
 // The mean of exp(-rate v) where v, the time until accrual ends, has a density in proportion to
 // exp(shape v) over 0 to accrual: (shape - rate) and shape are equal to none and to each other
 // without being exceptions.
 f64 MeanStay(f64 rate, f64 shape, f64 accrual) {
+    if (shape == 0)
+        return MeanExp(rate * accrual);
     const f64 ratio = MeanExp((shape - rate) * accrual) / MeanExp(shape * accrual);
-    if (shape <= 0)
+    if (shape < 0)
         return ratio;
     return ExpClamped(Single(-MinOf(shape, rate) * accrual)) * ratio;
 }
@@ -143,6 +149,15 @@ bool Accrual::Check() const {
     return UnknownParNo == time_ || IsLastEnd(TableEnd(), ParValue(time_));
 }
 
+bool Accrual::HasGridValues() const {
+    for (const i16 parNo : {rate_, time_, study_}) {
+        const i16 kind = ParKind(parNo);
+        if (parNo != 0 && !HasGridValue(parNo, ParMin(kind), ParMax(kind)))
+            return false;
+    }
+    return true;
+}
+
 void Accrual::Narrow(f64& lower, f64& upper) const {
     if (intervals_ == 0 && (UnknownParNo == rate_ || Model() != UniformAccrual))
         return;
@@ -224,8 +239,9 @@ f32 HazardVariance(const Accrual& accrual, f32 lambda, f32 eta) {
 
 f64 ShareLeaving(f64 rate, f64 shape, f64 accrual, f64 study) {
     const f64 span = MinOf(accrual, study);
+    const f64 entered = span == accrual ? 1 : ShareEntered(shape, span, accrual);
     const f64 stay = ExpClamped(Single(-rate * (study - span))) * MeanStay(rate, shape, span);
-    return MaxOf(LeastShare, ShareEntered(shape, span, accrual) * (1 - stay));
+    return MaxOf(LeastShare, entered * (1 - stay));
 }
 
 } // namespace quorvanta

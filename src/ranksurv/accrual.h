@@ -24,6 +24,9 @@ class Accrual {
     bool Check() const;
     void Narrow(f64& lower, f64& upper) const;
 
+    // Have the parameters one value each, so that a grid can be evaluated with them?
+    bool HasGridValues() const;
+
     // The model of the values as they are now.
     i16 Model() const;
 

@@ -76,7 +76,7 @@ void GroupSizes::Narrow(f64& lower, f64& upper, f64 (*residual)()) const {
         upper = MinOf(upper, most);
         lower = MaxOf(lower, 1 / most);
     }
-    KeepOneBranch(lower, upper, Side::Above, residual);
+    KeepNearestRoot(lower, upper, Side::Above, residual);
 }
 
 } // namespace quorvanta

@@ -22,8 +22,7 @@ class GroupSizes {
     // Is the second size in its range, and has each group at least two subjects?
     bool Check() const;
     // Narrows the search so that this is so. A ratio within a total has the highest power where the
-    // groups are about equal: the search takes the larger ratios, or the smaller ones where only
-    // those have as much or as little power as is asked for.
+    // groups are about equal: of two solutions the search takes the larger one.
     void Narrow(f64& lower, f64& upper, f64 (*residual)()) const;
 
   private:

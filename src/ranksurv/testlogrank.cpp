@@ -244,6 +244,13 @@ void AddPatients() {
         sizes.AddEach();
 }
 
+// No loss at all is the only one with a pooled standard error: what is sought has none.
+void NarrowPoolingLoss(f64& lower) {
+    constexpr f64 least = 1e-5;
+    if (LRHazardKind == MlLachinFoulkesKind && NoOfSamples == TwoSamples && losses.FirstIsUnknown())
+        lower = MaxOf(lower, least);
+}
+
 void AddEventsOrTime() {
     const bool isTime = LRGiven == GivenTimeAtRisk;
     const i16 total = isTime ? Kind::TimeAtRisk : Kind::Events;
@@ -253,16 +260,27 @@ void AddEventsOrTime() {
         sizes.AddTotal(total, isTime ? Kind::StudyTime2Over1 : Kind::Size2Over1);
 }
 
-// Far from H0 the power may fall again: with a lower hazard there are fewer events. The search
-// stays next to H0 where that has the solution.
-void KeepBranchOfTruth(f64& lower, f64& upper, f64 (*residual)()) {
-    const bool falls =
-        hypotheses.BaseIsUnknown() && hypotheses.HasTwo() && hypotheses.TruthForm() == AsValue;
+// Far from H0 the power may fall again: with a lower hazard there are fewer events. The solution
+// next to H0 is the one that is asked for. Where a relation is kept and its base sought, the power
+// may turn as well: the larger solution, or the smaller one when the search goes left.
+void NarrowHypotheses(f64& lower, f64& upper, f64 (*residual)()) {
     const bool isRelated = hypotheses.BaseIsUnknown() && hypotheses.TruthForm() != AsValue;
-    if (isRelated)
-        KeepOneBranch(lower, upper, SideOfTail(), residual);
-    else if (hypotheses.TruthIsUnknown())
-        KeepOneBranch(lower, upper, SearchesLeft() == falls ? Side::Below : Side::Above, residual);
+    if (isRelated && NoOfTails == TwoOneSided) {
+        hypotheses.NarrowPair(lower, upper);
+        hypotheses.KeepEffect(lower, upper, Side::Above, f64{hypotheses.Left()});
+        hypotheses.KeepEffect(lower, upper, Side::Below, f64{hypotheses.Right()});
+    } else if (isRelated) {
+        hypotheses.Narrow(lower, upper);
+    }
+    if (isRelated) {
+        KeepNearestRoot(lower, upper, SideOfTail(), residual);
+        return;
+    }
+    hypotheses.Narrow(lower, upper, residual);
+    if (!hypotheses.TruthIsUnknown() || NoOfTails == TwoOneSided)
+        return;
+    const bool falls = hypotheses.BaseIsUnknown();
+    KeepNearestRoot(lower, upper, SearchesLeft() == falls ? Side::Below : Side::Above, residual);
 }
 
 } // namespace
@@ -331,15 +349,14 @@ void TESTLOGRANK::SearchLimits(f64& lower, f64& upper) {
     if (HasNullRange())
         for (i16 i = NullParNo; i < FirstParNo(); ++i)
             NarrowNull(lower, upper, i);
-    hypotheses.Narrow(lower, upper, &RootFunction);
+    NarrowHypotheses(lower, upper, &RootFunction);
     if (LRGiven == GivenSize) {
         losses.Narrow(lower, upper);
         accrual.Narrow(lower, upper);
+        NarrowPoolingLoss(lower);
     }
     if (NoOfSamples == TwoSamples)
         sizes.Narrow(lower, upper, &RootFunction);
-    if (NoOfTails != TwoOneSided)
-        KeepBranchOfTruth(lower, upper, &RootFunction);
 }
 
 f64 TESTLOGRANK::RootFunction() {

@@ -192,6 +192,12 @@ void Hypotheses::Narrow(f64& lower, f64& upper, f64 (*residual)(), Range truth) 
         NarrowNull(lower, upper);
 }
 
+void Hypotheses::NarrowPair(f64& lower, f64& upper) const {
+    const auto [least, most] = TruthRange();
+    if (base_ != 0)
+        PairLimits(lower, upper, base_, least, most, form_);
+}
+
 void Hypotheses::KeepEffect(f64& lower, f64& upper, Side side, f64 effect) const {
     const auto point = PointOf(effect);
     if (!point)

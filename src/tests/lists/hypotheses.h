@@ -104,6 +104,9 @@ class Hypotheses {
     void Narrow(f64& lower, f64& upper, f64 (*residual)()) const;
     void Narrow(f64& lower, f64& upper, f64 (*residual)(), Range truth) const;
 
+    // Narrows the search so that the dependent value stays in its range, and nothing else.
+    void NarrowPair(f64& lower, f64& upper) const;
+
     // Narrows the search for the truth, or for one of its two values, to a true effect above this
     // one, or below it.
     void KeepEffect(f64& lower, f64& upper, Side side, f64 effect) const;

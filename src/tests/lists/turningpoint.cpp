@@ -4,6 +4,10 @@
 #include "core/checksearch.h"
 #include "tests/trialvalue.h"
 
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
 namespace quorvanta {
 
 Side SideOfTail() {
@@ -157,6 +161,40 @@ void KeepOneBranch(f64& lower, f64& upper, Side preferred, f64 (*residual)()) {
     if (turn <= lower || turn >= upper)
         turn = PeakOf(lower, upper, [residual](f64 x) { return -At(x, residual); });
     KeepOneSide(lower, upper, turn, preferred, residual);
+}
+
+namespace {
+
+// Trial values over all of a range, denser towards its lower end: a hazard of 0.1 among 99999.
+std::vector<f64> TrialValues(f64 lower, f64 upper) {
+    constexpr int steps = 40;
+    constexpr f64 decades = 8;
+    std::vector<f64> trials{lower};
+    for (int k = 1; k <= steps; ++k) {
+        trials.push_back(lower + (upper - lower) * k / steps);
+        trials.push_back(lower + (upper - lower) * std::pow(10.0, -decades * k / steps));
+    }
+    std::ranges::sort(trials);
+    return trials;
+}
+
+} // namespace
+
+void KeepNearestRoot(f64& lower, f64& upper, Side from, f64 (*residual)()) {
+    if (!(upper > lower))
+        return;
+    std::vector<f64> trials = TrialValues(lower, upper);
+    if (from == Side::Above)
+        std::ranges::reverse(trials);
+    const f64 atEnd = At(trials.front(), residual);
+    for (std::size_t k = 1; k < trials.size(); ++k) {
+        if (atEnd * At(trials[k], residual) > 0)
+            continue;
+        lower = MinOf(trials[k - 1], trials[k]);
+        upper = MaxOf(trials[k - 1], trials[k]);
+        return;
+    }
+    KeepOneBranch(lower, upper, from, residual);
 }
 
 } // namespace quorvanta

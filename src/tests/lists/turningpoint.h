@@ -50,4 +50,9 @@ f64 HighestPoint(f64 lower, f64 upper, f64 (*residual)());
 // its lowest point where it has no peak inside.
 void KeepOneBranch(f64& lower, f64& upper, Side preferred, f64 (*residual)());
 
+// The residual may turn more than once: keeps the search between two neighbouring trial values of
+// opposite sign, the first ones as seen from an end. Where no trial shows a change of sign, it is
+// KeepOneBranch.
+void KeepNearestRoot(f64& lower, f64& upper, Side from, f64 (*residual)());
+
 } // namespace quorvanta
