@@ -494,6 +494,7 @@ Values PlanOfProportionTest(const AnalysisChoice& choice) {
 // non-inferiority; chi-square and exact tests of proportions, of pairs, of equivalence and of
 // non-inferiority.
 constexpr std::initializer_list<i16> meansMenus{0, 1, 230, 231, 800, 801, 810, 811, 830, 831};
+constexpr std::initializer_list<i16> coxMenus{470, 471};
 constexpr std::initializer_list<i16> proportionsMenus{70, 80, 100, 111, 802, 803, 832, 833};
 
 // Analyses of variance of repeated measurements, Hotelling's test, multivariate ones.
@@ -521,6 +522,9 @@ Values PlanOfTheTable(const AnalysisChoice& choice) {
     Values values;
     for (const auto& row : ReadTsv("plan_values.tsv"))
         values[static_cast<i16>(std::stoi(row[0]))] = row[column];
+    // A coefficient under H0 stands beside that of the other regressions.
+    if (IsIn(choice, coxMenus) && choice.Left)
+        values[Kind::H1Slope] = "-0.6";
     return values;
 }
 
@@ -603,6 +607,10 @@ std::set<i16> WithoutInfluence(const AnalysisChoice& choice) {
         kinds.insert(Kind::H0Location);
     if (Option(choice, Group::H1Slope) == AsDifference)
         kinds.insert(Kind::H0Slope);
+    // The hazards are those of the table, whatever it is called for.
+    constexpr i16 piecewiseLifeTable = 394;
+    if (choice.MenuNo == piecewiseLifeTable)
+        kinds.insert(Kind::NoOfIntervals);
     // What the strata were is known with their grids alone.
     if (choice.MenuNo >= 420 && choice.MenuNo <= 423)
         kinds.insert(

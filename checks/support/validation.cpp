@@ -11,9 +11,11 @@
 #include "support/number.h"
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 namespace quorvanta::checks {
 
@@ -138,18 +140,67 @@ AccrualTable ParseAccrual(const std::string& text) {
     return table;
 }
 
+// Hazards that grow, and losses; the second group has the larger hazards, or the smaller ones.
+IntervalTable SomeIntervals(bool left) {
+    IntervalTable table{{0, 0.2, 0.4, 0.05, 0.05},
+                        {1, 0.3, 0.5, 0.05, 0.1},
+                        {2, 0.4, 0.8, 0.1, 0.1},
+                        {3, 0.4, 0.8, 0.1, 0.1},
+                        {4, 0.5, 0.8, 0, 0}};
+    for (std::array<f64, 5>& interval : table)
+        if (left)
+            std::swap(interval[1], interval[2]);
+    return table;
+}
+
+// "0:0.3:0.5:0:0 2:0.4:0.5:0:0", rows of the table.
+IntervalTable ParseIntervals(const std::string& text) {
+    IntervalTable table;
+    for (const std::string& interval : Split(text, ' ')) {
+        const auto cells = Split(interval, ':');
+        table.emplace_back();
+        for (std::size_t i = 0; i < table.back().size(); ++i)
+            table.back().at(i) = ParseNumber(cells.at(i));
+    }
+    return table;
+}
+
+void FillStore(i16 rows, i16 columns) {
+    GridData(1).ReDim(0, rows, 0, columns);
+    HasGridData = True;
+    GridTestNo = TestNo;
+}
+
+// A table typed in the place of the number of its intervals; that number.
+std::string FillTable(i16 kind, const std::string& text) {
+    if (kind == Kind::AccrualIntervals) {
+        const AccrualTable table = ParseAccrual(text);
+        FillAccrual(table);
+        return std::to_string(table.size());
+    }
+    const IntervalTable table = ParseIntervals(text);
+    FillIntervals(table);
+    return std::to_string(table.size());
+}
+
 } // namespace
+
+void FillIntervals(const IntervalTable& table) {
+    FillStore(static_cast<i16>(table.size()), 5);
+    for (std::size_t i = 0; i < table.size(); ++i)
+        for (std::size_t j = 0; j < table[i].size(); ++j)
+            GridData(1)(static_cast<i16>(i + 1), static_cast<i16>(j + 1)) =
+                static_cast<f32>(table[i].at(j));
+}
 
 void FillAccrual(const AccrualTable& table) {
     const i16 rows = static_cast<i16>(table.size());
-    GridData(1).ReDim(0, rows, 0, 2);
+    FillStore(rows, 2);
     for (i16 i = 1; i <= rows; ++i) {
         const auto& [end, accrued] = table[static_cast<std::size_t>(i - 1)];
         GridData(1)(i, 1) = static_cast<f32>(end);
         GridData(1)(i, 2) = static_cast<f32>(accrued);
     }
-    HasGridData = True;
-    GridTestNo = TestNo;
 }
 
 std::vector<ValidationCase> ReadValidation(const std::string& path) {
@@ -198,15 +249,15 @@ void SetUp(const AnalysisChoice& choice) {
     AcceptOptions();
     if (HasKind(Kind::AccrualIntervals))
         FillAccrual(SomeAccrual);
+    if (HasKind(Kind::NoOfIntervals))
+        FillIntervals(SomeIntervals(choice.Left));
 }
 
 f64 SolveCase(const ValidationCase& validation) {
     SetUp(validation);
     for (const auto& [kind, text] : validation.Values) {
-        const bool isTable = kind == Kind::AccrualIntervals && text.find(':') != std::string::npos;
-        if (isTable)
-            FillAccrual(ParseAccrual(text));
-        TypedParText(PositionOf(kind), isTable ? std::to_string(ParseAccrual(text).size()) : text);
+        const bool isTable = text.find(':') != std::string::npos;
+        TypedParText(PositionOf(kind), isTable ? FillTable(kind, text) : text);
     }
     Calculated = False;
     SolveFor(PositionOf(validation.UnknownKind));

@@ -9,7 +9,8 @@
 //   Checks     kinds of the ticked check boxes, comma-separated
 //   Groups     group=option, comma-separated
 //   Values     kind=text, semicolon-separated; a number of accrual intervals with their table,
-//              "1:0.3 2:1": ends of the intervals, each with the proportion accrued by then
+//              "1:0.3 2:1": ends of the intervals, each with the proportion accrued by then; one of
+//              intervals of hazards with theirs, "0:0.3:0.5:0:0 2:0.4:0.5:0:0": their rows
 //   Unknown    kind of the unknown
 //   Exact      its exact value
 //   Tolerance  what our approximations may differ, absolutely
@@ -18,6 +19,7 @@
 #include "core/types.h"
 #include "montecarlo/shiftmodel.h"
 
+#include <array>
 #include <map>
 #include <string>
 #include <utility>
@@ -52,6 +54,12 @@ using AccrualTable = std::vector<std::pair<f64, f64>>;
 // Fills the table of the current analysis, as its grid does. SetUp fills one of five intervals that
 // end at 2, for analyses that ask for it.
 void FillAccrual(const AccrualTable& table);
+
+// A table of hazards: start of the interval, hazards of both groups, loss rates of both.
+using IntervalTable = std::vector<std::array<f64, 5>>;
+
+// Fills the table of the current analysis. SetUp fills one of five intervals.
+void FillIntervals(const IntervalTable& table);
 
 struct ValidationCase : AnalysisChoice {
     std::string Analysis;

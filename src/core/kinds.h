@@ -393,6 +393,8 @@ inline constexpr i16 AccrualRate = 33;
 inline constexpr i16 AccrualIntervals = 343;
 inline constexpr i16 AccrualTime = 10;
 inline constexpr i16 TotalStudyTime = 11;
+inline constexpr i16 IntervalLength = 12;
+inline constexpr i16 NoOfIntervals = 316;
 inline constexpr i16 Events = 99;
 inline constexpr i16 TimeAtRisk = 347;
 inline constexpr i16 WeightedHazardDifference = 339;
@@ -458,6 +460,7 @@ inline constexpr i16 ScaleShift = 51;
 inline constexpr i16 TauOrConcordance = 52;
 inline constexpr i16 SequenceSize2 = 53;
 inline constexpr i16 Given = 55; // sample size, number of events or time at risk
+inline constexpr i16 HazardEffect = 57;
 inline constexpr i16 RateDistribution = 58;
 
 } // namespace Group

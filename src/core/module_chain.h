@@ -7,10 +7,14 @@
 #include "ranksurv/testchi2gof.h"
 #include "ranksurv/testcohen.h"
 #include "ranksurv/testcohengeneral.h"
+#include "ranksurv/testcox.h"
 #include "ranksurv/testcron.h"
 #include "ranksurv/testkappa.h"
 #include "ranksurv/testkendall.h"
 #include "ranksurv/testkolsmi.h"
+#include "ranksurv/testlifetable.h"
+#include "ranksurv/testlifetablepwexp.h"
+#include "ranksurv/testlifetableweib.h"
 #include "ranksurv/testlinsconc.h"
 #include "ranksurv/testlogrank.h"
 #include "ranksurv/testlogranknoninf.h"
@@ -201,6 +205,17 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<XOVER2WAY>();
     case 70:
         return operation.template operator()<XOVER2WAYLOG>();
+    case 26:
+        return operation.template operator()<TESTLIFETABLE>();
+    case 27:
+    case 28:
+    case 29:
+        return operation.template operator()<TESTLIFETABLEWEIB>();
+    case 30:
+        return operation.template operator()<TESTLIFETABLEPWEXP>();
+    case 38:
+    case 39:
+        return operation.template operator()<TESTCOX>();
     case 31:
     case 37:
     case 202:

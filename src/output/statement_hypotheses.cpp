@@ -247,6 +247,9 @@ std::string SumHypClause(SumUsed& used) {
         for (const Hypothesis& hypothesis : *hypotheses)
             if (!IsMcNemars(h1) || hypothesis.ParNo != h1[0].ParNo)
                 used.Add(hypothesis.ParNo);
+    // Its table has the hazards.
+    if (h0.empty() && h1.empty() && TestIs("Life Table"))
+        return "the null hypothesis H0: equal hazard rates against H1: different hazard rates";
     if (h0.empty() && h1.empty())
         return "";
     if (!h0.empty() && LabelSays(h0.front().Label, Says::NoOfCoefficients))

@@ -182,6 +182,21 @@ f64 Accrual::ShareLeaving(f64 rate) const {
     return quorvanta::ShareLeaving(rate, entered, accrual, study);
 }
 
+// Followed for that time are those who have entered that time before the end of the study.
+f64 Accrual::ShareFollowed(f64 time) const {
+    const f64 accrual{Single(ParValue(time_))};
+    const f64 before = f64{Single(ParValue(study_))} - time;
+    if (before >= accrual || accrual <= f64{Instant})
+        return 1;
+    const f64 shape{Single(ParValue(rate_))};
+    return before > 0 ? ShareEntered(shape, before, accrual) : 0;
+}
+
+f64 Accrual::Certain() const {
+    const f64 accrual{Single(ParValue(time_))};
+    return f64{Single(ParValue(study_))} - (accrual <= f64{Instant} ? 0 : accrual);
+}
+
 // Uniform accrual in each interval. The accrual time, when it is sought, stretches the table.
 f64 Accrual::TabulatedShare(f64 rate, f64 accrual, f64 study) const {
     const Array2<f32>& table = GridData(tableStore);

@@ -34,6 +34,11 @@ class Accrual {
     // follow-up, when they leave at this total rate, above 0. Above 0.
     f64 ShareLeaving(f64 rate) const;
 
+    // Without a table: the share of the patients whom the study follows for this time or longer, if
+    // they stay; and the time up to which that is the share of all who enter.
+    f64 ShareFollowed(f64 time) const;
+    f64 Certain() const;
+
     // The table of accrual, for the number of its intervals.
     bool IsTablePar(i16 parNo) const;
     std::vector<Grid> Grids() const;

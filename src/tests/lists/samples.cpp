@@ -85,6 +85,9 @@ SampleValues AddCommonValue(const SampleKinds& kinds) {
 SampleValues AddPair(const SampleKinds& kinds) {
     SampleValues values;
     values.form_ = ChosenForm(kinds.Group);
+    // Of two forms the second one is the ratio.
+    if (values.form_ == AsDifference && kinds.Second[AsDifference] == NoKind)
+        values.form_ = AsRatio;
     values.kind_ = kinds.Second[0];
     values.first_ = AddPar(kinds.First);
     values.second_ = AddPar(kinds.Second[values.form_]);

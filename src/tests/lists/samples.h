@@ -12,7 +12,7 @@ namespace quorvanta {
 inline constexpr i16 NoKind = 0;
 
 // The kinds of such a quantity: of a single sample; with two samples the group of forms, the first
-// sample's and the second sample's by form.
+// sample's and the second sample's by form (0: option 1 is the ratio).
 struct SampleKinds {
     i16 One;
     i16 Group;

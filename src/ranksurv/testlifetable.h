@@ -1,0 +1,17 @@
+// TESTLIFETABLE: the life-table test of Mantel and Haenszel for two groups with exponential
+// survival times.
+#pragma once
+
+#include "core/types.h"
+
+namespace quorvanta {
+
+struct TESTLIFETABLE {
+    static void SetupTest();
+    static void SetParList();
+    static bool CheckPar();
+    static void SearchLimits(f64& lower, f64& upper);
+    static f64 RootFunction();
+};
+
+} // namespace quorvanta

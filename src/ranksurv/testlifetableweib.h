@@ -1,0 +1,17 @@
+// TESTLIFETABLEWEIB: the life-table test of Mantel and Haenszel for two groups whose survival times
+// have Weibull, gamma or lognormal distributions of the same shape.
+#pragma once
+
+#include "core/types.h"
+
+namespace quorvanta {
+
+struct TESTLIFETABLEWEIB {
+    static void SetupTest();
+    static void SetParList();
+    static bool CheckPar();
+    static void SearchLimits(f64& lower, f64& upper);
+    static f64 RootFunction();
+};
+
+} // namespace quorvanta
