@@ -2,7 +2,7 @@
 #include "output/statement.h"
 #include "ranksurv/testcox.h"
 #include "support/number.h"
-#include "support/menu_fixture.h"
+#include "support/solving_fixture.h"
 
 #include <cmath>
 
@@ -26,7 +26,7 @@ AnalysisChoice OfEvents(i16 menuNo, i16 tails, i16 option) {
     return MenuChoice(menuNo, OneSample, tails, {{Group::HazardEffect, option}}, {Check::Events});
 }
 
-class Cox : public MenuFixture {};
+class Cox : public SolvingFixture {};
 
 const Values& Plan() {
     static const Values values{{0, "0.05"},  {1, "0.8"},   {204, "0.5"}, {264, "1.6487213"},
@@ -74,13 +74,13 @@ TEST_F(Cox, ACoefficientIsTheLogarithmOfAHazardRatio) {
 TEST_F(Cox, MirrorImage) {
     const Values mirrored = With(Plan(), {{204, "-0.5"}, {259, "0.4"}});
     EXPECT_NEAR(PowerOf(OfEvents(menuBinary, 1, asCoefficient), Plan()),
-                PowerOf(InLeftTail(OfEvents(menuBinary, 1, asCoefficient)), mirrored), 1e-6);
+                PowerOf(LeftOf(OfEvents(menuBinary, 1, asCoefficient)), mirrored), 1e-6);
     EXPECT_NEAR(PowerOf(Of(menuContinuous, 1, asCoefficient), Plan()),
-                PowerOf(InLeftTail(Of(menuContinuous, 1, asCoefficient)), mirrored), 1e-6);
+                PowerOf(LeftOf(Of(menuContinuous, 1, asCoefficient)), mirrored), 1e-6);
     // The survival of the others: 0.5 to the power of exp 0.5.
     const Values survivors = With(mirrored, {{353, NumberText(std::pow(0.5, std::exp(0.5)), 12)}});
     EXPECT_NEAR(PowerOf(Of(menuBinary, 1, asCoefficient), Plan()),
-                PowerOf(InLeftTail(Of(menuBinary, 1, asCoefficient)), survivors), 1e-6);
+                PowerOf(LeftOf(Of(menuBinary, 1, asCoefficient)), survivors), 1e-6);
 }
 
 // The events that follow from the survival of the study, entered as such.
@@ -115,8 +115,8 @@ TEST_F(Cox, AnEffectIsSoughtOnTheSideOfTheTail) {
     for (const i16 menu : {menuContinuous, menuBinary}) {
         EXPECT_GT(SolutionOf(Of(menu, 1, asCoefficient), Plan(), Kind::H1Slope), 0);
         EXPECT_GT(SolutionOf(Of(menu, 2, asRatio), Plan(), Kind::H1HazardRatio), 1);
-        EXPECT_LT(SolutionOf(InLeftTail(Of(menu, 1, asCoefficient)), Plan(), Kind::H1Slope), 0);
-        EXPECT_LT(SolutionOf(InLeftTail(Of(menu, 1, asRatio)), Plan(), Kind::H1HazardRatio), 1);
+        EXPECT_LT(SolutionOf(LeftOf(Of(menu, 1, asCoefficient)), Plan(), Kind::H1Slope), 0);
+        EXPECT_LT(SolutionOf(LeftOf(Of(menu, 1, asRatio)), Plan(), Kind::H1HazardRatio), 1);
     }
 }
 

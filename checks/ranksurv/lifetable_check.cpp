@@ -8,7 +8,7 @@
 #include "ranksurv/lifetable.h"
 #include "ranksurv/survivalmodel.h"
 #include "support/number.h"
-#include "support/menu_fixture.h"
+#include "support/solving_fixture.h"
 
 #include <cmath>
 
@@ -47,7 +47,7 @@ Values With(Values values, const Values& others) {
     return values;
 }
 
-class LifeTable : public MenuFixture {
+class LifeTable : public SolvingFixture {
   protected:
     // The power of the piecewise test with this table.
     f64 PiecewisePower(const AnalysisChoice& choice, const Values& values,
@@ -226,7 +226,7 @@ TEST_F(LifeTable, GroupsExchangedAndTheTailTurned) {
     const auto expectMirrored = [&](const AnalysisChoice& choice) {
         const f64 power = PowerOf(choice, Plan());
         EXPECT_GT(power, 0.1) << choice;
-        EXPECT_NEAR(PowerOf(InLeftTail(choice), exchanged), power, 1e-6) << choice;
+        EXPECT_NEAR(PowerOf(LeftOf(choice), exchanged), power, 1e-6) << choice;
     };
     for (const std::vector<i16>& ticked :
          {std::vector<i16>{}, {Check::Incidences}, {Check::Medians}})
@@ -235,7 +235,7 @@ TEST_F(LifeTable, GroupsExchangedAndTheTailTurned) {
         expectMirrored(Of(menu, 1));
     EXPECT_NEAR(PiecewisePower(Of(menuPiecewise, 1), Plan(),
                                {{0, 0.2, 0.4, 0.1, 0}, {2, 0.3, 0.6, 0, 0.1}}),
-                PiecewisePower(InLeftTail(Of(menuPiecewise, 1)), exchanged,
+                PiecewisePower(LeftOf(Of(menuPiecewise, 1)), exchanged,
                                {{0, 0.4, 0.2, 0, 0.1}, {2, 0.6, 0.3, 0.1, 0}}),
                 1e-6);
 }
@@ -247,7 +247,7 @@ TEST_F(LifeTable, MediansTurnTheDirection) {
                                         {94, NumberText(std::log(2) / 0.5, 12)},
                                         {95, NumberText(std::log(2) / 0.8, 12)}});
     EXPECT_NEAR(PowerOf(Exponential(1), values),
-                PowerOf(InLeftTail(Exponential(1, {Check::Medians})), values), 1e-6);
+                PowerOf(LeftOf(Exponential(1, {Check::Medians})), values), 1e-6);
     const Values incidences = With(values, {{53, NumberText(1 - std::exp(-0.5), 12)},
                                             {79, NumberText(1 - std::exp(-0.8), 12)},
                                             {119, NumberText(1 - std::exp(-0.1), 12)},

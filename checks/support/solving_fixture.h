@@ -5,11 +5,26 @@
 #include "support/analysis_fixture.h"
 #include "support/properties.h"
 
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvanta::checks {
 
+// A test of the menus with options of its groups and ticked check boxes.
+inline AnalysisChoice MenuChoice(i16 menuNo, i16 samples, i16 tails, std::map<i16, i16> groups = {},
+                                 std::vector<i16> ticked = {}) {
+    AnalysisChoice choice;
+    choice.MenuNo = menuNo;
+    choice.NoOfSamples = samples;
+    choice.NoOfTails = tails;
+    choice.Groups = std::move(groups);
+    choice.Checks = std::move(ticked);
+    return choice;
+}
+
+// The same test in the left tail.
 inline AnalysisChoice LeftOf(AnalysisChoice choice) {
     choice.Left = true;
     return choice;
