@@ -10,6 +10,7 @@
 #include "numeric/probdist.h"
 #include "output/statement.h"
 #include "support/analysis_fixture.h"
+#include "support/number.h"
 #include "support/properties.h"
 #include "support/tsv.h"
 #include "support/validation.h"
@@ -409,8 +410,8 @@ std::vector<DesignWithMeans> DesignsWithMeans() {
         design.Entries = AssignmentsOf(row[3], ';');
         design.Grids = Parts(row[4], '|');
         design.Derived = AssignmentsOf(row[5], ';');
-        design.Power = std::stod(row[6]);
-        design.Tolerance = std::stod(row[7]);
+        design.Power = ParseNumber(row[6]);
+        design.Tolerance = ParseNumber(row[7]);
         designs.push_back(design);
     }
     return designs;
@@ -467,7 +468,7 @@ TEST_F(AnovaGrids, MeansHaveThePowerOfTheirDesign) {
         EXPECT_TRUE(platform.Messages.empty()) << platform.Messages.front().Text;
         for (const auto& [kind, value] : design.Derived) {
             EXPECT_TRUE(IsBluePar(PositionOf(kind))) << kind;
-            EXPECT_NEAR(ReadNumber(ParText(kind)), std::stod(value), 6e-7) << kind;
+            EXPECT_NEAR(ReadNumber(ParText(kind)), ParseNumber(value), 6e-7) << kind;
             ParValue(PositionOf(kind)) = ReadNumber(ParText(kind));
         }
         EXPECT_NEAR(PowerNow(), design.Power, design.Tolerance);
