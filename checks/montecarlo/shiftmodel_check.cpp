@@ -10,6 +10,7 @@
 #include "support/number.h"
 #include "support/tsv.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 

@@ -409,7 +409,7 @@ TEST_F(Statement, TheAlternativeOfATableIsWhole) {
 // An H1 value that is entered as a difference or a ratio varies in absolute terms, with its base.
 TEST_F(Statement, TheAlternativeOfATableIsAbsolute) {
     NewWindow(GraphWindow);
-    const auto alternative = [this] {
+    const auto alternative = [] {
         const std::string text = SumStatement();
         const std::size_t from = text.find("against H1: ");
         return from == std::string::npos ? text : text.substr(from, text.find(". ", from) - from);

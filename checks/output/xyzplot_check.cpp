@@ -4,6 +4,7 @@
 #include "support/analysis_fixture.h"
 #include "support/recording_surface.h"
 
+#include <cmath>
 #include <set>
 
 namespace quorvanta::checks {

@@ -267,7 +267,7 @@ TEST_F(CrossoverTests, TheLargestDesign) {
 // --- Sentences ----------------------------------------------------------------------------------
 
 TEST_F(CrossoverTests, SentencesNameTheHypotheses) {
-    const auto sentence = [this](const AnalysisChoice& choice, i16 unknown, const Values& values) {
+    const auto sentence = [](const AnalysisChoice& choice, i16 unknown, const Values& values) {
         Start(choice, values);
         SolveFor(PositionOf(unknown));
         return SumStatement();

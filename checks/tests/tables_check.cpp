@@ -425,7 +425,7 @@ TEST_F(TableTests, WithoutAGridTheCorrectionTakesEqualDistances) {
 // --- Sentences ----------------------------------------------------------------------------------
 
 TEST_F(TableTests, SentencesNameTheHypotheses) {
-    const auto sentence = [this](const AnalysisChoice& choice, i16 unknown) {
+    const auto sentence = [](const AnalysisChoice& choice, i16 unknown) {
         Start(choice, {});
         SolveFor(PositionOf(unknown));
         return SumStatement();

@@ -157,21 +157,21 @@ void PairLimits(f64& lower, f64& upper, i16 i, f64 min, f64 max, Form form) {
         return;
     }
     // From an end between two of them it would be half a million steps of 64 bits to the next one.
-    const auto [least, most] = InSingles(min, max);
+    const Range singles = InSingles(min, max);
     const bool baseKnown = UnknownParNo == j;
     const f64 partner = baseKnown ? Rounded(ParValue(i)) : ParValue(j);
     if (form == AsRatio && partner == 0)
         return;
     const auto inside = [=](f64 x) {
         const f64 value = baseKnown ? Dependent(partner, x, form) : Dependent(x, partner, form);
-        return value >= least && value <= most;
+        return value >= singles.Min && value <= singles.Max;
     };
     // An unknown base counts in 32 bits, an unknown entry in 64.
     const auto next = [baseKnown](f64 x, f64 end) {
         return baseKnown ? std::nextafter(x, end)
                          : f64{std::nextafter(static_cast<f32>(x), static_cast<f32>(end))};
     };
-    auto [low, high] = InForm(form, partner, Range{least, most});
+    auto [low, high] = InForm(form, partner, singles);
     // Two ends between the same two 32-bit values have none inside.
     while (low < high && !inside(low)) {
         const f64 stepped = next(low, high);

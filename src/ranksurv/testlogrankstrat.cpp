@@ -87,8 +87,8 @@ Grid HazardsGrid(i16 rows) {
             .Title = name + "s and " + loss + "s",
             .RowHeads = "Stratum",
             .ColumnHeads = name + " 1," + name + " 2," + loss + " 1," + loss + " 2",
-            .Check = AllOf({InColumns(1, 1, survival), InColumns(2, 2, survival), InColumns(3, 3, losses),
-                            InColumns(4, 4, losses)})};
+            .Check = AllOf({InColumns(1, 1, survival), InColumns(2, 2, survival),
+                            InColumns(3, 3, losses), InColumns(4, 4, losses)})};
 }
 
 std::vector<Grid> GridsOf(i16 rows) {
@@ -142,7 +142,9 @@ StratumEffect ProportionalHazards(i16 row) {
 
 // The equations of one stratum, by approach, as without strata.
 StratumEffect ExponentialSurvival(i16 row) {
-    const auto [n1, n2] = SizesOf(row);
+    const auto [size1, size2] = SizesOf(row);
+    const f64 n1 = size1;
+    const f64 n2 = size2;
     const OneSampleKinds& kinds = OneSurvivalKinds(input);
     const i16 store = HazardStore();
     const auto hazard = [&](i16 column) {
