@@ -572,7 +572,29 @@ Values PlanOfExponentialSurvival(const AnalysisChoice& choice) {
     return values;
 }
 
+// Simultaneous confidence intervals, a little wider than those of the true deviation: wider for all
+// pairs than for a control, and for those of every contrast.
+constexpr std::initializer_list<i16> intervalFamilyMenus{730, 731, 732};
+constexpr i16 pairwiseIntervalMenu = 731;
+
+Values PlanOfIntervalFamily(const AnalysisChoice& choice) {
+    constexpr i16 scheffe = 3;
+    const bool isWide = choice.MenuNo == pairwiseIntervalMenu || choice.Method == scheffe;
+    return {{Kind::ConfidenceLevel, "0.95"},
+            {Kind::CoverageAndWidthProbability, "0.8"},
+            {Kind::IntervalWidth, isWide ? "1.5" : "1.3"},
+            {Kind::Sd, "1"},
+            {Kind::LevelsA, "4"},
+            {Kind::Size1, "30"},
+            {Kind::SizeK, "30"},
+            {Kind::SizeKMinus1, "0"},
+            {Kind::SizeKOver1, "1"},
+            {Kind::SizePerGroup, "30"}};
+}
+
 Values TextsOf(const AnalysisChoice& choice) {
+    if (IsIn(choice, intervalFamilyMenus))
+        return PlanOfIntervalFamily(choice);
     if (IsTestOfMeans(choice))
         return PlanOfMeans(choice);
     if (IsIn(choice, repeatedMenus))

@@ -12,6 +12,7 @@
 #include "core/search.h"
 #include "core/setup.h"
 #include "core/values.h"
+#include "multcomp/family.h"
 #include "numeric/randdist.h"
 #include "support/search_messages.h"
 
@@ -209,7 +210,10 @@ std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis, FormsWalk
                         choice.Groups = groups;
                         if (left && SelIsTablePar(PowerParNo) && SelTableDistr(PowerParNo))
                             choice.Distributions = smallerObservations;
-                        choices.push_back(choice);
+                        const auto methods = static_cast<i16>(AdjustMethodNames().size());
+                        for (choice.Method = 0; choice.Method == 0 || choice.Method < methods;
+                             ++choice.Method)
+                            choices.push_back(choice);
                     }
                 }
             }
@@ -229,6 +233,8 @@ std::string Describe(const AnalysisChoice& choice) {
         text += ", " + StripAmpersand(CheckLabel(kind));
     for (const auto& [group, option] : choice.Groups)
         text += ", " + IntParOption(option, group);
+    if (choice.Method != 0)
+        text += ", method " + std::to_string(choice.Method);
     return text;
 }
 

@@ -54,6 +54,8 @@ std::string Joined(const AnalysisChoice& choice) {
         text += ", check " + std::to_string(kind);
     for (const auto& [group, option] : choice.Groups)
         text += ", " + std::to_string(group) + "=" + std::to_string(option);
+    if (choice.Method != 0)
+        text += ", method " + std::to_string(choice.Method);
     return text;
 }
 

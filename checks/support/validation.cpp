@@ -45,13 +45,16 @@ std::pair<i16, std::string> Assignment(const std::string& text) {
     return {Number(text.substr(0, equals)), text.substr(equals + 1)};
 }
 
-i16 ReadMenu(std::istream& analysis, std::vector<DistrRow>& distributions) {
-    i16 menuNo = 0;
-    analysis >> menuNo;
+void ReadMenu(std::istream& analysis, AnalysisChoice& choice) {
+    analysis >> choice.MenuNo >> std::ws;
+    if (analysis.peek() == 'm') {
+        std::string word;
+        analysis >> word >> choice.Method;
+        return;
+    }
     DistrRow distr;
     while (analysis >> distr.Code >> distr.Par1 >> distr.Par2)
-        distributions.push_back(distr);
-    return menuNo;
+        choice.Distributions.push_back(distr);
 }
 
 ValidationCase Parse(const std::string& line) {
@@ -64,7 +67,7 @@ ValidationCase Parse(const std::string& line) {
     std::string word;
     analysis >> word;
     if (word == "menu")
-        row.MenuNo = ReadMenu(analysis, row.Distributions);
+        ReadMenu(analysis, row);
     else
         analysis >> row.DistrNo >> row.ParListNo >> row.ProcedureNo;
     row.NoOfSamples = Number(cells[1]);
@@ -239,6 +242,7 @@ void SetUp(const AnalysisChoice& choice) {
     TickChecks(choice.Checks);
     ChooseTails(choice.NoOfTails); // a check box may be what offers them
     PickOptions(choice.Groups);
+    AdjustMethod = choice.Method;
     ClearDistrRows();
     for (std::size_t i = 0; i < choice.Distributions.size(); ++i) {
         const int row = static_cast<int>(i) + 1;

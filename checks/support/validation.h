@@ -4,7 +4,7 @@
 //   Analysis   "menu 0", or "distribution 0 1 2": number, parameter list index, procedure; of a
 //   test
 //              that is about distributions "menu 263 1 0 1 1 0.5 2": code and two parameters of the
-//              one under H0, and of that under H1
+//              one under H0, and of that under H1; of multiple comparisons "menu 730 method 1"
 //   Samples, Tails, Left (-1 or 0)
 //   Checks     kinds of the ticked check boxes, comma-separated
 //   Groups     group=option, comma-separated
@@ -38,6 +38,7 @@ struct AnalysisChoice {
     bool Left = false;
     std::vector<i16> Checks;
     std::map<i16, i16> Groups;
+    i16 Method = 0; // of adjustment, of multiple comparisons
     std::vector<DistrRow> Distributions{}; // H0, H1: none, the start values
 };
 

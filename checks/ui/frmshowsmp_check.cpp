@@ -9,6 +9,7 @@
 #include <QAbstractButton>
 #include <QGroupBox>
 #include <QListWidget>
+#include <QRadioButton>
 #include <QTest>
 
 namespace quorvanta {
@@ -291,6 +292,48 @@ TEST_F(OptionWindow, MarksNoOptionForAChoiceThatDoesNotExist) {
     ProcedureNo = 12;
     Window().RefreshOptions();
     EXPECT_TRUE(Options().isVisible());
+}
+
+// --- Multiple comparisons
+// -------------------------------------------------------------------------
+
+class MethodWindow : public WindowCheck {
+  protected:
+    MethodWindow() {
+        Trigger("mnuFile(0)");
+        Trigger("mnuANOVACI(1)");
+    }
+
+    QAbstractButton& Button() { return *hands::Control<QAbstractButton>(Options(), "cmdMethod"); }
+
+    // Presses a button of the window of methods; the texts that it offered.
+    QStringList PressIn(const QString& option, const QString& button) {
+        QStringList texts;
+        hands::WhenModal("frmAdjustMethod", [&](QWidget& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), "Adjustment Method");
+            for (const QAbstractButton* each : dialog.findChildren<QRadioButton*>())
+                texts << each->text();
+            hands::Click(dialog, option);
+            hands::Click(dialog, button);
+        });
+        hands::Click(Options(), "cmdMethod");
+        return texts;
+    }
+};
+
+TEST_F(MethodWindow, OffersTheMethodsOfTheFamilyAndKeepsTheChoice) {
+    EXPECT_TRUE(Button().isVisible());
+    EXPECT_EQ(Button().text(), "Adjustment &Method: Tukey");
+    EXPECT_EQ(PressIn("optMethod(3)", "cmdOK"),
+              (QStringList{"Tukey", "Bonferroni", "Sidak", "Scheffe"}));
+    EXPECT_EQ(AdjustMethod, 3);
+    EXPECT_EQ(Button().text(), "Adjustment &Method: Scheffe");
+    PressIn("optMethod(1)", "cmdCancel");
+    EXPECT_EQ(AdjustMethod, 3);
+}
+
+TEST_F(OptionWindow, HasNoMethodOfAdjustmentForASingleComparison) {
+    EXPECT_FALSE(Shown("cmdMethod"));
 }
 
 } // namespace

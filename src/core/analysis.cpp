@@ -137,6 +137,8 @@ void LoadChoices(const AnalysisRecord& record) {
     NoOfInterim = record.NoOfInterim;
     IsGroupSeq = record.IsGroupSeq;
     IsMultComp = record.IsMultComp;
+    if (IsMultComp == True)
+        AdjustMethod = record.GridFlag(MethodFlag);
     GridTestNo = record.GridTestNo;
     for (i16 i = 0; i < record.NoOfIntPar; ++i)
         IntParValue(record.IntParList(i)) = record.IntParValue(record.IntParList(i));

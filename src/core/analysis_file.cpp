@@ -92,6 +92,7 @@ bool HasUsableGrids(const AnalysisRecord& record) {
     constexpr int grids = 8;
     return IsWithin(record.NoOfGrids, 0, grids - 1) && AllWithin(record.GridRows, grids, 0, 10) &&
            AllWithin(record.GridCols, grids, 0, 11) && AllWithin(record.GridKind, grids, 0, 10) &&
+           (record.IsMultComp == False || IsWithin(record.GridFlag(MethodFlag), 0, 6)) &&
            std::ranges::all_of(record.GridData.Raw(),
                                [](const auto& store) { return AllFinite(store); });
 }

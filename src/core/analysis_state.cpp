@@ -18,6 +18,7 @@ i16 ProcedureNo;
 i16 NoOfInterim;
 i16 IsGroupSeq;
 i16 IsMultComp;
+i16 AdjustMethod;
 i16 NoOfPar;
 FixedArray<i16, 0, MaxPar> ParKind;
 FixedArray<f64, 0, MaxPar> ParValue;
@@ -133,6 +134,7 @@ void ResetChoice() {
     NoOfInterim = 0;
     IsGroupSeq = False;
     IsMultComp = False;
+    AdjustMethod = 0;
 }
 
 void ResetParameters() {

@@ -29,6 +29,7 @@ extern i16 ProcedureNo;         // 0 test, 1 point estimate, 2 confidence interv
 extern i16 NoOfInterim;         // interim analyses of a group sequential simulation, 0 to 5
 extern i16 IsGroupSeq;          // -1: group sequential design
 extern i16 IsMultComp;          // -1: multiple comparison analysis
+extern i16 AdjustMethod;        // how the error of its family is kept (multcomp/family.h)
 
 // NoOfSamples
 inline constexpr i16 OneSample = 1;

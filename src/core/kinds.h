@@ -277,6 +277,11 @@ inline constexpr i16 SizePerGroup = 326;
 inline constexpr i16 SizePerCell = 327;
 inline constexpr i16 AdditiveSizePerCell = 328; // one will do where no interaction is estimated
 
+// Multiple comparisons.
+inline constexpr i16 CoverageAndWidthProbability = 345;
+inline constexpr i16 NormalDimension = 351;
+inline constexpr i16 LinearCombinations = 369;
+
 // Repeated measurements.
 inline constexpr i16 WithinError = 251;
 inline constexpr i16 BetweenError = 253;

@@ -4,6 +4,7 @@
 
 #include "core/analysis_key.h"
 #include "core/analysis_state.h"
+#include "multcomp/testmultcomp.h"
 #include "ranksurv/testchi2gof.h"
 #include "ranksurv/testcohen.h"
 #include "ranksurv/testcohengeneral.h"
@@ -274,6 +275,10 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 121:
     case 122:
         return operation.template operator()<TESTEQUIV<TESTPAIRBIN>>();
+    case 135:
+    case 136:
+    case 137:
+        return operation.template operator()<TESTMULTCOMPCI>();
     case 179:
     case 180:
     case 181:

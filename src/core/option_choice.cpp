@@ -97,6 +97,11 @@ void ChooseIntPar(i16 position, i16 option) {
     OptionsChanged();
 }
 
+void ChooseAdjustMethod(i16 method) {
+    AdjustMethod = method;
+    OptionsChanged();
+}
+
 void ChooseInterim(i16 noOfInterim) {
     NoOfInterim = noOfInterim;
     OptionsChanged();

@@ -22,5 +22,7 @@ void ChooseParList(i16 parListNo);           // RunTimeError (BadIndex) beyond D
 void ChooseCheck(i16 position, bool ticked); // position in CheckList
 void ChooseIntPar(i16 position, i16 option); // position in IntParList
 void ChooseInterim(i16 noOfInterim);
+// Of multiple comparisons: how the error of the family is kept.
+void ChooseAdjustMethod(i16 method);
 
 } // namespace quorvanta

@@ -26,6 +26,7 @@ void StoreGrids(AnalysisRecord& record) {
     record.GridTitle = GridTitle;
     record.GridHead = GridHead;
     record.GridFlag = GridFlag;
+    record.GridFlag(MethodFlag) = IsMultComp == True ? AdjustMethod : i16{0};
     record.GridKind = GridKind;
     record.GridName = GridName;
     record.GridTestNo = GridTestNo;

@@ -19,6 +19,10 @@ constexpr int GridStoreColumns(int store) {
     return store == 2 ? 1 : store == TextStore ? 11 : 10;
 }
 
+// Of the flags of the grids, the one without a grid: the method of adjustment of multiple
+// comparisons.
+inline constexpr int MethodFlag = 0;
+
 // One analysis as it is kept while another is current, and as it stands in its file: the fields
 // stand in the order of the file. The globals that they mirror have the same names.
 struct AnalysisRecord {

@@ -74,15 +74,19 @@ constexpr std::array<f64, 51> ExactFactorials = {
 
 // --- Normal family ----------------------------------------------------------------------------
 
-f32 NorCdf(f32 x) {
+f64 CenterShare(f32 x) {
     const f64 a = std::fabs(f64{x});
     if (a >= 10)
-        return x > 0 ? 1.0F : 0.0F;
+        return Sgn(f64{x});
     const f64 t = Single(1 / (1 + 0.2316419 * a));
     const f64 q = Single(((1.061405429 * t - 1.453152027) * t + 1.421413741) * t - 0.284496736);
     const f64 e = std::exp(-f64{x} * f64{x} / 2);
     const f64 s = 1 - (q * t + 0.254829592) * (t * e);
-    return Single((s * Sgn(f64{x}) + 1) / 2);
+    return s * Sgn(f64{x});
+}
+
+f32 NorCdf(f32 x) {
+    return Single((CenterShare(x) + 1) / 2);
 }
 
 f32 NorDensity(f32 x) {

@@ -25,6 +25,9 @@ inline constexpr f32 QuantileAboveAll = 100.0F;
 // there for erf). Exactly 0.5 at 0, exactly 0 and 1 from |x| = 10 on.
 f32 NorCdf(f32 x);
 
+// P(|Z| <= |x|) with the sign of x, in 64 bits: what NorCdf(x) and NorCdf(-x) are both made of.
+f64 CenterShare(f32 x);
+
 // The density of Z at x.
 f32 NorDensity(f32 x);
 

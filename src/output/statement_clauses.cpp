@@ -8,6 +8,7 @@
 #include "core/number_text.h"
 #include "core/records.h"
 #include "core/values.h"
+#include "multcomp/family.h"
 #include "output/format.h"
 #include "output/formatpar.h"
 #include "output/statement_labels.h"
@@ -137,7 +138,7 @@ i16 FindSecond(SizeRole role) {
 // --- The parameters of the current analysis -----------------------------------------------------
 
 bool IsHypothesisTest() {
-    return IsTest == True || ProcedureNo == ProcedureTest;
+    return IsTest == True ? !IsMultCompInterval() : ProcedureNo == ProcedureTest;
 }
 
 bool IsConfidenceLevel() {

@@ -5,6 +5,7 @@
 #include "core/general.h"
 #include "core/kinds.h"
 #include "core/records.h"
+#include "multcomp/family.h"
 #include "output/statement_labels.h"
 #include "output/statement_simulation.h"
 #include "output/statement_words.h"
@@ -56,6 +57,28 @@ std::string AccuracyClause(SumUsed& used) {
            (NoOfTails == OneSided ? " to overestimate the " : " to over/under estimate the ") +
            ComparedParameterPhrase() + InDistribution() + " by " + SumArticleLabel(error) + error +
            " of more than " + ParValueText(margin);
+}
+
+// A family of intervals: that all of them cover, and are narrow, is one event.
+std::string FamilyClause(SumUsed& used) {
+    constexpr i16 level = 0;
+    constexpr i16 probability = 1;
+    constexpr i16 width = 2;
+    for (const i16 parNo : {level, probability, width})
+        used.Add(parNo);
+    return "the probability is " + ParValueText(probability) + " that all simultaneous two-sided " +
+           LevelText(level) + "% confidence intervals cover and have a width less than " +
+           ParValueText(width);
+}
+
+std::string FamilySentence() {
+    constexpr std::string_view families[] = {"the differences of the means from that of a control",
+                                             "the differences of all pairs of means",
+                                             "the differences of each mean from the best"};
+    return " The confidence intervals are calculated for " +
+           std::string(families[static_cast<std::size_t>(MultCompKind())]) +
+           " in a one-way analysis of variance. The procedure used is " +
+           AdjustMethodName(AdjustMethod) + ".";
 }
 
 } // namespace
@@ -110,6 +133,8 @@ std::string SumIntervalClause(SumUsed& used) {
 }
 
 std::string EstimationClause(SumUsed& used) {
+    if (IsMultCompInterval())
+        return FamilyClause(used);
     if (ProcedureNo == ProcedureEstimate)
         return AccuracyClause(used);
     if (!IsSimulation())
@@ -119,6 +144,8 @@ std::string EstimationClause(SumUsed& used) {
 }
 
 std::string EstimatedSentence() {
+    if (IsMultCompInterval())
+        return FamilySentence();
     if (ProcedureNo == ProcedureEstimate && !IsTableOrGraph())
         return "";
     return std::string(" The ") +

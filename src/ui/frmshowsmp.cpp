@@ -4,6 +4,8 @@
 #include "core/catalogue.h"
 #include "core/option_choice.h"
 #include "core/setup.h"
+#include "multcomp/family.h"
+#include "ui/frmadjustmethod.h"
 #include "ui/helptips.h"
 #include "ui/qttext.h"
 
@@ -127,6 +129,11 @@ QVBoxLayout* frmShowSmp::MakeRightColumn() {
         column->addWidget(chkCheck_[i]);
     }
 
+    cmdMethod_ = new QPushButton(this);
+    cmdMethod_->setObjectName("cmdMethod");
+    connect(cmdMethod_, &QPushButton::clicked, this, &frmShowSmp::cmdMethod_Click);
+    column->addWidget(cmdMethod_);
+
     column->addSpacing(fontMetrics().height() / 2);
     lblInterchangeable_ = new QLabel("&Interchangeable Parameters:", this);
     lblInterchangeable_->setObjectName("lblInterchangeable");
@@ -163,6 +170,8 @@ void frmShowSmp::Refresh() {
     RefreshGroups();
     CheckOption(fraInterim_.Options, NoOfInterim);
     fraInterim_.Frame->setVisible(InterimShown);
+    cmdMethod_->setText(ToQt("Adjustment &Method: " + AdjustMethodName(AdjustMethod)));
+    cmdMethod_->setVisible(!AdjustMethodNames().empty());
     ExplainOptions();
 }
 
@@ -173,6 +182,7 @@ void frmShowSmp::ExplainOptions() {
     Explain(*fraSamples_.Frame, {optionWindow}, "No Of Samples");
     Explain(*fraTails_.Frame, {optionWindow}, "No Of Tails");
     Explain(*lstParList_, {optionWindow}, "Parameter");
+    Explain(*cmdMethod_, {optionWindow}, "Adjustment Method");
     for (QRadioButton* option : fraTails_.Options)
         Explain(*option, {tails}, FromQt(option->text()));
     Explain(*chkLeftTail_, {tails}, FromQt(chkLeftTail_->text()));
@@ -303,6 +313,11 @@ void frmShowSmp::optIntPar_Click(i16 group, i16 option) {
 
 void frmShowSmp::optInterim_Click(i16 index) {
     ChooseInterim(index);
+}
+
+void frmShowSmp::cmdMethod_Click() {
+    if (const auto method = frmAdjustMethod(this, AdjustMethod).Ask())
+        ChooseAdjustMethod(*method);
 }
 
 void frmShowSmp::cmdOK_Click() {

@@ -12,6 +12,7 @@ class QCheckBox;
 class QGroupBox;
 class QLabel;
 class QListWidget;
+class QPushButton;
 class QRadioButton;
 class QVBoxLayout;
 
@@ -34,6 +35,7 @@ class frmShowSmp : public QDialog {
     void chkCheck_Click(i16 index);
     void optIntPar_Click(i16 group, i16 option);
     void optInterim_Click(i16 index);
+    void cmdMethod_Click();
     void cmdOK_Click();
 
     // Esc and the close box give the options up.
@@ -68,6 +70,7 @@ class frmShowSmp : public QDialog {
     QListWidget* lstParList_ = nullptr;
     std::array<QCheckBox*, 5> chkCheck_{};
     QLabel* lblInterchangeable_ = nullptr;
+    QPushButton* cmdMethod_ = nullptr;
 };
 
 } // namespace quorvanta

@@ -1,0 +1,103 @@
+// Critical values of multiple comparisons, beside the literal double sum: every point of the nested
+// rule, the density of s at each of them. Both give the same 32 bits.
+#include "core/root.h"
+#include "multcomp/mccritical.h"
+#include "numeric/gamma0.h"
+#include "numeric/integra2.h"
+#include "numeric/probdist.h"
+#include "numeric/rounding.h"
+
+#include <benchmark/benchmark.h>
+#include <cmath>
+
+namespace quorvanta {
+namespace {
+
+constexpr f32 Df = 30;
+constexpr f32 Groups = 4;
+constexpr f32 Alpha = 0.05F;
+
+f64 LiteralIntegrand(i16 funcNo, f32 c, f64 x, f64 s) {
+    const f64 k{Groups};
+    const f64 density = NorDensity(Single(x));
+    const f64 reach = std::sqrt(2.0) * f64{c} * s;
+    switch (funcNo) {
+    case Studentized::Dunnett:
+        return density *
+               std::pow(f64{NorCdf(Single(x + reach))} - f64{NorCdf(Single(x - reach))}, k - 1);
+    case Studentized::Tukey:
+        return k * density *
+               std::pow(f64{NorCdf(Single(x))} - f64{NorCdf(Single(x - reach))}, k - 1);
+    case Studentized::Best:
+        return density * std::pow(f64{NorCdf(Single(x + reach))}, k - 1);
+    default:
+        return std::pow(f64{NorCdf(Single(f64{c} * s))} - f64{NorCdf(Single(-f64{c} * s))}, k);
+    }
+}
+
+f64 LiteralDensity(f64 s) {
+    const f64 d{Df};
+    return 2 * d * s * f64{Chi2DensityRaw(Single(d * s * s), Df)};
+}
+
+f32 LiteralProbability(i16 funcNo, f32 c) {
+    const auto integrand = [funcNo, c](f64 x, f64 s) {
+        return LiteralIntegrand(funcNo, c, x, s) * LiteralDensity(s);
+    };
+    return Single(funcNo == Studentized::MaximumModulus
+                      ? NestedSimpson(integrand, 0, 1, 1, SUpper, 30)
+                      : NestedSimpson(integrand, -10, 10, 30, SUpper, 50));
+}
+
+f32 LiteralQuantile(i16 funcNo) {
+    i16 iterations = 0;
+    f64 root = 0;
+    f64 residual = 0;
+    FindRootOf(
+        [funcNo](f64 c) { return f64{LiteralProbability(funcNo, Single(c))} - (1 - f64{Alpha}); },
+        1, 5, RootTolerance, RootIterations, iterations, root, residual);
+    return Single(root);
+}
+
+// Another level each time: the last quantile is kept.
+f32 Quantile(i16 funcNo) {
+    FamilyGroups = Groups;
+    SizeRatio = 1;
+    QuantileIntegral(Df, 2 * Alpha, funcNo);
+    return QuantileIntegral(Df, Alpha, funcNo);
+}
+
+void Literal(benchmark::State& state) {
+    const auto funcNo = static_cast<i16>(state.range(0));
+    if (LiteralQuantile(funcNo) != Quantile(funcNo))
+        state.SkipWithError("not the same 32 bits");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(LiteralQuantile(funcNo));
+}
+
+void Fast(benchmark::State& state) {
+    const auto funcNo = static_cast<i16>(state.range(0));
+    FamilyGroups = Groups;
+    SizeRatio = 1;
+    f32 alpha = Alpha;
+    for (auto _ : state) {
+        alpha = std::nextafter(alpha, 1.0F); // another question each time: the last one is kept
+        benchmark::DoNotOptimize(QuantileIntegral(Df, alpha, funcNo));
+    }
+}
+
+BENCHMARK(Literal)
+    ->Arg(Studentized::Dunnett)
+    ->Arg(Studentized::Tukey)
+    ->Arg(Studentized::Best)
+    ->Arg(Studentized::MaximumModulus)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(Fast)
+    ->Arg(Studentized::Dunnett)
+    ->Arg(Studentized::Tukey)
+    ->Arg(Studentized::Best)
+    ->Arg(Studentized::MaximumModulus)
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace quorvanta
