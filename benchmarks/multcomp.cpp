@@ -1,7 +1,11 @@
 // Critical values of multiple comparisons, beside the literal double sum: every point of the nested
-// rule, the density of s at each of them. Both give the same 32 bits.
+// rule, the density of s at each of them. Both give the same 32 bits. And the decision on data sets
+// with a family of ten hypotheses, all pairs of five groups: items are data sets.
+#include "core/analysis_state.h"
 #include "core/root.h"
+#include "multcomp/family.h"
 #include "multcomp/mccritical.h"
+#include "multcomp/procedures.h"
 #include "numeric/gamma0.h"
 #include "numeric/integra2.h"
 #include "numeric/probdist.h"
@@ -9,6 +13,7 @@
 
 #include <benchmark/benchmark.h>
 #include <cmath>
+#include <vector>
 
 namespace quorvanta {
 namespace {
@@ -98,6 +103,31 @@ BENCHMARK(Fast)
     ->Arg(Studentized::Best)
     ->Arg(Studentized::MaximumModulus)
     ->Unit(benchmark::kMillisecond);
+
+void Decision(benchmark::State& state) {
+    IsTest = True;
+    TestNo = 139; // all pairs
+    NoOfTails = TwoSided;
+    constexpr i16 groups = 5;
+    constexpr f64 n = 20;
+    constexpr f32 df = 95;
+    McStandardContrasts(groups);
+    for (i16 i = 1; i <= groups; ++i)
+        H1Means(i) = 0.3F * static_cast<f32>(i);
+    McMarkNulls();
+    McDefaultFamilies({0.05F}, static_cast<i16>(state.range(0)));
+    McAllCrit({df});
+    const std::vector<f64> sizes(groups, n);
+    std::vector<f64> sums{1, 5, 14, 18, 31};
+    Array1<f32> z(1, NoOfTests);
+    for (auto _ : state) {
+        sums[0] = -sums[0]; // another data set each time
+        McGroupStatistics(sums, sizes, 200, z);
+        benchmark::DoNotOptimize(McRunOne(z, 1, df, UnderH1));
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(Decision)->Arg(Adjust::Bonferroni)->Arg(Adjust::Holm)->Arg(Adjust::Hochberg);
 
 } // namespace
 } // namespace quorvanta
