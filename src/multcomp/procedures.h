@@ -33,8 +33,7 @@ inline constexpr i16 AveragePower = 2;
 inline constexpr i16 UnderH0 = 0;
 inline constexpr i16 UnderH1 = 1;
 
-// --- The plan
-// -------------------------------------------------------------------------------------
+// --- The plan -----------------------------------------------------------------------------------
 
 extern i16 PowerKind;
 extern i16 SerialGate;   // 1: a family is tested if all of the one before are rejected
@@ -72,8 +71,7 @@ bool McStandardContrasts(i16 k);
 // "Average Power Is Calculated Only When No Interim Analyses.", and false, where that is violated.
 bool McCheckPowerKind(i16 noOfInterim);
 
-// --- The true state
-// -------------------------------------------------------------------------------
+// --- The true state -----------------------------------------------------------------------------
 
 extern FixedArray<bool, 1, MostTests> TrueNull; // H0 of the test holds
 extern i16 NoOfFalseNull;
@@ -88,14 +86,12 @@ Array2<f64> McCovariance(i16 form, i16 dimension, f64 sd, f64 r);
 // positive semidefinite.
 bool McCholesky(const Array2<f64>& covariance, Array2<f64>& factor);
 
-// --- Critical values
-// ------------------------------------------------------------------------------
+// --- Critical values ----------------------------------------------------------------------------
 
 // All critical values, at df degrees of freedom of analysis k.
 void McAllCrit(const std::vector<f32>& df);
 
-// --- One data set
-// ---------------------------------------------------------------------------------
+// --- One data set -------------------------------------------------------------------------------
 
 // Statistics of independent groups: sums and sizes of the groups, and the sum of all squares. Z is
 // large where H0 is doubtful: turned by LeftTail, absolute with two tails.
@@ -121,8 +117,7 @@ struct McDecision {
 // power -100 times the share of the false ones rejected. df: the analysis' degrees of freedom.
 McDecision McRunOne(const Array1<f32>& z, i16 k, f32 df, i16 mode);
 
-// --- Counts
-// ---------------------------------------------------------------------------------------
+// --- Counts -------------------------------------------------------------------------------------
 
 extern i32 SimCount; // data sets
 extern FixedArray<FixedGrid<i32, 1, MostAnalyses, 1, MostFamilies>, 1, MostTests>
