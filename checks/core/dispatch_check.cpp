@@ -1,5 +1,6 @@
 // What an analysis can be, asked by its key.
 #include "core/dispatch.h"
+#include "core/records.h"
 #include "support/analysis_fixture.h"
 
 #include <span>
@@ -24,12 +25,16 @@ class Keys : public checks::AnalysisFixture {
     }
 };
 
+// In a window of its kind: what is only simulated has one of its own.
 TEST_F(Keys, AnEntryOpensItsOptionsWhereAModuleServesIt) {
-    NewWindow(CalculationWindow);
     int served = 0;
     int refused = 0;
     EachEntry(MainMenu(), [&served, &refused](const MenuItem& item) {
         const bool isTest = item.Action == MenuAction::Test;
+        const bool isSimulated = isTest && IsSimOnlyTest(item.TestNo);
+        if (const i16 kind = isSimulated ? SimulationWindow : CalculationWindow;
+            AnalysisNo == 0 || CurrentWindowKind() != kind)
+            NewWindow(kind);
         AnalysisKey key = CurrentKey();
         const AnalysisKey former = key;
         key.IsTest = ToFlag(isTest);

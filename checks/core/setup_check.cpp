@@ -69,14 +69,6 @@ TEST_F(SetUp, ATestThatIsNotThereIsToldAndChangesNothing) {
     EXPECT_FALSE(platform.Shown.count(FloatingWindow::Options));
 }
 
-TEST_F(SetUp, AWindowKindThatIsNotThereIsToldAndChangesNothing) {
-    FileCommand(SimulationWindow);
-    EXPECT_EQ(AnalysisNo, 0);
-    EXPECT_EQ(platform.Texts(),
-              std::vector<std::string>{
-                  "The Window Kind Monte Carlo Simulation Is Not Available in This Version."});
-}
-
 TEST_F(SetUp, GivingUpTheOptionsBringsTheFormerAnalysisBack) {
     OpenTest(unpaired);
     AcceptOptions();
@@ -208,15 +200,18 @@ TEST_F(SetUp, DegreesOfFreedomAndGroupsExcludeEachOther) {
 }
 
 TEST_F(SetUp, InASimulationWindowTheDegreesOfFreedomAreOutOfReach) {
-    FileCommand(CalculationWindow);
+    OpenTest(unpaired);
     Analysis(1).WindowKind = SimulationWindow;
     CheckValue(Check::DegreesOfFreedom) = 1;
-    NewTest(unpaired);
+    ChooseTails(TwoSided);
     EXPECT_FALSE(CheckEnabled(0));
     EXPECT_FALSE(CheckEnabled(1));
     EXPECT_TRUE(CheckEnabled(2));
     EXPECT_EQ(CheckValue(Check::DegreesOfFreedom), 0);
+    Analysis(1).WindowKind = CalculationWindow;
     NewTest(paired);
+    Analysis(1).WindowKind = SimulationWindow;
+    ChooseTails(TwoSided);
     EXPECT_EQ(NoOfCheck, 0);
 }
 

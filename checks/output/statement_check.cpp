@@ -1096,7 +1096,10 @@ class EveryStatement : public Statement {
         }
     }
 
+    // In this window: what is only simulated has no result to tell before it has run.
     bool IsServed(i16 menuNo) {
+        if (IsSimOnlyTest(TestNoOfMenu(menuNo)))
+            return false;
         NewTest(menuNo);
         return ChoosingOptions;
     }

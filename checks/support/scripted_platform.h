@@ -42,6 +42,7 @@ class ScriptedPlatform : public Platform {
     std::vector<std::string> Statuses; // lines of the status line
     int Beeps = 0;
     int Refreshes = 0;
+    int SimRefreshes = 0;
     int Yields = 0;
     i32 ProgressTotal = 0;
     i32 ProgressSteps = 0;
@@ -64,7 +65,8 @@ class ScriptedPlatform : public Platform {
                   const std::string& title) override {
         Messages.push_back({text, buttons, icon, title});
         if (Answers.empty())
-            return buttons == Buttons::YesNoCancel ? Answer::No : Answer::Ok;
+            return buttons == Buttons::YesNoCancel || buttons == Buttons::YesNo ? Answer::No
+                                                                                : Answer::Ok;
         const Answer answer = Answers.front();
         Answers.pop_front();
         return answer;
@@ -127,6 +129,7 @@ class ScriptedPlatform : public Platform {
     }
     void RaiseChild(i16 /*windowKind*/, i16 /*windowNo*/) override {}
     void RefreshChild() override { ++Refreshes; }
+    void RefreshSimulation() override { ++SimRefreshes; }
     void RefreshOptions() override {}
     void Show(FloatingWindow window) override { Shown.insert(window); }
     void Hide(FloatingWindow window) override { Shown.erase(window); }

@@ -36,7 +36,10 @@ std::vector<ValueSet> ReadValueSets() {
     return sets;
 }
 
+// Solved, that is: what exists as a simulation only opens a window of its own.
 bool IsServed(const AnalysisChoice& analysis) {
+    if (analysis.MenuNo >= 0 && IsSimOnlyTest(TestNoOfMenu(analysis.MenuNo)))
+        return false;
     Open(analysis);
     const bool isServed = ChoosingOptions;
     CancelOptions();

@@ -257,12 +257,16 @@ void SetUp(const AnalysisChoice& choice) {
         FillIntervals(SomeIntervals(choice.Left));
 }
 
-f64 SolveCase(const ValidationCase& validation) {
+void SetUpCase(const ValidationCase& validation) {
     SetUp(validation);
     for (const auto& [kind, text] : validation.Values) {
         const bool isTable = text.find(':') != std::string::npos;
         TypedParText(PositionOf(kind), isTable ? FillTable(kind, text) : text);
     }
+}
+
+f64 SolveCase(const ValidationCase& validation) {
+    SetUpCase(validation);
     Calculated = False;
     SolveFor(PositionOf(validation.UnknownKind));
     if (!HasValue(ParText(validation.UnknownKind)))

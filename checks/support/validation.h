@@ -74,6 +74,10 @@ struct ValidationCase : AnalysisChoice {
 // std::runtime_error if the file is missing or a row can't be read.
 std::vector<ValidationCase> ReadValidation(const std::string& path);
 
+// Sets up the analysis of the case in the state, with its values. An analysis must be open. Throws
+// std::runtime_error if the analysis has no such option or parameter.
+void SetUpCase(const ValidationCase& validation);
+
 // Sets up the analysis of the case in the state, solves it, and returns the unrounded solution;
 // 99999 if there is none. An analysis must be open. Throws std::runtime_error if the analysis has
 // no such option or parameter.

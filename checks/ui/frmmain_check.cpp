@@ -208,23 +208,6 @@ TEST_F(MainWindow, ServesOrRefusesEveryTest) {
     EXPECT_GE(served, 8);
 }
 
-TEST_F(MainWindow, DimsWindowKindsWithoutAWindow) {
-    for (const i16 windowKind : {CalculationWindow, TableWindow, GraphWindow, SimulationWindow}) {
-        const auto* entry = Window().findChild<QAction*>(ControlName("mnuFile", windowKind));
-        EXPECT_EQ(entry->isEnabled(), HasWindowKind(windowKind));
-        if (HasWindowKind(windowKind))
-            continue;
-        Messages.Texts.clear();
-        FileCommand(windowKind);
-        EXPECT_EQ(Messages.Texts,
-                  QStringList{"The Window Kind " + ToQt(WindowKindCaption(windowKind)) +
-                              " Is Not Available in This Version."});
-        EXPECT_EQ(AnalysisNo, 0);
-        EXPECT_TRUE(Area().subWindowList().isEmpty());
-    }
-}
-
-// From wherever the focus is; Esc leaves the menus.
 TEST_F(MainWindow, OpensItsMenusWithF10) {
     OpenTTest();
     for (QWidget* from : {static_cast<QWidget*>(&Window()), static_cast<QWidget*>(&Child()),

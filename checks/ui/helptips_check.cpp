@@ -71,7 +71,7 @@ TEST_F(HelpTips, AreThereForEveryAnalysis) {
     Trigger("mnuFile(0)");
     int analyses = 0;
     for (i16 menuNo = 0; menuNo <= 999; ++menuNo) {
-        if (TestMenuName(menuNo).empty())
+        if (TestMenuName(menuNo).empty() || IsSimOnlyTest(TestNoOfMenu(menuNo)))
             continue;
         NewTest(menuNo);
         if (!ChoosingOptions)

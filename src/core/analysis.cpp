@@ -285,6 +285,7 @@ void LoadAnalysis() {
     // stale is none either.
     Calculated = ToFlag(status.Calculated == True && (record.WindowKind != CalculationWindow ||
                                                       HasValue(ParText(ParKind(UnknownParNo)))));
+    OutputReady = ToFlag(record.WindowKind == SimulationWindow && Calculated == True);
     SetupShowPar();
     ThePlatform().RefreshChild();
 }

@@ -15,6 +15,7 @@
 #include "core/save_file.h"
 #include "core/showpar.h"
 #include "core/values.h"
+#include "montecarlo/simulation.h"
 #include "output/printcopy.h"
 #include "output/saving.h"
 #include "output/titles.h"
@@ -122,10 +123,8 @@ bool IsSound(const AnalysisRecord& record) {
 std::string Lacking(const AnalysisRecord& record) {
     const AnalysisKey key{record.IsTest, record.TestNo, record.DistrNo, record.ProcedureNo,
                           record.ParListNo};
-    if (!IsServed(key))
+    if (!IsServedIn(key, record.WindowKind))
         return record.IsTest == True ? record.TestName : record.DistrName;
-    if (!HasWindowKind(record.WindowKind))
-        return "The Window Kind " + std::string(WindowKindCaption(record.WindowKind));
     return "";
 }
 
@@ -183,13 +182,6 @@ void NameAnalysis(const std::string& path) {
 
 // --- Commands ---------------------------------------------------------------------------------
 
-void OpenNewWindow(i16 windowKind) {
-    if (HasWindowKind(windowKind))
-        NewWindow(windowKind);
-    else
-        ShowNotAvailable("The Window Kind " + std::string(WindowKindCaption(windowKind)));
-}
-
 void OpenAnalysis() {
     FileDialog dialog;
     dialog.Title = "Open Analysis";
@@ -217,7 +209,7 @@ void CopyOutput() {
 } // namespace
 
 void FileCommand(i16 index) {
-    if (Calculating == True)
+    if (AskToStopRun() || Calculating == True)
         return;
     StoreAnalysis();
     switch (index) {
@@ -225,7 +217,7 @@ void FileCommand(i16 index) {
     case TableWindow:
     case GraphWindow:
     case SimulationWindow:
-        OpenNewWindow(index);
+        NewWindow(index);
         break;
     case FileOpenAnalysis:
         OpenAnalysis();
@@ -256,7 +248,7 @@ bool HasAnalysisToSave() {
 }
 
 bool ReadAnalysisFile(const std::string& path) {
-    if (Calculating == True)
+    if (AskToStopRun() || Calculating == True)
         return false;
     auto [record, problem] = ContentOf(path);
     ThePlatform().ShowStatus(problem);
@@ -267,13 +259,16 @@ bool ReadAnalysisFile(const std::string& path) {
     Analysis(AnalysisNo) = *record;
     // A calculation shows the result that its file holds.
     AnalysisState(AnalysisNo).Calculated =
-        ToFlag(!IsTableOrGraph() && HasValue(record->ParText(record->UnknownParNo)));
+        ToFlag(CurrentWindowKind() == SimulationWindow
+                   ? HasValue(record->PowerEstimateText(0))
+                   : !IsTableOrGraph() && HasValue(record->ParText(record->UnknownParNo)));
     LoadAnalysis();
     DisownForcedChoices();
     if (!IsListOf(*record)) {
         // The result belonged to another list of parameters.
         Calculated = False;
         ParText(ParKind(UnknownParNo)) = "-";
+        ClearEstimates();
     }
     NameAnalysis(path);
     TakeTitlesFromFile();
@@ -315,6 +310,7 @@ bool WriteAnalysisFile(const std::string& path) {
 
 bool QueryCloseChild(i16 analysisNo, i16 closeMode) {
     CloseMode = closeMode;
+    SimStop();
     if (Calculating == True)
         return false;
     if (AnalysisState(analysisNo).Changed == False)

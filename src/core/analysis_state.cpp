@@ -95,6 +95,9 @@ i16 HasDistrGraph;
 FixedArray<f32, 1, 7> SimAlpha;
 FixedArray<f32, 1, 7> SimWeight;
 f64 SimMaxValue;
+i16 SimRunning;
+i16 Paused;
+i16 OutputReady;
 FixedArray<std::string, 0, 5> InterimSize1Text;
 FixedArray<std::string, 0, 5> InterimSize2Text;
 FixedArray<std::string, 0, 5> RejectH0Text;
@@ -228,6 +231,7 @@ void ResetSimulation() {
     SimAlpha.Fill(0.05F);
     SimWeight.Fill(1.0F);
     SimMaxValue = 99999999.0;
+    SimRunning = Paused = OutputReady = False;
     for (auto* texts : {&InterimSize1Text, &InterimSize2Text, &RejectH0Text, &AcceptH0Text})
         texts->Fill({});
     MaxNoOfSimText.clear();

@@ -172,6 +172,11 @@ extern FixedArray<f32, 1, 7> SimAlpha;
 extern FixedArray<f32, 1, 7> SimWeight;
 extern f64 SimMaxValue;
 
+// How the run of a simulation window stands.
+extern i16 SimRunning;  // -1: from its start to its end
+extern i16 Paused;      // -1: no replicates are drawn
+extern i16 OutputReady; // -1: the current window shows the estimates of a run that has ended
+
 // Texts of the interim parameters and of a simulation window.
 extern FixedArray<std::string, 0, 5> InterimSize1Text;
 extern FixedArray<std::string, 0, 5> InterimSize2Text;

@@ -136,6 +136,8 @@ std::string_view TestCode();
 // True if the test of a menu number exists only as a simulation; false at once for a simulation
 // window, where there is nothing to warn of.
 bool IsSimOnly(i16 menuNo, i16 windowKind);
+// The same by the number of the test.
+bool IsSimOnlyTest(i16 testNo);
 
 // False for the menu numbers that can't be opened in a Monte Carlo Simulation window.
 bool HasSimWindow(i16 menuNo);

@@ -1,12 +1,16 @@
 #include "core/dispatch.h"
 
 #include "core/analysis_state.h"
+#include "core/catalogue.h"
 #include "core/checksearch.h"
 #include "core/module_chain.h"
+#include "montecarlo/simstudy.h"
 
 namespace quorvanta {
 
 bool HasEquation(const AnalysisKey& key) {
+    if (key.IsTest == True && IsSimOnlyTest(key.TestNo))
+        return false;
     return WithModule(key, []<class M>() {
         return requires {
             M::RootFunction();
@@ -15,15 +19,22 @@ bool HasEquation(const AnalysisKey& key) {
 }
 
 bool HasSimulation(const AnalysisKey& key) {
-    return WithModule(key, []<class M>() {
-        return requires {
-            M::GetSimPar();
-        };
+    return WithModule(key, [&key]<class M>() {
+        if constexpr (requires { M::CanSimulate(key); })
+            return M::CanSimulate(key);
+        else
+            return requires {
+                M::GetSimPar();
+            };
     });
 }
 
 bool IsServed(const AnalysisKey& key) {
     return HasEquation(key) || HasSimulation(key);
+}
+
+bool IsServedIn(const AnalysisKey& key, i16 windowKind) {
+    return windowKind == SimulationWindow ? HasSimulation(key) : HasEquation(key);
 }
 
 void SelSetupTest() {
@@ -115,6 +126,40 @@ void SelSetLabels() {
     WithModule(CurrentKey(), []<class M>() {
         if constexpr (requires { M::SetLabels(); })
             M::SetLabels();
+    });
+}
+
+void SelGetSimPar() {
+    WithModule(CurrentKey(), []<class M>() {
+        if constexpr (requires { M::GetSimPar(); })
+            M::GetSimPar();
+    });
+}
+
+void SelSimStatistic(f32& p, i16 IsH1) {
+    ++SimStage;
+    if (SimStage == 1)
+        SimStudy.Reset();
+    const i16 n1 = SimSize1(SimStage);
+    const i16 n2 = SimSize2(SimStage);
+    const i16 new1 = static_cast<i16>(n1 - SimSize1(SimStage - 1));
+    const i16 new2 = static_cast<i16>(n2 - SimSize2(SimStage - 1));
+    p = WithModule(CurrentKey(), [=]<class M>() -> f32 {
+        if constexpr (requires { M::SimTest(n1, n2); }) {
+            M::SimSample(new1, new2, IsH1 != 0);
+            return M::SimTest(n1, n2);
+        } else {
+            return 1;
+        }
+    });
+}
+
+void SelSimInterval() {
+    ++SimStage;
+    SimStudy.Reset();
+    WithModule(CurrentKey(), []<class M>() {
+        if constexpr (requires { M::SimInterval(); })
+            M::SimInterval();
     });
 }
 

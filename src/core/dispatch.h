@@ -18,6 +18,8 @@ bool HasSimulation(const AnalysisKey& key);
 
 // One of the two: the analysis can be opened.
 bool IsServed(const AnalysisKey& key);
+// The one that a window of that kind shows.
+bool IsServedIn(const AnalysisKey& key, i16 windowKind);
 
 // One dispatcher for each operation of a test module. An operation that the module leaves out
 // does nothing and answers 0 (true for the check, which then has nothing to object to).
@@ -32,6 +34,13 @@ std::optional<DistrList> SelTableDistr(i16 parNo);
 f32 SelCalcTablePar(i16 parNo);
 void SelRenewTablePars();
 void SelSetLabels();
+
+// The simulated studies of montecarlo/simstudy.h. SelSimStatistic goes on to the next analysis of a
+// study, or starts one after SimStage = 0: draws its new subjects with IsH1 = 0 under H0, with 1
+// under H1, and gives the p-value of all so far.
+void SelGetSimPar();
+void SelSimStatistic(f32& p, i16 IsH1);
+void SelSimInterval();
 
 // The largest sample up to which the power of the current analysis is exact, where it is an
 // approximation beyond; 0 where there is no such border.

@@ -41,11 +41,6 @@ bool IsIntervalAnalysis() {
     return IsTest == False && ProcedureNo == ProcedureInterval;
 }
 
-bool HasWindowKind(i16 windowKind) {
-    return windowKind == CalculationWindow || windowKind == TableWindow ||
-           windowKind == GraphWindow;
-}
-
 void ShowNotAvailable(const std::string& what) {
     ShowMessage(what + " Is Not Available in This Version.");
 }

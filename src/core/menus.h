@@ -13,9 +13,6 @@ void UpdateMenus();
 // The analysis in words, for the head of the window.
 std::string Headline();
 
-// True if this version has a window of that kind.
-bool HasWindowKind(i16 windowKind);
-
 // Tells that something is not available in this version.
 void ShowNotAvailable(const std::string& what);
 

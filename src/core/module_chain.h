@@ -26,6 +26,7 @@
 #include "ranksurv/testsavage.h"
 #include "ranksurv/testsign.h"
 #include "ranksurv/testspear.h"
+#include "ranksurv/testsurvsim.h"
 #include "ranksurv/testwsign.h"
 #include "tests/parbin.h"
 #include "tests/parexp.h"
@@ -214,6 +215,34 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTLIFETABLEWEIB>();
     case 30:
         return operation.template operator()<TESTLIFETABLEPWEXP>();
+    case 331:
+    case 85:
+    case 90:
+    case 95:
+    case 100:
+        return operation.template operator()<TESTSURVSIM<TESTLIFETABLE>>();
+    case 32:
+    case 33:
+    case 34:
+    case 86:
+    case 87:
+    case 88:
+    case 91:
+    case 92:
+    case 93:
+    case 96:
+    case 97:
+    case 98:
+    case 101:
+    case 102:
+    case 103:
+        return operation.template operator()<TESTSURVSIM<TESTLIFETABLEWEIB>>();
+    case 35:
+    case 89:
+    case 94:
+    case 99:
+    case 104:
+        return operation.template operator()<TESTSURVSIM<TESTLIFETABLEPWEXP>>();
     case 38:
     case 39:
         return operation.template operator()<TESTCOX>();
@@ -284,6 +313,8 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 181:
     case 182:
         return operation.template operator()<TESTLOGRANKSTRAT>();
+    case 183:
+        return operation.template operator()<TESTLOGRANKSTRATSIM>();
     case 201:
         return operation.template operator()<TESTLOGRANKNONINF>();
     default:

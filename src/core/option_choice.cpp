@@ -8,6 +8,7 @@
 #include "core/menus.h"
 #include "core/options.h"
 #include "core/platform.h"
+#include "core/records.h"
 
 namespace quorvanta {
 
@@ -19,6 +20,9 @@ void LayOutOptions() {
     // Only a test rejects.
     LeftTailOffered = NoOfTails != TwoSided && (IsTest == True || ProcedureNo == ProcedureTest);
     SelSetLabels();
+    // A simulated test may be made at several times; an estimate has one.
+    if (CurrentWindowKind() == SimulationWindow && (IsTest == True || ProcedureNo == ProcedureTest))
+        InterimShown = true;
 }
 
 void OptionsChanged() {

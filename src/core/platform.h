@@ -11,7 +11,7 @@
 namespace quorvanta {
 
 enum class Icon { None, Exclamation, Question, Information, Critical };
-enum class Buttons { Ok, OkCancel, YesNoCancel };
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
 enum class Answer { Ok, Cancel, Yes, No };
 
 // Free-standing windows that the logic hides and shows by name.
@@ -96,6 +96,10 @@ class Windows {
     // The current child window, and the parameter window beside it, take labels, texts, colours
     // and the result from the state.
     virtual void RefreshChild() = 0;
+
+    // The simulation window takes the estimates, and what its buttons say, from the state. Called
+    // as often as the estimates change: an implementation draws no more of them than can be seen.
+    virtual void RefreshSimulation() = 0;
 
     // The option window takes what the test offers, and what is chosen, from the state.
     virtual void RefreshOptions() = 0;

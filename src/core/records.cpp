@@ -132,6 +132,12 @@ i16 CurrentWindowKind() {
     return AnalysisNo > 0 ? Analysis(AnalysisNo).WindowKind : i16{-1};
 }
 
+i16 NoOfAnalyses() {
+    return IsGroupSeq == True || CurrentWindowKind() == SimulationWindow
+               ? static_cast<i16>(NoOfInterim + 1)
+               : i16{1};
+}
+
 bool IsTableOrGraph() {
     return CurrentWindowKind() == TableWindow || CurrentWindowKind() == GraphWindow;
 }
@@ -155,6 +161,14 @@ void ClearResult() {
     ZValues = {};
     TableYMin = GraphYMin = static_cast<f32>(NoValue);
     TableYMax = GraphYMax = -static_cast<f32>(NoValue);
+    ClearEstimates();
+}
+
+void ClearEstimates() {
+    for (auto* texts : {&SignEstimateText, &PowerEstimateText, &PrAcceptEstimateText})
+        texts->Fill({});
+    SampleSizeEstimateText.Fill({});
+    OutputReady = False;
 }
 
 void FixParNos() {

@@ -165,6 +165,9 @@ extern FixedArray<i16, 0, 3> FormCount;
 // Kind of the current analysis' window; -1 when none is open.
 i16 CurrentWindowKind();
 
+// The interim analyses and the final one of the current analysis; 1 without any.
+i16 NoOfAnalyses();
+
 // True if the current window shows a table or graph.
 bool IsTableOrGraph();
 
@@ -174,6 +177,9 @@ void StoreAnalysis();
 
 // Drops the result of a table or graph run: what the window shows is not of this analysis.
 void ClearResult();
+
+// Drops the estimates of a simulation: they are not of these values any more.
+void ClearEstimates();
 
 // Moves UnknownParNo, then XParNo, then ZParNo downward until each lies within the list and
 // differs from the other two; one that finds no place takes the lowest free index. In a list too

@@ -15,6 +15,7 @@
 #include "core/records.h"
 #include "core/showpar.h"
 #include "core/values.h"
+#include "montecarlo/simulation.h"
 
 #include <string>
 #include <utility>
@@ -34,15 +35,32 @@ void Select(const AnalysisKey& key) {
     ParListNo = key.ParListNo;
 }
 
-// Opens a window if none is open; false if the user gave up.
-bool EnsureWindow(bool offerSimulation) {
-    if (AnalysisNo != 0)
-        return true;
-    const auto windowKind = ThePlatform().AskWindowKind(offerSimulation);
-    if (!windowKind)
+// A test that exists as a simulation only, asked for in another window: false if the user does not
+// want a window for it.
+bool EnsureSimulationWindow(const std::string& caption) {
+    const Answer answer =
+        ThePlatform().MsgBox(caption + " Is Only Available as Monte Carlo Simulation.",
+                             Buttons::OkCancel, Icon::Exclamation, "");
+    if (answer != Answer::Ok)
         return false;
-    FileCommand(*windowKind);
-    return AnalysisNo != 0;
+    FileCommand(SimulationWindow);
+    return CurrentWindowKind() == SimulationWindow;
+}
+
+// Opens a window for the analysis where the one in front can't show it; false if the user gave up.
+bool EnsureWindow(const AnalysisKey& key, const std::string& caption, bool offerSimulation) {
+    if (CurrentWindowKind() != SimulationWindow && !HasEquation(key))
+        return EnsureSimulationWindow(caption);
+    if (AnalysisNo == 0) {
+        const auto windowKind = ThePlatform().AskWindowKind(offerSimulation);
+        if (!windowKind)
+            return false;
+        FileCommand(*windowKind);
+    }
+    if (CurrentWindowKind() != SimulationWindow || offerSimulation)
+        return AnalysisNo != 0;
+    ShowMessage(caption + " Is Not Available as Monte Carlo Simulation.");
+    return false;
 }
 
 void ShowOptions(StepKind step) {
@@ -70,9 +88,11 @@ void NewAnalysis(const AnalysisKey& key, const std::string& caption, bool offerS
         ShowNotAvailable(caption);
         return;
     }
+    if (AskToStopRun())
+        return;
     StoreAnalysis(); // what CancelOptions brings back
     HideWindows(Occasion::NewChoice);
-    if (!EnsureWindow(offerSimulation))
+    if (!EnsureWindow(key, caption, offerSimulation && HasSimulation(key)))
         return;
     Select(key);
     IsGroupSeq = False;
@@ -130,8 +150,6 @@ bool IsEntryServed(const MenuItem& item) {
         return IsServed(KeyOfTest(item.MenuNo));
     case MenuAction::Distribution:
         return IsServed(KeyOfDistribution(item.MenuNo));
-    case MenuAction::File:
-        return item.Index > SimulationWindow || HasWindowKind(item.Index);
     default:
         return true;
     }

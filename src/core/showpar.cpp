@@ -58,7 +58,11 @@ std::string PlainLabel(i16 parNo) {
 } // namespace
 
 void SetupShowPar() {
-    if (!IsTableOrGraph() || NoOfPar < 1)
+    if (NoOfPar < 1)
+        return;
+    if (CurrentWindowKind() == SimulationWindow)
+        return ThePlatform().Show(FloatingWindow::InterimParameters);
+    if (!IsTableOrGraph())
         return;
     ParBoxOrder.Fill(0);
     i16 position = 0;

@@ -135,7 +135,11 @@ std::string_view TestCode() {
 }
 
 bool IsSimOnly(i16 menuNo, i16 windowKind) {
-    return windowKind != SimulationWindow && IsIn(SimOnlyTests, TestNoOfMenu(menuNo));
+    return windowKind != SimulationWindow && IsSimOnlyTest(TestNoOfMenu(menuNo));
+}
+
+bool IsSimOnlyTest(i16 testNo) {
+    return IsIn(SimOnlyTests, testNo);
 }
 
 bool HasSimWindow(i16 menuNo) {

@@ -47,6 +47,10 @@ std::string CheckTyped(const std::string& text, std::string* stored) {
     if (stored != nullptr)
         *stored = clean;
     Calculated = False;
+    if (CurrentWindowKind() == SimulationWindow) {
+        ClearEstimates();
+        ThePlatform().RefreshSimulation();
+    }
     GetInfoEnabled(3) = false;
     GetInfoEnabled(4) = false;
     ThePlatform().RefreshMenus();

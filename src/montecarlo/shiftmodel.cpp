@@ -645,6 +645,30 @@ f32 PrSignFromShift() {
     return d ? Clipped(PrAbove0(SimDistrNo, *d)) : 0.5F;
 }
 
+bool IsOffered(DistrList list, i16 code) {
+    const auto* row = std::ranges::find(Lists, list, &ListRow::List);
+    return std::ranges::find(row->Codes, code) != row->Codes.end();
+}
+
+f32 ShiftOf(f32 (*functional)(), f32 p) {
+    const Selection former;
+    constexpr int halvings = 80;
+    f64 low = -1e6;
+    f64 high = 1e6;
+    ShiftPar2 = 1;
+    for (int i = 0; i < halvings; ++i) {
+        ShiftPar1 = Single((low + high) / 2);
+        (functional() < p ? low : high) = (low + high) / 2;
+    }
+    former.BringBack();
+    return Single((low + high) / 2);
+}
+
+void SimulateDistr(const DistrRow& distr) {
+    SimDistrNo = distr.Code;
+    SimDistrPar = distr.Par1;
+}
+
 // The sum of two symmetric observations about the median d is their difference, moved by 2 d:
 // P(X + X' > 0) is P(X - X' < 2 d). Beyond a half, where a uniform observation is always on one
 // side of 0, a sum of two is as well.

@@ -123,4 +123,14 @@ struct SignedRankPair {
 };
 SignedRankPair PrSignedRankFromShift();
 
+// Is the code one of the list?
+bool IsOffered(DistrList list, i16 code);
+
+// The shift in scales, within 1e6, at which a functional of SimDistrNo that rises with it comes to
+// be p, 0 < p < 1: that of the probability P(X < Y) or P(X > 0) that was entered.
+f32 ShiftOf(f32 (*functional)(), f32 p);
+
+// A row as it is simulated: SimDistrNo, and SimDistrPar of a family that has a shape.
+void SimulateDistr(const DistrRow& distr);
+
 } // namespace quorvanta

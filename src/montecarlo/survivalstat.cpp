@@ -256,27 +256,37 @@ EventCounts CountEvents(const SeenSurvival& seen) {
     return counts;
 }
 
+RateEffect LogRate(const EventCounts& counts) {
+    if (counts.Events1 == 0 || !(counts.Time1 > 0))
+        return {};
+    return {FastLog(counts.Events1 / counts.Time1), 1.0 / counts.Events1};
+}
+
+RateEffect Rate(const EventCounts& counts) {
+    if (counts.Events1 == 0 || !(counts.Time1 > 0))
+        return {};
+    return {counts.Events1 / counts.Time1, counts.Events1 / (counts.Time1 * counts.Time1)};
+}
+
 namespace {
 
-bool AreEstimable(const EventCounts& counts) {
-    return counts.Events1 > 0 && counts.Events2 > 0 && counts.Time1 > 0 && counts.Time2 > 0;
+// What two independent groups differ by.
+RateEffect Difference(const EventCounts& counts, RateEffect (*of)(const EventCounts&)) {
+    const RateEffect first = of(counts);
+    const RateEffect second = of({counts.Events2, 0, counts.Time2, 0});
+    if (first.V == 0 || second.V == 0)
+        return {};
+    return {second.X - first.X, first.V + second.V};
 }
 
 } // namespace
 
 RateEffect LogRateRatio(const EventCounts& counts) {
-    const auto& [events1, events2, time1, time2] = counts;
-    if (!AreEstimable(counts))
-        return {};
-    return {FastLog(events2 / time2) - FastLog(events1 / time1), 1.0 / events1 + 1.0 / events2};
+    return Difference(counts, &LogRate);
 }
 
 RateEffect RateDifference(const EventCounts& counts) {
-    const auto& [events1, events2, time1, time2] = counts;
-    if (!AreEstimable(counts))
-        return {};
-    return {events2 / time2 - events1 / time1,
-            events1 / (time1 * time1) + events2 / (time2 * time2)};
+    return Difference(counts, &Rate);
 }
 
 } // namespace quorvanta

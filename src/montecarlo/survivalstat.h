@@ -86,6 +86,9 @@ struct RateEffect {
     f64 X = 0;
     f64 V = 0;
 };
+// Of group 1 alone: ln(e1/T1), 1/e1; e1/T1, e1/T1^2.
+RateEffect LogRate(const EventCounts& counts);
+RateEffect Rate(const EventCounts& counts);
 // ln((e2/T2)/(e1/T1)), 1/e1 + 1/e2.
 RateEffect LogRateRatio(const EventCounts& counts);
 // e2/T2 - e1/T1, e1/T1^2 + e2/T2^2.

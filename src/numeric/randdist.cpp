@@ -340,9 +340,18 @@ class EntryTime {
   public:
     EntryTime(f32 A, f32 g) : A_(A), g_(g), accrued_(1.0 - ExpClamped(Single(-g_ * A_))) {}
 
-    f32 Draw() const {
-        const f64 u = Rnd();
-        return Single(g_ == 0 ? u * A_ : -FastLog(1.0 - accrued_ * u) / g_);
+    f32 Draw() const { return At(Rnd()); }
+
+    // The entry time of a uniform number.
+    f32 At(f64 u) const { return Single(g_ == 0 ? u * A_ : -FastLog(1.0 - accrued_ * u) / g_); }
+
+    // Those of several, with the shape looked at once.
+    void Fill(std::span<const f64> uniforms, std::span<f32> entries) const {
+        if (g_ == 0)
+            std::ranges::transform(uniforms, entries.begin(),
+                                   [this](f64 u) { return Single(u * A_); });
+        else
+            std::ranges::transform(uniforms, entries.begin(), [this](f64 u) { return At(u); });
     }
 
   private:
@@ -356,22 +365,42 @@ void SetLost(SurvivalRecord& record, int subject, f64 lossTime) {
     record.Status(subject) = 1;
 }
 
-// n subjects after the first `before` ones of the record.
+// n subjects after the first `before` ones of the record. The uniform numbers of a block of
+// subjects are drawn in their order first, so that the logarithms are taken side by side.
 void DrawGroup(i16 n, int before, f32 group, f32 scale, f32 laterScale, f32 lossRate,
                const EntryTime& entry, SurvivalRecord& record) {
     if (n <= 0)
         return;
     RandFromDistrCode(n);
-    for (int i = 1; i <= n; ++i) {
-        const int subject = before + i;
-        record.Entry(subject) = entry.Draw();
-        const f32 eventTime = Single(f64{RandSample(i)} * scale);
-        record.Time(subject) = Single(f64{eventTime} * laterScale);
-        record.Group(subject) = group;
-        if (lossRate > 0) {
-            const f64 lossTime = -FastLog(OneGuarded - Rnd()) / lossRate;
-            if (lossTime < eventTime)
-                SetLost(record, subject, lossTime);
+    const auto drawn = RandSample.Raw().subspan(1);
+    const auto part = [first = static_cast<std::size_t>(before), size = drawn.size()](auto& field) {
+        return field.Raw().subspan(first, size);
+    };
+    const auto entries = part(record.Entry);
+    const auto times = part(record.Time);
+    const auto status = part(record.Status);
+    std::ranges::fill(part(record.Group), group);
+    const bool hasLosses = lossRate > 0;
+    const f64 rate{lossRate};
+    std::array<f64, BlockSize> entryDraws;
+    std::array<f64, BlockSize> lossTimes;
+    for (std::size_t begin = 0; begin < drawn.size(); begin += BlockSize) {
+        const std::size_t size = std::min(BlockSize, drawn.size() - begin);
+        for (std::size_t i = 0; i < size; ++i) {
+            entryDraws[i] = Rnd();
+            lossTimes[i] = hasLosses ? f64{Rnd()} : 0;
+        }
+        entry.Fill(std::span(entryDraws).first(size), entries.subspan(begin, size));
+        if (hasLosses)
+            for (std::size_t i = 0; i < size; ++i)
+                lossTimes[i] = -FastLog(OneGuarded - lossTimes[i]) / rate;
+        // Which of the two comes first is anybody's guess: chosen without a jump.
+        for (std::size_t i = 0; i < size; ++i) {
+            const f32 eventTime = Single(f64{drawn[begin + i]} * scale);
+            const bool isLost = hasLosses && lossTimes[i] < f64{eventTime};
+            const f32 ends[] = {Single(f64{eventTime} * laterScale), Single(lossTimes[i])};
+            times[begin + i] = ends[isLost ? 1 : 0];
+            status[begin + i] = static_cast<i16>(status[begin + i] | i16{isLost});
         }
     }
 }
@@ -412,17 +441,26 @@ void SimSurvivalPiecewise(i16 n1, i16 n2, const Array1<f32>& S, const Array1<f32
 
 void TruncateAtStudyTime(i16 n, f32 t, const SurvivalRecord& record, Array1<f32>& OutTime,
                          Array1<f32>& OutGroup, Array1<i16>& OutCens) {
+    if (n < 1)
+        return;
+    // The bounds, so that the loop may go over the bare cells.
+    static_cast<void>(record.Entry(n));
+    static_cast<void>(OutTime(n));
+    const auto entries = record.Entry.Raw();
+    const auto times = record.Time.Raw();
+    const auto outTimes = OutTime.Raw();
+    const auto outGroups = OutGroup.Raw();
+    const auto outCens = OutCens.Raw();
     int k = 0;
-    for (int i = 1; i <= n; ++i) {
-        const f32 entry = record.Entry(i);
-        const f32 time = record.Time(i);
+    for (std::size_t i = 0; i < static_cast<std::size_t>(n); ++i) {
+        const f32 entry = entries[i];
         if (!(entry < t))
             continue;
-        ++k;
-        const f32 end = entry + time;
-        OutTime(k) = end >= t ? t - entry : time;
-        OutGroup(k) = record.Group(i);
-        OutCens(k) = end >= t ? i16{1} : record.Status(i);
+        const f32 end = entry + times[i];
+        const auto at = static_cast<std::size_t>(k++);
+        outTimes[at] = end >= t ? t - entry : times[i];
+        outGroups[at] = record.Group.Raw()[i];
+        outCens[at] = end >= t ? i16{1} : record.Status.Raw()[i];
     }
     if (k == 0)
         return;

@@ -9,6 +9,7 @@
 #include "core/records.h"
 #include "core/values.h"
 #include "multcomp/family.h"
+#include "output/counted_sizes.h"
 #include "output/format.h"
 #include "output/formatpar.h"
 #include "output/statement_labels.h"
@@ -22,17 +23,9 @@ namespace quorvanta {
 
 namespace {
 
-constexpr i16 NoPar = -1;
 constexpr i16 FirstDesignParNo = 2;
 
 // --- Sizes --------------------------------------------------------------------------------------
-
-i16 FindSize(std::initializer_list<SizeRole> roles) {
-    for (i16 i = FirstDesignParNo; i <= NoOfPar; ++i)
-        if (std::ranges::find(roles, SizeRoleOf(ParKind(i))) != roles.end())
-            return i;
-    return NoPar;
-}
 
 i16 FindKind(i16 kind) {
     for (i16 i = 0; i <= NoOfPar; ++i)
@@ -54,31 +47,15 @@ bool HasText(i16 parNo) {
     return HasValue(ParText(ParKind(parNo)));
 }
 
-// A size rounded up as the box of a size shows it.
-f64 SizeOf(f64 v) {
-    return Val(FormatPar(Kind::Size, v));
-}
-
 std::string SingleSize(i16 parNo) {
-    return SumPhrase(ParLabel(ParKind(parNo))) + " of " + NumberInFull(SizeOf(ParNumber(parNo))) +
-           std::string(UnitOf(parNo));
+    return SumPhrase(ParLabel(ParKind(parNo))) + " of " +
+           NumberInFull(CountedSize(ParNumber(parNo))) + std::string(UnitOf(parNo));
 }
-
-struct SizePair {
-    f64 First;
-    f64 Second;
-};
 
 // The second size in its own terms, whatever form it is entered in.
 SizePair ExposurePair(i16 first, i16 second) {
     const f64 t = ParNumber(first);
     return {t, FromForm(SizeFormOf(ParKind(second)), t, ParNumber(second))};
-}
-
-// A difference or a ratio applies to the first size as it will be used, in whole subjects.
-SizePair CountedPair(i16 first, i16 second) {
-    const f64 n = SizeOf(ParNumber(first));
-    return {n, SizeOf(FromForm(SizeFormOf(ParKind(second)), n, ParNumber(second)))};
 }
 
 // "total ... of 60 (30 in sample 1 and 30 in sample 2)".
@@ -114,23 +91,9 @@ std::string GroupsClause(i16 first, i16 second) {
     if (groups == NoPar || !HasText(groups))
         return "";
     const SizePair n = CountedPair(first, second);
-    const f64 others = SizeOf(ParNumber(groups)) - 1;
+    const f64 others = CountedSize(ParNumber(groups)) - 1;
     return PairText(TotalSize, n.First + others * n.Second, n, " in group 1 and ",
                     " in each other group)");
-}
-
-// The partner of a first size; none for a size that stands alone.
-i16 FindSecond(SizeRole role) {
-    switch (role) {
-    case SizeRole::First:
-        return FindSize({SizeRole::Second, SizeRole::EachOther});
-    case SizeRole::FirstSequence:
-        return FindSize({SizeRole::SecondSequence});
-    case SizeRole::FirstExposure:
-        return FindSize({SizeRole::SecondExposure});
-    default:
-        return NoPar;
-    }
 }
 
 } // namespace
@@ -263,11 +226,11 @@ f64 LargestSample() {
     const i16 first = FindSize({SizeRole::Single, SizeRole::First, SizeRole::FirstSequence});
     if (first == NoPar || !HasText(first))
         return 0;
-    const f64 n1 = SizeOf(ExtentOf(first).Max);
-    const i16 second = FindSecond(SizeRoleOf(ParKind(first)));
+    const f64 n1 = CountedSize(ExtentOf(first).Max);
+    const i16 second = FindSecondSize(SizeRoleOf(ParKind(first)));
     if (second == NoPar || !HasText(second))
         return n1;
-    return MaxOf(n1, SizeOf(FromForm(SizeFormOf(ParKind(second)), n1, ExtentOf(second).Max)));
+    return MaxOf(n1, CountedSize(FromForm(SizeFormOf(ParKind(second)), n1, ExtentOf(second).Max)));
 }
 
 std::string SumSampleClause(SumUsed& used) {
@@ -277,7 +240,7 @@ std::string SumSampleClause(SumUsed& used) {
     if (first == NoPar || !HasText(first))
         return "";
     const SizeRole role = SizeRoleOf(ParKind(first));
-    const i16 second = FindSecond(role);
+    const i16 second = FindSecondSize(role);
     std::string clause;
     if (second != NoPar && HasText(second))
         clause = SizeRoleOf(ParKind(second)) == SizeRole::EachOther ? GroupsClause(first, second)

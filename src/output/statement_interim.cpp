@@ -78,12 +78,6 @@ std::string SizesSentence() {
 
 } // namespace
 
-i16 NoOfAnalyses() {
-    return IsGroupSeq == True || CurrentWindowKind() == SimulationWindow
-               ? static_cast<i16>(NoOfInterim + 1)
-               : i16{1};
-}
-
 std::string InterimSentences() {
     if (NoOfAnalyses() == 1 || IsTableOrGraph() || !HasLevels(RejectH0Text))
         return "";

@@ -216,6 +216,21 @@ f64 Accrual::TabulatedShare(f64 rate, f64 accrual, f64 study) const {
     return share;
 }
 
+void Accrual::Prepare(SurvivalPlan& plan) const {
+    plan.AccrualTime = Single(ParValue(time_));
+    plan.StudyTime = Single(ParValue(study_));
+    plan.AccrualShape = Model() == ExponentialAccrual ? Single(ParValue(rate_)) : 0;
+    plan.AccrualEnds.clear();
+    plan.Accrued.clear();
+    if (intervals_ == 0)
+        return;
+    const Array2<f32>& table = GridData(tableStore);
+    for (i16 row = 1; row <= table.HighBound1(); ++row) {
+        plan.AccrualEnds.push_back(f64{table(row, endColumn)});
+        plan.Accrued.push_back(f64{table(row, proportionColumn)});
+    }
+}
+
 bool Accrual::IsTablePar(i16 parNo) const {
     return intervals_ != 0 && parNo == intervals_;
 }

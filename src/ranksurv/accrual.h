@@ -4,6 +4,7 @@
 
 #include "core/gridtable.h"
 #include "core/types.h"
+#include "montecarlo/survivalsim.h"
 
 #include <vector>
 
@@ -38,6 +39,9 @@ class Accrual {
     // they stay; and the time up to which that is the share of all who enter.
     f64 ShareFollowed(f64 time) const;
     f64 Certain() const;
+
+    // Accrual and study time of the simulated studies.
+    void Prepare(SurvivalPlan& plan) const;
 
     // The table of accrual, for the number of its intervals.
     bool IsTablePar(i16 parNo) const;

@@ -197,6 +197,12 @@ void LifeTableStudy::Narrow(f64& lower, f64& upper) const {
         upper = MinOf(upper, ParValue(length_) * MaxLifeTableIntervals);
 }
 
+void LifeTableStudy::PrepareSimulation(SurvivalPlan& plan) const {
+    accrual_.Prepare(plan);
+    if (length_ != 0)
+        plan.IntervalStarts = Bounds();
+}
+
 bool LifeTableStudy::HasTurningUnknown() const {
     return UnknownParNo > PowerParNo && UnknownParNo < sizesParNo_;
 }
@@ -240,6 +246,16 @@ f64 LifeTableStudy::PowerEq(bool isTime) const {
         ExpectedSums(shares_[0], shares_[1], f64{sizes_.First()}, f64{sizes_.Second()});
     const f32 se = ErrorAboveZero(std::sqrt(sums.V));
     return NormalPowerEq({.Effect = Single(isTime ? sums.U : -sums.U), .Se0 = se, .Se1 = se});
+}
+
+bool IsLifeTableTest() {
+    return SurvivalMethodOf(TestNo) == SurvivalMethod::LifeTable;
+}
+
+SurvivalPlan PlanOfTest() {
+    SurvivalPlan plan;
+    plan.Method = SurvivalMethodOf(TestNo);
+    return plan;
 }
 
 // A ratio or a difference entered beside a first value that is sought says itself on which side the

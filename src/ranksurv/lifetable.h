@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/types.h"
+#include "montecarlo/survivalsim.h"
 #include "ranksurv/accrual.h"
 #include "tests/lists/samples.h"
 
@@ -62,6 +63,9 @@ class LifeTableStudy {
     bool Check() const;
     void Narrow(f64& lower, f64& upper) const;
 
+    // Accrual and study time of the simulated studies.
+    void PrepareSimulation(SurvivalPlan& plan) const;
+
     // Is the unknown anything but level, power and sizes, so that the power may turn with it?
     bool HasTurningUnknown() const;
 
@@ -90,6 +94,12 @@ class LifeTableStudy {
     std::vector<f64> preparedFrom_;
     std::vector<IntervalShare> shares_[2];
 };
+
+// Is it a life-table test, whose list has the length of the intervals? Other tests of the same
+// survival models are only simulated.
+bool IsLifeTableTest();
+// The plan of a simulated study of the test, without its groups.
+SurvivalPlan PlanOfTest();
 
 // --- The effect ---------------------------------------------------------------------------------
 

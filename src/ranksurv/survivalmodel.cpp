@@ -30,16 +30,20 @@ f32 MedianOfGamma(f32 shape) {
     return Single(std::exp(high));
 }
 
-// The scale that gives the gamma distribution its median; the last one is remembered, since it
-// serves all times of a study.
-f32 GammaScale(f64 median, f64 shape) {
+// The last one is remembered, since it serves all times of a study.
+f64 KnownMedianOfGamma(f64 shape) {
     static f32 knownShape = 0;
     static f32 knownMedian = 0;
     if (Single(shape) != knownShape) {
         knownMedian = MedianOfGamma(Single(shape));
         knownShape = Single(shape);
     }
-    return Single(median / f64{knownMedian});
+    return f64{knownMedian};
+}
+
+// The scale that gives the gamma distribution its median.
+f32 GammaScale(f64 median, f64 shape) {
+    return Single(median / KnownMedianOfGamma(shape));
 }
 
 // Less than the error of its distribution function is nothing.
@@ -61,6 +65,17 @@ f64 SurvivalAtModel(SurvivalModel model, f64 t, f64 median, f64 shape) {
         return GammaAt(t, median, shape);
     default:
         return f64{NorCdf(Single(-std::log(t / median) / shape))};
+    }
+}
+
+f64 StandardMedian(SurvivalModel model, f64 shape) {
+    switch (model) {
+    case WeibullSurvival:
+        return std::pow(Ln2, 1 / shape);
+    case GammaSurvival:
+        return KnownMedianOfGamma(shape);
+    default:
+        return 1;
     }
 }
 

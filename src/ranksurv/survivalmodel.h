@@ -17,4 +17,7 @@ inline constexpr f64 LeastSurvivalShape = 0.02;
 // on its scale of logarithms, above 0. 1 at t = 0.
 f64 SurvivalAtModel(SurvivalModel model, f64 t, f64 median, f64 shape);
 
+// The median of the standard form of the distribution, that with scale 1.
+f64 StandardMedian(SurvivalModel model, f64 shape);
+
 } // namespace quorvanta

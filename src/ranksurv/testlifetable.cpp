@@ -2,6 +2,8 @@
 
 #include "core/general.h"
 #include "core/options.h"
+#include "montecarlo/survivalsim.h"
+#include "numeric/randdist.h"
 #include "numeric/rounding.h"
 #include "ranksurv/hazards.h"
 #include "ranksurv/lifetable.h"
@@ -44,7 +46,7 @@ void TESTLIFETABLE::SetParList() {
     StartTestList();
     effect = AddPair(EffectKindsOf(input));
     losses = AddPair(LossKinds(input));
-    study.Add(true);
+    study.Add(IsLifeTableTest());
 }
 
 bool TESTLIFETABLE::CheckPar() {
@@ -66,6 +68,29 @@ f64 TESTLIFETABLE::RootFunction() {
         return IntervalProbs(bounds, survival, f64{LossHazardOf(input, Of(losses, group))});
     });
     return study.PowerEq(input == SurvivalInput::Median);
+}
+
+// H0 is that group 2 has the hazard of group 1.
+void TESTLIFETABLE::GetSimPar() {
+    SurvivalPlan plan = PlanOfTest();
+    plan.DistrNo = SimExponential;
+    plan.Direction = input == SurvivalInput::Median ? -1 : 1;
+    const auto scale = [](f32 value) { return Single(1 / f64{HazardOf(input, value)}); };
+    SurvivalStratum& groups = plan.Strata.front();
+    groups.NullScale1 = groups.NullScale2 = groups.Scale1 = scale(effect.First());
+    groups.Scale2 = scale(effect.Second());
+    groups.Loss1 = LossHazardOf(input, losses.First());
+    groups.Loss2 = LossHazardOf(input, losses.Second());
+    study.PrepareSimulation(plan);
+    SimSurvival = plan;
+}
+
+void TESTLIFETABLE::SimSample(i16 n1, i16 n2, bool isH1) {
+    SimSurvivalSample(n1, n2, isH1);
+}
+
+f32 TESTLIFETABLE::SimTest(i16 n1, i16 n2) {
+    return SimSurvivalTest(n1, n2);
 }
 
 } // namespace quorvanta

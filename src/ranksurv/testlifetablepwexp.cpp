@@ -5,6 +5,8 @@
 #include "core/kinds.h"
 #include "core/options.h"
 #include "core/platform.h"
+#include "montecarlo/survivalsim.h"
+#include "numeric/randdist.h"
 #include "numeric/rounding.h"
 #include "output/format.h"
 #include "ranksurv/lifetable.h"
@@ -124,6 +126,38 @@ f64 TESTLIFETABLEPWEXP::RootFunction() {
     const std::vector<f64> bounds = study.Bounds(Starts());
     study.Prepare(bounds, [&bounds](i16 group) { return ChancesOf(group, bounds); });
     return study.PowerEq(false);
+}
+
+// H0 is that group 2 has the hazards of group 1. The last hazard goes on to the end of the study,
+// which ends the last interval: what is drawn beyond is not seen.
+void TESTLIFETABLEPWEXP::GetSimPar() {
+    SurvivalPlan plan = PlanOfTest();
+    plan.DistrNo = SimPiecewise;
+    study.PrepareSimulation(plan);
+    const int rows = Table().HighBound1();
+    const auto column = [rows](Column of, f32 end) {
+        Array1<f32> cells(1, rows + 1);
+        for (i16 row = 1; row <= rows; ++row)
+            cells(row) = Table()(row, of);
+        cells(rows + 1) = end;
+        return cells;
+    };
+    const f32 lastStart = Table()(static_cast<i16>(rows), StartColumn);
+    plan.Table.Starts = column(StartColumn, MaxSingle(lastStart, plan.StudyTime));
+    plan.Table.Null = plan.Table.Hazard1 = column(HazardColumn, 0);
+    plan.Table.Hazard2 = column(static_cast<Column>(HazardColumn + 1), 0);
+    plan.Table.Loss1 = column(LossColumn, 0);
+    plan.Table.Loss2 = column(static_cast<Column>(LossColumn + 1), 0);
+    plan.IntervalStarts = Starts();
+    SimSurvival = plan;
+}
+
+void TESTLIFETABLEPWEXP::SimSample(i16 n1, i16 n2, bool isH1) {
+    SimSurvivalSample(n1, n2, isH1);
+}
+
+f32 TESTLIFETABLEPWEXP::SimTest(i16 n1, i16 n2) {
+    return SimSurvivalTest(n1, n2);
 }
 
 bool TESTLIFETABLEPWEXP::IsTablePar(i16 parNo) {

@@ -5,6 +5,7 @@
 #include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "montecarlo/survivalsim.h"
 #include "numeric/rounding.h"
 #include "ranksurv/hazards.h"
 #include "ranksurv/lifetable.h"
@@ -23,12 +24,14 @@ i16 shape;
 SampleValues losses;
 LifeTableStudy study;
 
+// Each family of tests has its models in this order; in front of them, but for log-rank tests that
+// are simulated, stands exponential survival.
 SurvivalModel Model() {
-    constexpr i16 weibullTestNo = 27;
-    constexpr i16 gammaTestNo = 28;
-    if (TestNo == weibullTestNo)
-        return WeibullSurvival;
-    return TestNo == gammaTestNo ? GammaSurvival : LognormalSurvival;
+    constexpr SurvivalModel models[] = {WeibullSurvival, GammaSurvival, LognormalSurvival};
+    for (const int first : {27, 32, 86, 91, 96, 101})
+        if (TestNo >= first && TestNo < first + 3)
+            return models[TestNo - first];
+    return LognormalSurvival;
 }
 
 } // namespace
@@ -46,7 +49,7 @@ void TESTLIFETABLEWEIB::SetParList() {
     medians = AddPair(MedianKinds);
     shape = AddPar(Model() == LognormalSurvival ? Kind::Shape : Kind::GammaShape);
     losses = AddPair(LossKinds(SurvivalInput::Median));
-    study.Add(true);
+    study.Add(IsLifeTableTest());
 }
 
 bool TESTLIFETABLEWEIB::CheckPar() {
@@ -77,6 +80,32 @@ f64 TESTLIFETABLEWEIB::RootFunction() {
         return IntervalProbs(bounds, survival, lossHazard);
     });
     return study.PowerEq(true);
+}
+
+// H0 is that group 2 has the median of group 1.
+void TESTLIFETABLEWEIB::GetSimPar() {
+    SurvivalPlan plan = PlanOfTest();
+    const f64 form{Single(ParValue(shape))};
+    plan.DistrNo = Model();
+    plan.Shape = Single(Model() == LognormalSurvival ? 1 / form : form);
+    plan.Direction = -1;
+    const f64 standard = StandardMedian(Model(), form);
+    const auto scale = [standard](f32 median) { return Single(f64{median} / standard); };
+    SurvivalStratum& groups = plan.Strata.front();
+    groups.NullScale1 = groups.NullScale2 = groups.Scale1 = scale(medians.First());
+    groups.Scale2 = scale(medians.Second());
+    groups.Loss1 = losses.First();
+    groups.Loss2 = losses.Second();
+    study.PrepareSimulation(plan);
+    SimSurvival = plan;
+}
+
+void TESTLIFETABLEWEIB::SimSample(i16 n1, i16 n2, bool isH1) {
+    SimSurvivalSample(n1, n2, isH1);
+}
+
+f32 TESTLIFETABLEWEIB::SimTest(i16 n1, i16 n2) {
+    return SimSurvivalTest(n1, n2);
 }
 
 } // namespace quorvanta

@@ -1,11 +1,18 @@
 #include "ranksurv/testlogrank.h"
 
 #include "core/analysis_state.h"
+#include "core/catalogue.h"
 #include "core/checksearch.h"
 #include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "core/platform.h"
+#include "core/records.h"
+#include "montecarlo/simstudy.h"
+#include "montecarlo/survivalsim.h"
+#include "numeric/randdist.h"
 #include "numeric/rounding.h"
+#include "output/formatpar.h"
 #include "ranksurv/accrual.h"
 #include "ranksurv/groupsizes.h"
 #include "ranksurv/hazards.h"
@@ -53,9 +60,13 @@ bool IsIntervalMember() {
     return TestNo == 77 || TestNo == 84;
 }
 
-// Patients, or what replaces them: no accrual, losses or study time then.
+// Patients, or what replaces them: no accrual, losses or study time then. A study that is simulated
+// has patients.
+bool IsGivenOffered() {
+    return !IsIntervalMember() && CurrentWindowKind() != SimulationWindow;
+}
 bool SizeIsChosen() {
-    return IsIntervalMember() || IntParValue(Group::Given) == GivenSize;
+    return !IsGivenOffered() || IntParValue(Group::Given) == GivenSize;
 }
 
 i16 FirstParNo() {
@@ -283,6 +294,49 @@ void NarrowHypotheses(f64& lower, f64& upper, f64 (*residual)()) {
     KeepNearestRoot(lower, upper, SearchesLeft() == falls ? Side::Below : Side::Above, residual);
 }
 
+// --- Simulation ---------------------------------------------------------------------------------
+
+// The effect of a hazard, beside that of group 1 where there are two, on the scale of the
+// statistic: that of a log-rank test is the logarithm of a ratio. A longer median is a lower
+// hazard.
+f32 EffectOf(f64 hazard) {
+    const f64 first = NoOfSamples == OneSample ? 1 : f64{HazardFromInput(hypotheses.First())};
+    const f64 base = NoOfSamples == OneSample ? 0 : first;
+    const f64 effect =
+        LRHazardKind == MlLachinFoulkesKind ? hazard - base : std::log(hazard / first);
+    return Single(LRInputMedian == 1 ? -effect : effect);
+}
+
+// The hazard under H0; of two one-sided tests that of the limit nearer to the truth, where it is
+// the hardest to keep the level.
+f64 SimulatedNullHazard(f64 truth) {
+    if (NoOfTails != TwoOneSided)
+        return NullHazard(hypotheses.H0());
+    const f64 left = NullHazard(hypotheses.Left());
+    const f64 right = NullHazard(hypotheses.Right());
+    return std::fabs(std::log(truth / left)) < std::fabs(std::log(truth / right)) ? left : right;
+}
+
+// A difference below H0 may leave group 2 no hazard to draw from.
+bool HasNullHazards() {
+    for (i16 i = NullParNo; i < FirstParNo(); ++i)
+        if (!(NullHazard(Single(ParValue(i))) > 0)) {
+            ShowMessage("Hazard Rate 2 under H0 Must Be > 0.");
+            return false;
+        }
+    return true;
+}
+
+// Sizes that are entered as a total and a ratio.
+void TakeSizes() {
+    const i16 n1 = ToI16(WholeCount(Kind::Size1, f64{sizes.First()}));
+    const i16 n2 = ToI16(WholeCount(Kind::Size2, f64{sizes.Second()}));
+    for (int k = 1; k <= SimSize1.HighBound(); ++k) {
+        SimSize1(k) = n1;
+        SimSize2(k) = n2;
+    }
+}
+
 } // namespace
 
 void TESTLOGRANK::SetupTest() {
@@ -309,7 +363,7 @@ void TESTLOGRANK::SetupTest() {
         if (NoOfSamples == TwoSamples)
             DisableCheck(Check::TotalSize);
     }
-    if (!IsIntervalMember())
+    if (IsGivenOffered())
         OfferGroups({Group::Given});
 }
 
@@ -318,7 +372,7 @@ void TESTLOGRANK::SetParList() {
     LRHazardKind = HazardApproach(TestNo);
     LRInputMedian = input == SurvivalInput::Median ? 1 : 0;
     LRInputIncidence = input == SurvivalInput::Incidence ? 1 : 0;
-    LRGiven = ChosenOption(Group::Given);
+    LRGiven = SizeIsChosen() ? i16{GivenSize} : ChosenOption(Group::Given);
     StartTestList();
     hypotheses = NoOfSamples == OneSample
                      ? AddHypotheses(OneSurvivalKinds(input), EffectScale::Plain)
@@ -361,6 +415,49 @@ void TESTLOGRANK::SearchLimits(f64& lower, f64& upper) {
 
 f64 TESTLOGRANK::RootFunction() {
     return NoOfSamples == OneSample ? RootOneSample() : RootTwoSamples();
+}
+
+void TESTLOGRANK::GetSimPar() {
+    if (!HasNullHazards()) {
+        Cancelled = True;
+        return;
+    }
+    const bool isOne = NoOfSamples == OneSample;
+    SurvivalPlan plan;
+    plan.Method = SurvivalMethodOf(TestNo);
+    plan.Samples = NoOfSamples;
+    plan.DistrNo = SimExponential;
+    plan.Direction = LRInputMedian == 1 ? -1 : 1;
+    const f64 truth{HazardFromInput(isOne ? Single(hypotheses.Truth()) : hypotheses.Second())};
+    const f64 null = SimulatedNullHazard(truth);
+    SurvivalStratum& groups = plan.Strata.front();
+    if (isOne) {
+        groups.NullScale1 = Single(1 / null);
+        groups.Scale1 = Single(1 / truth);
+    } else {
+        groups.NullScale1 = groups.Scale1 = Single(1 / f64{HazardFromInput(hypotheses.First())});
+        groups.NullScale2 = Single(1 / null);
+        groups.Scale2 = Single(1 / truth);
+        groups.Loss2 = LossHazardOf(input, losses.Second());
+        TakeSizes();
+    }
+    groups.Loss1 = LossHazardOf(input, losses.First());
+    accrual.Prepare(plan);
+    if (NoOfTails == TwoOneSided) {
+        plan.Left = EffectOf(NullHazard(hypotheses.Left()));
+        plan.Right = EffectOf(NullHazard(hypotheses.Right()));
+    } else {
+        plan.Null = EffectOf(null);
+    }
+    SimSurvival = plan;
+}
+
+void TESTLOGRANK::SimSample(i16 n1, i16 n2, bool isH1) {
+    SimSurvivalSample(n1, n2, isH1);
+}
+
+f32 TESTLOGRANK::SimTest(i16 n1, i16 n2) {
+    return SimSurvivalTest(n1, n2);
 }
 
 bool TESTLOGRANK::IsTablePar(i16 parNo) {

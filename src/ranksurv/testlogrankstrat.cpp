@@ -8,6 +8,9 @@
 #include "core/options.h"
 #include "core/platform.h"
 #include "core/records.h"
+#include "montecarlo/simstudy.h"
+#include "montecarlo/survivalsim.h"
+#include "numeric/randdist.h"
 #include "numeric/rounding.h"
 #include "output/format.h"
 #include "ranksurv/accrual.h"
@@ -250,6 +253,55 @@ WeightedEffect CurrentEffect() {
     return {entered(effectParNo), entered(sd0 != 0 ? sd0 : sd1), entered(sd1 != 0 ? sd1 : sd0)};
 }
 
+// --- Simulation ---------------------------------------------------------------------------------
+
+// Two groups of exponential survival. Survival proportions are those after the study, which has no
+// other time then than its unit.
+SurvivalStratum SimulatedStratum(i16 row, f64 patients) {
+    SurvivalStratum groups;
+    const auto scale = [row](i16 column) {
+        if (!IsParametric()) {
+            const i16 kind = column == 1 ? Kind::H1Survival1 : Kind::H1Survival2;
+            return Single(-1 / std::log(f64{CellOf(proportionStore, row, column, kind)}));
+        }
+        const i16 kind = OneSurvivalKinds(input).H1[AsValue];
+        return Single(1 / f64{HazardOf(input, CellOf(HazardStore(), row, column, kind))});
+    };
+    groups.NullScale1 = groups.NullScale2 = groups.Scale1 = scale(1);
+    groups.Scale2 = scale(2);
+    if (IsParametric()) {
+        const i16 kind = LossKinds(input).One;
+        groups.Loss1 = LossHazardOf(input, CellOf(HazardStore(), row, 3, kind));
+        groups.Loss2 = LossHazardOf(input, CellOf(HazardStore(), row, 4, kind));
+    }
+    const auto [share1, share2] = SizesOf(row);
+    groups.N1 = ToI16(std::floor(share1 * patients + 0.5));
+    groups.N2 = ToI16(std::floor(share2 * patients + 0.5));
+    return groups;
+}
+
+// Shares of a total, rounded to whole patients in each stratum and group.
+void SimulateStrata() {
+    SurvivalPlan plan;
+    plan.DistrNo = SimExponential;
+    plan.StudyTime = 1;
+    if (IsParametric())
+        accrual.Prepare(plan);
+    plan.Strata.clear();
+    i16 n1 = 0;
+    i16 n2 = 0;
+    for (i16 row = 1; row <= FilledRows(); ++row) {
+        plan.Strata.push_back(SimulatedStratum(row, f64{Single(ParValue(total))}));
+        n1 = ToI16(static_cast<f64>(n1 + plan.Strata.back().N1));
+        n2 = ToI16(static_cast<f64>(n2 + plan.Strata.back().N2));
+    }
+    for (int k = 1; k <= SimSize1.HighBound(); ++k) {
+        SimSize1(k) = n1;
+        SimSize2(k) = n2;
+    }
+    SimSurvival = plan;
+}
+
 } // namespace
 
 void TESTLOGRANKSTRAT::SetupTest() {
@@ -318,6 +370,72 @@ f32 TESTLOGRANKSTRAT::CalcTablePar(i16 parNo) {
 void TESTLOGRANKSTRAT::RenewTablePars() {
     if (!IsBlue(UnknownParNo) && HasStrata(FilledRows()))
         WriteDerived();
+}
+
+// What is drawn comes from the strata: an effect that is entered by itself is of none.
+void TESTLOGRANKSTRAT::GetSimPar() {
+    if (HasStrata(ToI16(ParValue(strata))))
+        return SimulateStrata();
+    RefuseDerived(effectParNo);
+    Cancelled = True;
+}
+
+void TESTLOGRANKSTRAT::SimSample(i16 n1, i16 n2, bool isH1) {
+    SimSurvivalSample(n1, n2, isH1);
+}
+
+f32 TESTLOGRANKSTRAT::SimTest(i16 n1, i16 n2) {
+    return SimSurvivalTest(n1, n2);
+}
+
+void TESTLOGRANKSTRATSIM::SetupTest() {
+    FixSamples(TwoSamples);
+    OfferTails({OneSided, TwoSided});
+}
+
+void TESTLOGRANKSTRATSIM::SetParList() {
+    approach = HazardApproach(TestNo);
+    input = SurvivalInput::Hazard;
+    StartTestList();
+    sd0 = sd1 = 0;
+    strata = AddPar(Kind::NoOfStrata);
+    accrual.Add(false);
+    total = AddPar(Kind::TotalSize);
+}
+
+bool TESTLOGRANKSTRATSIM::CheckPar() {
+    if (!accrual.Check())
+        return false;
+    if (HasStrata(ToI16(ParValue(strata))))
+        return true;
+    ShowMessage("Strata Have No Values.");
+    return false;
+}
+
+bool TESTLOGRANKSTRATSIM::IsTablePar(i16 parNo) {
+    return parNo == strata;
+}
+
+std::vector<Grid> TESTLOGRANKSTRATSIM::TableGrids(i16) {
+    const auto rows = GridLines(strata);
+    return rows ? GridsOf(*rows) : std::vector<Grid>{};
+}
+
+// The tables are for the number of strata, which stays as it is.
+f32 TESTLOGRANKSTRATSIM::CalcTablePar(i16 parNo) {
+    return Single(ParValue(parNo));
+}
+
+void TESTLOGRANKSTRATSIM::GetSimPar() {
+    SimulateStrata();
+}
+
+void TESTLOGRANKSTRATSIM::SimSample(i16 n1, i16 n2, bool isH1) {
+    SimSurvivalSample(n1, n2, isH1);
+}
+
+f32 TESTLOGRANKSTRATSIM::SimTest(i16 n1, i16 n2) {
+    return SimSurvivalTest(n1, n2);
 }
 
 WeightedEffect WeightedBy(const std::vector<StratumEffect>& strata) {

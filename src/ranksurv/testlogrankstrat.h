@@ -20,6 +20,26 @@ struct TESTLOGRANKSTRAT {
     static std::vector<Grid> TableGrids(i16 parNo);
     static f32 CalcTablePar(i16 parNo);
     static void RenewTablePars();
+
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
+};
+
+// TESTLOGRANKSTRATSIM: the same test by simulation alone, which needs the strata and the study, and
+// no effect.
+struct TESTLOGRANKSTRATSIM {
+    static void SetupTest();
+    static void SetParList();
+    static bool CheckPar();
+
+    static bool IsTablePar(i16 parNo);
+    static std::vector<Grid> TableGrids(i16 parNo);
+    static f32 CalcTablePar(i16 parNo);
+
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
 };
 
 // The effect in one stratum, and its variance under H0 and H1 when the study has one patient, of

@@ -8,6 +8,9 @@
 #include "core/options.h"
 #include "core/records.h"
 #include "core/values.h"
+#include "montecarlo/rankscores.h"
+#include "montecarlo/simstudy.h"
+#include "numeric/randdist.h"
 #include "numeric/rounding.h"
 #include "output/format.h"
 #include "tests/lists/hypotheses.h"
@@ -51,6 +54,26 @@ f64 OrderEq() {
         statistic.BelowRight = pairs(f64{hypotheses.Right()} - p);
     }
     return NormalPowerEq(statistic);
+}
+
+// --- Its simulation ------------------------------------------------------------------------------
+
+f32 shiftH0; // of group 2 where H0 is true: between two limits, at the one nearer to H1
+
+// The distribution that was chosen, if the probability is the one that follows from it; else one
+// of its family, or a normal one, shifted so that the probability that was typed holds.
+DistrRow ShiftedDistribution() {
+    DistrRow distr{SimNormal, 0, 1};
+    if (NoOfDistr() > 0 && IsOffered(DistrList::ShiftModels, Distr(NoOfDistr()).Code))
+        distr = Distr(NoOfDistr());
+    const f32 p = Single(hypotheses.Truth());
+    SimDistrNo = distr.Code;
+    ShiftPar1 = distr.Par1;
+    ShiftPar2 = distr.Par2;
+    constexpr f32 asShown = 1e-6F;
+    if (std::fabs(f64{PrMWFromShift()} - f64{p}) > f64{asShown})
+        distr.Par1 = Single(f64{ShiftOf(PrMWFromShift, p)} * f64{distr.Par2});
+    return distr;
 }
 
 // --- Ordered categories --------------------------------------------------------------------------
@@ -157,6 +180,42 @@ void TESTMW::SearchLimits(f64& lower, f64& upper) {
 
 f64 TESTMW::RootFunction() {
     return ordered ? CategoriesEq() : OrderEq();
+}
+
+// Of ordered categories, no window is offered (see HasSimWindow).
+bool TESTMW::CanSimulate(const AnalysisKey& key) {
+    return key.TestNo != TestOfCategories;
+}
+
+void TESTMW::GetSimPar() {
+    const DistrRow distr = ShiftedDistribution();
+    SimulateDistr(distr);
+    SimLoc1 = 0;
+    SimLoc2 = distr.Par1;
+    SimScale1 = SimScale2 = distr.Par2;
+    shiftH0 = 0;
+    if (NoOfTails != TwoOneSided)
+        return;
+    SimLoLimit = hypotheses.Left();
+    SimHiLimit = hypotheses.Right();
+    const f64 middle = (f64{SimLoLimit} + f64{SimHiLimit}) / 2;
+    const f32 nearer = hypotheses.Truth() > middle ? SimHiLimit : SimLoLimit;
+    shiftH0 = Single(f64{ShiftOf(PrMWFromShift, nearer)} * f64{SimScale1});
+}
+
+void TESTMW::SimSample(i16 n1, i16 n2, bool isH1) {
+    const f32 shift = isH1 ? Single(f64{SimLoc2} - f64{SimLoc1}) : shiftH0;
+    SimTwoSamples(n1, n2, shift, SimScale1, SimScale2);
+}
+
+f32 TESTMW::SimTest(i16 n1, i16 n2) {
+    if (n1 == 0 || n2 == 0)
+        return 1;
+    RankStatistic w = RankSumMoments(n1, n2);
+    w.Sum = RankSumOfGroup2();
+    const f64 pairs = static_cast<f64>(n1) * n2;
+    const auto limit = [&w, pairs](f32 p) { return Single(f64{w.Mean} + pairs * (f64{p} - 0.5)); };
+    return NorPValue(w.Sum, w.Mean, w.Se, limit(SimLoLimit), limit(SimHiLimit), 0);
 }
 
 bool TESTMW::IsTablePar(i16 parNo) {

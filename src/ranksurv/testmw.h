@@ -2,6 +2,7 @@
 // categories.
 #pragma once
 
+#include "core/analysis_key.h"
 #include "core/gridtable.h"
 #include "core/types.h"
 #include "montecarlo/shiftmodel.h"
@@ -17,6 +18,11 @@ struct TESTMW {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+
+    static bool CanSimulate(const AnalysisKey& key);
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
 
     static bool IsTablePar(i16 parNo);
     static std::vector<Grid> TableGrids(i16 parNo);

@@ -22,8 +22,12 @@ f64 NormalCdf(f64 z) {
 f32 SignificanceLevel() {
     if (ParKind(0) != Kind::TestConfidenceLevel)
         return Single(ParValue(0));
+    return LevelOfInterval(ParValue(0));
+}
+
+f32 LevelOfInterval(f64 confidence) {
     const bool halved = NoOfTails == TwoOneSided || CheckValue(Check::TwoSidedInterval) == 1;
-    return Single((1 - ParValue(0)) / (halved ? 2 : 1));
+    return Single((1 - confidence) / (halved ? 2 : 1));
 }
 
 f64 PowerZ(f32 x, f32 c, f32 s, f32 z) {

@@ -13,6 +13,8 @@ namespace quorvanta {
 // interval have a confidence level c in its place: alpha = (1 - c)/(1 + m), where m is 1 for
 // equivalence and for a non-inferiority test with a two-sided interval, otherwise 0.
 f32 SignificanceLevel();
+// That alpha of a confidence level c, 0..1, of the current analysis.
+f32 LevelOfInterval(f64 confidence);
 
 // (x - c z)/s: the standardised distance from the critical value; 99999 if s <= 0.
 f64 PowerZ(f32 x, f32 c, f32 s, f32 z);

@@ -458,6 +458,10 @@ QWidget* frmMain::Floating(FloatingWindow window) const {
     return floating_.Widget(window);
 }
 
+void frmMain::RefreshSimulation() {
+    RefreshChild();
+}
+
 void frmMain::RefreshOptions() {
     floating_.Refresh(FloatingWindow::Options);
 }

@@ -40,6 +40,7 @@ class frmMain : public QMainWindow {
     void RaiseChild(i16 windowKind, i16 windowNo);
     void RefreshChild();
 
+    void RefreshSimulation();
     void RefreshOptions();
     void RefreshMenus();
 

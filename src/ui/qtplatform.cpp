@@ -40,6 +40,8 @@ QMessageBox::StandardButtons BoxButtons(Buttons buttons) {
     switch (buttons) {
     case Buttons::OkCancel:
         return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
     case Buttons::YesNoCancel:
         return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
     case Buttons::Ok:
@@ -191,6 +193,10 @@ void QtPlatform::RaiseChild(i16 windowKind, i16 windowNo) {
 
 void QtPlatform::RefreshChild() {
     window_.RefreshChild();
+}
+
+void QtPlatform::RefreshSimulation() {
+    window_.RefreshSimulation();
 }
 
 void QtPlatform::RefreshOptions() {

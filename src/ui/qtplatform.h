@@ -40,6 +40,7 @@ class QtPlatform : public Platform {
                    const std::string& caption) override;
     void RaiseChild(i16 windowKind, i16 windowNo) override;
     void RefreshChild() override;
+    void RefreshSimulation() override;
     void RefreshOptions() override;
     void Show(FloatingWindow window) override;
     void Hide(FloatingWindow window) override;

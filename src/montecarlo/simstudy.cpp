@@ -1,0 +1,57 @@
+#include "montecarlo/simstudy.h"
+
+#include "core/general.h"
+#include "numeric/randdist.h"
+#include "numeric/rounding.h"
+
+#include <algorithm>
+
+namespace quorvanta {
+
+SimStudyRecord SimStudy;
+i16 SimStage;
+f32 SimLoc1;
+f32 SimLoc2;
+f32 SimScale1;
+f32 SimScale2;
+f32 SimLoLimit;
+f32 SimHiLimit;
+Array1<i16> SimSize1;
+Array1<i16> SimSize2;
+Array1<f32> SimTime;
+Array1<f32> RejectP;
+Array1<f32> AcceptP;
+i16 IsIntervalSim;
+i16 IsEquivInterval;
+
+void SimStudyRecord::Reset() {
+    Sum1 = Sum2 = Sum3 = Sum4 = Sum5 = Sum6 = Sum7 = Sum8 = Sum9 = Sum10 = Sum11 = 0;
+    Value.ReDim(1, 0);
+    Group.ReDim(1, 0);
+    Min1 = Min2 = 99999;
+    Stop = 0;
+    Covers = IsNarrow = false;
+}
+
+void SimOneSample(i16 n, f32 group, f32 location, f32 scale) {
+    if (n < 1)
+        return;
+    RandFromDistrCode(n);
+    const int before = SimStudy.Value.HighBound();
+    SimStudy.Value.ReDimPreserve(before + n);
+    SimStudy.Group.ReDimPreserve(before + n);
+    const auto drawn = RandSample.Raw().subspan(1);
+    const auto values = SimStudy.Value.Raw().subspan(static_cast<std::size_t>(before));
+    const f64 s{scale};
+    const f64 d{location};
+    for (std::size_t i = 0; i < drawn.size(); ++i)
+        values[i] = Single(f64{drawn[i]} * s + d);
+    std::ranges::fill(SimStudy.Group.Raw().subspan(static_cast<std::size_t>(before)), group);
+}
+
+void SimTwoSamples(i16 n1, i16 n2, f32 d, f32 s1, f32 s2) {
+    SimOneSample(n1, 1, 0, s1);
+    SimOneSample(n2, 2, d, s2);
+}
+
+} // namespace quorvanta
