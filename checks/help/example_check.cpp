@@ -15,7 +15,7 @@ TEST_P(HelpExamples, SayWhatTheProgramShows) {
     EXPECT_EQ(HelpExample(), GetParam().Number);
     for (std::size_t i = 0; i < readings.size(); ++i)
         ExpectReading(example.Steps[i], readings[i]);
-    EXPECT_EQ(platform.Texts(), std::vector<std::string>());
+    EXPECT_EQ(platform.Texts(), example.Told);
 }
 
 INSTANTIATE_TEST_SUITE_P(Topics, HelpExamples, ::testing::ValuesIn(ReadExamples()),

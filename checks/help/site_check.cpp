@@ -17,11 +17,6 @@
 namespace quorvanta::help {
 namespace {
 
-// Descriptions whose worked example is missing; whoever writes it takes it off. Of 331 values
-// derive from a grid alone, and the language of the examples fills no grids; 378 tells with a
-// message that its start values show nothing, and an example is played without messages.
-const std::set<i32> withoutExample{331, 378};
-
 class HelpSite : public checks::AnalysisFixture {
   protected:
     void SetUp() override {
@@ -74,8 +69,7 @@ TEST_F(HelpSite, DescribesEveryAnalysisThatIsServed) {
             continue;
         }
         EXPECT_TRUE(Has(PageOfNumber(description).Body, "<h2>Literature</h2>")) << description;
-        if (!withoutExample.contains(description))
-            PageOfNumber(std::stoi("9" + std::to_string(description)));
+        PageOfNumber(std::stoi("9" + std::to_string(description)));
         for (const HelpSubject& subject : ParameterSubjects(analysis)) {
             IsTest = subject.IsTest;
             TestNo = subject.TestNo;

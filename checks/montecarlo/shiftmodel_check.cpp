@@ -307,6 +307,34 @@ TEST_F(ShiftModel, TwoStepsAreForBothHypotheses) {
     EXPECT_EQ(Distr(2), (DistrRow{SimCauchy, 0.5F, 1}));
 }
 
+// H0 is not shifted, and H1 is shifted against it; a shape is not a location.
+TEST_F(ShiftModel, TwoStepsStartAShiftApart) {
+    TestNo = TestOfKolmogorovSmirnov;
+    Plan([] {
+        EXPECT_EQ(ShiftHeading(), "Null Distribution (H0:)");
+        EXPECT_EQ(ShiftParText(0), "0");
+        EXPECT_EQ(ShiftParText(1), "1");
+    });
+    Plan([] { EXPECT_EQ(ShiftParText(0), "0.3"); });
+    EXPECT_TRUE(ShowDistributions(DistrList::GeneralModels, 2));
+    EXPECT_EQ(Distr(1), (DistrRow{SimNormal, 0, 1}));
+    EXPECT_EQ(Distr(2), (DistrRow{SimNormal, 0.3F, 1}));
+
+    ClearDistrRows();
+    PlanDistr(SimLaplace, "2", "1.5");
+    Plan([] {
+        EXPECT_EQ(SimDistrNo, SimLaplace);
+        EXPECT_EQ(ShiftParText(0), "2.3");
+        EXPECT_EQ(ShiftParText(1), "1.5");
+    });
+    EXPECT_TRUE(ShowDistributions(DistrList::GeneralModels, 2));
+
+    ClearDistrRows();
+    PlanDistr(SimWeibull, "2", "1");
+    Plan([] { EXPECT_EQ(ShiftParText(0), "2") << "the shape of H0"; });
+    EXPECT_TRUE(ShowDistributions(DistrList::GeneralModels, 2));
+}
+
 TEST_F(ShiftModel, ACancelLeavesEverythingAsItWas) {
     TestNo = TestOfKolmogorovSmirnov;
     PlanDistr(SimLaplace, "1", "2");

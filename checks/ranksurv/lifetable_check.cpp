@@ -355,7 +355,7 @@ class LifeTableGrid : public LifeTable {
 TEST_F(LifeTableGrid, TheTableGivesTheHazards) {
     ASSERT_TRUE(Fill({{"0", "0.5", "0.8", "0.1", "0.2"}, {"2", "0.5", "0.8", "0.1", "0.2"}}));
     EXPECT_TRUE(IsBluePar(PositionOf(Kind::NoOfIntervals)));
-    EXPECT_EQ(ParseNumber(ParText(Kind::NoOfIntervals)), 2);
+    EXPECT_EQ(ParText(Kind::NoOfIntervals), "2") << "a number of intervals, not 2.0";
     SolveFor(PositionOf(Kind::Power));
     const f64 power = ParValue(PowerParNo);
     EXPECT_EQ(power, PiecewisePower(Of(menuPiecewise, 2), Plan(),

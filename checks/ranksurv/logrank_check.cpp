@@ -345,7 +345,7 @@ TEST_F(LogRank, ATableOfAccrualIsAskedFor) {
     EXPECT_EQ(SolutionHere(1), NoValue);
     EXPECT_EQ(LastMessage(), "Proportion of Accrued Patients Has No Value.");
     EXPECT_TRUE(Fill(343, {{{"1", "0.2"}, {"2", "0.5"}, {"3", "1"}}}));
-    EXPECT_EQ(ParText(343), "3.0");
+    EXPECT_EQ(ParText(343), "3");
     EXPECT_NE(SolutionHere(1), NoValue);
     // Another number of intervals, or another accrual time, needs another table.
     Type(343, "4");
@@ -477,6 +477,11 @@ TEST_F(LogRank, StrataFollowTheStudy) {
     // The study time is found that gives the former power back.
     Type(1, NumberText(power, 9));
     EXPECT_NEAR(SolutionHere(11), 5, 0.02);
+    // What derives is that of the solution, not of the time before it.
+    const std::string renewed = ParText(340);
+    EXPECT_GT(ParseNumber(renewed), ParseNumber(before) * 0.99);
+    SolutionHere(1);
+    EXPECT_EQ(ParText(340), renewed);
     // Other strata than those of the tables.
     Type(310, "3");
     EXPECT_EQ(SolutionHere(1), NoValue);

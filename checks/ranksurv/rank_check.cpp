@@ -451,6 +451,33 @@ TEST_F(RankTest, SignsTakeTheirProbability) {
 
 // --- Statements ----------------------------------------------------------------------------------
 
+// As long as the value is that of the distribution.
+TEST_F(RankTest, TheStatementNamesTheDistribution) {
+    Start(Menu(menuContinuous, 2, {{2, 0}}), {{4, "30"}, {37, "30"}});
+    PlanDistr(SimNormal, "0.8", "1");
+    GetFromTable(PositionOf(Kind::H1ProbabilityOfOrder));
+    const auto statement = [] {
+        SolveFor(PowerParNo);
+        return SumStatement();
+    };
+    const std::string named =
+        "against H1: Prob (sample2 > sample1) = 0.714196 (Normal Distribution, m = 0.8, s = 1). "
+        "The test used is";
+    EXPECT_NE(statement().find(named), std::string::npos) << statement();
+    TypedParText(PositionOf(Kind::H1ProbabilityOfOrder), "0.7");
+    EXPECT_NE(statement().find("Prob (sample2 > sample1) = 0.7. The test used is"),
+              std::string::npos)
+        << statement();
+
+    Start(Menu(menuSignedRank, 2), {{85, "30"}});
+    PlanDistr(SimLaplace, "0.5", "1");
+    GetFromTable(PositionOf(Kind::H1ProbabilityAbove0));
+    EXPECT_TRUE(
+        statement().find("sample' > 0) = 0.72409 (Laplace Distribution, m = 0.5, s = 1).") !=
+        std::string::npos)
+        << statement();
+}
+
 TEST_F(RankTest, Statements) {
     const auto statement = [this](const AnalysisChoice& choice, const Values& values) {
         PowerOf(choice, values);

@@ -14,6 +14,8 @@ from fractions import Fraction
 import numpy as np
 from scipy import integrate, optimize, stats
 
+import lifetable
+
 
 def two_sided_t(alpha, ncp, df):
     t = stats.t.ppf(1 - alpha / 2, df)
@@ -562,3 +564,26 @@ def goodness(p0, p1, power, other):
 show(9326, *goodness((0.5625, 0.1875, 0.1875, 0.0625), (0.5, 0.2, 0.2, 0.1), 0.80, 300))
 show(9407, *goodness((0.135, 0.271, 0.271, 0.18, 0.143), (0.2, 0.26, 0.22, 0.15, 0.17), 0.90, 400))
 show(9408, *goodness((0.125,) * 8, (0.09, 0.11, 0.13, 0.15, 0.15, 0.14, 0.12, 0.11), 0.80, 300))
+
+
+# --- Survival -----------------------------------------------------------------------------------
+
+def piecewise_power(n):
+    """The life-table test of lifetable.py, hazards of the table of the example."""
+    table = ((0, .2, .2, .05, .05), (1, .4, .2, .05, .05), (3, .3, .25, .05, .05))
+    return lifetable.power(lifetable.PIECEWISE, None, 2, False, {
+        0: .05, lifetable.INTERVALS: table, lifetable.ACCRUAL_RATE: 0, lifetable.ACCRUAL: 2,
+        lifetable.STUDY: 5, lifetable.N1: n, lifetable.N2: n})
+
+
+def equivalent_survival(n, hazard=.3, loss=.05, accrual=2, study=5):
+    """Two one-sided tests of the hazard ratio, each group with the same probability of an event."""
+    c = hazard + loss
+    event = integrate.quad(lambda s: hazard / c * -math.expm1(-c * (study - s)) / accrual, 0, accrual,
+                           epsabs=1e-13)[0]
+    error = math.sqrt(2 / (n * event))
+    return tost_z(0.05, math.log(1 / 0.75) / error, math.log(1.33) / error)
+
+
+show(9331, solve(piecewise_power, 0.80, 20, 500), piecewise_power(100))
+show(9378, solve(equivalent_survival, 0.80, 10, 5000), equivalent_survival(400))

@@ -342,11 +342,12 @@ def write(name, head, rows):
         f.writelines('\t'.join(map(str, r)) + '\n' for r in rows)
 
 
-if '--simulate' in sys.argv:
-    write('lifetable_simulated', '# Simulated by checks/reference/lifetable.py --simulate (numpy, '
-          f'{REPLICATES} replicates, seed {SEED} plus menu number).', simulated())
-else:
-    exponential()
-    models()
-    piecewise()
-    write('lifetable', '# Exact values computed by checks/reference/lifetable.py (scipy).', ROWS)
+if __name__ == '__main__':
+    if '--simulate' in sys.argv:
+        write('lifetable_simulated', '# Simulated by checks/reference/lifetable.py --simulate (numpy, '
+              f'{REPLICATES} replicates, seed {SEED} plus menu number).', simulated())
+    else:
+        exponential()
+        models()
+        piecewise()
+        write('lifetable', '# Exact values computed by checks/reference/lifetable.py (scipy).', ROWS)

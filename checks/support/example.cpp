@@ -3,12 +3,15 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/driver.h"
+#include "core/grids.h"
 #include "core/help_numbers.h"
 #include "core/setup.h"
 #include "core/typed_text.h"
 #include "generator/topic.h"
 #include "output/format.h"
+#include "support/grid_filling.h"
 #include "support/number.h"
+#include "support/scripted_platform.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -36,6 +39,20 @@ std::vector<ExampleTopic> ReadRuns() {
     return runs;
 }
 
+namespace {
+
+// Fills the input grid of a step, if it has one.
+void FillTable(const help::ExampleTable& table) {
+    if (table.Label.empty())
+        return;
+    auto& platform = dynamic_cast<ScriptedPlatform&>(ThePlatform());
+    platform.GridFillings.emplace_back([&table] { return FillCurrentGrid(table.Rows); });
+    GetFromTable(help::PositionOfLabel(table.Label));
+    EXPECT_TRUE(platform.GridFillings.empty()) << "no grid for " << table.Label;
+}
+
+} // namespace
+
 std::vector<ExampleReading> PlayInEngine(const help::Example& example) {
     help::ChooseOptions(example);
     AcceptOptions();
@@ -43,6 +60,7 @@ std::vector<ExampleReading> PlayInEngine(const help::Example& example) {
     for (const help::ExampleStep& step : example.Steps) {
         for (const auto& [label, text] : step.Typed)
             TypedParText(help::PositionOfLabel(label), text);
+        FillTable(step.Table);
         SolveFor(help::PositionOfLabel(step.Pressed));
         const i16 kind = ParKind(UnknownParNo);
         readings.push_back({ParText(kind), ParValue(UnknownParNo), IsCountKind(kind)});

@@ -13,11 +13,11 @@
 #include "core/setup.h"
 #include "core/values.h"
 #include "numeric/randdist.h"
+#include "support/search_messages.h"
 
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
-#include <regex>
 
 namespace quorvanta::checks {
 
@@ -75,8 +75,6 @@ i16 PositionOfGroup(i16 group) {
     return -1;
 }
 
-// The tests of exponential survival have so many choices that the forms of their quantities are
-// walked side by side: all of them as values, as differences, as ratios.
 bool HasFormsSideBySide(const AnalysisChoice& analysis) {
     const std::set<i16> menus{150, 151, 152, 402, 403, 404, 804, 834};
     return menus.contains(analysis.MenuNo);
@@ -120,9 +118,9 @@ void CollectGroupChoices(i16 position, bool sideBySide, std::vector<std::map<i16
     Tick(ticked);
 }
 
-std::vector<std::map<i16, i16>> GroupChoices(const AnalysisChoice& analysis) {
+std::vector<std::map<i16, i16>> GroupChoices(bool sideBySide) {
     std::vector<std::map<i16, i16>> choices;
-    CollectGroupChoices(0, HasFormsSideBySide(analysis), choices);
+    CollectGroupChoices(0, sideBySide, choices);
     return choices;
 }
 
@@ -140,11 +138,7 @@ std::string Unknown(const AnalysisChoice& choice, i16 parNo) {
 }
 
 bool IsFixedText(const std::string& text, const std::vector<std::string>& ownMessages) {
-    static const std::regex failure("Can't Be Calculated\\.( Please Check if TickBox 'Reject in "
-                                    "Left Tail' Should Be (UnT|T)icked\\.)?");
-    static const std::regex range(
-        ".+ Has To Be ((Less|Greater) Than or )?Equal to -?[0-9]+(\\.[0-9]+)?\\.");
-    return std::regex_match(text, failure) || std::regex_match(text, range) ||
+    return IsSearchMessage(text) ||
            std::find(ownMessages.begin(), ownMessages.end(), text) != ownMessages.end();
 }
 
@@ -188,7 +182,8 @@ bool LimitsOf(i16 parNo, f64& lower, f64& upper) {
 // Of a test that is about distributions, with something to find in the left tail.
 const std::vector<DistrRow> smallerObservations{{SimNormal, 0, 1}, {SimNormal, -0.3F, 1}};
 
-std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis) {
+std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis, FormsWalked forms) {
+    const bool sideBySide = forms == FormsWalked::Usual && HasFormsSideBySide(analysis);
     std::vector<AnalysisChoice> choices;
     Open(analysis);
     for (const i16 samples : {OneSample, TwoSamples, MoreSamples}) {
@@ -205,7 +200,7 @@ std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis) {
                     // A check box may be what offers the tails.
                     if (NoOfTails != tails || (left && !LeftTailOffered))
                         continue;
-                    for (const std::map<i16, i16>& groups : GroupChoices(analysis)) {
+                    for (const std::map<i16, i16>& groups : GroupChoices(sideBySide)) {
                         AnalysisChoice choice = analysis;
                         choice.NoOfSamples = samples;
                         choice.NoOfTails = tails;

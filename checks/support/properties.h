@@ -23,8 +23,12 @@ namespace quorvanta::checks {
 using Values = std::map<i16, std::string>;
 
 // Every combination of samples, tails, direction, check boxes and options that the analysis offers;
-// combinations that exclude each other are left out.
-std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis);
+// combinations that exclude each other are left out. The tests of exponential survival have so many
+// that the forms of their quantities are usually walked side by side: all of them as values, as
+// differences, as ratios.
+enum class FormsWalked { Usual, EachByItself };
+std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis,
+                                       FormsWalked forms = FormsWalked::Usual);
 
 // The choice in words, for the message of a failed check.
 std::string Describe(const AnalysisChoice& choice);

@@ -47,6 +47,7 @@ class ScriptedPlatform : public Platform {
     i32 ProgressTotal = 0;
     i32 ProgressSteps = 0;
     bool ProgressShown = false;
+    std::string ProgressCaption;
     bool MainClosed = false;
     f64 Clock = 0;
     f64 ClockStep = 0;                // seconds that pass between two looks at the clock
@@ -81,8 +82,9 @@ class ScriptedPlatform : public Platform {
         Clock += ClockStep;
         return Clock;
     }
-    void ShowProgress(i32 total) override {
+    void ShowProgress(i32 total, const std::string& caption) override {
         ProgressShown = true;
+        ProgressCaption = caption;
         ProgressTotal = total;
         ProgressSteps = 0;
     }

@@ -105,6 +105,28 @@ class HelpExampleInWindows : public ExampleInWindows {
         return -1;
     }
 
+    // Opens the grid of a blue box, if the step has one, fills it by key from cell to cell, and
+    // accepts it.
+    void FillTable(const help::ExampleTable& table) {
+        if (table.Label.empty())
+            return;
+        bool filled = false;
+        hands::WhenModal("frmGridTable", [&](QWidget& grid) {
+            QWidget* cell = hands::Control(grid, "txtText");
+            for (const auto& row : table.Rows)
+                for (const std::string& text : row) {
+                    QTest::keyClicks(cell, ToQt(text));
+                    QTest::keyClick(cell, Qt::Key_Return);
+                }
+            hands::Click(grid, "cmdOK");
+            filled = true;
+        });
+        const QString box = ControlName("txtParValue", RowOf(table.Label));
+        QTest::mouseDClick(hands::Control(Child(), box), Qt::LeftButton);
+        hands::Settle();
+        EXPECT_TRUE(filled) << "no grid for " << table.Label;
+    }
+
     // The page has its number from its analysis: they have to be the same.
     static void ExpectMenusOfItsNumber() {
         const HelpSubject subject = HelpSubjectOf(GetParam().Number);
@@ -124,6 +146,7 @@ TEST_P(HelpExampleInWindows, SaysWhatTheWindowShows) {
     for (const help::ExampleStep& step : example.Steps) {
         for (const auto& [label, text] : step.Typed)
             hands::TypeInto(Child(), ControlName("txtParValue", RowOf(label)), ToQt(text));
+        FillTable(step.Table);
         const int row = RowOf(step.Pressed);
         hands::Click(Child(), ControlName("cmdParLabel", row));
         checks::ExpectReading(step,
@@ -131,7 +154,10 @@ TEST_P(HelpExampleInWindows, SaysWhatTheWindowShows) {
                                ParValue(UnknownParNo), IsCountKind(ParKind(UnknownParNo))});
     }
     EXPECT_EQ(HelpExample(), GetParam().Number);
-    EXPECT_EQ(Messages.Texts, QStringList());
+    QStringList told;
+    for (const std::string& message : example.Told)
+        told << ToQt(message);
+    EXPECT_EQ(Messages.Texts, told);
 }
 
 INSTANTIATE_TEST_SUITE_P(Topics, HelpExampleInWindows, testing::ValuesIn(checks::ReadExamples()),
@@ -205,7 +231,8 @@ class HelpRunInWindows : public ExampleInWindows {
             const checks::ExampleReading reading{
                 row.Shown[j], static_cast<f64>(TableY(k, static_cast<int>(j) + 1)),
                 IsCountKind(TableYKind)};
-            checks::ExpectReading({{}, run.Y, row.Shown[j], row.Exact[j], run.Tolerance}, reading);
+            checks::ExpectReading({{}, {}, run.Y, row.Shown[j], row.Exact[j], run.Tolerance},
+                                  reading);
         }
         if (run.Window == "Table") {
             EXPECT_EQ(DrawnRow(row.X), shown);

@@ -105,7 +105,7 @@ TEST_F(PlatformOnQt, LetsEventsThroughDuringARunButNotAtEveryCall) {
 
 TEST_F(PlatformOnQt, ShowsProgressAndTakesACancel) {
     Platform& platform = ThePlatform();
-    platform.ShowProgress(200);
+    platform.ShowProgress(200, "");
     EXPECT_TRUE(Progress().isVisible());
     auto& bar = *hands::Control<QProgressBar>(Progress(), "pgrProgress");
     EXPECT_EQ(bar.maximum(), 200);
@@ -130,7 +130,7 @@ TEST_F(PlatformOnQt, ShowsProgressAndTakesACancel) {
 
     platform.HideProgress();
     EXPECT_FALSE(Progress().isVisible());
-    platform.ShowProgress(0);
+    platform.ShowProgress(0, "");
     EXPECT_EQ(bar.value(), 0);
     platform.HideProgress();
 }
@@ -158,7 +158,7 @@ TEST_F(PlatformOnQt, EndsTheRunThatFailed) {
     InAnEvent([] {
         Calculating = True;
         Cancelled = True;
-        ThePlatform().ShowProgress(10);
+        ThePlatform().ShowProgress(10, "");
         throw RunTimeError(Fault::DivisionByZero);
     });
     EXPECT_EQ(Messages.Texts, QStringList{"Run-time error: Division by zero"});

@@ -61,6 +61,8 @@ bool TakeOption(Example& example, const std::string& name, const std::string& te
         example.Ticked.push_back(text);
     else if (name == "choose")
         example.Chosen.push_back(text);
+    else if (name == "told")
+        example.Told.push_back(text);
     else if (name == "source")
         example.Source = text;
     else
@@ -68,9 +70,14 @@ bool TakeOption(Example& example, const std::string& name, const std::string& te
     return true;
 }
 
-// A line of a step; what is typed or pressed after a value was read begins the next one.
+// "5 | 191 | 338".
+std::vector<std::string> Cells(const std::string& text) {
+    return Split(text, " | ");
+}
+
+// A line of a step; what is typed, opened or pressed after a value was read begins the next one.
 bool TakeStep(Example& example, const std::string& name, const std::string& text) {
-    const bool begins = name == "type" || name == "press";
+    const bool begins = name == "type" || name == "table" || name == "press";
     if (begins && (example.Steps.empty() || !example.Steps.back().Shown.empty()))
         example.Steps.emplace_back();
     if (example.Steps.empty())
@@ -78,6 +85,10 @@ bool TakeStep(Example& example, const std::string& name, const std::string& text
     ExampleStep& step = example.Steps.back();
     if (name == "type")
         step.Typed.push_back(Typed(text));
+    else if (name == "table")
+        step.Table.Label = text;
+    else if (name == "fill" && !step.Table.Label.empty())
+        step.Table.Rows.push_back(Cells(text));
     else if (name == "press")
         step.Pressed = text;
     else if (name == "read")
@@ -89,11 +100,6 @@ bool TakeStep(Example& example, const std::string& name, const std::string& text
     else
         return false;
     return true;
-}
-
-// "5 | 191 | 338": the first is x.
-std::vector<std::string> Cells(const std::string& text) {
-    return Split(text, " | ");
 }
 
 void TakeExactRow(ExampleRun& run, const std::string& text) {

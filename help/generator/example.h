@@ -8,9 +8,12 @@
 //   left tail:  "yes" ticks the box; without this line it is not ticked
 //   tick:       a check box, one line each; all others are not ticked
 //   choose:     a form of an interchangeable parameter, one line each
-//   source:     where the figures are from, and how the exact values were calculated
+//   told:       what the program says when the options are accepted: it solves for the power at
+//   once source:     where the figures are from, and how the exact values were calculated
 // and then, once or several times, a step:
 //   type:       label = text, one line for each box; boxes not named keep what they show
+//   table:      the label whose blue box opens an input grid
+//   fill:       a line of that grid, its cells joined by " | "
 //   press:      the label of the unknown
 //   read:       what its box then shows
 //   exact:      the value without rounding, of other origin
@@ -36,8 +39,15 @@
 
 namespace quorvanta::help {
 
+// The input grid of a blue box, as it is filled.
+struct ExampleTable {
+    std::string Label; // empty: no grid is opened
+    std::vector<std::vector<std::string>> Rows;
+};
+
 struct ExampleStep {
     std::vector<std::pair<std::string, std::string>> Typed; // label, text
+    ExampleTable Table;
     std::string Pressed;
     std::string Shown;
     std::string Exact;
@@ -74,6 +84,7 @@ struct Example {
     bool LeftTail = false;
     std::vector<std::string> Ticked;
     std::vector<std::string> Chosen;
+    std::vector<std::string> Told;
     std::string Source;
     std::vector<ExampleStep> Steps; // of a Calculation window
     ExampleRun Run;                 // else

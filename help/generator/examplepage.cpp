@@ -4,6 +4,7 @@
 #include "core/catalogue.h"
 #include "core/dispatch.h"
 #include "core/general.h"
+#include "core/gridtable.h"
 #include "core/number_text.h"
 #include "generator/example.h"
 #include "generator/markdown.h"
@@ -71,6 +72,37 @@ void RequireAllTyped(const ExampleStep& step) {
     }
 }
 
+std::string RowHtml(const std::string& tag, const std::string& first,
+                    const std::vector<std::string>& cells) {
+    std::string html = "<tr><" + tag + ">" + Escape(first) + "</" + tag + ">";
+    for (const std::string& cell : cells)
+        html += "<" + tag + ">" + Escape(cell) + "</" + tag + ">";
+    return html + "</tr>\n";
+}
+
+// The grid that the box of the label opens after these values are typed; refuses a label that opens
+// none, or several.
+Grid GridOf(const std::string& label, const Rows& typed) {
+    for (const auto& [other, text] : typed)
+        ParValue(PositionOfLabel(other)) = Val(text);
+    const std::vector<Grid> grids = SelTableGrids(PositionOfLabel(label));
+    if (grids.size() != 1)
+        throw std::runtime_error("example: not one grid: " + label);
+    return grids.front();
+}
+
+std::string FilledTableHtml(const ExampleTable& table, const Grid& grid) {
+    std::vector<std::string> heads;
+    for (i16 column = 1; column <= grid.Columns; ++column)
+        heads.push_back(GridHeadOf(grid.ColumnHeads, grid.Columns, column));
+    std::string html = "<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\">\n" +
+                       RowHtml("th", grid.RowHeads, heads);
+    for (std::size_t i = 0; i < table.Rows.size(); ++i)
+        html += RowHtml("td", std::to_string(i + 1), table.Rows[i]);
+    return "<li>Double-click the box of <b>" + Escape(table.Label) +
+           "</b> and fill its table, then press <b>Calculate</b>:\n" + html + "</table>\n</li>\n";
+}
+
 std::string StepHtml(const ExampleStep& step) {
     std::string html;
     for (const auto& [label, text] : step.Typed)
@@ -78,6 +110,8 @@ std::string StepHtml(const ExampleStep& step) {
     const i16 kind = ParKind(PositionOfLabel(step.Pressed));
     if (!step.Typed.empty())
         html += "<li>Type these values:\n" + TableHtml(step.Typed) + "</li>\n";
+    if (!step.Table.Label.empty())
+        html += FilledTableHtml(step.Table, GridOf(step.Table.Label, step.Typed));
     html += "<li>Press the label <b>" + Escape(step.Pressed) + "</b> and read <b>" +
             Escape(step.Shown) + "</b> in its box. The exact value is " + Escape(step.Exact) +
             (IsPopulationKind(kind) ? ", which is rounded down.</li>\n"
@@ -106,14 +140,6 @@ Rows RunInputs(const ExampleRun& run) {
     return rows;
 }
 
-std::string RowHtml(const std::string& tag, const std::string& first,
-                    const std::vector<std::string>& cells) {
-    std::string html = "<tr><" + tag + ">" + Escape(first) + "</" + tag + ">";
-    for (const std::string& cell : cells)
-        html += "<" + tag + ">" + Escape(cell) + "</" + tag + ">";
-    return html + "</tr>\n";
-}
-
 std::vector<std::string> Words(const std::string& text) {
     std::istringstream stream(text);
     return {std::istream_iterator<std::string>(stream), {}};
@@ -139,6 +165,15 @@ std::string OptionsHtml() {
            "</li>\n";
 }
 
+// What the program says of the values that it starts with.
+std::string ToldHtml(const Example& example) {
+    std::string html;
+    for (const std::string& message : example.Told)
+        html += "<li>With the values that it starts with the program says <b>" + Escape(message) +
+                "</b> Press <b>OK</b>.</li>\n";
+    return html;
+}
+
 // "2" stands for what the second step reads, "2:3" for the same with three decimals.
 std::string Result(const std::string& wanted, const std::vector<ExampleStep>& steps) {
     const std::size_t colon = wanted.find(':');
@@ -159,7 +194,7 @@ std::string ExampleHtml(const std::string& lines, i32 number) {
     std::string html = "<ol>\n<li>Choose the menu <b>" + MenuPathHtml(example) +
                        "</b>. If no window is open, the program asks for one: take <b>New "
                        "Calculation</b> and press <b>Continue</b>.</li>\n" +
-                       OptionsHtml();
+                       OptionsHtml() + ToldHtml(example);
     SelSetParList();
     RequireAllTyped(example.Steps.front());
     for (const ExampleStep& step : example.Steps)

@@ -12,6 +12,7 @@
 #include "core/values.h"
 #include "montecarlo/shiftmodel.h"
 #include "output/format.h"
+#include "output/formatpar.h"
 
 #include <algorithm>
 #include <cmath>
@@ -61,13 +62,21 @@ std::vector<i16> ParsOf(i16 parNo, const Source& source) {
     return pars;
 }
 
-// Derives the value; false if none follows from the figures.
-bool TakeFromSource(i16 parNo) {
+// The value as its source gives it; empty if none follows from the figures.
+std::string TextFromSource(i16 parNo) {
     const f32 value = SelCalcTablePar(parNo);
     if (f64{value} == NoValue || !std::isfinite(value))
-        return false;
-    ParText(ParKind(parNo)) = Format(DecimalOf(value), "#####0.0#####");
-    return true;
+        return "";
+    const i16 kind = ParKind(parNo);
+    return IsCountKind(kind) ? FormatPar(kind, f64{value})
+                             : Format(DecimalOf(value), "#####0.0#####");
+}
+
+bool TakeFromSource(i16 parNo) {
+    const std::string text = TextFromSource(parNo);
+    if (!text.empty())
+        ParText(ParKind(parNo)) = text;
+    return !text.empty();
 }
 
 void TellOthers(const std::vector<i16>& pars, const char* source) {
@@ -104,6 +113,17 @@ void GetFromTable(i16 parNo) {
     RememberStep(std::move(before));
     UpdateMenus();
     ThePlatform().RefreshChild();
+}
+
+std::string DistributionBehind(i16 parNo) {
+    if (NoOfDistr() == 0 || !SelIsTablePar(parNo) || !SelTableDistr(parNo))
+        return "";
+    const DistrRow row = Distr(NoOfDistr());
+    const DistrRow selected{SimDistrNo, ShiftPar1, ShiftPar2};
+    SelectDistr(row);
+    const bool isFromIt = TextFromSource(parNo) == ParText(ParKind(parNo));
+    SelectDistr(selected);
+    return isFromIt ? DistrText(row.Par1, row.Par2, row.Code) : "";
 }
 
 bool IsBluePar(i16 parNo) {

@@ -65,8 +65,9 @@ class Messages {
     // Seconds of a clock that never runs backwards.
     virtual f64 Timer() = 0;
 
-    // A long run shows how far it has come: total steps, then one call per step.
-    virtual void ShowProgress(i32 total) = 0;
+    // A long run shows how far it has come: total steps, then one call per step. An empty caption
+    // is the program's name.
+    virtual void ShowProgress(i32 total, const std::string& caption) = 0;
     virtual void StepProgress() = 0;
     virtual void HideProgress() = 0;
 };

@@ -178,7 +178,7 @@ class RunProgress {
     void Show(i32 total) {
         shown_ = true;
         Calculating = True;
-        ThePlatform().ShowProgress(total);
+        ThePlatform().ShowProgress(total, "");
     }
 
     i32 points_;

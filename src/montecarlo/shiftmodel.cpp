@@ -174,20 +174,25 @@ std::vector<DistrRow> AllRows() {
     return rows;
 }
 
-void Select(const DistrRow& row) {
-    SimDistrNo = row.Code;
-    ShiftPar1 = row.Par1;
-    ShiftPar2 = row.Par2;
+// The first parameter is what a null hypothesis has 0 of.
+bool HasLocation() {
+    return ShiftFieldCaption(0).starts_with("Location");
 }
 
-// What the step starts with: the choice of the last time; else the first step with the start
-// values, the second one with what was chosen in the first.
+// What the step starts with: the choice of the last time; else the start values, in the second step
+// with the distribution and scale that were chosen in the first. The start value of the location
+// is how far H1 lies from H0.
 void SelectForStep(const std::vector<DistrRow>& before) {
     const std::size_t step = static_cast<std::size_t>(stepShown);
-    if (!before.empty())
-        Select(stepsShown == 1 || step > before.size() ? before.back() : before[step - 1]);
-    else if (stepShown == 1)
-        Select({SimDistrNo, SimDistrShape, SimDistrScale});
+    if (!before.empty()) {
+        SelectDistr(stepsShown == 1 || step > before.size() ? before.back() : before[step - 1]);
+    } else if (stepShown == 1) {
+        SelectDistr({SimDistrNo, SimDistrShape, SimDistrScale});
+        if (stepsShown > 1 && HasLocation())
+            ShiftPar1 = 0;
+    } else if (HasLocation()) {
+        ShiftPar1 = Single(f64{ShiftPar1} + f64{SimDistrShape});
+    }
     ShiftParText(0) = FieldText(ShiftPar1);
     ShiftParText(1) = FieldText(ShiftPar2);
     CountFields();
@@ -462,6 +467,12 @@ void SetNullFromScale() {
     const DistrRow alternative = Distr(NoOfDistr());
     WriteRow(MaxDistr, alternative);
     WriteRow(NullRow, {alternative.Code, alternative.Par1, 1});
+}
+
+void SelectDistr(const DistrRow& row) {
+    SimDistrNo = row.Code;
+    ShiftPar1 = row.Par1;
+    ShiftPar2 = row.Par2;
 }
 
 std::string SimDistrName(i16 code) {

@@ -42,6 +42,9 @@ std::string DistrLabel(i16 row);
 // No row is left.
 void ClearDistrRows();
 
+// The row becomes the selection: SimDistrNo and its parameters, of which the functionals speak.
+void SelectDistr(const DistrRow& row);
+
 // The selection becomes the row of the step: the only one, for H1, or in a second step the one for
 // H1 behind the first, which is then that for H0.
 void StoreDistrRow(i16 step);

@@ -56,26 +56,30 @@ std::size_t DigitOf(Item item, std::size_t digit) {
 void SortByDigits(std::span<const f32> values, std::span<i32> index) {
     const std::size_t n = values.size();
     SortPerm.resize(n);
-    sorted.resize(n);
-    std::array<std::array<std::uint32_t, DigitValues>, Digits> counts{};
-    for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t i = 0; i < n; ++i)
         SortPerm[i] = Item{KeyOf(values[i])} << 32 | (i + 1);
-        for (std::size_t digit = 0; digit < Digits; ++digit)
-            ++counts[digit][DigitOf(SortPerm[i], digit)];
-    }
-    for (std::size_t digit = 0; digit < Digits; ++digit) {
-        std::uint32_t place = 0;
-        for (std::uint32_t& count : counts[digit])
-            place += std::exchange(count, place);
-        for (const Item item : SortPerm)
-            sorted[counts[digit][DigitOf(item, digit)]++] = item;
-        SortPerm.swap(sorted);
-    }
+    SortByUpperHalf(SortPerm);
     for (std::size_t i = 0; i < n; ++i)
         index[i] = static_cast<i32>(SortPerm[i] & 0xFFFFFFFFU);
 }
 
 } // namespace
+
+void SortByUpperHalf(std::vector<std::uint64_t>& words) {
+    sorted.resize(words.size());
+    std::array<std::array<std::uint32_t, DigitValues>, Digits> counts{};
+    for (const Item word : words)
+        for (std::size_t digit = 0; digit < Digits; ++digit)
+            ++counts[digit][DigitOf(word, digit)];
+    for (std::size_t digit = 0; digit < Digits; ++digit) {
+        std::uint32_t place = 0;
+        for (std::uint32_t& count : counts[digit])
+            place += std::exchange(count, place);
+        for (const Item word : words)
+            sorted[counts[digit][DigitOf(word, digit)]++] = word;
+        words.swap(sorted);
+    }
+}
 
 void SortIndex(const Array1<f32>& values, Array1<i32>& index, i32 n) {
     index.ReDim(1, n);

@@ -4,6 +4,9 @@
 #include "core/checked_array.h"
 #include "core/types.h"
 
+#include <cstdint>
+#include <vector>
+
 namespace quorvanta {
 
 // Sizes index to 1..n and fills it with the positions 1..n in the order of values(1..n), smallest
@@ -16,5 +19,9 @@ namespace quorvanta {
 // the data: sorted, equal or organ-pipe input takes the time of any other, and above 80 values the
 // time is proportional to n.
 void SortIndex(const Array1<f32>& values, Array1<i32>& index, i32 n);
+
+// Sorts words by their upper 32 bits, the smallest first; equal ones keep their order. For keys
+// that carry what belongs to them below: there is no index to follow then.
+void SortByUpperHalf(std::vector<std::uint64_t>& words);
 
 } // namespace quorvanta

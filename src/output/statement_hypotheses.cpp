@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/dispatch.h"
 #include "core/general.h"
+#include "core/grids.h"
 #include "core/records.h"
 #include "output/format.h"
 #include "output/statement_labels.h"
@@ -227,11 +228,22 @@ std::string AlternativeText(const Hypothesis& h1) {
     return form->Name + Between(text(lowest), text(highest));
 }
 
+// The distribution that the alternative has its values from, where all of them have.
+std::string DistributionOf(const std::vector<Hypothesis>& h1) {
+    std::string text;
+    for (const Hypothesis& hypothesis : h1) {
+        text = HasNoSingleValue(hypothesis.ParNo) ? "" : DistributionBehind(hypothesis.ParNo);
+        if (text.empty())
+            return "";
+    }
+    return " (" + text + ")";
+}
+
 std::string Alternative(const std::vector<Hypothesis>& h1) {
     std::string text = "H1: ";
     for (std::size_t k = IsMcNemars(h1) ? 1 : 0; k < h1.size(); ++k)
         text += (text.ends_with(": ") ? "" : " and ") + AlternativeText(h1[k]);
-    return text;
+    return text + DistributionOf(h1);
 }
 
 } // namespace

@@ -213,6 +213,23 @@ bool RefuseDerived(i16 parNo) {
     return false;
 }
 
+// Takes what derives from the strata into values and texts. The position of the first that has no
+// value, after which none is written; else 0.
+i16 WriteDerived() {
+    const WeightedEffect weighted = FromStrata();
+    for (i16 i = effectParNo; i <= NoOfPar; ++i) {
+        if (!IsBlue(i))
+            continue;
+        const f32 value = ValueOf(i, weighted);
+        if (f64{value} == NoValue)
+            return i;
+        ParValue(i) = f64{value};
+        if (!IsTableOrGraph())
+            ParText(ParKind(i)) = Format(DecimalOf(value), "#####0.0#####");
+    }
+    return 0;
+}
+
 // What derives from the strata is shown as it is with the accrual and the study time of now. What
 // is asked for itself stands by itself from then on, as a value that is typed.
 bool RefreshDerived() {
@@ -222,18 +239,8 @@ bool RefreshDerived() {
     }
     if (UnknownParNo != strata && !HasStrata(ToI16(ParValue(strata))))
         return RefuseDerived(effectParNo);
-    const WeightedEffect weighted = FromStrata();
-    for (i16 i = effectParNo; i <= NoOfPar; ++i) {
-        if (!IsBlue(i))
-            continue;
-        const f32 value = ValueOf(i, weighted);
-        if (f64{value} == NoValue)
-            return RefuseDerived(i);
-        ParValue(i) = f64{value};
-        if (!IsTableOrGraph())
-            ParText(ParKind(i)) = Format(DecimalOf(value), "#####0.0#####");
-    }
-    return true;
+    const i16 without = WriteDerived();
+    return without == 0 || RefuseDerived(without);
 }
 
 WeightedEffect CurrentEffect() {
@@ -305,6 +312,12 @@ std::vector<Grid> TESTLOGRANKSTRAT::TableGrids(i16) {
 
 f32 TESTLOGRANKSTRAT::CalcTablePar(i16 parNo) {
     return ValueOf(parNo, FromStrata());
+}
+
+// An accrual or a study time that was sought changes what derives from the strata.
+void TESTLOGRANKSTRAT::RenewTablePars() {
+    if (!IsBlue(UnknownParNo) && HasStrata(FilledRows()))
+        WriteDerived();
 }
 
 WeightedEffect WeightedBy(const std::vector<StratumEffect>& strata) {

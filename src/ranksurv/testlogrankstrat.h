@@ -19,6 +19,7 @@ struct TESTLOGRANKSTRAT {
     static bool IsTablePar(i16 parNo);
     static std::vector<Grid> TableGrids(i16 parNo);
     static f32 CalcTablePar(i16 parNo);
+    static void RenewTablePars();
 };
 
 // The effect in one stratum, and its variance under H0 and H1 when the study has one patient, of

@@ -15,7 +15,6 @@ namespace quorvanta {
 
 frmProgress::frmProgress(QWidget* parent) : QDialog(parent) {
     setObjectName("frmProgress");
-    setWindowTitle(ProgramTitle());
     // No other window takes part while a run goes on: the state belongs to the run.
     setWindowModality(Qt::ApplicationModal);
 
@@ -37,7 +36,8 @@ frmProgress::frmProgress(QWidget* parent) : QDialog(parent) {
     column->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-void frmProgress::Start(i32 total) {
+void frmProgress::Start(i32 total, const QString& caption) {
+    setWindowTitle(caption);
     done_ = 0;
     pgrProgress_->setRange(0, std::max(total, 1));
     pgrProgress_->setValue(0);

@@ -4,6 +4,7 @@
 #include "core/types.h"
 
 #include <QDialog>
+#include <QString>
 
 class QProgressBar;
 
@@ -16,7 +17,7 @@ class frmProgress : public QDialog {
     explicit frmProgress(QWidget* parent);
 
     // Shows the window for a run of that many steps; the run goes on while it shows.
-    void Start(i32 total);
+    void Start(i32 total, const QString& caption);
     void Step();
 
     void cmdCancel_Click();

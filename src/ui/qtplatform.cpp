@@ -117,11 +117,11 @@ f64 QtPlatform::Timer() {
     return static_cast<f64>(clock_.nsecsElapsed()) / 1e9;
 }
 
-void QtPlatform::ShowProgress(i32 total) {
+void QtPlatform::ShowProgress(i32 total, const std::string& caption) {
     if (IsTableOrGraph())
         window_.StartRun(total);
     else
-        window_.Progress().Start(total);
+        window_.Progress().Start(total, caption.empty() ? ProgramTitle() : ToQt(caption));
 }
 
 void QtPlatform::StepProgress() {

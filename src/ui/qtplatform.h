@@ -23,7 +23,7 @@ class QtPlatform : public Platform {
     void ShowStatus(const std::string& text) override;
     void DoEvents() override;
     f64 Timer() override;
-    void ShowProgress(i32 total) override;
+    void ShowProgress(i32 total, const std::string& caption) override;
     void StepProgress() override;
     void HideProgress() override;
     std::optional<i16> AskWindowKind(bool offerSimulation) override;
