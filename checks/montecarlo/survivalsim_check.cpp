@@ -73,7 +73,7 @@ TEST_F(SurvivalSimulation, HasTheRatesOfAnotherProgram) {
         ++rows;
         const bool isNull = row.UnknownKind == Kind::SignificanceLevel;
         if (isNull) {
-            SetUpCase(row);
+            SetUpWithValues(row);
             RunStudies(replicates);
         }
         SCOPED_TRACE(Describe(row) + ", tails " + std::to_string(NoOfTails));

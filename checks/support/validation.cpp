@@ -57,11 +57,11 @@ void ReadMenu(std::istream& analysis, AnalysisChoice& choice) {
         choice.Distributions.push_back(distr);
 }
 
-ValidationCase Parse(const std::string& line) {
+// The first seven cells of a row of ten, and the others.
+std::vector<std::string> ParseChoice(const std::string& line, CaseWithValues& row) {
     const auto cells = Split(line, '\t');
     if (cells.size() != 10)
         throw std::runtime_error("not a validation case: " + line);
-    ValidationCase row;
     row.Analysis = cells[0];
     std::istringstream analysis(cells[0]);
     std::string word;
@@ -81,10 +81,39 @@ ValidationCase Parse(const std::string& line) {
     }
     for (const std::string& value : Split(cells[6], ';'))
         row.Values.insert(Assignment(value));
-    row.UnknownKind = Number(cells[7]);
-    row.Exact = ParseNumber(cells[8]);
-    row.Tolerance = ParseNumber(cells[9]);
-    return row;
+    return {cells.begin() + 7, cells.end()};
+}
+
+void Parse(const std::string& line, ValidationCase& row) {
+    const auto results = ParseChoice(line, row);
+    row.UnknownKind = Number(results[0]);
+    row.Exact = ParseNumber(results[1]);
+    row.Tolerance = ParseNumber(results[2]);
+}
+
+void Parse(const std::string& line, SimulationCase& row) {
+    const auto results = ParseChoice(line, row);
+    row.Size = ParseNumber(results[0]);
+    row.Power = ParseNumber(results[1]);
+    row.Error = ParseNumber(results[2]);
+}
+
+template <class Case>
+std::vector<Case> ReadCases(const std::string& path) {
+    std::ifstream file(path);
+    if (!file)
+        throw std::runtime_error("no file " + path);
+    std::vector<Case> cases;
+    std::string line;
+    bool isHead = true;
+    while (std::getline(file, line)) {
+        if (line.empty() || line[0] == '#')
+            continue;
+        if (!isHead)
+            Parse(line, cases.emplace_back());
+        isHead = false;
+    }
+    return cases;
 }
 
 i16 PositionOf(i16 kind) {
@@ -207,20 +236,11 @@ void FillAccrual(const AccrualTable& table) {
 }
 
 std::vector<ValidationCase> ReadValidation(const std::string& path) {
-    std::ifstream file(path);
-    if (!file)
-        throw std::runtime_error("no file " + path);
-    std::vector<ValidationCase> cases;
-    std::string line;
-    bool isHead = true;
-    while (std::getline(file, line)) {
-        if (line.empty() || line[0] == '#')
-            continue;
-        if (!isHead)
-            cases.push_back(Parse(line));
-        isHead = false;
-    }
-    return cases;
+    return ReadCases<ValidationCase>(path);
+}
+
+std::vector<SimulationCase> ReadSimulationCases(const std::string& path) {
+    return ReadCases<SimulationCase>(path);
 }
 
 void Open(const AnalysisChoice& choice) {
@@ -257,16 +277,16 @@ void SetUp(const AnalysisChoice& choice) {
         FillIntervals(SomeIntervals(choice.Left));
 }
 
-void SetUpCase(const ValidationCase& validation) {
-    SetUp(validation);
-    for (const auto& [kind, text] : validation.Values) {
+void SetUpWithValues(const CaseWithValues& values) {
+    SetUp(values);
+    for (const auto& [kind, text] : values.Values) {
         const bool isTable = text.find(':') != std::string::npos;
         TypedParText(PositionOf(kind), isTable ? FillTable(kind, text) : text);
     }
 }
 
 f64 SolveCase(const ValidationCase& validation) {
-    SetUpCase(validation);
+    SetUpWithValues(validation);
     Calculated = False;
     SolveFor(PositionOf(validation.UnknownKind));
     if (!HasValue(ParText(validation.UnknownKind)))
@@ -274,9 +294,9 @@ f64 SolveCase(const ValidationCase& validation) {
     return ParValue(UnknownParNo);
 }
 
-std::string Describe(const ValidationCase& validation) {
+std::string Describe(const CaseWithValues& values) {
     std::string text = ParListName;
-    for (const auto& [kind, value] : validation.Values)
+    for (const auto& [kind, value] : values.Values)
         text += " " + StripAmpersand(ParLabel(kind)) + " = " + value + ";";
     return text;
 }

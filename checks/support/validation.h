@@ -62,9 +62,16 @@ using IntervalTable = std::vector<std::array<f64, 5>>;
 // Fills the table of the current analysis. SetUp fills one of five intervals.
 void FillIntervals(const IntervalTable& table);
 
-struct ValidationCase : AnalysisChoice {
+// A choice with values for its parameters.
+struct CaseWithValues : AnalysisChoice {
     std::string Analysis;
     std::map<i16, std::string> Values;
+};
+
+// Opens the analysis, makes the choice and types the values.
+void SetUpWithValues(const CaseWithValues& values);
+
+struct ValidationCase : CaseWithValues {
     i16 UnknownKind = 0;
     f64 Exact = 0;
     f64 Tolerance = 0;
@@ -74,9 +81,15 @@ struct ValidationCase : AnalysisChoice {
 // std::runtime_error if the file is missing or a row can't be read.
 std::vector<ValidationCase> ReadValidation(const std::string& path);
 
-// Sets up the analysis of the case in the state, with its values. An analysis must be open. Throws
-// std::runtime_error if the analysis has no such option or parameter.
-void SetUpCase(const ValidationCase& validation);
+// A case of a simulation: in the place of the last three columns "Size" and "Power", the shares of
+// studies that reject under H0 and H1, and "Error", the standard error of both.
+struct SimulationCase : CaseWithValues {
+    f64 Size = 0;
+    f64 Power = 0;
+    f64 Error = 0;
+};
+
+std::vector<SimulationCase> ReadSimulationCases(const std::string& path);
 
 // Sets up the analysis of the case in the state, solves it, and returns the unrounded solution;
 // 99999 if there is none. An analysis must be open. Throws std::runtime_error if the analysis has
@@ -84,6 +97,6 @@ void SetUpCase(const ValidationCase& validation);
 f64 SolveCase(const ValidationCase& validation);
 
 // The analysis in words, and what is solved for: for tables of results.
-std::string Describe(const ValidationCase& validation);
+std::string Describe(const CaseWithValues& values);
 
 } // namespace quorvanta::checks

@@ -29,14 +29,23 @@ f32 TrueLocation(const Hypotheses& hypotheses, bool logScale) {
 
 } // namespace
 
+Locations ReadLocations(const Hypotheses& hypotheses, bool logScale) {
+    Locations locations;
+    locations.Truth = TrueLocation(hypotheses, logScale);
+    locations.Null = Location(hypotheses.H0(), logScale);
+    if (NoOfTails == TwoOneSided)
+        locations.Right = Location(hypotheses.Right(), logScale);
+    return locations;
+}
+
 LocationEffect ReadLocationEffect(const Hypotheses& hypotheses, bool logScale) {
+    const auto [null, right, truth] = ReadLocations(hypotheses, logScale);
     LocationEffect effect;
-    const f32 truth = TrueLocation(hypotheses, logScale);
     if (NoOfTails == TwoOneSided) {
-        effect.DeltaLow = Difference(truth, Location(hypotheses.Left(), logScale));
-        effect.DeltaHigh = Difference(Location(hypotheses.Right(), logScale), truth);
+        effect.DeltaLow = Difference(truth, null);
+        effect.DeltaHigh = Difference(right, truth);
     } else {
-        effect.Delta = Difference(truth, Location(hypotheses.H0(), logScale));
+        effect.Delta = Difference(truth, null);
     }
     return effect;
 }

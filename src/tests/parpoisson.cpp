@@ -1,14 +1,19 @@
 #include "tests/parpoisson.h"
 
 #include "core/analysis_state.h"
+#include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "montecarlo/simnormal.h"
+#include "montecarlo/simstudy.h"
+#include "numeric/randdist.h"
 #include "numeric/rounding.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/lists/precision.h"
 #include "tests/lists/samples.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/normaltest.h"
+#include "tests/powereq.h"
 #include "tests/precisioneq.h"
 
 #include <cmath>
@@ -118,6 +123,54 @@ f64 EffectTurn() {
     return effect(0) / effect1 - 2 * variance(0) / variance1;
 }
 
+// --- Its simulation ------------------------------------------------------------------------------
+
+// The means of the samples.
+struct SimMeans {
+    f64 First = 0;
+    f64 Second = 0;
+};
+SimMeans drawnH0;
+SimMeans drawnH1;
+
+// The means under H0 that have its difference and the average of the true ones, as far as there are
+// such: a mean is not below 0.
+SimMeans NullMeans(f64 mean1, f64 mean2, f64 difference) {
+    const f64 sum = MaxOf(mean1 + mean2, std::fabs(difference));
+    return {(sum - difference) / 2, (sum + difference) / 2};
+}
+
+// Part of the whole at the current analysis: the time of a rate, where it is not subjects that are
+// counted.
+f64 TimeAt(f64 whole, i16 analysis) {
+    return whole * analysis / SimSize1.HighBound();
+}
+
+// How much of a sample has been observed at an analysis: its subjects, or its time.
+f64 ExposureOf1(i16 analysis) {
+    return IsRate() ? TimeAt(test.Sizes.First(), analysis) : static_cast<f64>(SimSize1(analysis));
+}
+
+f64 ExposureOf2(i16 analysis) {
+    return IsRate() ? TimeAt(test.Sizes.Second(), analysis) : static_cast<f64>(SimSize2(analysis));
+}
+
+// Adds the events of some exposure at a rate. In many parts, none of which can have more events
+// than can be counted.
+void AddEvents(f64 rate, f64 exposure, f32& sum) {
+    constexpr f64 eventsOfPart = 1000;
+    const f64 expected = rate * exposure;
+    if (!(expected > 0))
+        return;
+    const i32 parts = ToI32(Int(expected / eventsOfPart)) + 1;
+    RandSample.ReDim(0, parts);
+    RandPoisson(Single(expected / parts));
+    f64 events = 0;
+    for (const f32 drawn : RandSample.Raw().subspan(1))
+        events += f64{drawn};
+    sum = Single(f64{sum} + events);
+}
+
 } // namespace
 
 void ParPoisson::SetupTest() {
@@ -158,6 +211,55 @@ f64 ParPoisson::RootFunction() {
     const f64 first = f64{means.First()} / f64{sizes.First()};
     return NormalPrecisionEq(Single(
         std::sqrt(sizes.HasSecond() ? first + f64{means.Second()} / f64{sizes.Second()} : first)));
+}
+
+bool ParPoisson::CanSimulate(const AnalysisKey& key) {
+    return key.ProcedureNo == ProcedureTest;
+}
+
+void ParPoisson::GetSimPar() {
+    const Hypotheses& hypothesis = test.Hypothesis;
+    const f32 right = NoOfTails == TwoOneSided ? hypothesis.Right() : 0.0F;
+    SetSimLocations(hypothesis.H0(), right, Single(hypothesis.Truth()));
+    if (!hypothesis.HasTwo()) {
+        drawnH0 = {f64{SimLocation(false)}, 0};
+        drawnH1 = {f64{SimLocation(true)}, 0};
+        return;
+    }
+    drawnH1 = {f64{hypothesis.First()}, f64{hypothesis.Second()}};
+    drawnH0 = NullMeans(drawnH1.First, drawnH1.Second, f64{SimLocation(false)});
+}
+
+void ParPoisson::SimSample(i16 /*n1*/, i16 /*n2*/, bool isH1) {
+    const SimMeans& means = isH1 ? drawnH1 : drawnH0;
+    const i16 before = static_cast<i16>(SimStage - 1);
+    AddEvents(means.First, ExposureOf1(SimStage) - ExposureOf1(before), SimStudy.Sum1);
+    if (test.Sizes.HasSecond())
+        AddEvents(means.Second, ExposureOf2(SimStage) - ExposureOf2(before), SimStudy.Sum2);
+}
+
+// The variances are those of the equation: of one sample at the null value, of two samples at their
+// means, pooled where H0 says that they are equal.
+f32 ParPoisson::SimTest(i16 /*n1*/, i16 /*n2*/) {
+    const f64 t1 = ExposureOf1(SimStage);
+    if (!(t1 > 0))
+        return 1;
+    const f64 mean1 = f64{SimStudy.Sum1} / t1;
+    if (!test.Sizes.HasSecond()) {
+        const auto se = [t1](f32 null) { return Single(std::sqrt(f64{null} / t1)); };
+        return NullErrorPValue(Single(mean1), SimLoLimit, SimHiLimit, se(SimLoLimit),
+                               se(SimHiLimit), 0);
+    }
+    const f64 t2 = ExposureOf2(SimStage);
+    if (!(t2 > 0))
+        return 1;
+    const f64 mean2 = f64{SimStudy.Sum2} / t2;
+    const f64 pooled = (f64{SimStudy.Sum1} + f64{SimStudy.Sum2}) / (t1 + t2);
+    const auto se = [=](f32 null) {
+        return Single(std::sqrt(null == 0 ? pooled * (1 / t1 + 1 / t2) : mean1 / t1 + mean2 / t2));
+    };
+    return NullErrorPValue(Single(mean2 - mean1), SimLoLimit, SimHiLimit, se(SimLoLimit),
+                           se(SimHiLimit), 0);
 }
 
 } // namespace quorvanta

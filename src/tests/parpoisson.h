@@ -3,6 +3,7 @@
 // the sample size.
 #pragma once
 
+#include "core/analysis_key.h"
 #include "core/types.h"
 
 namespace quorvanta {
@@ -13,6 +14,11 @@ struct ParPoisson {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+
+    static bool CanSimulate(const AnalysisKey& key);
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
 };
 
 } // namespace quorvanta

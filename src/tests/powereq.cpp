@@ -102,10 +102,22 @@ f32 NorPValue(f32 mean, f32 m0, f32 se, f32 low, f32 high, f32 correction) {
         return Single(left > right ? left : right);
     }
     if (NoOfTails == TwoSided)
-        return Single(2 * (1 - NormalCdf((std::fabs(d) - c) / s)));
+        return Single(2 * (1 - NormalCdf(MaxOf(0, std::fabs(d) - c) / s)));
     if (LeftTail == True)
         return Single(NormalCdf((d + c) / s));
     return Single(1 - NormalCdf((d - c) / s));
+}
+
+f32 NullErrorPValue(f32 mean, f32 m0, f32 right, f32 se0, f32 seRight, f32 correction) {
+    if (se0 <= 0 || (NoOfTails == TwoOneSided && seRight <= 0))
+        return 1;
+    if (NoOfTails != TwoOneSided)
+        return NorPValue(mean, m0, se0, 0, 0, correction);
+    // Each distance in its own standard errors.
+    const f64 c{correction};
+    const f64 above = (f64{mean} - f64{m0} - c) / f64{se0};
+    const f64 below = (f64{right} - f64{mean} - c) / f64{seRight};
+    return NorPValue(0, 0, 1, Single(-above), Single(below), 0);
 }
 
 f32 ParDep(i16 position, f32 base, i16 mode) {

@@ -75,8 +75,14 @@ f64 QuantilePowerEq(f32 null, f32 right, const Below& below) {
 f64 FPowerEq(f32 ratio, f32 right, f32 df1, f32 df2);
 
 // p-value of a z statistic for NoOfTails and LeftTail: the estimate, its H0 value (or the two
-// limits), its standard error and a continuity correction. 0 if se <= 0.
+// limits), its standard error and a continuity correction; one that is larger than the distance
+// leaves none. 0 if se <= 0.
 f32 NorPValue(f32 mean, f32 m0, f32 se, f32 low, f32 high, f32 correction);
+
+// The same of an estimate whose standard error depends on the null value, se0 that of m0, or of the
+// left limit, seRight that of the right one. A standard error of 0 says that the data, a table with
+// all subjects in one cell, tell nothing of the chance they are due to: 1.
+f32 NullErrorPValue(f32 mean, f32 m0, f32 right, f32 se0, f32 seRight, f32 correction);
 
 // A quantity entered in one of three forms: itself (mode 0), its difference from base (1), its
 // ratio to base (2); any other mode gives 0.

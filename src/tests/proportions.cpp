@@ -99,6 +99,47 @@ f64 ArcSineEq(const ProportionValues& values, f32 n1, f32 n2) {
                      Single(0.5 * std::sqrt(1 / f64{n1} + 1 / f64{n2})));
 }
 
+f32 OneProportionPValue(const ProportionValues& values, i32 x, i16 n, f32 factor, bool corrected) {
+    const f32 size = n;
+    return NullErrorPValue(Single(static_cast<f64>(x) / n), values.Null, values.Right,
+                           SeOfOne(values.Null, size, factor), SeOfOne(values.Right, size, factor),
+                           corrected ? Single(1.0 / n / 2) : 0.0F);
+}
+
+f32 ArcSinePValue(const ProportionValues& values, i32 x, i16 n) {
+    const f32 se = Single(0.5 / std::sqrt(static_cast<f64>(n)));
+    return NorPValue(ArcSinRoot(Single(static_cast<f64>(x) / n)), ArcSinRoot(values.Null), se,
+                     ArcSinRoot(values.Null), ArcSinRoot(values.Right), 0);
+}
+
+f32 TwoProportionsPValue(const ProportionValues& values, const TwoCounts& counts, f32 factor1,
+                         f32 factor2, bool corrected) {
+    const auto [x1, n1, x2, n2] = counts;
+    const f32 p1 = Single(static_cast<f64>(x1) / n1);
+    const f32 p2 = Single(static_cast<f64>(x2) / n2);
+    const f32 correction = corrected ? Single((1.0 / n1 + 1.0 / n2) / 2) : 0.0F;
+    const auto se = [&](f32 low, f32 high, f32 null) {
+        return HyperPooledSe(n1, n2, low, high, null, factor1, factor2);
+    };
+    const f32 difference = Single(f64{p2} - f64{p1});
+    if (NoOfTails != TwoOneSided)
+        return NullErrorPValue(difference, values.Null, 0, se(p1, p2, values.Null), 0, correction);
+    const ProportionPair left = ProportionsFromDiff(p1, p2, values.Null);
+    const ProportionPair right = ProportionsFromDiff(p1, p2, values.Right);
+    return NullErrorPValue(difference, values.Null, values.Right,
+                           se(left.Low, left.High, values.Null),
+                           se(right.Low, right.High, values.Right), correction);
+}
+
+f32 ArcSinePValue(const ProportionValues& values, const TwoCounts& counts) {
+    const auto [x1, n1, x2, n2] = counts;
+    const f64 a1{ArcSinRoot(Single(static_cast<f64>(x1) / n1))};
+    const f64 a2{ArcSinRoot(Single(static_cast<f64>(x2) / n2))};
+    const f32 null = ArcSineDifference(values, values.Null);
+    return NorPValue(Single(a2 - a1), null, Single(0.5 * std::sqrt(1.0 / n1 + 1.0 / n2)), null,
+                     ArcSineDifference(values, values.Right), 0);
+}
+
 f32 ArcSin(f32 x) {
     if (x >= 1)
         return Single(std::sqrt(f64{x}) * Pi / 2);

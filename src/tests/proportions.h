@@ -23,6 +23,27 @@ f64 TwoProportionsEq(const ProportionValues& values, f32 n1, f32 n2, f32 factor1
 f64 ArcSineEq(const ProportionValues& values, f32 n);
 f64 ArcSineEq(const ProportionValues& values, f32 n1, f32 n2);
 
+// --- Simulated tables ---------------------------------------------------------------------------
+
+// Successes x of n subjects: their p-values for NoOfTails and LeftTail by the same forms, of which
+// Null and Right of the values are the hypotheses. Variances under H0 are those of the null value
+// of one proportion; of two proportions those of the table, in the place of the true ones. n > 0;
+// where that variance is 0 the p-value is 1.
+f32 OneProportionPValue(const ProportionValues& values, i32 x, i16 n, f32 factor, bool corrected);
+f32 ArcSinePValue(const ProportionValues& values, i32 x, i16 n);
+
+struct TwoCounts {
+    i32 X1;
+    i16 N1;
+    i32 X2;
+    i16 N2;
+};
+f32 TwoProportionsPValue(const ProportionValues& values, const TwoCounts& counts, f32 factor1,
+                         f32 factor2, bool corrected);
+// An H0 difference is carried over to the arc-sine scale as in the equation, by the proportions
+// that are planned.
+f32 ArcSinePValue(const ProportionValues& values, const TwoCounts& counts);
+
 // arcsin x for 0 <= x <= 1, with the digits of pi that the results are defined with at 1.
 f32 ArcSin(f32 x);
 

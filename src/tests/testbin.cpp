@@ -7,6 +7,7 @@
 #include "tests/exactsums.h"
 #include "tests/powereq.h"
 #include "tests/proportions.h"
+#include "tests/simproportions.h"
 
 namespace quorvanta {
 
@@ -21,6 +22,11 @@ constexpr i16 ListOfOdds = 1;
 
 ProportionList list;
 SampleValues sizes;
+
+// Prepared for a simulation.
+ProportionValues simulated;
+SimOneProportion simOne;
+SimProportions simTwo;
 
 // A test of the catalogue is about proportions, whatever distribution was looked at before.
 bool IsOdds() {
@@ -91,6 +97,36 @@ f64 TESTBIN::RootFunction() {
     if (BinArcSine == 1)
         return ArcSineEq(values, n1, n2);
     return TwoProportionsEq(values, n1, n2, 1, 1, BinCorrection == 1);
+}
+
+void TESTBIN::GetSimPar() {
+    using enum SimOneProportion::TestForm;
+    simulated = ReadProportions(list);
+    if (sizes.HasSecond())
+        simTwo = TwoProportionsToSimulate(simulated);
+    else
+        simOne.Prepare(simulated,
+                       BinArcSine == 1 ? ArcSine
+                       : BinExact == 1 ? Exact
+                                       : Normal,
+                       BinCorrection == 1);
+}
+
+void TESTBIN::SimSample(i16 n1, i16 n2, bool isH1) {
+    if (sizes.HasSecond())
+        AddSuccesses(n1, n2, simTwo.At(isH1));
+    else
+        simOne.Sample(n1, isH1);
+}
+
+f32 TESTBIN::SimTest(i16 n1, i16 n2) {
+    if (!sizes.HasSecond())
+        return simOne.PValue(n1);
+    if (n1 < 1 || n2 < 1)
+        return 1;
+    const TwoCounts counts = CountsOfStudy(n1, n2);
+    return BinArcSine == 1 ? ArcSinePValue(simulated, counts)
+                           : TwoProportionsPValue(simulated, counts, 1, 1, BinCorrection == 1);
 }
 
 f64 ExactProportionEq(const ProportionValues& values, f32 n, bool corrected) {

@@ -3,8 +3,11 @@
 #include "core/analysis_state.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "montecarlo/simnormal.h"
+#include "montecarlo/simstudy.h"
 #include "numeric/rounding.h"
 #include "tests/lists/crossover.h"
+#include "tests/locationeffect.h"
 #include "tests/teststud.h"
 
 #include <cmath>
@@ -27,6 +30,10 @@ f64 Log(f32 value) {
 f32 LogRatio() {
     return Single(BioH1Mode == AsDifference ? Log(Single(hypotheses.Truth()))
                                             : Log(hypotheses.Second()) - Log(hypotheses.First()));
+}
+
+Locations LogHypotheses() {
+    return {Single(Log(hypotheses.Left())), Single(Log(hypotheses.Right())), LogRatio()};
 }
 
 // A lognormal variable with this coefficient of variation has this deviation of its logarithm.
@@ -67,15 +74,37 @@ void TESTBIOEQ::SearchLimits(f64& lower, f64& upper) {
 // Biopharmaceutics 15, 1987, 657-680; E. Diletti, D. Hauschke and V. W. Steinijans, International
 // Journal of Clinical Pharmacology, Therapy and Toxicology 29, 1991, 1-8).
 f64 TESTBIOEQ::RootFunction() {
-    const f64 ratio{LogRatio()};
+    const auto [low, high, ratio] = LogHypotheses();
     const f64 n1{sizes.First()};
     const f64 n2{sizes.Second()};
     // The half belongs to the two periods: each subject has both treatments.
     const f32 se = Single(f64{LogDeviation()} * std::sqrt((1 / n1 + 1 / n2) / 2));
-    const f64 low{Single(Log(hypotheses.Left()))};
-    const f64 high{Single(Log(hypotheses.Right()))};
-    return TPowerEq(Single(ratio), se, Single(ratio - low), Single(high - ratio),
+    return TPowerEq(ratio, se, Single(f64{ratio} - f64{low}), Single(f64{high} - f64{ratio}),
                     Single(n1 + n2 - 2));
+}
+
+// A subject's two logarithms differ by the treatments and by the periods, which the two sequences
+// have in opposite order: half the sum of their mean differences is the log ratio without the
+// periods. The variance of a difference is twice that of a logarithm.
+void TESTBIOEQ::GetSimPar() {
+    const auto [low, high, ratio] = LogHypotheses();
+    SetSimLocations(low, high, ratio);
+    SimScale1 = SimScale2 = Single(f64{LogDeviation()} * std::sqrt(2.0));
+}
+
+void TESTBIOEQ::SimSample(i16 n1, i16 n2, bool isH1) {
+    AddNormals(1, n1, SimLocation(isH1), SimScale1);
+    AddNormals(2, n2, SimLocation(isH1), SimScale2);
+}
+
+f32 TESTBIOEQ::SimTest(i16 n1, i16 n2) {
+    const f64 df = static_cast<f64>(n1) + n2 - 2;
+    if (n1 < 1 || n2 < 1 || df < 1)
+        return 1;
+    const f64 ratio = (SimMean(1, n1) + SimMean(2, n2)) / 2;
+    const f64 variance = (SimSquares(1, n1) + SimSquares(2, n2)) / df;
+    const f32 se = Single(std::sqrt(variance * (1.0 / n1 + 1.0 / n2)) / 2);
+    return TPValue(Single(ratio), SimLoc1, se, SimLoLimit, SimHiLimit, Single(df));
 }
 
 } // namespace quorvanta

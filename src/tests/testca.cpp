@@ -6,10 +6,14 @@
 #include "core/gridchecks.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "core/platform.h"
+#include "montecarlo/simstudy.h"
+#include "montecarlo/simtable.h"
 #include "numeric/rounding.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/powereq.h"
+#include "tests/simproportions.h"
 
 #include <algorithm>
 #include <cmath>
@@ -74,15 +78,44 @@ f64 EqualSpacing() {
     return std::sqrt(12 * f64{Single(ParValue(levelVariance))} / (k * k - 1));
 }
 
+// How many groups were filled; 0 if none were.
+i16 FilledGroups() {
+    const i16 count = static_cast<i16>(GridData(GroupsStore).HighBound2());
+    const bool known = count > 1 && HasGridData == True && IsFilled(GroupsGrid(count));
+    return known ? count : i16{0};
+}
+
+// --- Its simulation ------------------------------------------------------------------------------
+
+struct SimGroup {
+    f64 Level;
+    f32 P; // under H1
+};
+std::vector<SimGroup> simGroups;
+f32 simAverage; // the proportion of all groups under H0
+f32 simCorrection;
+Allocation allocation;
+
+// Where no groups were filled: equally large ones at equal distances, with proportions that rise in
+// a line and have the trend and the average that were entered.
+std::vector<SimGroup> PlainGroups() {
+    const int k = ToI32(ParValue(groups));
+    const f64 slope = ParValue(trend) / ParValue(levelVariance);
+    std::vector<SimGroup> plain;
+    for (int i = 1; i <= k; ++i) {
+        const f64 level = (i - (k + 1) / 2.0) * EqualSpacing();
+        plain.push_back({level, Single(ParValue(average) + slope * level)});
+    }
+    return plain;
+}
+
 } // namespace
 
 f64 CaCorrection() {
     if (!Ticked(Check::Correction))
         return 0;
-    const Array2<f32>& cells = GridData(GroupsStore);
-    const i16 count = static_cast<i16>(cells.HighBound2());
-    const bool known = count > 1 && HasGridData == True && IsFilled(GroupsGrid(count));
-    return known ? LeastSpacing(count) : EqualSpacing();
+    const i16 count = FilledGroups();
+    return count > 0 ? LeastSpacing(count) : EqualSpacing();
 }
 
 void TESTCA::SetupTest() {
@@ -150,6 +183,58 @@ f32 TESTCA::CalcTablePar(i16 parNo) {
     default:
         return Single(Mean([&](i16 i) { return distance(i) * distance(i); }));
     }
+}
+
+void TESTCA::GetSimPar() {
+    simGroups.clear();
+    std::vector<f64> parts;
+    for (i16 i = 1; i <= FilledGroups(); ++i) {
+        simGroups.push_back({Level(i), Single(Proportion(i))});
+        parts.push_back(Fraction(i));
+    }
+    if (simGroups.empty()) {
+        simGroups = PlainGroups();
+        parts.assign(simGroups.size(), 1);
+    }
+    const auto isProportion = [](const SimGroup& group) { return group.P >= 0 && group.P <= 1; };
+    if (!std::ranges::all_of(simGroups, isProportion)) {
+        ShowMessage("The Trend Leaves No Proportions Between 0 and 1.");
+        Cancelled = True;
+        return;
+    }
+    simAverage = Single(ParValue(average));
+    simCorrection = Single(CaCorrection());
+    allocation.Prepare(parts);
+}
+
+// The events of all groups, and the levels of all events; of all subjects that is computed below.
+void TESTCA::SimSample(i16 /*n1*/, i16 /*n2*/, bool isH1) {
+    for (std::size_t i = 0; i < simGroups.size(); ++i) {
+        const i16 events =
+            CountSuccesses(allocation.NewOnes(i), isH1 ? simGroups[i].P : simAverage);
+        SimStudy.Sum1 += events;
+        SimStudy.Sum2 = Single(f64{SimStudy.Sum2} + events * simGroups[i].Level);
+    }
+}
+
+// The covariance of level and event over the subjects, its variance given the number of events that
+// of the equation.
+f32 TESTCA::SimTest(i16 n1, i16 /*n2*/) {
+    if (n1 < 1)
+        return 1;
+    const f64 n = n1;
+    f64 mean = 0;
+    f64 squares = 0;
+    for (std::size_t i = 0; i < simGroups.size(); ++i)
+        mean += allocation.Size(i) / n * simGroups[i].Level;
+    for (std::size_t i = 0; i < simGroups.size(); ++i) {
+        const f64 distance = simGroups[i].Level - mean;
+        squares += allocation.Size(i) / n * distance * distance;
+    }
+    const f64 p = f64{SimStudy.Sum1} / n;
+    const f32 covariance = Single((f64{SimStudy.Sum2} - f64{SimStudy.Sum1} * mean) / n);
+    const f32 se = Single(std::sqrt(p * (1 - p) * squares / n));
+    return NullErrorPValue(covariance, 0, 0, se, 0, Single(f64{simCorrection} / 2 / n));
 }
 
 } // namespace quorvanta

@@ -17,6 +17,10 @@ struct TESTCA {
     static bool IsTablePar(i16 parNo);
     static std::vector<Grid> TableGrids(i16 parNo);
     static f32 CalcTablePar(i16 parNo);
+
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
 };
 
 // The step that one event more or less makes in the trend: the least distance of two group levels

@@ -4,6 +4,7 @@
 #include "core/kinds.h"
 #include "core/options.h"
 #include "tests/proportions.h"
+#include "tests/simproportions.h"
 
 namespace quorvanta {
 
@@ -15,6 +16,10 @@ namespace {
 
 ProportionList list;
 SampleValues sizes;
+
+// Prepared for a simulation.
+ProportionValues simulated;
+SimProportions drawn;
 
 } // namespace
 
@@ -50,6 +55,21 @@ void TESTCHI2::SearchLimits(f64& lower, f64& upper) {
 f64 TESTCHI2::RootFunction() {
     return TwoProportionsEq(ReadProportions(list), sizes.First(), sizes.Second(), 1, 1,
                             Chi2Correction == 1);
+}
+
+void TESTCHI2::GetSimPar() {
+    simulated = ReadProportions(list);
+    drawn = TwoProportionsToSimulate(simulated);
+}
+
+void TESTCHI2::SimSample(i16 n1, i16 n2, bool isH1) {
+    AddSuccesses(n1, n2, drawn.At(isH1));
+}
+
+f32 TESTCHI2::SimTest(i16 n1, i16 n2) {
+    if (n1 < 1 || n2 < 1)
+        return 1;
+    return TwoProportionsPValue(simulated, CountsOfStudy(n1, n2), 1, 1, Chi2Correction == 1);
 }
 
 } // namespace quorvanta

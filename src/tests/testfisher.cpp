@@ -4,10 +4,12 @@
 #include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "montecarlo/simstudy.h"
 #include "numeric/probdist_discrete.h"
 #include "tests/exactsums.h"
 #include "tests/powereq.h"
 #include "tests/proportions.h"
+#include "tests/simproportions.h"
 
 #include <vector>
 
@@ -79,6 +81,29 @@ f64 ExactEq(const ProportionValues& values, i16 n1, i16 n2) {
     return power - ParValue(1);
 }
 
+// --- Its simulation ------------------------------------------------------------------------------
+
+ProportionValues simulated;
+SimProportions drawn;
+const int TablesOfAnalysis = (TESTFISHER::ExactUpTo() + 1) * (TESTFISHER::ExactUpTo() + 1);
+PValueTable exactPValues; // by analysis and successes in the two groups
+
+// Few successes in group 1, given those in both, speak for a larger proportion 2. The terms are
+// added from the end of the tail, as the equation adds them.
+f32 FisherPValue(i16 n1, i16 x1, i16 n2, i16 x2) {
+    const i16 t = static_cast<i16>(x1 + x2);
+    if (t == 0 || t == n1 + n2)
+        return 1;
+    const auto tail = [=](i16 x, i16 step) {
+        f32 sum = FisherCond(n1, n2, x, t);
+        for (; x != x1; sum = Single(f64{sum} + FisherCond(n1, n2, x, t)))
+            x = static_cast<i16>(x + step);
+        return sum;
+    };
+    return PValueOfTails(tail(MaxInteger(0, static_cast<i16>(t - n2)), 1),
+                         tail(MinInteger(n1, t), -1));
+}
+
 } // namespace
 
 void TESTFISHER::SetupTest() {
@@ -119,6 +144,29 @@ f64 TESTFISHER::RootFunction() {
             return ArcSineEq(values, Single(whole1), Single(whole2));
         return ExactEq(values, ToI16(whole1), ToI16(whole2));
     });
+}
+
+void TESTFISHER::GetSimPar() {
+    simulated = ReadProportions(list);
+    drawn = TwoProportionsToSimulate(simulated);
+    exactPValues.Prepare(static_cast<std::size_t>((SimSize1.HighBound() + 1) * TablesOfAnalysis));
+}
+
+void TESTFISHER::SimSample(i16 n1, i16 n2, bool isH1) {
+    AddSuccesses(n1, n2, drawn.At(isH1));
+}
+
+f32 TESTFISHER::SimTest(i16 n1, i16 n2) {
+    if (n1 < 1 || n2 < 1)
+        return 1;
+    const TwoCounts counts = CountsOfStudy(n1, n2);
+    if (n1 > ExactUpTo() || n2 > ExactUpTo())
+        return ArcSinePValue(simulated, counts);
+    const i16 x1 = static_cast<i16>(counts.X1);
+    const i16 x2 = static_cast<i16>(counts.X2);
+    const int number = SimStage * TablesOfAnalysis + x1 * (ExactUpTo() + 1) + x2;
+    return exactPValues.At(static_cast<std::size_t>(number),
+                           [=] { return FisherPValue(n1, x1, n2, x2); });
 }
 
 f32 FisherCond(i16 n1, i16 n2, i16 x1, i16 t) {

@@ -14,6 +14,10 @@ struct TESTFISHER {
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
 
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
+
     // The largest group whose tables are all enumerated.
     static i16 ExactUpTo() { return 50; }
     static const char* Approximation() { return "normal approximation on the arc-sine scale"; }

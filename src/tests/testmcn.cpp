@@ -5,10 +5,13 @@
 #include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "montecarlo/simstudy.h"
+#include "montecarlo/simtable.h"
 #include "numeric/probdist.h"
 #include "numeric/probdist_discrete.h"
 #include "tests/exactsums.h"
 #include "tests/powereq.h"
+#include "tests/simproportions.h"
 
 #include <array>
 #include <cmath>
@@ -169,6 +172,24 @@ f64 MultinomialPower(i32 n, const DiscordantPairs& pairs) {
     return sum;
 }
 
+// --- Its simulation ------------------------------------------------------------------------------
+
+// Fewer discordant pairs are tested exactly in a simulation.
+constexpr i32 SimNormalFrom = 1000;
+
+Array1<f32> drawnH0(1, 2); // p10 and p01
+Array1<f32> drawnH1(1, 2);
+PValueTable exactPValues; // by discordant pairs and those of the first kind
+
+DiscordantPairs ReadPairs() {
+    return {Single(ParValue(SumParNo)), Single(ParValue(DifferenceParNo))};
+}
+
+// The pairs (m, x), x = 0..m, row after row.
+constexpr std::size_t NumberOf(i32 m, i32 x) {
+    return static_cast<std::size_t>(m * (m + 1) / 2 + x);
+}
+
 } // namespace
 
 void TESTMCN::SetupTest() {
@@ -208,12 +229,44 @@ void TESTMCN::SearchLimits(f64& lower, f64& upper) {
 }
 
 f64 TESTMCN::RootFunction() {
-    const DiscordantPairs pairs{Single(ParValue(SumParNo)), Single(ParValue(DifferenceParNo))};
+    const DiscordantPairs pairs = ReadPairs();
     const f32 n = Single(ParValue(SizeParNo));
     if (approach != Approach::Multinomial)
         return NormalEq(pairs, n);
     return AtWholeSize(
         n, [&pairs](f64 whole) { return MultinomialPower(ToI32(whole), pairs) - ParValue(1); });
+}
+
+// Under H0 a pair is as often discordant as under H1, but the two kinds are equally likely.
+void TESTMCN::GetSimPar() {
+    const DiscordantPairs pairs = ReadPairs();
+    const f64 s{pairs.S};
+    drawnH0(1) = drawnH0(2) = Single(s / 2);
+    drawnH1(1) = Single((s + f64{pairs.D}) / 2);
+    drawnH1(2) = Single((s - f64{pairs.D}) / 2);
+    exactPValues.Prepare(approach == Approach::Multinomial ? NumberOf(SimNormalFrom, 0) : 0);
+}
+
+void TESTMCN::SimSample(i16 n1, i16 /*n2*/, bool isH1) {
+    AddToCells(n1, isH1 ? drawnH1 : drawnH0);
+}
+
+// Given their number, the discordant pairs are those of the sign test (Q. McNemar, Psychometrika
+// 12, 1947, 153-157).
+f32 TESTMCN::SimTest(i16 n1, i16 /*n2*/) {
+    constexpr f32 even = 0.5F;
+    if (n1 < 1)
+        return 1;
+    const i32 x = ToI32(f64{SimStudy.Value(1)});
+    const i32 m = x + ToI32(f64{SimStudy.Value(2)});
+    if (m == 0)
+        return 1;
+    if (approach != Approach::Multinomial || m >= SimNormalFrom)
+        return NorPValue(Single(static_cast<f64>(x) / m), even, Single(std::sqrt(0.25 / m)), 0, 0,
+                         0);
+    return exactPValues.At(NumberOf(m, x), [m, x] {
+        return BinPValue(static_cast<i16>(m), static_cast<i16>(x), even, even, even);
+    });
 }
 
 } // namespace quorvanta

@@ -5,11 +5,16 @@
 #include "core/gridchecks.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "core/platform.h"
+#include "montecarlo/simstudy.h"
+#include "montecarlo/simtable.h"
 #include "numeric/rounding.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/powereq.h"
+#include "tests/simproportions.h"
 
 #include <cmath>
+#include <span>
 
 namespace quorvanta {
 
@@ -82,6 +87,44 @@ f64 Contribution(i16 kind, const Stratum& stratum) {
     return w * p * (1 - p);
 }
 
+Grid StrataGrid(i16 rows) {
+    return {.Store = StrataStore(),
+            .Rows = rows,
+            .Columns = SecondSize,
+            .Title = "Proportions and Sizes of the Strata",
+            .RowHeads = "Stratum No",
+            .ColumnHeads = asOddsRatio ? "Proportion 1,OddsRatio,Size 1,Size 2"
+                                       : "Proportion 1,Proportion 2,Size 1,Size 2",
+            .Check = AllOf({InColumns(FirstProportion, FirstProportion, ProportionCells()),
+                            InColumns(SecondEntry, SecondEntry,
+                                      asOddsRatio ? RatioCells() : ProportionCells()),
+                            InColumns(FirstSize, SecondSize, RatioCells())})};
+}
+
+// --- Its simulation ------------------------------------------------------------------------------
+
+std::vector<Stratum> simStrata;
+Allocation allocation; // of group 1 and 2 of each stratum
+
+// Where no strata were filled: strata alike, with groups alike in size, that have the difference
+// and the variance under H0 that were entered. Without a solution the proportions are below 0.
+Stratum PlainStratum(f64 part) {
+    const f64 d = 4 * ParValue(difference);
+    const f64 spread = 4 * ParValue(nullVariance); // p (1 - p)
+    const f64 p = spread > 0.25 ? -1 : (1 - std::sqrt(1 - 4 * spread)) / 2;
+    return {p - d / 2, p + d / 2, part / 2, part / 2};
+}
+
+bool IsProportion(f64 p) {
+    return p >= 0 && p <= 1;
+}
+
+// The successes of one group in a stratum stand in SimStudy.Value, those of group 1 before those of
+// group 2.
+std::size_t CellOf(std::size_t stratum, int group) {
+    return 2 * stratum + static_cast<std::size_t>(group - 1);
+}
+
 } // namespace
 
 void TESTMH::SetupTest() {
@@ -127,17 +170,7 @@ std::vector<Grid> TESTMH::TableGrids(i16 /*parNo*/) {
     const auto rows = GridLines(strata);
     if (!rows)
         return {};
-    return {{.Store = StrataStore(),
-             .Rows = *rows,
-             .Columns = SecondSize,
-             .Title = "Proportions and Sizes of the Strata",
-             .RowHeads = "Stratum No",
-             .ColumnHeads = asOddsRatio ? "Proportion 1,OddsRatio,Size 1,Size 2"
-                                        : "Proportion 1,Proportion 2,Size 1,Size 2",
-             .Check = AllOf({InColumns(FirstProportion, FirstProportion, ProportionCells()),
-                             InColumns(SecondEntry, SecondEntry,
-                                       asOddsRatio ? RatioCells() : ProportionCells()),
-                             InColumns(FirstSize, SecondSize, RatioCells())})}};
+    return {StrataGrid(*rows)};
 }
 
 f32 TESTMH::CalcTablePar(i16 parNo) {
@@ -145,6 +178,65 @@ f32 TESTMH::CalcTablePar(i16 parNo) {
     for (const Stratum& stratum : ReadStrata())
         sum += Contribution(ParKind(parNo), stratum);
     return Single(sum);
+}
+
+void TESTMH::GetSimPar() {
+    const i16 rows = ToI16(ParValue(strata));
+    if (HasGridData == True && IsFilled(StrataGrid(rows)))
+        simStrata = ReadStrata();
+    else
+        simStrata.assign(static_cast<std::size_t>(rows), PlainStratum(1.0 / rows));
+    std::vector<f64> parts;
+    for (const Stratum& stratum : simStrata) {
+        if (!IsProportion(stratum.P1) || !IsProportion(stratum.P2)) {
+            ShowMessage("Difference and Variance Leave No Proportions Between 0 and 1.");
+            Cancelled = True;
+            return;
+        }
+        parts.push_back(stratum.Part1);
+        parts.push_back(stratum.Part2);
+    }
+    allocation.Prepare(parts);
+}
+
+// Under H0 both groups of a stratum have its average proportion.
+void TESTMH::SimSample(i16 /*n1*/, i16 /*n2*/, bool isH1) {
+    const int cells = static_cast<int>(2 * simStrata.size());
+    if (SimStudy.Value.HighBound() < cells)
+        SimStudy.Value.ReDim(1, cells);
+    const std::span<f32> successes = SimStudy.Value.Raw();
+    for (std::size_t i = 0; i < simStrata.size(); ++i) {
+        const auto& [p1, p2, part1, part2] = simStrata[i];
+        const f64 average = (part1 * p1 + part2 * p2) / (part1 + part2);
+        const std::size_t first = CellOf(i, 1);
+        const std::size_t second = CellOf(i, 2);
+        successes[first] += CountSuccesses(allocation.NewOnes(first), Single(isH1 ? p1 : average));
+        successes[second] +=
+            CountSuccesses(allocation.NewOnes(second), Single(isH1 ? p2 : average));
+    }
+}
+
+// The successes in group 2 less those expected given all margins, over their hypergeometric
+// variance (N. Mantel and W. Haenszel 1959). A stratum with an empty group adds nothing.
+f32 TESTMH::SimTest(i16 n1, i16 /*n2*/) {
+    if (n1 < 1)
+        return 1;
+    const std::span<const f32> successes = SimStudy.Value.Raw();
+    f64 excess = 0;
+    f64 sumOfVariances = 0;
+    for (std::size_t i = 0; i < simStrata.size(); ++i) {
+        const f64 size1 = allocation.Size(CellOf(i, 1));
+        const f64 size2 = allocation.Size(CellOf(i, 2));
+        const f64 all = size1 + size2;
+        if (size1 < 1 || size2 < 1)
+            continue;
+        const f64 second{successes[CellOf(i, 2)]};
+        const f64 both = f64{successes[CellOf(i, 1)]} + second;
+        excess += second - size2 * both / all;
+        sumOfVariances += size1 * size2 * both * (all - both) / (all * all * (all - 1));
+    }
+    const f32 se = Single(std::sqrt(sumOfVariances));
+    return NullErrorPValue(Single(excess), 0, 0, se, 0, MhCorrection == 1 ? 0.5F : 0.0F);
 }
 
 } // namespace quorvanta

@@ -5,6 +5,9 @@
 #include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "montecarlo/simnormal.h"
+#include "montecarlo/simstudy.h"
+#include "montecarlo/simtable.h"
 #include "numeric/rounding.h"
 #include "tests/lists/proportions.h"
 #include "tests/lists/turningpoint.h"
@@ -140,6 +143,17 @@ void LimitByCells(f64& lower, f64& upper) {
     keep([](const Pairs& p) { return 2 - p.P1 - p.P2 - p.S; });
 }
 
+// s as the equation sees it: a search may touch the ends of what is possible, where rounding
+// decides.
+f32 PossibleSum(const ProportionValues& values, f64 d) {
+    return Single(MaxOf(DiscordantSum(values.P1, values.P2), MaxOf(std::fabs(d), LeastSum)));
+}
+
+// The probabilities of the two kinds of discordant pairs, for a simulation: that of an event at the
+// second measurement only comes first.
+Array1<f32> drawnH0(1, 2);
+Array1<f32> drawnH1(1, 2);
+
 // What the third parameter may be with the two proportions as they are, in its form. Of the ratios
 // that above 1 while the ratio is sought, and the side of the one entered otherwise.
 Range ThirdRange(f64 p1, f64 p2) {
@@ -226,10 +240,7 @@ f64 TESTPAIRBIN::RootFunction() {
     const f32 n = sizes.First();
     const f32 difference = Single(f64{values.P2} - values.P1);
     const f64 d = difference;
-    // A search may touch the ends of what is possible, where rounding decides.
-    const f32 sum =
-        Single(MaxOf(DiscordantSum(values.P1, values.P2), MaxOf(std::fabs(d), LeastSum)));
-    const f64 s = sum;
+    const f64 s = PossibleSum(values, d);
     const auto se0 = [s, d, n](f32 d0) { return NullSe(s, d, d0, n); };
     const f32 above = Single(d - values.Null);
     return NormalPowerEq({.Effect = above,
@@ -239,6 +250,38 @@ f64 TESTPAIRBIN::RootFunction() {
                           .BelowRight = Single(values.Right - d),
                           .Se0Left = se0(values.Null),
                           .Se0Right = se0(values.Right)});
+}
+
+// Under H0 the pairs are as often discordant as under H1, more often where the H0 difference needs
+// it.
+void TESTPAIRBIN::GetSimPar() {
+    const ProportionValues values = ReadProportions(list);
+    const f32 difference = Single(f64{values.P2} - f64{values.P1});
+    SetSimLocations(values.Null, values.Right, difference);
+    const f64 s{PossibleSum(values, difference)};
+    const auto prepare = [s](Array1<f32>& drawn, f64 d) {
+        const f64 sum = MaxOf(s, std::fabs(d));
+        drawn(1) = Single((sum + d) / 2);
+        drawn(2) = Single((sum - d) / 2);
+    };
+    prepare(drawnH0, SimLocation(false));
+    prepare(drawnH1, SimLocation(true));
+}
+
+void TESTPAIRBIN::SimSample(i16 n1, i16 /*n2*/, bool isH1) {
+    AddToCells(n1, isH1 ? drawnH1 : drawnH0);
+}
+
+// The variances under H0 are those of the equation, of the pairs that were drawn.
+f32 TESTPAIRBIN::SimTest(i16 n1, i16 /*n2*/) {
+    if (n1 < 1)
+        return 1;
+    const f64 p01 = f64{SimStudy.Value(1)} / n1;
+    const f64 p10 = f64{SimStudy.Value(2)} / n1;
+    const f64 d = p01 - p10;
+    const auto se = [=](f32 d0) { return NullSe(p01 + p10, d, d0, n1); };
+    const f32 right = NoOfTails == TwoOneSided ? SimHiLimit : SimLoLimit;
+    return NullErrorPValue(Single(d), SimLoLimit, right, se(SimLoLimit), se(right), 0);
 }
 
 } // namespace quorvanta

@@ -14,6 +14,10 @@ struct TESTSTUD {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
 };
 
 // Power of a t statistic for NoOfTails and LeftTail, minus the power entered, by the normal
@@ -30,7 +34,7 @@ f32 CommonSdDf(const SampleValues& sizes, i16 entry);
 f32 SatterthwaiteDf(f32 sd1, f32 sd2, f32 n1, f32 n2);
 
 // p-value of a t statistic for NoOfTails and LeftTail: the estimate, its H0 value (or the two
-// limits) and its standard error.
+// limits) and its standard error. 0 if se <= 0.
 f32 TPValue(f32 mean, f32 m0, f32 se, f32 low, f32 high, f32 df);
 
 } // namespace quorvanta
