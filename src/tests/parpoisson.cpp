@@ -3,6 +3,9 @@
 #include "core/analysis_state.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "core/platform.h"
+#include "montecarlo/poissonevents.h"
+#include "montecarlo/simstudy.h"
 #include "numeric/rounding.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/lists/precision.h"
@@ -10,6 +13,7 @@
 #include "tests/lists/turningpoint.h"
 #include "tests/normaltest.h"
 #include "tests/precisioneq.h"
+#include "tests/simprecision.h"
 
 #include <cmath>
 
@@ -118,6 +122,19 @@ f64 EffectTurn() {
     return effect(0) / effect1 - 2 * variance(0) / variance1;
 }
 
+// --- Its simulation ------------------------------------------------------------------------------
+
+// What a simulated study observes of each sample.
+f64 exposure1 = 0;
+f64 exposure2 = 0;
+
+void CheckEvents(f64 expected) {
+    if (expected <= MostEvents)
+        return;
+    ShowMessage("A Simulated Study Has 1000000 Events at Most.");
+    Cancelled = True;
+}
+
 } // namespace
 
 void ParPoisson::SetupTest() {
@@ -158,6 +175,31 @@ f64 ParPoisson::RootFunction() {
     const f64 first = f64{means.First()} / f64{sizes.First()};
     return NormalPrecisionEq(Single(
         std::sqrt(sizes.HasSecond() ? first + f64{means.Second()} / f64{sizes.Second()} : first)));
+}
+
+bool ParPoisson::CanSimulate(const AnalysisKey& key) {
+    return key.ProcedureNo != ProcedureTest;
+}
+
+// Of a rate the study time counts, of a mean the subjects.
+void ParPoisson::GetSimPar() {
+    exposure1 = IsRate() ? f64{sizes.First()} : static_cast<f64>(SimSize1(1));
+    exposure2 = IsRate() && sizes.HasSecond() ? f64{sizes.Second()} : static_cast<f64>(SimSize2(1));
+    CheckEvents(f64{means.First()} * exposure1 +
+                (sizes.HasSecond() ? f64{means.Second()} * exposure2 : 0));
+}
+
+void ParPoisson::SimInterval() {
+    const bool hasTwo = sizes.HasSecond();
+    if (exposure1 <= 0 || (hasTwo && exposure2 <= 0))
+        return JudgeNoData();
+    const f64 mean1 = DrawEvents(f64{means.First()} * exposure1) / exposure1;
+    const f64 error1 = mean1 - f64{means.First()};
+    if (!hasTwo)
+        return JudgeNormal(error1, std::sqrt(mean1 / exposure1));
+    const f64 mean2 = DrawEvents(f64{means.Second()} * exposure2) / exposure2;
+    JudgeNormal(mean2 - f64{means.Second()} - error1,
+                std::sqrt(mean1 / exposure1 + mean2 / exposure2));
 }
 
 } // namespace quorvanta

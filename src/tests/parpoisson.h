@@ -3,6 +3,7 @@
 // the sample size.
 #pragma once
 
+#include "core/analysis_key.h"
 #include "core/types.h"
 
 namespace quorvanta {
@@ -13,6 +14,9 @@ struct ParPoisson {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+    static bool CanSimulate(const AnalysisKey& key);
+    static void GetSimPar();
+    static void SimInterval();
 };
 
 } // namespace quorvanta
