@@ -1,12 +1,14 @@
 #include "tests/anovaeq.h"
 
 #include "core/analysis_state.h"
+#include "core/general.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
 #include "tests/powereq.h"
 #include "tests/teststud.h"
 
 #include <cmath>
+#include <cstddef>
 
 namespace quorvanta {
 
@@ -25,6 +27,24 @@ AnovaDesign OneWayDesign(f32 k, f32 n1, f32 nk) {
             Single(total - f64{k}),
             {total, first * other / (first + other), apart},
             n1};
+}
+
+std::vector<f64> OneWayMeans(i16 k, f64 n1, f64 nk, AnovaEffectType type, f64 effect) {
+    std::vector<f64> means(static_cast<std::size_t>(k), 0.0);
+    switch (type) {
+    case AnovaEffectType::AnyDifference: // the others at the weighted mean of the two
+        means.front() = effect * nk / (n1 + nk);
+        means.back() = -effect * n1 / (n1 + nk);
+        break;
+    case AnovaEffectType::MinDifference:
+        (nk < n1 ? means.back() : means.front()) = effect;
+        break;
+    default: {
+        const f64 others = (k - 1) * nk;
+        means.front() = effect * (n1 + others) / std::sqrt(n1 * others);
+    }
+    }
+    return means;
 }
 
 AnovaDesign MainEffect(f32 levels, f32 perLevel, f64 errorDf) {
@@ -49,6 +69,16 @@ f64 FTestEq(f32 df1, f32 df2, f32 lambda) {
     // same.
     const f32 critical = FInv(Single(1 - alpha), df1, df2);
     return 1 - f64{NcFCdf(critical, df1, df2, lambda)} - ParValue(PowerParNo);
+}
+
+f32 FTestPValue(f64 between, f64 within, f64 df1, f64 df2) {
+    constexpr f64 certain = 1e30;
+    if (df1 < 1 || df2 < 1)
+        return 1;
+    if (within <= 0)
+        return between > 0 ? 0.0F : 1.0F;
+    const f64 f = MinOf(certain, between / df1 / (within / df2));
+    return Single(1 - f64{FCdf(Single(f), Single(df1), Single(df2))});
 }
 
 f64 AnovEq(const AnovaDesign& design, AnovaEffectType type, f32 effect, f32 sd) {

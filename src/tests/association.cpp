@@ -1,5 +1,8 @@
 #include "tests/association.h"
 
+#include "core/general.h"
+#include "montecarlo/samplemoments.h"
+#include "numeric/fastlog.h"
 #include "numeric/rounding.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/normaltest.h"
@@ -23,6 +26,33 @@ f64 CorrelationTestEq(const Hypotheses& hypotheses, f32 se) {
         hypotheses,
         [first](f64 truth, f64 null) { return FisherZ(first + truth) - FisherZ(first + null); },
         [se](f64) { return se; }, se);
+}
+
+f64 FisherZOfSample(f64 r) {
+    constexpr f64 most{0.99999F};
+    const f64 cut = MaxOf(-most, MinOf(most, r));
+    return 0.5 * FastLog((1 + cut) / (1 - cut));
+}
+
+f32 CorrelationPValue(const Hypotheses& hypotheses, f64 r, f32 se) {
+    return CorrelationPValue(hypotheses, 0, r, se);
+}
+
+f32 CorrelationPValue(const Hypotheses& hypotheses, f64 r1, f64 r2, f32 se) {
+    const f64 z2 = FisherZOfSample(r2);
+    return NormalPValue(
+        hypotheses, [=](f64 null) { return z2 - FisherZOfSample(r1 + null); },
+        [se](f64) { return se; });
+}
+
+// N. R. Draper and H. Smith, Applied Regression Analysis, 2nd edition, 1981, chapter 1.
+SlopeEstimate EstimateSlope(const PairMoments& sample, f64 slope, f64 residualSd, f64 covariateSd) {
+    const f64 df = sample.First.Size - 2;
+    const f64 spread = std::sqrt(sample.First.Squares);
+    if (df < 1 || spread == 0)
+        return {slope, 0, df};
+    const f64 unit = residualSd / covariateSd;
+    return {slope + unit * sample.Slope(), unit * std::sqrt(sample.Residual() / df) / spread, df};
 }
 
 } // namespace quorvanta

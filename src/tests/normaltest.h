@@ -25,6 +25,16 @@ f64 NormalTestEq(const Hypotheses& list, Distance&& distance, NullError&& se0, f
                           .Se0Right = se0(right)});
 }
 
+// p-value of an estimate: distance tells how far it is above a null value on the scale of the
+// statistic, se0 its standard error under a null value, above 0.
+template <class Distance, class NullError>
+f32 NormalPValue(const Hypotheses& list, Distance&& distance, NullError&& se0) {
+    const auto z = [&](f32 null) { return Single(distance(f64{null}) / f64{se0(f64{null})}); };
+    if (NoOfTails == TwoOneSided)
+        return NorPValue(0, 0, 1, -z(list.H0()), -z(list.Right()), 0);
+    return NorPValue(z(list.H0()), 0, 1, 0, 0, 0);
+}
+
 // The distance on the scale of the values themselves.
 constexpr f64 PlainDistance(f64 truth, f64 null) {
     return truth - null;

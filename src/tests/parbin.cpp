@@ -5,14 +5,21 @@
 #include "core/kinds.h"
 #include "core/options.h"
 #include "core/root.h"
+#include "montecarlo/simstudy.h"
+#include "numeric/fastlog.h"
 #include "numeric/probdist_discrete.h"
+#include "numeric/randdist.h"
 #include "numeric/rounding.h"
 #include "tests/exactsums.h"
 #include "tests/lists/precision.h"
+#include "tests/lists/proportions.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/precisioneq.h"
+#include "tests/simprecision.h"
 
 #include <cmath>
+#include <cstddef>
+#include <vector>
 
 namespace quorvanta {
 
@@ -109,7 +116,88 @@ f64 ExactWidthEq() {
     });
 }
 
+// --- Its simulation ------------------------------------------------------------------------------
+
+// The exact limits by count, where they were formed already.
+struct ExactLimits {
+    f64 Lower = NoValue;
+    f64 Upper = 0;
+};
+std::vector<ExactLimits> exactLimits;
+
+bool IsExact(f32 n) {
+    return Ticked(Check::Exact) && n <= MaxExactSize;
+}
+
+const ExactLimits& LimitsOf(i16 n, i16 count) {
+    ExactLimits& limits = exactLimits[static_cast<std::size_t>(count)];
+    if (limits.Lower == NoValue) {
+        const f64 outside = 1 - f64{PrecisionLevel()};
+        limits = {LowerLimit(n, count, outside), UpperLimit(n, count, outside)};
+    }
+    return limits;
+}
+
+// The proportion of a sample as it was entered.
+f64 ProportionOf(f32 parameter) {
+    return f64{IsOdds() ? OddsToProp(parameter) : parameter};
+}
+
+i16 DrawCount(i16 n, f64 p) {
+    RandSample.ReDim(0, 1);
+    RandBinomial(n, Single(p));
+    return ToI16(f64{RandSample(1)});
+}
+
+// What a count says of the logarithm of the odds.
+struct LogOdds {
+    f64 Value = 0;
+    f64 Variance = 0; // 0: a count of none or of all says nothing
+};
+
+LogOdds LogOddsOf(i16 n, i16 count) {
+    if (count == 0 || count == n)
+        return {};
+    const f64 x = count;
+    const f64 rest = n - count;
+    return {FastLog(x / rest), 1 / x + 1 / rest};
+}
+
+// A table with an empty cell has no interval.
+void JudgeOdds(i16 count1, i16 count2) {
+    const LogOdds first = LogOddsOf(SimSize1(1), count1);
+    const LogOdds second = sizes.HasSecond() ? LogOddsOf(SimSize2(1), count2) : first;
+    if (first.Variance == 0 || second.Variance == 0)
+        return JudgeNoData();
+    const f64 truth1 = FastLog(f64{parameters.First()});
+    if (!sizes.HasSecond())
+        return JudgeLogNormal(first.Value - truth1, std::sqrt(first.Variance));
+    const f64 truth2 = FastLog(f64{parameters.Second()});
+    JudgeLogNormal(second.Value - first.Value - (truth2 - truth1),
+                   std::sqrt(first.Variance + second.Variance));
+}
+
+void JudgeProportions(i16 count1, i16 count2) {
+    const SampledProportion first{SimSize1(1), count1, f64{parameters.First()}, 1.0 / SimSize1(1)};
+    if (IsExact(SimSize1(1))) {
+        const ExactLimits& limits = LimitsOf(SimSize1(1), count1);
+        const f64 estimate = first.Estimate();
+        return JudgeInterval(first.Error(), estimate - limits.Lower, limits.Upper - estimate);
+    }
+    if (!sizes.HasSecond())
+        return JudgeProportion(first);
+    JudgeDifference(first, {SimSize2(1), count2, f64{parameters.Second()}, 1.0 / SimSize2(1)});
+}
+
 } // namespace
+
+void JudgeProportion(const SampledProportion& sample) {
+    JudgeNormal(sample.Error(), std::sqrt(sample.Variance()));
+}
+
+void JudgeDifference(const SampledProportion& first, const SampledProportion& second) {
+    JudgeNormal(second.Error() - first.Error(), std::sqrt(first.Variance() + second.Variance()));
+}
 
 f32 ProportionStandardError(const SampleValues& proportions, const SampleWeights& weights) {
     const f64 p1{proportions.First()};
@@ -166,9 +254,27 @@ void PARBIN::SearchLimits(f64& lower, f64& upper) {
 f64 PARBIN::RootFunction() {
     if (IsOdds())
         return LogPrecisionEq(LogOddsStandardError());
-    if (Ticked(Check::Exact) && sizes.First() <= MaxExactSize)
+    if (IsExact(sizes.First()))
         return ExactWidthEq();
     return NormalPrecisionEq(ProportionStandardError(parameters, Weights()));
+}
+
+void PARBIN::GetSimPar() {
+    exactLimits.assign(static_cast<std::size_t>(SimSize1(1)) + 1, {});
+}
+
+void PARBIN::SimInterval() {
+    const i16 n1 = SimSize1(1);
+    const i16 n2 = SimSize2(1);
+    if (n1 < 1 || (sizes.HasSecond() && n2 < 1))
+        return JudgeNoData();
+    const i16 count1 = DrawCount(n1, ProportionOf(parameters.First()));
+    const i16 count2 =
+        sizes.HasSecond() ? DrawCount(n2, ProportionOf(parameters.Second())) : i16{0};
+    if (IsOdds())
+        JudgeOdds(count1, count2);
+    else
+        JudgeProportions(count1, count2);
 }
 
 } // namespace quorvanta

@@ -14,6 +14,8 @@ struct PARBIN {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+    static void GetSimPar();
+    static void SimInterval();
 };
 
 inline constexpr SampleKinds ProportionKinds{
@@ -30,6 +32,23 @@ struct SampleWeights {
 
 // Standard error of an estimated proportion or a difference of two.
 f32 ProportionStandardError(const SampleValues& proportions, const SampleWeights& weights);
+
+// A sample of a simulated study of which count have a property that the share Truth has; Weight
+// turns the variance of an observation into that of the share.
+struct SampledProportion {
+    i16 Size = 0;
+    i32 Count = 0;
+    f64 Truth = 0;
+    f64 Weight = 0;
+
+    f64 Estimate() const { return static_cast<f64>(Count) / Size; }
+    f64 Error() const { return Estimate() - Truth; }
+    f64 Variance() const { return Estimate() * (1 - Estimate()) * Weight; }
+};
+
+// What it says of the precision of a proportion, or of a difference of two.
+void JudgeProportion(const SampledProportion& sample);
+void JudgeDifference(const SampledProportion& first, const SampledProportion& second);
 
 // The variance is largest in between: where a proportion is the unknown, two have the precision
 // that residual asks for, of which the search finds the smaller one.

@@ -13,6 +13,8 @@ struct PAREXP {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+    static void GetSimPar();
+    static void SimInterval();
 };
 
 } // namespace quorvanta

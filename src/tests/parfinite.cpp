@@ -3,6 +3,8 @@
 #include "core/analysis_state.h"
 #include "core/general.h"
 #include "core/options.h"
+#include "montecarlo/finitesample.h"
+#include "montecarlo/simstudy.h"
 #include "numeric/rounding.h"
 #include "tests/lists/means.h"
 #include "tests/lists/proportions.h"
@@ -12,6 +14,7 @@
 #include "tests/parbin.h"
 #include "tests/parhyper.h"
 #include "tests/precisioneq.h"
+#include "tests/simprecision.h"
 
 #include <cmath>
 
@@ -25,9 +28,31 @@ FiniteSamples samples;
 
 // A census has no error, and the standard errors of a test there no sign by which to tell on which
 // side of H0 the truth lies: the smallest error stands for none.
+constexpr f64 SmallestWeight = 1e-16;
+
 f64 Weight() {
-    constexpr f64 smallest = 1e-16;
-    return MaxOf(smallest, WeightsOf(samples).First);
+    return MaxOf(SmallestWeight, WeightsOf(samples).First);
+}
+
+// --- Its simulation ------------------------------------------------------------------------------
+
+ScorePopulation population; // of standardised values
+Urn urn;
+
+f64 PopulationSize() {
+    return f64{samples.Populations().First()};
+}
+
+// The variance of the mean of n of the population over that of one.
+f64 WeightOfSize(i16 n) {
+    return FiniteCorrection(samples.Populations().First(), n) / n;
+}
+
+void PrepareHypotheses() {
+    if (IsEstimation())
+        return;
+    SimLoc1 = Single(hypotheses.NullTruth());
+    SimLoc2 = Single(hypotheses.Truth());
 }
 
 } // namespace
@@ -62,6 +87,38 @@ f64 PARFINNOR::RootFunction() {
         hypotheses, PlainDistance, [se](f64) { return se; }, se);
 }
 
+void PARFINNOR::GetSimPar() {
+    PrepareHypotheses();
+    population.Fill(ToI32(PopulationSize()));
+}
+
+void PARFINNOR::SimSample(i16 n1, i16, bool isH1) {
+    if (SimStage == 1)
+        population.Restart();
+    const f64 location{isH1 ? SimLoc2 : SimLoc1};
+    SimStudy.Sum1 =
+        Single(f64{SimStudy.Sum1} + n1 * location + f64{parameter.First()} * population.Draw(n1));
+}
+
+f32 PARFINNOR::SimTest(i16 n1, i16) {
+    if (n1 == 0)
+        return 1;
+    const f64 mean = f64{SimStudy.Sum1} / n1;
+    const f64 weight = MaxOf(SmallestWeight, WeightOfSize(n1));
+    const f32 se = Single(f64{parameter.First()} * std::sqrt(weight));
+    return NormalPValue(
+        hypotheses, [mean](f64 null) { return mean - null; }, [se](f64) { return se; });
+}
+
+void PARFINNOR::SimInterval() {
+    const i16 n = SimSize1(1);
+    if (n < 1)
+        return JudgeNoData();
+    population.Restart();
+    const f64 sd{parameter.First()};
+    JudgeNormal(sd * population.Draw(n) / n, sd * std::sqrt(WeightOfSize(n)));
+}
+
 void PARFINITE::SetupTest() {
     OfferTestOrPrecision(OneProportionKinds);
 }
@@ -91,6 +148,34 @@ f64 PARFINITE::RootFunction() {
         return NormalPrecisionEq(ProportionStandardError(parameter, WeightsOf(samples)));
     const auto se = [](f64 p) { return Single(std::sqrt(p * (1 - p) * Weight())); };
     return NormalTestEq(hypotheses, PlainDistance, se, se(hypotheses.Truth()));
+}
+
+void PARFINITE::GetSimPar() {
+    PrepareHypotheses();
+}
+
+void PARFINITE::SimSample(i16 n1, i16, bool isH1) {
+    if (SimStage == 1)
+        urn =
+            Urn(ToI32(PopulationSize()), MarkedOf(PopulationSize(), f64{isH1 ? SimLoc2 : SimLoc1}));
+    SimStudy.Sum1 += static_cast<f32>(urn.Draw(n1));
+}
+
+f32 PARFINITE::SimTest(i16 n1, i16) {
+    if (n1 == 0)
+        return 1;
+    const f64 share = f64{SimStudy.Sum1} / n1;
+    const f64 weight = MaxOf(SmallestWeight, WeightOfSize(n1));
+    return NormalPValue(
+        hypotheses, [share](f64 null) { return share - null; },
+        [weight](f64 null) { return Single(std::sqrt(null * (1 - null) * weight)); });
+}
+
+void PARFINITE::SimInterval() {
+    const i16 n = SimSize1(1);
+    if (n < 1)
+        return JudgeNoData();
+    JudgeProportion(DrawFinite(samples.Populations().First(), parameter.First(), n));
 }
 
 } // namespace quorvanta

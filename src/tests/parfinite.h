@@ -13,6 +13,10 @@ struct PARFINNOR {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
+    static void SimInterval();
 };
 
 struct PARFINITE {
@@ -21,6 +25,10 @@ struct PARFINITE {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
+    static void SimInterval();
 };
 
 } // namespace quorvanta

@@ -3,8 +3,11 @@
 #include "core/analysis_state.h"
 #include "core/general.h"
 #include "core/options.h"
+#include "montecarlo/finitesample.h"
+#include "montecarlo/simstudy.h"
 #include "tests/lists/precision.h"
 #include "tests/precisioneq.h"
+#include "tests/simprecision.h"
 
 namespace quorvanta {
 
@@ -19,6 +22,10 @@ f64 Weight(f32 population, f32 size) {
 }
 
 } // namespace
+
+i32 MarkedOf(f64 population, f64 share) {
+    return ToI32(population * share);
+}
 
 f64 FiniteCorrection(f32 population, f32 size) {
     return (f64{population} - f64{size}) / (f64{population} - 1);
@@ -58,6 +65,28 @@ void PARHYPER::SearchLimits(f64& lower, f64& upper) {
 // Techniques, 3rd edition, 1977, chapter 3).
 f64 PARHYPER::RootFunction() {
     return NormalPrecisionEq(ProportionStandardError(proportions, WeightsOf(samples)));
+}
+
+SampledProportion DrawFinite(f32 population, f32 share, i16 n) {
+    const i32 all = ToI32(f64{population});
+    const i32 marked = MarkedOf(all, f64{share});
+    Urn urn(all, marked);
+    return {n, urn.Draw(n), static_cast<f64>(marked) / all, Weight(population, n)};
+}
+
+void PARHYPER::GetSimPar() {}
+
+void PARHYPER::SimInterval() {
+    const i16 n1 = SimSize1(1);
+    const i16 n2 = SimSize2(1);
+    const bool hasTwo = samples.Sizes().HasSecond();
+    if (n1 < 1 || (hasTwo && n2 < 1))
+        return JudgeNoData();
+    const SampleValues& populations = samples.Populations();
+    const SampledProportion first = DrawFinite(populations.First(), proportions.First(), n1);
+    if (!hasTwo)
+        return JudgeProportion(first);
+    JudgeDifference(first, DrawFinite(populations.Second(), proportions.Second(), n2));
 }
 
 } // namespace quorvanta

@@ -1,8 +1,12 @@
 #include "tests/parnor2.h"
 
 #include "core/analysis_state.h"
+#include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "montecarlo/samplemoments.h"
+#include "montecarlo/simstudy.h"
+#include "numeric/fastlog.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
 #include "tests/association.h"
@@ -13,6 +17,7 @@
 #include "tests/lists/turningpoint.h"
 #include "tests/normaltest.h"
 #include "tests/precisioneq.h"
+#include "tests/simprecision.h"
 #include "tests/studenttest.h"
 
 #include <cmath>
@@ -48,6 +53,37 @@ f64 StudentRoot(f32 se, f64 df) {
         return StudentPrecisionEq(se, Single(df));
     return StudentTestEq(hypotheses, se, df);
 }
+
+// --- Its simulation ------------------------------------------------------------------------------
+
+PairMoments sample; // two standard normal variables
+f64 simulated = 0;  // the true value of the study
+
+// The correlation of the variables themselves; a covariate and the residuals have none.
+void DrawPairs(i16 n, f64 rho, bool isH1) {
+    if (SimStage == 1)
+        sample = {};
+    sample.Add(DrawPairMoments(n, Single(rho)));
+    simulated = f64{isH1 ? SimLoc2 : SimLoc1};
+}
+
+void PrepareTruth(f64 estimated) {
+    SimLoc1 = Single(IsEstimation() ? estimated : hypotheses.NullTruth());
+    SimLoc2 = Single(IsEstimation() ? estimated : hypotheses.Truth());
+}
+
+// asinh, with the same bits on every machine.
+f64 ArcSinh(f64 x) {
+    return Sgn(x) * FastLog(std::fabs(x) + std::sqrt(x * x + 1));
+}
+
+bool IsTooSmall(i16 n) {
+    constexpr i16 leastOfZ = 4; // with a variance of Fisher's z
+    return n < leastOfZ;
+}
+
+// --- The search
+// -----------------------------------------------------------------------------------
 
 void NarrowPairs(f64& lower, f64 upper, f64 (*residual)()) {
     if (!IsEstimation() && UnknownParNo == pairs)
@@ -101,6 +137,53 @@ void PARNOR2MEAN::SearchLimits(f64& lower, f64& upper) {
 f64 PARNOR2MEAN::RootFunction() {
     const f64 sd = std::sqrt(DifferenceVariance(f64{deviations.First()}, f64{deviations.Second()}));
     return StudentRoot(Single(sd / std::sqrt(Pairs())), Pairs() - 1);
+}
+
+namespace {
+
+// The mean difference as it was estimated, and its standard error.
+struct DifferenceEstimate {
+    f64 Mean = 0;
+    f64 Se = 0;
+    f64 Df = 0;
+};
+
+DifferenceEstimate EstimateDifference() {
+    const f64 sd1{deviations.First()};
+    const f64 sd2{deviations.Second()};
+    const f64 n = sample.First.Size;
+    DifferenceEstimate estimate;
+    estimate.Mean = simulated + sd2 * sample.Second.Mean - sd1 * sample.First.Mean;
+    estimate.Df = n - 1;
+    if (estimate.Df < 1)
+        return estimate;
+    const f64 squares = sd1 * sd1 * sample.First.Squares + sd2 * sd2 * sample.Second.Squares -
+                        2 * sd1 * sd2 * sample.Products;
+    estimate.Se = std::sqrt(MaxOf(0, squares) / estimate.Df / n);
+    return estimate;
+}
+
+} // namespace
+
+void PARNOR2MEAN::GetSimPar() {
+    PrepareTruth(0);
+}
+
+void PARNOR2MEAN::SimSample(i16 n1, i16, bool isH1) {
+    DrawPairs(n1, Correlation(), isH1);
+}
+
+f32 PARNOR2MEAN::SimTest(i16 n1, i16) {
+    if (n1 == 0)
+        return 1;
+    const DifferenceEstimate estimate = EstimateDifference();
+    return StudentPValue(hypotheses, estimate.Mean, estimate.Se, estimate.Df);
+}
+
+void PARNOR2MEAN::SimInterval() {
+    DrawPairs(SimSize1(1), Correlation(), true);
+    const DifferenceEstimate estimate = EstimateDifference();
+    JudgeStudent(estimate.Mean - simulated, estimate.Se, estimate.Df);
 }
 
 // --- Standard deviations ----------------------------------------------------------------------
@@ -164,6 +247,63 @@ f64 PARNOR2SD::RootFunction() {
     return ErrorProbabilityEq(below(1 - ParValue(1)), below(1 + ParValue(1)));
 }
 
+namespace {
+
+f64 AlienationOf(f64 r) {
+    return std::sqrt(MaxOf(0, 1 - r * r));
+}
+
+// The estimated ratio over the true one; 0 where a variable does not vary.
+f64 RelativeRatio() {
+    const bool varies = sample.First.Squares > 0 && sample.Second.Squares > 0;
+    return varies ? std::sqrt(sample.Second.Squares / sample.First.Squares) : 0;
+}
+
+// RatioZ with the correlation that was drawn.
+f64 RatioZOfSample(f64 ratio) {
+    constexpr f64 least = 1e-9;
+    return ArcSinh((ratio - 1 / ratio) / 2 / MaxOf(least, AlienationOf(sample.Correlation())));
+}
+
+} // namespace
+
+void PARNOR2SD::GetSimPar() {
+    PrepareTruth(trueRatio == 0 ? 1 : ParValue(trueRatio));
+}
+
+void PARNOR2SD::SimSample(i16 n1, i16, bool isH1) {
+    DrawPairs(n1, Correlation(), isH1);
+}
+
+f32 PARNOR2SD::SimTest(i16 n1, i16) {
+    const f64 ratio = simulated * RelativeRatio();
+    if (IsTooSmall(n1) || ratio <= 0)
+        return 1;
+    const f32 se = FisherZError(n1);
+    return NormalPValue(
+        hypotheses, [ratio](f64 null) { return RatioZOfSample(ratio / null); },
+        [se](f64) { return se; });
+}
+
+void PARNOR2SD::SimInterval() {
+    const i16 n = SimSize1(1);
+    DrawPairs(n, Correlation(), true);
+    const f64 relative = RelativeRatio();
+    if (IsTooSmall(n) || relative <= 0)
+        return JudgeNoData();
+    const f64 se{FisherZError(n)};
+    if (IsInterval()) {
+        const f64 half = f64{NorInv(PrecisionLevel())} * se;
+        const f64 y = std::sinh(half) * AlienationOf(sample.Correlation());
+        const f64 factor = y + std::sqrt(1 + y * y);
+        const f64 ratio = simulated * relative;
+        return JudgeInterval(ratio - simulated, ratio * (1 - 1 / factor), ratio * (factor - 1));
+    }
+    const auto below = [se](f64 ratio) { return f64{NorCdf(Single(RatioZOfSample(ratio) / se))}; };
+    const f64 e = ParValue(1);
+    JudgeByProbability(relative - 1, ErrorProbabilityEq(e < 1 ? below(1 - e) : 0, below(1 + e)));
+}
+
 // --- Correlation ------------------------------------------------------------------------------
 
 void PARNOR2CORREL::SetupTest() {
@@ -185,6 +325,18 @@ bool PARNOR2CORREL::CheckPar() {
 // An estimate is least precise at this correlation, about 0: of the two correlations of a precision
 // the search finds the larger one.
 namespace {
+
+// Residual of the probability that the error of a point estimate of r is kept.
+f64 CorrelationErrorEq(f64 r, f32 se) {
+    const f64 z = FisherZ(r);
+    // No estimate lies outside -1..1.
+    const auto below = [=](f64 edge) {
+        if (std::fabs(edge) >= 1)
+            return edge > 0 ? 1.0 : 0.0;
+        return f64{NorCdf(Single((FisherZ(edge) - z) / f64{se}))};
+    };
+    return ErrorProbabilityEq(below(r - ParValue(1)), below(r + ParValue(1)));
+}
 
 f64 LeastPreciseCorrelation() {
     if (IsTwoSidedPrecision())
@@ -208,18 +360,44 @@ f64 PARNOR2CORREL::RootFunction() {
     if (!IsEstimation())
         return CorrelationTestEq(hypotheses, se);
     const f64 r = Correlation();
-    const f64 z = FisherZ(r);
     if (IsInterval()) {
+        const f64 z = FisherZ(r);
         const f64 half = HalfWidth();
         return WidthEq(r - std::tanh(z - half), std::tanh(z + half) - r);
     }
-    // No estimate lies outside -1..1.
-    const auto below = [=](f64 edge) {
-        if (std::fabs(edge) >= 1)
-            return edge > 0 ? 1.0 : 0.0;
-        return f64{NorCdf(Single((FisherZ(edge) - z) / f64{se}))};
+    return CorrelationErrorEq(r, se);
+}
+
+void PARNOR2CORREL::GetSimPar() {
+    PrepareTruth(IsEstimation() ? Correlation() : 0);
+}
+
+void PARNOR2CORREL::SimSample(i16 n1, i16, bool isH1) {
+    constexpr f64 most{0.99999F};
+    const f64 rho{isH1 ? SimLoc2 : SimLoc1};
+    DrawPairs(n1, MaxOf(-most, MinOf(most, rho)), isH1);
+}
+
+f32 PARNOR2CORREL::SimTest(i16 n1, i16) {
+    return IsTooSmall(n1) ? 1.0F
+                          : CorrelationPValue(hypotheses, sample.Correlation(), FisherZError(n1));
+}
+
+void PARNOR2CORREL::SimInterval() {
+    const i16 n = SimSize1(1);
+    DrawPairs(n, Correlation(), true);
+    if (IsTooSmall(n))
+        return JudgeNoData();
+    constexpr f64 most{0.99999F};
+    const f64 r = MaxOf(-most, MinOf(most, sample.Correlation()));
+    if (!IsInterval())
+        return JudgeByProbability(r - simulated, CorrelationErrorEq(r, FisherZError(n)));
+    // tanh of z less and more half the width.
+    const f64 factor = std::exp(2 * f64{NorInv(PrecisionLevel())} * f64{FisherZError(n)});
+    const auto limit = [odds = (1 + r) / (1 - r)](f64 f) {
+        return (odds * f - 1) / (odds * f + 1);
     };
-    return ErrorProbabilityEq(below(r - ParValue(1)), below(r + ParValue(1)));
+    JudgeInterval(r - simulated, r - limit(1 / factor), limit(factor) - r);
 }
 
 // --- Regression -------------------------------------------------------------------------------
@@ -249,6 +427,36 @@ f64 PARNOR2REGRESS::RootFunction() {
     const f64 residual{Single(ParValue(residualSd))};
     const f64 covariate{Single(ParValue(covariateSd))};
     return StudentRoot(SlopeError(residual, covariate, Pairs()), Pairs() - 2);
+}
+
+void PARNOR2REGRESS::GetSimPar() {
+    PrepareTruth(0);
+}
+
+void PARNOR2REGRESS::SimSample(i16 n1, i16, bool isH1) {
+    DrawPairs(n1, 0, isH1);
+}
+
+namespace {
+
+SlopeEstimate SampleSlope() {
+    return EstimateSlope(sample, simulated, f64{Single(ParValue(residualSd))},
+                         f64{Single(ParValue(covariateSd))});
+}
+
+} // namespace
+
+f32 PARNOR2REGRESS::SimTest(i16 n1, i16) {
+    if (n1 == 0)
+        return 1;
+    const SlopeEstimate estimate = SampleSlope();
+    return StudentPValue(hypotheses, estimate.Slope, estimate.Se, estimate.Df);
+}
+
+void PARNOR2REGRESS::SimInterval() {
+    DrawPairs(SimSize1(1), 0, true);
+    const SlopeEstimate estimate = SampleSlope();
+    JudgeStudent(estimate.Slope - simulated, estimate.Se, estimate.Df);
 }
 
 } // namespace quorvanta

@@ -14,6 +14,10 @@ struct PARNOR2MEAN {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
+    static void SimInterval();
 };
 
 // Standard deviation 2 / standard deviation 1. Two variables have equal deviations if and only if
@@ -25,6 +29,10 @@ struct PARNOR2SD {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
+    static void SimInterval();
 };
 
 // The correlation coefficient, by Fisher's z (R. A. Fisher, Metron 1, 1921; for intervals D. G.
@@ -35,6 +43,10 @@ struct PARNOR2CORREL {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
+    static void SimInterval();
 };
 
 // The regression coefficient, with unknown residual standard deviation: Student's t.
@@ -44,6 +56,10 @@ struct PARNOR2REGRESS {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
+    static void SimInterval();
 };
 
 } // namespace quorvanta

@@ -3,12 +3,19 @@
 #include "core/analysis_state.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "montecarlo/samplemoments.h"
+#include "montecarlo/simstudy.h"
+#include "numeric/randdist.h"
+#include "numeric/rounding.h"
 #include "tests/lists/means.h"
 #include "tests/lists/precision.h"
 #include "tests/precisioneq.h"
 #include "tests/scalestatistic.h"
+#include "tests/simprecision.h"
 #include "tests/testnor.h"
 #include "tests/teststud.h"
+
+#include <cmath>
 
 namespace quorvanta {
 
@@ -55,6 +62,63 @@ f32 DegreesOfFreedom() {
     return CommonSdDf(sizes, dfEntry);
 }
 
+// --- Its simulation ------------------------------------------------------------------------------
+
+ScaleJudge judge; // of a standard deviation
+
+// The means of one study: the error of the estimate, and its standard error on so many degrees of
+// freedom.
+struct MeansStudy {
+    f64 Error = 0;
+    f64 Se = 0;
+    f64 Df = 0;
+};
+
+// The variance of the error of single observations, in units of the true one, where others than the
+// observed ones count.
+f64 ErrorVariance(f64 df) {
+    RandSample.ReDim(0, 1);
+    RandChi2(Single(df));
+    return f64{RandSample(1)} / df;
+}
+
+MeansStudy DrawMeans() {
+    const SampleMoments first = DrawNormalMoments(SimSize1(1));
+    const SampleMoments second = DrawNormalMoments(SimSize2(1));
+    const bool hasTwo = sizes.HasSecond();
+    const f64 sd1{deviations.First()};
+    const f64 sd2 = deviations.HasSecond() ? f64{deviations.Second()} : sd1;
+    MeansStudy study;
+    study.Error = hasTwo ? sd2 * second.Mean - sd1 * first.Mean : sd1 * first.Mean;
+    const f64 ofMeans = sd1 * sd1 / first.Size + (hasTwo ? sd2 * sd2 / second.Size : 0);
+    if (ParListNo == DeviationKnown) {
+        study.Se = std::sqrt(ofMeans);
+        return study;
+    }
+    study.Df = dfEntry == 0 ? first.Size + second.Size - (hasTwo ? 2 : 1) : f64{DegreesOfFreedom()};
+    if (study.Df < 1)
+        return study;
+    const f64 variance =
+        dfEntry == 0 ? (first.Squares + second.Squares) / study.Df : ErrorVariance(study.Df);
+    study.Se = std::sqrt(variance * ofMeans);
+    return study;
+}
+
+bool HasEmptyGroup() {
+    return SimSize1(1) < 1 || (sizes.HasSecond() && SimSize2(1) < 1);
+}
+
+void JudgeSd() {
+    const bool meanKnown = ParListNo == SdMeanKnown;
+    const VarianceEstimate variance1 = EstimateVariance(DrawNormalMoments(SimSize1(1)), meanKnown);
+    if (!sizes.HasSecond())
+        return variance1.Df < 1 ? JudgeNoData() : judge.Judge(variance1.Variance);
+    const VarianceEstimate variance2 = EstimateVariance(DrawNormalMoments(SimSize2(1)), meanKnown);
+    if (variance1.Df < 1 || variance2.Df < 1 || variance1.Variance <= 0)
+        return JudgeNoData();
+    judge.Judge(variance2.Variance / variance1.Variance);
+}
+
 } // namespace
 
 void PARNORM::SetupTest() {
@@ -99,6 +163,24 @@ f64 PARNORM::RootFunction() {
                                        : StudentPrecisionEq(StandardError(), DegreesOfFreedom());
 }
 
+void PARNORM::GetSimPar() {
+    if (IsSd())
+        judge = ScaleJudge(StatisticOf(SimSize1(1), SimSize2(1), 1, ParListNo == SdMeanKnown), 2,
+                           trueRatio == 0 ? 1 : ParValue(trueRatio));
+}
+
+void PARNORM::SimInterval() {
+    if (HasEmptyGroup())
+        return JudgeNoData();
+    if (IsSd())
+        return JudgeSd();
+    const MeansStudy study = DrawMeans();
+    if (ParListNo == DeviationKnown)
+        JudgeNormal(study.Error, study.Se);
+    else
+        JudgeStudent(study.Error, study.Se, study.Df);
+}
+
 void PARLNORM::SetupTest() {
     OfferMeans(ShapeKinds, ParListNo != DeviationKnown && IsInterval());
 }
@@ -121,6 +203,18 @@ void PARLNORM::SearchLimits(f64& lower, f64& upper) {
 f64 PARLNORM::RootFunction() {
     return ParListNo == DeviationKnown ? LogPrecisionEq(StandardError())
                                        : LogStudentPrecisionEq(StandardError(), DegreesOfFreedom());
+}
+
+void PARLNORM::GetSimPar() {}
+
+void PARLNORM::SimInterval() {
+    if (HasEmptyGroup())
+        return JudgeNoData();
+    const MeansStudy study = DrawMeans();
+    if (ParListNo == DeviationKnown)
+        JudgeLogNormal(study.Error, study.Se);
+    else
+        JudgeLogStudent(study.Error, study.Se, study.Df);
 }
 
 } // namespace quorvanta

@@ -13,6 +13,8 @@ struct PARNORM {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+    static void GetSimPar();
+    static void SimInterval();
 };
 
 struct PARLNORM {
@@ -21,6 +23,8 @@ struct PARLNORM {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+    static void GetSimPar();
+    static void SimInterval();
 };
 
 } // namespace quorvanta

@@ -4,9 +4,10 @@
 #include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "core/platform.h"
+#include "montecarlo/poissonevents.h"
 #include "montecarlo/simnormal.h"
 #include "montecarlo/simstudy.h"
-#include "numeric/randdist.h"
 #include "numeric/rounding.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/lists/precision.h"
@@ -15,6 +16,7 @@
 #include "tests/normaltest.h"
 #include "tests/powereq.h"
 #include "tests/precisioneq.h"
+#include "tests/simprecision.h"
 
 #include <cmath>
 
@@ -155,20 +157,45 @@ f64 ExposureOf2(i16 analysis) {
     return IsRate() ? TimeAt(test.Sizes.Second(), analysis) : static_cast<f64>(SimSize2(analysis));
 }
 
-// Adds the events of some exposure at a rate. In many parts, none of which can have more events
-// than can be counted.
-void AddEvents(f64 rate, f64 exposure, f32& sum) {
-    constexpr f64 eventsOfPart = 1000;
-    const f64 expected = rate * exposure;
-    if (!(expected > 0))
+void CheckEvents(f64 expected) {
+    if (expected <= MostEvents)
         return;
-    const i32 parts = ToI32(Int(expected / eventsOfPart)) + 1;
-    RandSample.ReDim(0, parts);
-    RandPoisson(Single(expected / parts));
-    f64 events = 0;
-    for (const f32 drawn : RandSample.Raw().subspan(1))
-        events += f64{drawn};
-    sum = Single(f64{sum} + events);
+    ShowMessage("A Simulated Study Has 1000000 Events at Most.");
+    Cancelled = True;
+}
+
+void PrepareTest() {
+    const Hypotheses& hypothesis = test.Hypothesis;
+    const f32 right = NoOfTails == TwoOneSided ? hypothesis.Right() : 0.0F;
+    SetSimLocations(hypothesis.H0(), right, Single(hypothesis.Truth()));
+    if (!hypothesis.HasTwo()) {
+        drawnH0 = {f64{SimLocation(false)}, 0};
+        drawnH1 = {f64{SimLocation(true)}, 0};
+    } else {
+        drawnH1 = {f64{hypothesis.First()}, f64{hypothesis.Second()}};
+        drawnH0 = NullMeans(drawnH1.First, drawnH1.Second, f64{SimLocation(false)});
+    }
+    const i16 last = SimSize1.HighBound();
+    for (const SimMeans& drawn : {drawnH0, drawnH1})
+        CheckEvents(drawn.First * ExposureOf1(last) +
+                    (test.Sizes.HasSecond() ? drawn.Second * ExposureOf2(last) : 0));
+}
+
+// What a simulated study for an estimate observes of each sample: of a rate the study time counts,
+// of a mean the subjects.
+f64 exposure1 = 0;
+f64 exposure2 = 0;
+
+void PrepareEstimation() {
+    exposure1 = IsRate() ? f64{sizes.First()} : static_cast<f64>(SimSize1(1));
+    exposure2 = IsRate() && sizes.HasSecond() ? f64{sizes.Second()} : static_cast<f64>(SimSize2(1));
+    CheckEvents(f64{means.First()} * exposure1 +
+                (sizes.HasSecond() ? f64{means.Second()} * exposure2 : 0));
+}
+
+// The events of some exposure at a rate.
+void AddEvents(f64 rate, f64 exposure, f32& sum) {
+    sum = Single(f64{sum} + DrawEvents(rate * exposure));
 }
 
 } // namespace
@@ -213,21 +240,11 @@ f64 ParPoisson::RootFunction() {
         std::sqrt(sizes.HasSecond() ? first + f64{means.Second()} / f64{sizes.Second()} : first)));
 }
 
-bool ParPoisson::CanSimulate(const AnalysisKey& key) {
-    return key.ProcedureNo == ProcedureTest;
-}
-
 void ParPoisson::GetSimPar() {
-    const Hypotheses& hypothesis = test.Hypothesis;
-    const f32 right = NoOfTails == TwoOneSided ? hypothesis.Right() : 0.0F;
-    SetSimLocations(hypothesis.H0(), right, Single(hypothesis.Truth()));
-    if (!hypothesis.HasTwo()) {
-        drawnH0 = {f64{SimLocation(false)}, 0};
-        drawnH1 = {f64{SimLocation(true)}, 0};
-        return;
-    }
-    drawnH1 = {f64{hypothesis.First()}, f64{hypothesis.Second()}};
-    drawnH0 = NullMeans(drawnH1.First, drawnH1.Second, f64{SimLocation(false)});
+    if (ProcedureNo == ProcedureTest)
+        PrepareTest();
+    else
+        PrepareEstimation();
 }
 
 void ParPoisson::SimSample(i16 /*n1*/, i16 /*n2*/, bool isH1) {
@@ -260,6 +277,19 @@ f32 ParPoisson::SimTest(i16 /*n1*/, i16 /*n2*/) {
     };
     return NullErrorPValue(Single(mean2 - mean1), SimLoLimit, SimHiLimit, se(SimLoLimit),
                            se(SimHiLimit), 0);
+}
+
+void ParPoisson::SimInterval() {
+    const bool hasTwo = sizes.HasSecond();
+    if (exposure1 <= 0 || (hasTwo && exposure2 <= 0))
+        return JudgeNoData();
+    const f64 mean1 = DrawEvents(f64{means.First()} * exposure1) / exposure1;
+    const f64 error1 = mean1 - f64{means.First()};
+    if (!hasTwo)
+        return JudgeNormal(error1, std::sqrt(mean1 / exposure1));
+    const f64 mean2 = DrawEvents(f64{means.Second()} * exposure2) / exposure2;
+    JudgeNormal(mean2 - f64{means.Second()} - error1,
+                std::sqrt(mean1 / exposure1 + mean2 / exposure2));
 }
 
 } // namespace quorvanta

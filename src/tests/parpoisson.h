@@ -3,7 +3,6 @@
 // the sample size.
 #pragma once
 
-#include "core/analysis_key.h"
 #include "core/types.h"
 
 namespace quorvanta {
@@ -15,10 +14,10 @@ struct ParPoisson {
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
 
-    static bool CanSimulate(const AnalysisKey& key);
     static void GetSimPar();
     static void SimSample(i16 n1, i16 n2, bool isH1);
     static f32 SimTest(i16 n1, i16 n2);
+    static void SimInterval();
 };
 
 } // namespace quorvanta

@@ -69,9 +69,24 @@ f64 QuantilePowerEq(f32 null, f32 right, const Below& below) {
     return power - ParValue(1);
 }
 
-// The same of a ratio that is F distributed when it is divided by its true value: ratio is its null
-// value (with two one-sided tests the left limit, right the other one) over its true value, all
-// above 0; df1 and df2 at least 1. FInv may cap both, and the distribution function has them then.
+// p-value of such a statistic: below(null) is the probability of a smaller one where this null
+// value is true.
+template <class Null, class Below>
+f32 QuantilePValue(Null null, Null right, const Below& below) {
+    const f64 left = below(null);
+    if (NoOfTails == TwoOneSided) {
+        const f64 belowRight = below(right);
+        return static_cast<f32>(1 - left > belowRight ? 1 - left : belowRight);
+    }
+    if (NoOfTails == TwoSided)
+        return static_cast<f32>(2 * (left < 0.5 ? left : 1 - left));
+    return static_cast<f32>(LeftTail == True ? left : 1 - left);
+}
+
+// The power of a ratio that is F distributed when it is divided by its true value: ratio is its
+// null value (with two one-sided tests the left limit, right the other one) over its true value,
+// all above 0; df1 and df2 at least 1. FInv may cap both, and the distribution function has them
+// then.
 f64 FPowerEq(f32 ratio, f32 right, f32 df1, f32 df2);
 
 // p-value of a z statistic for NoOfTails and LeftTail: the estimate, its H0 value (or the two

@@ -63,14 +63,14 @@ f64 StudentPrecisionEq(f32 se, f32 df) {
                         : error - Entered();
 }
 
-namespace {
-
 f64 LogErrorEq(f32 se) {
     const auto below = [se](f64 x) { return f64{LognormCdf(Single(x), 0, se)}; };
     return ErrorProbabilityEq(below(1 - Entered()), below(1 + Entered()));
 }
 
-} // namespace
+f64 LogHalfWidth() {
+    return IsTwoSidedPrecision() ? std::asinh(Entered() / 2) : std::log(1 + Entered());
+}
 
 f64 LogPrecisionEq(f32 se) {
     if (!IsInterval())
@@ -82,10 +82,17 @@ f64 LogPrecisionEq(f32 se) {
 f64 LogStudentPrecisionEq(f32 se, f32 df) {
     if (!IsInterval())
         return LogErrorEq(se);
-    // The half width on the scale of logarithms that makes the relative width the one entered.
-    const f64 half = IsTwoSidedPrecision() ? std::asinh(Entered() / 2) : std::log(1 + Entered());
     const f64 error = f64{TInv(PrecisionLevel(), df)} * f64{se};
-    return RandomWidthEq(WidthRatio(half, error), df);
+    return RandomWidthEq(WidthRatio(LogHalfWidth(), error), df);
+}
+
+f64 ScaleWidth(ScaleStatistic& statistic, int exponent) {
+    const f64 truth = statistic.AtTruth();
+    const f64 level{PrecisionLevel()};
+    const auto limit = [&](f64 p) {
+        return std::pow(truth / statistic.Quantile(p), 1.0 / exponent);
+    };
+    return Width(1 - limit(level), limit(1 - level) - 1);
 }
 
 f64 ScalePrecisionEq(ScaleStatistic statistic, int exponent, f64 unit) {
@@ -93,12 +100,7 @@ f64 ScalePrecisionEq(ScaleStatistic statistic, int exponent, f64 unit) {
     if (!IsInterval())
         return ErrorProbabilityEq(statistic.Cdf((1 - Entered()) * truth),
                                   statistic.Cdf((1 + Entered()) * truth));
-    const f64 level{PrecisionLevel()};
-    const auto limit = [&](f64 p) {
-        return std::pow(truth / statistic.Quantile(p), 1.0 / exponent);
-    };
-    const f64 width = Width(1 - limit(level), limit(1 - level) - 1);
-    const f64 ratio = WidthRatio(Entered() / unit, width);
+    const f64 ratio = WidthRatio(Entered() / unit, ScaleWidth(statistic, exponent));
     return WidthProbabilityEq(statistic.Cdf(truth * std::pow(ratio, exponent)));
 }
 

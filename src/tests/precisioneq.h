@@ -33,6 +33,16 @@ f64 LogPrecisionEq(f32 se);
 // whether se is known or not.
 f64 LogStudentPrecisionEq(f32 se, f32 df);
 
+// Residual of the probability that the relative error of such a point estimate is kept.
+f64 LogErrorEq(f32 se);
+
+// How far the limits of an interval lie from its estimate on the scale of logarithms where the
+// relative width is the one entered.
+f64 LogHalfWidth();
+
+// The width of the interval of a scale parameter in units of its estimate; as below.
+f64 ScaleWidth(ScaleStatistic& statistic, int exponent);
+
 // An estimate of a scale parameter whose power with this exponent is proportional to the statistic.
 // The relative error of a point estimate is that of this power: of the variance, for a standard
 // deviation, whose exponent is 2. The width of an interval is random and told in units of unit

@@ -53,11 +53,16 @@ f64 ScaleStatistic::Quantile(f64 p) {
 }
 
 ScaleStatistic StatisticOf(const SampleValues& sizes, i16 dfPerSubject, bool locationKnown) {
+    const f32 n2 = NoOfSamples == OneSample ? 0.0F : sizes.Second();
+    return StatisticOf(sizes.First(), n2, dfPerSubject, locationKnown);
+}
+
+ScaleStatistic StatisticOf(f32 n1, f32 n2, i16 dfPerSubject, bool locationKnown) {
     const auto df = [=](f32 n) {
         return Single(dfPerSubject * (f64{n} - (locationKnown ? 0 : 1)));
     };
-    const f32 df1 = df(sizes.First());
-    return NoOfSamples == OneSample ? ScaleStatistic(df1) : ScaleStatistic(df(sizes.Second()), df1);
+    const f32 df1 = df(n1);
+    return NoOfSamples == OneSample ? ScaleStatistic(df1) : ScaleStatistic(df(n2), df1);
 }
 
 // The chi-square test of a variance and the F test of two (A. M. Mood, F. A. Graybill and D. C.
@@ -69,6 +74,34 @@ f64 ScalePowerEq(ScaleStatistic statistic, const SampleTest& list, int exponent)
         return statistic.Cdf(f64{factor} * statistic.Quantile(p));
     };
     return QuantilePowerEq(list.Hypothesis.H0(), list.Hypothesis.Right(), below);
+}
+
+f32 Chi2PValue(f64 x, f64 null, f64 right, f64 df) {
+    const ScaleStatistic statistic(Single(df));
+    return QuantilePValue(null, right, [&](f64 value) { return statistic.Cdf(x / value); });
+}
+
+f32 FPValue(f64 x, f64 null, f64 right, f64 df1, f64 df2) {
+    const ScaleStatistic statistic(Single(df1), Single(df2));
+    return QuantilePValue(null, right, [&](f64 value) { return statistic.Cdf(x / value); });
+}
+
+f32 ScalePValue(const SampleTest& list, const ScaleEstimates& estimates, f64 truth, int exponent) {
+    const bool hasTwo = list.Sizes.HasSecond();
+    if (estimates.Df1 < 1 || (hasTwo && estimates.Df2 < 1))
+        return 1;
+    const auto relative = [=](f32 null) {
+        const f64 ratio = f64{null} / truth;
+        return exponent == 2 ? ratio * ratio : ratio;
+    };
+    const f64 null = relative(list.Hypothesis.H0());
+    const f64 right = NoOfTails == TwoOneSided ? relative(list.Hypothesis.Right()) : null;
+    if (!hasTwo)
+        return Chi2PValue(estimates.Df1 * estimates.First, null, right, estimates.Df1);
+    // Where sample 1 does not vary the ratio is beyond all measure.
+    constexpr f64 smallest = 1e-30;
+    return FPValue(estimates.Second / MaxOf(smallest, estimates.First), null, right, estimates.Df2,
+                   estimates.Df1);
 }
 
 } // namespace quorvanta

@@ -2,6 +2,8 @@
 
 #include "core/analysis_state.h"
 #include "core/general.h"
+#include "montecarlo/samplemoments.h"
+#include "montecarlo/simstudy.h"
 #include "numeric/rounding.h"
 #include "tests/association.h"
 #include "tests/lists/regression.h"
@@ -36,6 +38,16 @@ Side SideOfEffect() {
     return falls ? Opposite(SideOfTail()) : SideOfTail();
 }
 
+// --- Its simulation ------------------------------------------------------------------------------
+
+PairMoments first;
+PairMoments second;
+
+f32 Drawable(f64 rho) {
+    constexpr f64 most{0.99999F};
+    return Single(MaxOf(-most, MinOf(most, rho)));
+}
+
 } // namespace
 
 void TESTCORREL::SetupTest() {
@@ -64,6 +76,35 @@ void TESTCORREL::SearchLimits(f64& lower, f64& upper) {
 
 f64 TESTCORREL::RootFunction() {
     return CorrelationTestEq(test.Hypothesis, StandardError());
+}
+
+// Of two samples the first one has its correlation under both hypotheses.
+void TESTCORREL::GetSimPar() {
+    const Hypotheses& hypotheses = test.Hypothesis;
+    const f64 base = hypotheses.HasTwo() ? f64{hypotheses.First()} : 0;
+    SimLoc1 = Drawable(base + hypotheses.NullTruth());
+    SimLoc2 = Drawable(base + hypotheses.Truth());
+}
+
+void TESTCORREL::SimSample(i16 n1, i16 n2, bool isH1) {
+    const f32 rho = isH1 ? SimLoc2 : SimLoc1;
+    if (SimStage == 1)
+        first = second = {};
+    if (!test.Hypothesis.HasTwo())
+        return first.Add(DrawPairMoments(n1, rho));
+    first.Add(DrawPairMoments(n1, test.Hypothesis.First()));
+    second.Add(DrawPairMoments(n2, rho));
+}
+
+// 1 where a sample is too small to have a variance of z.
+f32 TESTCORREL::SimTest(i16 n1, i16 n2) {
+    const bool hasTwo = test.Hypothesis.HasTwo();
+    if (n1 < 4 || (hasTwo && n2 < 4))
+        return 1;
+    if (!hasTwo)
+        return CorrelationPValue(test.Hypothesis, first.Correlation(), FisherZError(n1));
+    const f32 se = Single(std::sqrt(1.0 / (n2 - 3) + 1.0 / (n1 - 3)));
+    return CorrelationPValue(test.Hypothesis, first.Correlation(), second.Correlation(), se);
 }
 
 } // namespace quorvanta

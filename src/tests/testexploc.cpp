@@ -4,6 +4,8 @@
 #include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "montecarlo/exponentialsample.h"
+#include "montecarlo/simstudy.h"
 #include "numeric/rounding.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/lists/turningpoint.h"
@@ -44,6 +46,17 @@ f64 BelowCritical(f64 alpha, f32 null) {
 }
 f64 AboveCritical(f64 alpha, f32 null) {
     return Clip(alpha * Factor(null));
+}
+
+// --- Its simulation ------------------------------------------------------------------------------
+
+f64 simulated = 0; // the true location of the study
+
+// Probability of a smallest one of n observations below this one, where null is true.
+f64 Below(i16 n, f64 smallest, f32 null) {
+    const f64 d = smallest - f64{null};
+    const f64 s{Single(ParValue(scale))};
+    return d <= 0 ? 0 : 1 - ExpClamped(Single(-n * d / s));
 }
 
 } // namespace
@@ -92,6 +105,24 @@ f64 TESTEXPLOC::RootFunction() {
     else
         power = AboveCritical(alpha, null);
     return power - ParValue(1);
+}
+
+void TESTEXPLOC::GetSimPar() {
+    SimLoc1 = Single(hypotheses.NullTruth());
+    SimLoc2 = Single(hypotheses.Truth());
+}
+
+void TESTEXPLOC::SimSample(i16 n1, i16, bool isH1) {
+    DrawExponentialTimes(n1, SimStudy.Sum1, SimStudy.Min1);
+    simulated = f64{isH1 ? SimLoc2 : SimLoc1};
+}
+
+f32 TESTEXPLOC::SimTest(i16 n1, i16) {
+    if (n1 == 0)
+        return 1;
+    const f64 smallest = simulated + f64{SimStudy.Min1} * f64{Single(ParValue(scale))};
+    return QuantilePValue(hypotheses.H0(), hypotheses.Right(),
+                          [=](f32 null) { return Below(n1, smallest, null); });
 }
 
 } // namespace quorvanta

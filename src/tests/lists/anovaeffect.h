@@ -35,6 +35,8 @@ class AnovaEffect {
     bool Check() const;
     void Narrow(f64& lower, f64& upper) const;
 
+    const Hypotheses& Hypothesis() const { return hypotheses_; }
+
     // The equation of the effect in a design: the power that follows, minus the power entered.
     f64 PowerEq(const AnovaDesign& design) const;
     // The same with another standard deviation than the one entered.

@@ -238,6 +238,28 @@ f64 ContrastFromGrids(const TestedMeans& tested) {
     return contrast;
 }
 
+namespace {
+
+bool HasGrid(i16 store, i16 rows, i16 columns) {
+    return HasGridData == True && IsFilled({.Store = store, .Rows = rows, .Columns = columns});
+}
+
+} // namespace
+
+std::optional<LevelFigures> FiguresOfMeans(i16 levels) {
+    if (!HasGrid(meanStore, levels, 1))
+        return std::nullopt;
+    return LevelFigures{.Means = CellsOf(meanStore), .Coefficients = {}, .Deviations = {}};
+}
+
+std::optional<LevelFigures> FiguresOfContrast(i16 levels) {
+    if (!HasGrid(contrastStore, 1, levels) || !HasGrid(contrastMeanStore, deviationRow, levels))
+        return std::nullopt;
+    return LevelFigures{.Means = RowOf(contrastMeanStore, meanRow),
+                        .Coefficients = CellsOf(contrastStore),
+                        .Deviations = RowOf(contrastMeanStore, deviationRow)};
+}
+
 f64 ContrastSdFromGrids(const TestedMeans& tested) {
     const ContrastFigures figures = FiguresOf(tested);
     if (IsNothing(figures.Coefficients))

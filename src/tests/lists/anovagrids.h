@@ -6,6 +6,7 @@
 #include "core/types.h"
 #include "tests/anovaeq.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,5 +43,15 @@ std::vector<Grid> ContrastGrids(const TestedMeans& tested);
 // NoValue if all coefficients are 0.
 f64 ContrastFromGrids(const TestedMeans& tested);
 f64 ContrastSdFromGrids(const TestedMeans& tested);
+
+// What the filled grids say of each level of one factor, of a contrast or of its means alone;
+// nothing where no grids of so many levels belong to the analysis.
+struct LevelFigures {
+    std::vector<f64> Means;
+    std::vector<f64> Coefficients; // of a contrast, with its deviations
+    std::vector<f64> Deviations;
+};
+std::optional<LevelFigures> FiguresOfMeans(i16 levels);
+std::optional<LevelFigures> FiguresOfContrast(i16 levels);
 
 } // namespace quorvanta

@@ -41,6 +41,12 @@ f64 Hypotheses::Truth() const {
     return scale_ == EffectScale::Log ? second / first : second - first;
 }
 
+f64 Hypotheses::NullTruth() const {
+    if (NoOfTails != TwoOneSided)
+        return f64{H0()};
+    return f64{Truth() > Middle() ? Right() : Left()};
+}
+
 f32 Hypotheses::First() const {
     return Single(ParValue(first_));
 }

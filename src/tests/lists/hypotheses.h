@@ -68,6 +68,9 @@ class Hypotheses {
     // One sample: the true value. Two samples: the true effect, not rounded where it is formed of
     // two values.
     f64 Truth() const;
+    // The null value that a simulation under H0 takes for true: H0, between two limits the one that
+    // is nearer to the truth on the scale of the effect.
+    f64 NullTruth() const;
     // Two samples whose values are entered: these.
     f32 First() const;
     f32 Second() const;
