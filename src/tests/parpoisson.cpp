@@ -175,7 +175,7 @@ void PrepareTest() {
         drawnH1 = {f64{hypothesis.First()}, f64{hypothesis.Second()}};
         drawnH0 = NullMeans(drawnH1.First, drawnH1.Second, f64{SimLocation(false)});
     }
-    const i16 last = SimSize1.HighBound();
+    const auto last = static_cast<i16>(SimSize1.HighBound());
     for (const SimMeans& drawn : {drawnH0, drawnH1})
         CheckEvents(drawn.First * ExposureOf1(last) +
                     (test.Sizes.HasSecond() ? drawn.Second * ExposureOf2(last) : 0));
