@@ -119,7 +119,7 @@ f32 TwoProportionsPValue(const ProportionValues& values, const TwoCounts& counts
     const f32 p2 = Single(static_cast<f64>(x2) / n2);
     const f32 correction = corrected ? Single((1.0 / n1 + 1.0 / n2) / 2) : 0.0F;
     const auto se = [&](f32 low, f32 high, f32 null) {
-        return HyperPooledSe(n1, n2, low, high, null, factor1, factor2);
+        return HyperPooledSe(counts.N1, counts.N2, low, high, null, factor1, factor2);
     };
     const f32 difference = Single(f64{p2} - f64{p1});
     if (NoOfTails != TwoOneSided)
