@@ -2,6 +2,7 @@
 // parameter list that the test will have; the result is either checked against a value of other
 // origin before it is expected in the text, or it is that value, entered by the check.
 #include "core/analysis.h"
+#include "core/dispatch.h"
 #include "core/kinds.h"
 #include "core/number_text.h"
 #include "core/option_choice.h"
@@ -1097,6 +1098,8 @@ class EveryStatement : public Statement {
     }
 
     bool IsServed(i16 menuNo) {
+        if (!HasEquation({.IsTest = True, .TestNo = TestNoOfMenu(menuNo)}))
+            return false;
         NewTest(menuNo);
         return ChoosingOptions;
     }

@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/dispatch.h"
 #include "core/driver.h"
 #include "core/fault.h"
 #include "core/general.h"
@@ -37,6 +38,10 @@ std::vector<ValueSet> ReadValueSets() {
 }
 
 bool IsServed(const AnalysisChoice& analysis) {
+    // What is only simulated has no solution.
+    if (analysis.MenuNo >= 0 &&
+        !HasEquation({.IsTest = True, .TestNo = TestNoOfMenu(analysis.MenuNo)}))
+        return false;
     Open(analysis);
     const bool isServed = ChoosingOptions;
     CancelOptions();
