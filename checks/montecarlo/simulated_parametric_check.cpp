@@ -51,6 +51,7 @@ class SimulatedParametric : public SimulationFixture {
         SimulationFixture::SetUp();
         NewWindow(SimulationWindow);
     }
+    void TearDown() override { SimNo = 0; } // as the next one finds it in a program just started
 
     void Choose(const ValidationCase& analysis) {
         // An analysis of a distribution starts as the last one was left.

@@ -251,11 +251,12 @@ def correlation():
         values += f';190={r1};191={r2};39={n1};42={n2}'
         test('menu 210', 2, tails, values, lambda d: (pairs(n1, r1)[0], pairs(n2, r1 + d)[0]),
              nulls, round(r2 - r1, 9), lambda p: NOR.ppf(p) * se,
-             lambda data, null: z_of(data[1]) - z_of(data[0] + null), left, scale=z_of,
+             lambda data, null: z_of(data[1]) - z_of(data[0]) - (z_of(r1 + null) - z_of(r1)), left,
+             scale=z_of,
              groups='24=0,2=0')
     two(2, 0, 0, 0.2, 0.6, 30, 45)
     two(1, 0, 0, 0.1, 0.5, 60, 25)
-    two(1, -1, 0.2, 0.3, 0.2, 50, 50)  # a null difference: its variance is not that of the equation
+    two(1, -1, 0.2, 0.3, 0.2, 50, 50)
     two(3, 0, 0, 0.4, 0.42, 120, 150, (-0.25, 0.25))
 
 

@@ -39,9 +39,13 @@ f32 CorrelationPValue(const Hypotheses& hypotheses, f64 r, f32 se) {
 }
 
 f32 CorrelationPValue(const Hypotheses& hypotheses, f64 r1, f64 r2, f32 se) {
-    const f64 z2 = FisherZOfSample(r2);
+    const f64 first = hypotheses.HasTwo() ? f64{hypotheses.First()} : 0;
+    const f64 difference = FisherZOfSample(r2) - FisherZOfSample(r1);
     return NormalPValue(
-        hypotheses, [=](f64 null) { return z2 - FisherZOfSample(r1 + null); },
+        hypotheses,
+        [=](f64 null) {
+            return difference - (FisherZOfSample(first + null) - FisherZOfSample(first));
+        },
         [se](f64) { return se; });
 }
 

@@ -24,8 +24,8 @@ f64 CorrelationTestEq(const Hypotheses& hypotheses, f32 se);
 f64 FisherZOfSample(f64 r);
 
 // p-value of that test: of the correlation r of one sample, or of r1 and r2 of two. Of two samples
-// the difference under H0, or a limit, is added to r1 as it was drawn, so that their standard error
-// holds where that difference is 0.
+// a difference under H0, or a limit, goes over to the scale of z as in the equation, from the first
+// correlation that is planned.
 f32 CorrelationPValue(const Hypotheses& hypotheses, f64 r, f32 se);
 f32 CorrelationPValue(const Hypotheses& hypotheses, f64 r1, f64 r2, f32 se);
 

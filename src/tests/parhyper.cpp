@@ -74,6 +74,7 @@ SampledProportion DrawFinite(f32 population, f32 share, i16 n) {
     return {n, urn.Draw(n), static_cast<f64>(marked) / all, Weight(population, n)};
 }
 
+// Nothing to prepare.
 void PARHYPER::GetSimPar() {}
 
 void PARHYPER::SimInterval() {

@@ -205,6 +205,7 @@ f64 PARLNORM::RootFunction() {
                                        : LogStudentPrecisionEq(StandardError(), DegreesOfFreedom());
 }
 
+// Nothing to prepare.
 void PARLNORM::GetSimPar() {}
 
 void PARLNORM::SimInterval() {

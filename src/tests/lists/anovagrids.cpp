@@ -246,9 +246,9 @@ bool HasGrid(i16 store, i16 rows, i16 columns) {
 } // namespace
 
 std::optional<LevelFigures> FiguresOfMeans(i16 levels) {
-    if (!HasGrid(meanStore, levels, 1))
+    if (!HasGrid(MeansStore, levels, 1))
         return std::nullopt;
-    return LevelFigures{.Means = CellsOf(meanStore), .Coefficients = {}, .Deviations = {}};
+    return LevelFigures{.Means = CellsOf(MeansStore), .Coefficients = {}, .Deviations = {}};
 }
 
 std::optional<LevelFigures> FiguresOfContrast(i16 levels) {
