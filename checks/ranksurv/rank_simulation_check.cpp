@@ -20,7 +20,7 @@
 #include "support/number.h"
 #include "support/simulation_fixture.h"
 #include "tests/powereq.h"
-#include "tests/testbin.h"
+#include "tests/simproportions.h"
 
 #include <bit>
 #include <cmath>

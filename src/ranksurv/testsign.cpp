@@ -10,6 +10,7 @@
 #include "numeric/rounding.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/lists/samples.h"
+#include "tests/simproportions.h"
 #include "tests/testbin.h"
 
 namespace quorvanta {
