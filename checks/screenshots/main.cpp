@@ -239,7 +239,7 @@ void TakeCalculation(frmMain& window, Photographer& photographer) {
                            [] { ShowMessage("Xmin Must Be < Xmax If Xstep > 0."); });
     photographer.TakeModal("msgBox-close", "msgBox",
                            [&window] { window.CurrentChild()->parentWidget()->close(); });
-    window.Progress().Start(100);
+    window.Progress().Start(100, "");
     for (int i = 0; i < 62; ++i)
         window.Progress().Step();
     photographer.Take("frmProgress", window.Progress());
