@@ -930,9 +930,15 @@ TEST_F(BadFiles, AnAnalysisWithoutANameOpensNothing) {
 }
 
 TEST_F(BadFiles, WhatThisVersionCanNotShowIsNamed) {
-    ExpectRefused([](AnalysisRecord& record) { record.WindowKind = SimulationWindow; }, "window",
-                  "Can't Be Opened. The Window Kind Monte Carlo Simulation Is Not Available in "
-                  "This Version.");
+    // A test that has no simulation, and one that has no equation.
+    ExpectRefused(
+        [](AnalysisRecord& record) {
+            record.WindowKind = SimulationWindow;
+            record.TestNo = 64;
+            record.TestName = "Intraclass Correlation Coefficient";
+        },
+        "window",
+        "Can't Be Opened. Intraclass Correlation Coefficient Is Not Available in This Version.");
     ExpectRefused(
         [](AnalysisRecord& record) {
             record.TestNo = 112;

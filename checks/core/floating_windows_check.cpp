@@ -72,7 +72,7 @@ TEST_F(Floating, ThoseOfAGroupSequentialDesignStayWithOne) {
     Analysis(1).IsGroupSeq = True;
     ShowAll();
     ChildActivated(1);
-    EXPECT_EQ(platform.Shown, (WindowSet{InterimParameters, SequentialMonitor}));
+    EXPECT_EQ(platform.Shown, (WindowSet{SequentialMonitor}));
 }
 
 TEST_F(Floating, ThoseOfAClosedWindowGo) {

@@ -14,7 +14,6 @@ namespace {
 
 constexpr i16 unpaired = 0;
 constexpr i16 paired = 1;
-constexpr i16 jonckheere = 312;
 constexpr i16 equivalence = 800;
 constexpr i16 nonInferiority = 830;
 constexpr i16 bioequivalence = 810;
@@ -56,12 +55,9 @@ TEST_F(SetUp, ATestThatIsNotThereIsToldAndChangesNothing) {
     StoreAnalysis();
     const AnalysisRecord before = Analysis(1);
     platform.Messages.clear();
-    NewTest(jonckheere);
     NewTest(600);
     EXPECT_EQ(platform.Texts(),
               (std::vector<std::string>{
-                  "Nonparametric Location test, Jonckheere-Terpstra test Is Not Available in This "
-                  "Version.",
                   "Normal Distribution Means, Design Is Not Available in This Version."}));
     StoreAnalysis();
     EXPECT_EQ(Analysis(1), before);

@@ -74,7 +74,6 @@ TEST_F(Simulation, HoldsAsManySubjectsAsItCanCount) {
 }
 
 TEST_F(Simulation, RefusesATestThatHasNone) {
-    EXPECT_FALSE(HasSimulation({.IsTest = True, .TestNo = 42}));
     NewTest(menuOrdered);
     EXPECT_NE(LastMessage().find(" Is Not Available as Monte Carlo Simulation."),
               std::string::npos);

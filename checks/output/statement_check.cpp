@@ -2,6 +2,7 @@
 // parameter list that the test will have; the result is either checked against a value of other
 // origin before it is expected in the text, or it is that value, entered by the check.
 #include "core/analysis.h"
+#include "core/dispatch.h"
 #include "core/kinds.h"
 #include "core/number_text.h"
 #include "core/option_choice.h"
@@ -1096,9 +1097,8 @@ class EveryStatement : public Statement {
         }
     }
 
-    // In this window: what is only simulated has no result to tell before it has run.
     bool IsServed(i16 menuNo) {
-        if (IsSimOnlyTest(TestNoOfMenu(menuNo)))
+        if (!HasEquation({.IsTest = True, .TestNo = TestNoOfMenu(menuNo)}))
             return false;
         NewTest(menuNo);
         return ChoosingOptions;

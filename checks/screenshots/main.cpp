@@ -372,6 +372,24 @@ void TakeDistributions(frmMain& window, Photographer& photographer) {
     });
 }
 
+// A simulation with two interim analyses that has ended, and its dialog.
+void TakeSimulation(frmMain& window, Photographer& photographer) {
+    photographer.Trigger("mnuFile(3)");
+    photographer.Trigger("mnuMW(0)");
+    hands::Click(Floating(window, FloatingWindow::Options), "optInterim(2)");
+    hands::Click(Floating(window, FloatingWindow::Options), "cmdOK");
+    const QWidget& dialog = Floating(window, FloatingWindow::InterimParameters);
+    hands::TypeInto(dialog, "txtParValue(2)", "30");
+    hands::TypeInto(dialog, "txtParValue(3)", "30");
+    hands::TypeInto(dialog, "txtRejectH0(0)", "0.005");
+    hands::TypeInto(dialog, "txtRejectH0(1)", "0.014");
+    hands::TypeInto(dialog, "txtRejectH0(2)", "0.045");
+    hands::TypeInto(dialog, "txtMaxNoOfSim", "20000");
+    hands::TypeInto(dialog, "txtSeed", "1");
+    hands::Click(dialog, "cmdOK");
+    photographer.TakeAll("main-simulation");
+}
+
 void TakePictures(frmMain& window, const QString& folder) {
     Photographer photographer(window, folder);
     window.resize(1180, 760);
@@ -391,9 +409,10 @@ void TakePictures(frmMain& window, const QString& folder) {
     TakeGraph(window, photographer);
     ThePlatform().RaiseChild(CalculationWindow, 1);
     TakeDistributions(window, photographer);
+    TakeSimulation(window, photographer);
     hands::Settle();
     photographer.Check(20);
-    for (int n = 1; n <= 4; ++n)
+    for (int n = 1; n <= 5; ++n)
         AnalysisState(n).Changed = False;
 }
 

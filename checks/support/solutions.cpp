@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/dispatch.h"
 #include "core/driver.h"
 #include "core/fault.h"
 #include "core/general.h"
@@ -36,9 +37,10 @@ std::vector<ValueSet> ReadValueSets() {
     return sets;
 }
 
-// Solved, that is: what exists as a simulation only opens a window of its own.
 bool IsServed(const AnalysisChoice& analysis) {
-    if (analysis.MenuNo >= 0 && IsSimOnlyTest(TestNoOfMenu(analysis.MenuNo)))
+    // What is only simulated has no solution.
+    if (analysis.MenuNo >= 0 &&
+        !HasEquation({.IsTest = True, .TestNo = TestNoOfMenu(analysis.MenuNo)}))
         return false;
     Open(analysis);
     const bool isServed = ChoosingOptions;

@@ -2,6 +2,7 @@
 #include "core/analysis_file.h"
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/dispatch.h"
 #include "core/general.h"
 #include "core/menus.h"
 #include "core/platform.h"
@@ -184,7 +185,14 @@ TEST_F(MainWindow, ServesOrRefusesEveryTest) {
             continue;
         Messages.Texts.clear();
         const auto* entry = Window().findChild<QAction*>(NameOf(*item));
-        if (entry->isEnabled()) {
+        if (item->Action == MenuAction::Test &&
+            HasSimulation({.IsTest = True, .TestNo = item->TestNo}) &&
+            !HasEquation({.IsTest = True, .TestNo = item->TestNo})) {
+            Messages.Answers = {QMessageBox::Cancel};
+            Trigger(NameOf(*item));
+            EXPECT_EQ(Messages.Texts, QStringList{ToQt(TestMenuName(item->MenuNo)) +
+                                                  " Is Only Available as Monte Carlo Simulation."});
+        } else if (entry->isEnabled()) {
             Trigger(NameOf(*item));
             ++served;
             EXPECT_TRUE(Options().isVisible());

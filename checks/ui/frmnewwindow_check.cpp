@@ -48,7 +48,7 @@ TEST_F(NewWindowQuestion, HasItsTexts) {
         for (int i = 0; i <= 3; ++i) {
             const QString name = ControlName("optWindow", i);
             EXPECT_EQ(hands::Control<QAbstractButton>(question, name)->isChecked(), i == 0);
-            EXPECT_TRUE(hands::Control(question, name)->isEnabled());
+            EXPECT_TRUE(hands::Control(question, name)->isEnabled() || i == SimulationWindow);
         }
         hands::Click(question, "cmdCancel");
     });
@@ -88,16 +88,15 @@ TEST_F(NewWindowQuestion, IsAnsweredByKeysAlone) {
     EXPECT_EQ(CurrentWindowKind(), CalculationWindow);
 }
 
-TEST_F(NewWindowQuestion, SaysWhenAKindIsNotThereAndOpensNothing) {
-    Ask([](QWidget& question) {
+TEST_F(NewWindowQuestion, OpensASimulation) {
+    hands::WhenModal("frmNewWindow", [](QWidget& question) {
         hands::Click(question, "optWindow(3)");
         hands::Click(question, "cmdCont");
     });
-    EXPECT_EQ(Messages.Texts,
-              QStringList{"The Window Kind Monte Carlo Simulation Is Not Available in This "
-                          "Version."});
-    EXPECT_EQ(AnalysisNo, 0);
-    EXPECT_FALSE(Options().isVisible());
+    Trigger("mnuMW(0)");
+    EXPECT_EQ(CurrentWindowKind(), SimulationWindow);
+    EXPECT_TRUE(Options().isVisible());
+    EXPECT_EQ(TestNo, 41);
 }
 
 TEST_F(NewWindowQuestion, OffersNoSimulationWhereThereIsNone) {

@@ -17,6 +17,7 @@
 #include "core/showpar.h"
 #include "core/values.h"
 #include "montecarlo/shiftmodel.h"
+#include "montecarlo/simulation.h"
 #include "output/format.h"
 #include "output/formatpar.h"
 #include "output/presentation.h"
@@ -356,7 +357,7 @@ QString TheUnknownIsMarked(const frmMain& window) {
 
 QString TablesAndGraphsShowTheirResults(const frmMain& window) {
     for (const ChildWindow* child : ChildrenOf(window)) {
-        if (child->WindowKind() == CalculationWindow)
+        if (child->WindowKind() == CalculationWindow || child->WindowKind() == SimulationWindow)
             continue;
         const bool isTable = child->WindowKind() == TableWindow;
         const Presentation result = PresentationOf(child->AnalysisTag());
@@ -463,6 +464,31 @@ QString TheParameterWindowShowsTheState(const frmMain& window) {
             return complaint;
     }
     return {};
+}
+
+// --- Simulations --------------------------------------------------------------------------------
+
+// The window of the current simulation shows the texts of the state, and no run is under way while
+// the program waits for its user.
+QString TheSimulationShowsItsEstimates(const frmMain& window) {
+    const ChildWindow* child = window.CurrentChild();
+    QString complaint =
+        Is("the run's being over", SimRunning == False && Calculating == False, true);
+    if (!complaint.isEmpty() || child == nullptr || CurrentWindowKind() != SimulationWindow)
+        return complaint;
+    const auto label = [child](const char* name, int row) {
+        return Part<QLabel>(*child, ControlName(name, row)).text();
+    };
+    for (int row = 0; row <= 6 && complaint.isEmpty(); ++row)
+        complaint =
+            FirstOf({Is("a level", label("lblSignEstimate", row), ToQt(SignEstimateText(row))),
+                     Is("a power", label("lblPowerEstimate", row), ToQt(PowerEstimateText(row))),
+                     Is("an acceptance", label("lblPrAcceptEstimate", row),
+                        ToQt(PrAcceptEstimateText(row)))});
+    const bool hasEstimates = !PowerEstimateText(0).empty();
+    return FirstOf(
+        {complaint, Is("its result", OutputReady == True, hasEstimates && HasList()),
+         Is("the exit's being enabled", Part<QPushButton>(*child, "cmdExit").isEnabled(), false)});
 }
 
 // --- Menus, options, summary ------------------------------------------------------------------
@@ -598,6 +624,7 @@ constexpr Invariant invariants[] = {
     {"calculations show their values", CalculationsShowTheirValues},
     {"the unknown is marked", TheUnknownIsMarked},
     {"tables and graphs show their results", TablesAndGraphsShowTheirResults},
+    {"the simulation shows its estimates", TheSimulationShowsItsEstimates},
     {"the hint of an empty table fits", TheHintOfAnEmptyTableFits},
     {"parameters stand beside a table or graph", ParametersStandBesideATableOrGraph},
     {"the axes and the boxes are a permutation", TheAxesAndTheBoxesAreAPermutation},
@@ -699,6 +726,8 @@ QString BrokenResult(unsigned point) {
         return {};
     // A calculation shows the result that its file holds, be the file damaged.
     const AnalysisRecord& record = Analysis(AnalysisNo);
+    if (CurrentWindowKind() == SimulationWindow)
+        return {};
     if (!IsTableOrGraph() && AnalysisFileName != ChildCaption(record.WindowKind, record.WindowNo))
         return {};
     QString complaint;

@@ -658,7 +658,7 @@ void Monkey::ClickMenuBar() {
 void Monkey::OpenWindow() {
     if (Children().size() >= ManyWindows)
         return CloseSomeChild();
-    Trigger(ControlName("mnuFile", static_cast<int>(Below(3))));
+    Trigger(ControlName("mnuFile", static_cast<int>(Below(4))));
 }
 
 void Monkey::UseFiles() {
@@ -803,7 +803,8 @@ void Monkey::PressLabel() {
 }
 
 void Monkey::PressOk() {
-    for (const auto floating : {FloatingWindow::Options, FloatingWindow::Parameters}) {
+    for (const auto floating :
+         {FloatingWindow::Options, FloatingWindow::Parameters, FloatingWindow::InterimParameters}) {
         QWidget* button = Window().Floating(floating)->findChild<QWidget*>("cmdOK");
         if (IsReachable(*button))
             return ClickAt(*button, button->rect().center(), Qt::LeftButton);
@@ -1153,7 +1154,10 @@ void Monkey::AnswerFileDialog(QFileDialog& dialog) {
 // --- Runs -------------------------------------------------------------------------------------
 
 void Monkey::CancelRun() {
-    QWidget* button = Window().Floating(FloatingWindow::Parameters)->findChild<QWidget*>("cmdOK");
+    QWidget* button =
+        SimRunning == True
+            ? Window().CurrentChild()->findChild<QWidget*>("cmdExit")
+            : Window().Floating(FloatingWindow::Parameters)->findChild<QWidget*>("cmdOK");
     ClickAt(*button, button->rect().center(), Qt::LeftButton);
 }
 

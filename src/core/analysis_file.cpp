@@ -208,7 +208,12 @@ void CopyOutput() {
 } // namespace
 
 void FileCommand(i16 index) {
-    if (AskToStopRun() || Calculating == True)
+    const bool opens = index <= SimulationWindow || index == FileOpenAnalysis;
+    if (opens && AskToStopRun())
+        return;
+    if (SimRunning == True && index == FileExit)
+        return ThePlatform().CloseMain();
+    if (Calculating == True)
         return;
     StoreAnalysis();
     switch (index) {

@@ -11,7 +11,7 @@ using enum Occasion;
 constexpr FloatingRow WindowRows[] = {
     {FloatingWindow::Options, {NewChoice, Switched, Emptied, NoneOpen}, ""},
     {FloatingWindow::Parameters, {NewChoice, Switched, Emptied, Closed}, ""},
-    {FloatingWindow::InterimParameters, {NewChoice, NotASequence, Closed}, ""},
+    {FloatingWindow::InterimParameters, {NewChoice, Switched, Emptied, Closed}, ""},
     {FloatingWindow::SequentialMonitor, {NewChoice, NotASequence, Closed}, ""},
     {FloatingWindow::Grid, {NewChoice, Emptied, NoneOpen}, ""},
     {FloatingWindow::Summary, {NewChoice, ResultGone, Closed}, "Summary"},

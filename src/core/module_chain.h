@@ -12,6 +12,8 @@
 #include "ranksurv/testkappa.h"
 #include "ranksurv/testkendall.h"
 #include "ranksurv/testkolsmi.h"
+#include "ranksurv/testkolsmitwo.h"
+#include "ranksurv/testkruskal.h"
 #include "ranksurv/testlifetable.h"
 #include "ranksurv/testlifetablepwexp.h"
 #include "ranksurv/testlifetableweib.h"
@@ -21,6 +23,8 @@
 #include "ranksurv/testlogranknonparam.h"
 #include "ranksurv/testlogrankstrat.h"
 #include "ranksurv/testmw.h"
+#include "ranksurv/testnormscore.h"
+#include "ranksurv/testrankscale.h"
 #include "ranksurv/testreliab.h"
 #include "ranksurv/testsavage.h"
 #include "ranksurv/testsign.h"
@@ -184,6 +188,20 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 41:
     case 42:
         return operation.template operator()<TESTMW>();
+    case 43:
+        return operation.template operator()<TESTNORMSCORE>();
+    case 44:
+        return operation.template operator()<TESTKRUSKAL>();
+    case 45:
+        return operation.template operator()<TESTSIEGEL>();
+    case 46:
+        return operation.template operator()<TESTANSARI>();
+    case 47:
+        return operation.template operator()<TESTKLOTZ>();
+    case 48:
+        return operation.template operator()<TESTMOOD>();
+    case 49:
+        return operation.template operator()<TESTCONOVER>();
     case 50:
         return operation.template operator()<TESTSAVAGE>();
     case 51:
@@ -294,6 +312,12 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTKOLSMI>();
     case 110:
         return operation.template operator()<TESTCHI2INDEP>();
+    case 111:
+        return operation.template operator()<TESTKOLSMITWO>();
+    case 112:
+        return operation.template operator()<TESTJONCKTERP>();
+    case 113:
+        return operation.template operator()<TESTWALDWOLF>();
     case 118:
         return operation.template operator()<TESTCOHEN>();
     case 119:

@@ -4,6 +4,7 @@
 #include "numeric/rounding.h"
 #include "numeric/sortind.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -39,6 +40,62 @@ RankStatistic RankSumMoments(i16 n1, i16 n2) {
     const f64 n = a + b;
     return {
         .Sum = 0, .Mean = Single(b * (n + 1) / 2), .Se = Single(std::sqrt(a * b * (n + 1) / 12))};
+}
+
+const RankScores::Table& RankScores::TableOf(i32 n) {
+    const auto place = tables_.try_emplace(n);
+    Table& table = place.first->second;
+    if (!place.second)
+        return table;
+    f32 sum = 0;
+    for (i32 rank = 1; rank <= n; ++rank) {
+        table.Scores.push_back(Single(rule_(rank, n)));
+        sum += table.Scores.back();
+    }
+    table.Mean = Single(f64{sum} / n);
+    for (const f32 score : table.Scores) {
+        const f64 distance = f64{score} - f64{table.Mean};
+        table.Squares = Single(f64{table.Squares} + distance * distance);
+    }
+    return table;
+}
+
+RankStatistic RankScores::Statistic(i16 n1, i16 n2) {
+    const auto groups = GroupsByRank();
+    const Table& table = TableOf(static_cast<i32>(groups.size()));
+    RankStatistic statistic;
+    for (std::size_t i = 0; i < groups.size(); ++i)
+        statistic.Sum += groups[i] != 0 ? table.Scores[i] : 0.0F;
+    const f64 a{static_cast<f32>(n1)};
+    const f64 b{static_cast<f32>(n2)};
+    const f64 n = a + b;
+    statistic.Mean = Single(b * f64{table.Mean});
+    statistic.Se = Single(std::sqrt(a * b / (n * (n - 1)) * f64{table.Squares}));
+    return statistic;
+}
+
+void RankSums(Array1<f32>& sums) {
+    static Array1<i32> order; // keeps its memory between replicates
+    std::ranges::fill(sums.Raw(), 0.0F);
+    SortIndex(SimStudy.Value, order, SimStudy.Value.HighBound());
+    f32 rank = 0;
+    for (const i32 position : order.Raw()) {
+        rank += 1.0F;
+        sums(static_cast<int>(SimStudy.Group(position))) += rank;
+    }
+}
+
+void OrderOfValues(Array1<i32>& order) {
+    SortIndex(SimStudy.Value, order, SimStudy.Value.HighBound());
+}
+
+void RanksOf(const Array1<f32>& values, std::vector<f32>& ranks) {
+    static Array1<i32> order; // keeps its memory between replicates
+    SortIndex(values, order, values.HighBound());
+    ranks.resize(values.Raw().size());
+    f32 rank = 0;
+    for (const i32 position : order.Raw())
+        ranks[static_cast<std::size_t>(position - 1)] = rank += 1.0F;
 }
 
 } // namespace quorvanta

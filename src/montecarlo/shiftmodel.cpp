@@ -664,6 +664,15 @@ f32 ShiftOf(f32 (*functional)(), f32 p) {
     return Single((low + high) / 2);
 }
 
+void SimulateFamily(DistrList list) {
+    DistrRow family{IsOffered(list, SimNormal) ? i16{SimNormal} : SimExponential, 1, 1};
+    if (NoOfDistr() > 0 && IsOffered(list, Distr(NoOfDistr()).Code))
+        family = Distr(NoOfDistr());
+    if (!(family.Par1 > 0))
+        family.Par1 = 1;
+    SimulateDistr(family);
+}
+
 void SimulateDistr(const DistrRow& distr) {
     SimDistrNo = distr.Code;
     SimDistrPar = distr.Par1;

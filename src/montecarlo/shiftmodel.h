@@ -130,6 +130,11 @@ bool IsOffered(DistrList list, i16 code);
 // be p, 0 < p < 1: that of the probability P(X < Y) or P(X > 0) that was entered.
 f32 ShiftOf(f32 (*functional)(), f32 p);
 
+// The family of a test whose own parameters are location and scale: the one that was chosen from
+// the list, else a normal one, or the first of a list that has none. A shape that was not chosen is
+// 1.
+void SimulateFamily(DistrList list);
+
 // A row as it is simulated: SimDistrNo, and SimDistrPar of a family that has a shape.
 void SimulateDistr(const DistrRow& distr);
 

@@ -54,4 +54,21 @@ void SimTwoSamples(i16 n1, i16 n2, f32 d, f32 s1, f32 s2) {
     SimOneSample(n2, 2, d, s2);
 }
 
+void SimPairs(i16 n, f32 rho) {
+    if (n < 1)
+        return;
+    RandSample.ReDim(0, n);
+    RandSample2.ReDim(0, n);
+    RandBivNormal(rho);
+    const int before = SimStudy.Value.HighBound();
+    SimStudy.Value.ReDimPreserve(before + n);
+    SimStudy.Group.ReDimPreserve(before + n);
+    const auto copy = [before](const Array1<f32>& drawn, Array1<f32>& to) {
+        std::ranges::copy(drawn.Raw().subspan(1),
+                          to.Raw().subspan(static_cast<std::size_t>(before)).begin());
+    };
+    copy(RandSample, SimStudy.Value);
+    copy(RandSample2, SimStudy.Group);
+}
+
 } // namespace quorvanta

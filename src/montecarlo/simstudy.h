@@ -68,4 +68,8 @@ void SimTwoSamples(i16 n1, i16 n2, f32 d, f32 s1, f32 s2);
 // n new subjects of one group: draws of that family, times scale, plus location.
 void SimOneSample(i16 n, f32 group, f32 location, f32 scale);
 
+// n new pairs of a bivariate normal distribution with correlation rho: their first members go to
+// Value, the second ones to Group.
+void SimPairs(i16 n, f32 rho);
+
 } // namespace quorvanta

@@ -38,7 +38,8 @@ Array1<i32> CountAcceptH1;
 
 namespace {
 
-i16 analyses = 1; // K
+i16 analyses = 1;  // K
+i16 simulated = 0; // the analysis that was run last
 std::vector<SimPoint> history;
 i32 historyStep = 1; // replicates between two of its points, at least
 f64 busySeconds = 0; // of the run so far, without its pauses
@@ -301,11 +302,13 @@ class Running {
         Paused = False;
         HideWindows(Occasion::ResultGone);
         ThePlatform().RefreshChild();
+        ThePlatform().RefreshSimulation();
     }
     ~Running() {
         SimRunning = False;
         Calculating = False;
         Paused = True;
+        ThePlatform().RefreshSimulation();
     }
     Running(const Running&) = delete;
     Running& operator=(const Running&) = delete;
@@ -362,7 +365,6 @@ void Finish() {
     StoreAnalysis();
     UpdateMenus();
     ThePlatform().RefreshChild();
-    ThePlatform().RefreshSimulation();
 }
 
 } // namespace
@@ -399,6 +401,7 @@ void SimRun() {
     ClearEstimates();
     history.clear();
     historyStep = 1;
+    simulated = AnalysisNo;
     StartStream();
     ReadMaximum();
     {
@@ -516,6 +519,10 @@ f64 SimSecondsLeft() {
 
 const std::vector<SimPoint>& SimHistory() {
     return history;
+}
+
+i16 SimAnalysis() {
+    return simulated;
 }
 
 } // namespace quorvanta

@@ -71,4 +71,7 @@ struct SimPoint {
 };
 const std::vector<SimPoint>& SimHistory();
 
+// The number of the analysis whose run that is; 0 before the first.
+i16 SimAnalysis();
+
 } // namespace quorvanta

@@ -26,20 +26,37 @@ std::vector<std::pair<std::string, std::string>> NamedEstimates() {
     const i16 row = EstimateRow();
     const std::string& sign = SignEstimateText(row);
     const std::string& power = PowerEstimateText(row);
-    if (!IsHypothesisTest())
-        return {{"Coverage Probability", sign},
-                {"Prob (Interval Width < w)", power},
-                {"Pr(Coverage and Width)", PrAcceptEstimateText(row)}};
-    if (IsConfidenceLevel())
-        return {{"Pr(CI Within Limits | H0 true)", sign},
-                {"Pr(CI Within Limits | H1 true)", power}};
-    return {{"Actual Significance Level", sign}, {"Power", power}};
+    const EstimateCaptions captions = CaptionsOfEstimates();
+    if (IsHypothesisTest())
+        return {{captions.Sign, sign}, {captions.Power, power}};
+    return {{captions.Sign, sign},
+            {captions.Power, power},
+            {captions.PrAccept, PrAcceptEstimateText(row)}};
 }
 
 } // namespace
 
 bool IsSimulation() {
     return CurrentWindowKind() == SimulationWindow;
+}
+
+EstimateCaptions CaptionsOfEstimates() {
+    if (!IsHypothesisTest())
+        return {"Coverage Probability", "Prob (Interval Width < w)", "Pr(Coverage and Width)"};
+    if (IsConfidenceLevel())
+        return {"Pr(CI Within Limits | H0 true)", "Pr(CI Within Limits | H1 true)", ""};
+    return {"Actual Significance Level", "Power", "Pr(Accept H0 if H1 true)"};
+}
+
+std::string EstimateRowHead(i16 row) {
+    if (row >= NoOfAnalyses())
+        return "Over-All";
+    return row + 1 == NoOfAnalyses() ? "Final Analysis"
+                                     : "Interim Analysis " + std::to_string(row + 1);
+}
+
+i16 EstimateRows() {
+    return static_cast<i16>(NoOfAnalyses() > 1 ? NoOfAnalyses() + 1 : 1);
 }
 
 bool HasEstimates() {

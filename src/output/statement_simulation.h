@@ -1,6 +1,7 @@
 // What a simulation has estimated, in a statement.
 #pragma once
 
+#include "core/types.h"
 #include "output/statement_clauses.h"
 
 #include <string>
@@ -9,6 +10,20 @@ namespace quorvanta {
 
 // The current window shows a simulation.
 bool IsSimulation();
+
+// What its three columns of estimates are called; empty for one that is not shown.
+struct EstimateCaptions {
+    std::string Sign;
+    std::string Power;
+    std::string PrAccept;
+};
+EstimateCaptions CaptionsOfEstimates();
+
+// What stands before a row of estimates, from 0: "Interim Analysis 1", "Final Analysis", and behind
+// the analyses "Over-All".
+std::string EstimateRowHead(i16 row);
+// The rows: one for each analysis, and one over all where there are several.
+i16 EstimateRows();
 
 // Its estimate of the power is there.
 bool HasEstimates();

@@ -4,6 +4,7 @@
 #include "core/checksearch.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "montecarlo/simstudy.h"
 #include "numeric/rounding.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/powereq.h"
@@ -55,6 +56,39 @@ f64 TESTKENDALL::RootFunction() {
     }
     KendallSD = Single(std::sqrt(variance));
     return NorPowerEq(Single(effect), KendallSD, KendallSD, 0, 0, 0, 0, 0);
+}
+
+// Of a normal distribution tau is 2/pi asin(rho) (M. G. Kendall, Rank Correlation Methods, 4th
+// edition, 1970, chapter 9).
+void TESTKENDALL::GetSimPar() {
+    const f64 value{Single(ParValue(association))};
+    const f64 tau = byConcordance ? 2 * value - 1 : value;
+    SimLoc1 = 0;
+    SimLoc2 = Single(std::sin(Pi * tau / 2));
+}
+
+void TESTKENDALL::SimSample(i16 n1, i16 /*n2*/, bool isH1) {
+    SimPairs(n1, isH1 ? SimLoc2 : SimLoc1);
+}
+
+f32 TESTKENDALL::SimTest(i16 n1, i16 /*n2*/) {
+    constexpr i16 fewest = 2;
+    if (n1 < fewest)
+        return 1;
+    const auto x = SimStudy.Value.Raw();
+    const auto y = SimStudy.Group.Raw();
+    i32 concordant = 0;
+    for (std::size_t i = 1; i < x.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            concordant += (x[i] > x[j]) == (y[i] > y[j]) ? 1 : 0;
+    const f64 n{static_cast<f32>(n1)};
+    const f64 all = n * (n - 1) / 2;
+    const f64 count = static_cast<f64>(concordant);
+    if (byConcordance)
+        return NorPValue(Single(count), Single(all / 2),
+                         Single(std::sqrt((n - 1) * n * (2 * n + 5) / 72)), 0, 0, 0);
+    return NorPValue(Single(2 * count / all - 1), 0,
+                     Single(std::sqrt(2 * (2 * n + 5) / (9 * n * (n - 1)))), 0, 0, 0);
 }
 
 } // namespace quorvanta

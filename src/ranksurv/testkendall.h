@@ -10,6 +10,10 @@ struct TESTKENDALL {
     static void SetParList();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
 };
 
 // Standard deviation of the statistic without association, as the last call of the equation had it.

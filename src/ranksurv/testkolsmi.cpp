@@ -4,9 +4,14 @@
 #include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "core/platform.h"
 #include "montecarlo/distrcdf.h"
+#include "montecarlo/simdistr.h"
+#include "montecarlo/simstudy.h"
+#include "numeric/probdist_discrete.h"
 #include "numeric/randdist.h"
 #include "numeric/rounding.h"
+#include "numeric/sortind.h"
 #include "tests/exactsums.h"
 #include "tests/lists/hypotheses.h"
 
@@ -29,14 +34,14 @@ bool IsDiscrete() {
 }
 
 // Larger observations keep the distribution function of the sample below that of the null.
-Crossing Side() {
+Crossing TestedSide() {
     if (NoOfTails == TwoSided)
         return Crossing::Either;
     return LeftTail == True ? Crossing::Above : Crossing::Below;
 }
 
 f64 ContinuousPower(i32 n, f64 level, const TestedDistributions& tested) {
-    return KolSmiPower(n, level, Side(), [&tested](f64 p) {
+    return KolSmiPower(n, level, TestedSide(), [&tested](f64 p) {
         return DistrCdf(tested.Truth, DistrQuantile(tested.Null, p));
     });
 }
@@ -49,7 +54,7 @@ f64 DiscretePower(i32 n, f64 level, const TestedDistributions& tested) {
     const i32 categories = std::max(DistrCategories(tested.Null), DistrCategories(tested.Truth));
     const std::vector<f64> null = DistrProportions(tested.Null, categories);
     const std::vector<f64> truth = DistrProportions(tested.Truth, categories);
-    return KolSmiDiscreteCrossing(n, d, Side(), null, truth);
+    return KolSmiDiscreteCrossing(n, d, TestedSide(), null, truth);
 }
 
 bool CanBeTested(const TestedDistributions& tested) {
@@ -123,6 +128,110 @@ TestedDistributions KolSmiDistributions() {
     if (NoOfDistr() == both)
         return {Distr(NullRow), Distr(both)};
     return IsDiscrete() ? StartDiscrete : StartContinuous;
+}
+
+namespace {
+
+TestedDistributions simulated;
+std::vector<f64> nullProportions; // of a discrete null
+Array1<f32> nullCells;            // (1..categories) the same
+
+// Greatest distances of the sample: above the null, and below it.
+struct Distances {
+    f64 Above = 0;
+    f64 Below = 0;
+};
+
+Distances ContinuousDistances(i16 n) {
+    static Array1<i32> order; // keeps its memory
+    SortIndex(SimStudy.Value, order, n);
+    Distances d;
+    f64 before = 0;
+    for (i16 i = 1; i <= n; ++i) {
+        const f64 null = DistrCdf(simulated.Null, f64{SimStudy.Value(order(i))});
+        const f64 upTo = static_cast<f64>(i) / n;
+        d.Above = MaxOf(d.Above, upTo - null);
+        d.Below = MaxOf(d.Below, null - before);
+        before = upTo;
+    }
+    return d;
+}
+
+Distances DiscreteDistances(i16 n) {
+    static std::vector<i32> counts; // keeps its memory
+    counts.assign(nullProportions.size(), 0);
+    for (const f32 value : SimStudy.Value.Raw())
+        ++counts[std::min(static_cast<std::size_t>(value), counts.size() - 1)];
+    Distances d;
+    f64 null = 0;
+    f64 sample = 0;
+    for (std::size_t j = 0; j < counts.size(); ++j) {
+        null += nullProportions[j];
+        sample += static_cast<f64>(counts[j]) / n;
+        d.Above = MaxOf(d.Above, sample - null);
+        d.Below = MaxOf(d.Below, null - sample);
+    }
+    return d;
+}
+
+f64 TailOf(i16 n, f64 distance, Crossing side) {
+    const f32 d = Single(distance);
+    if (!IsDiscrete())
+        return 1 - f64{KolSmiCdf(static_cast<f32>(n), d)};
+    const i16 below = side == Crossing::Below ? i16{0} : i16{1};
+    return 1 - f64{KolSmiDiscreteCdf(static_cast<f32>(n), d, nullCells, below)};
+}
+
+// Draws into SimStudy; the discrete families are called directly.
+void Draw(i16 n, const DistrRow& distr) {
+    if (!IsDiscrete())
+        return SimDistr(n, 1, distr);
+    RandSample.ReDim(0, n);
+    if (distr.Code == SimBinomial)
+        RandBinomial(ToI16(f64{distr.Par1}), distr.Par2);
+    else
+        RandPoisson(distr.Par1);
+    const int before = SimStudy.Value.HighBound();
+    SimStudy.Value.ReDimPreserve(before + n);
+    std::ranges::copy(RandSample.Raw().subspan(1), SimStudy.Value.Raw().begin() + before);
+}
+
+} // namespace
+
+void TESTKOLSMI::GetSimPar() {
+    simulated = KolSmiDistributions();
+    if (!CanBeTested(simulated)) {
+        ShowMessage("No Distribution Is Chosen.");
+        Cancelled = True;
+        return;
+    }
+    if (!IsDiscrete())
+        return;
+    const i32 categories =
+        std::max(DistrCategories(simulated.Null), DistrCategories(simulated.Truth));
+    nullProportions = DistrProportions(simulated.Null, categories);
+    nullCells.ReDim(1, categories);
+    std::ranges::transform(nullProportions, nullCells.Raw().begin(),
+                           [](f64 p) { return Single(p); });
+}
+
+void TESTKOLSMI::SimSample(i16 n1, i16 /*n2*/, bool isH1) {
+    if (n1 > 0)
+        Draw(n1, isH1 ? simulated.Truth : simulated.Null);
+}
+
+// One-sided against larger observations the distance below the null counts, where the sample's
+// distribution function then lies. On two sides both terms are taken at the larger distance.
+f32 TESTKOLSMI::SimTest(i16 n1, i16 /*n2*/) {
+    if (n1 == 0)
+        return 1;
+    const Distances d = IsDiscrete() ? DiscreteDistances(n1) : ContinuousDistances(n1);
+    if (TestedSide() != Crossing::Either)
+        return Single(
+            TailOf(n1, TestedSide() == Crossing::Below ? d.Below : d.Above, TestedSide()));
+    const f64 largest = MaxOf(d.Above, d.Below);
+    return Single(
+        MinOf(1, TailOf(n1, largest, Crossing::Below) + TailOf(n1, largest, Crossing::Above)));
 }
 
 } // namespace quorvanta

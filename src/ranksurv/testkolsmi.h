@@ -16,6 +16,10 @@ struct TESTKOLSMI {
     static void SetParList();
     static f64 RootFunction();
 
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
+
     // The power derives from the two distributions.
     static bool IsTablePar(i16 parNo);
     static std::optional<DistrList> TableDistr(i16 parNo);

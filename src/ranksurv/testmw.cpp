@@ -133,6 +133,54 @@ f64 CategoriesEq() {
     return NorPowerEq(Single(std::log(hypotheses.Truth())), s, s, 0, 0, 0, 0, 0);
 }
 
+// --- Their simulation ----------------------------------------------------------------------------
+
+Array1<f32> control; // (1..c) proportions of group 1, and of group 2 where H0 is true
+Array1<f32> shifted; // of group 2 under H1
+Array1<f32> counts1; // (1..c) subjects in the categories so far
+Array1<f32> counts2;
+
+// Those of the grid; else as many equal categories as have the sum of cubes that was typed.
+std::vector<f32> SimulatedControl() {
+    if (HasControlGroup())
+        return ControlGroup();
+    const f64 categories = MaxOf(2, std::nearbyint(1 / std::sqrt(f64{CubeSum()})));
+    return std::vector<f32>(static_cast<std::size_t>(categories), Single(1 / categories));
+}
+
+void FindCategories() {
+    const std::vector<f32> proportions = SimulatedControl();
+    const int c = static_cast<int>(proportions.size());
+    control.ReDim(1, c);
+    shifted.ReDim(1, c);
+    const f64 factor = 1 / hypotheses.Truth();
+    f64 Q = 0;
+    f64 before = 0;
+    for (int j = 1; j <= c; ++j) {
+        control(j) = proportions[static_cast<std::size_t>(j - 1)];
+        Q = MinOf(1, Q + f64{control(j)});
+        const f64 P = Q / (Q + (1 - Q) * factor);
+        shifted(j) = Single(P - before);
+        before = P;
+    }
+}
+
+void DrawCategories(i16 n1, i16 n2, bool isH1) {
+    const int c = control.HighBound();
+    if (SimStage == 1) {
+        counts1.ReDim(1, c);
+        counts2.ReDim(1, c);
+    }
+    const auto draw = [c](i16 n, const Array1<f32>& proportions, Array1<f32>& counts) {
+        RandSample.ReDim(0, c);
+        RandMultinomial(n, proportions);
+        for (int j = 1; j <= c; ++j)
+            counts(j) += RandSample(j);
+    };
+    draw(n1, control, counts1);
+    draw(n2, isH1 ? shifted : control, counts2);
+}
+
 // The value that stands for no effect.
 f64 NoEffect() {
     return ordered ? 1 : 0.5;
@@ -182,12 +230,9 @@ f64 TESTMW::RootFunction() {
     return ordered ? CategoriesEq() : OrderEq();
 }
 
-// Of ordered categories, no window is offered (see HasSimWindow).
-bool TESTMW::CanSimulate(const AnalysisKey& key) {
-    return key.TestNo != TestOfCategories;
-}
-
 void TESTMW::GetSimPar() {
+    if (ordered)
+        return FindCategories();
     const DistrRow distr = ShiftedDistribution();
     SimulateDistr(distr);
     SimLoc1 = 0;
@@ -204,6 +249,8 @@ void TESTMW::GetSimPar() {
 }
 
 void TESTMW::SimSample(i16 n1, i16 n2, bool isH1) {
+    if (ordered)
+        return DrawCategories(n1, n2, isH1);
     const f32 shift = isH1 ? Single(f64{SimLoc2} - f64{SimLoc1}) : shiftH0;
     SimTwoSamples(n1, n2, shift, SimScale1, SimScale2);
 }
@@ -211,6 +258,8 @@ void TESTMW::SimSample(i16 n1, i16 n2, bool isH1) {
 f32 TESTMW::SimTest(i16 n1, i16 n2) {
     if (n1 == 0 || n2 == 0)
         return 1;
+    if (ordered)
+        return NorPValue(OrderedZ(counts1, counts2), 0, 1, 0, 0, 0);
     RankStatistic w = RankSumMoments(n1, n2);
     w.Sum = RankSumOfGroup2();
     const f64 pairs = static_cast<f64>(n1) * n2;
@@ -265,6 +314,31 @@ f32 OrdCubeSum(f32 oddsRatio, f32 n1, f32 n2, const std::vector<f32>& control) {
         sum = Single(f64{sum} + m * m * m);
     }
     return sum;
+}
+
+// An odds ratio above 1 keeps group 2 in the lower categories, so that the statistic counts these
+// (J. Whitehead, Statistics in Medicine 12, 1993, 2257-2271).
+f32 OrderedZ(const Array1<f32>& counts1, const Array1<f32>& counts2) {
+    f64 n1 = 0;
+    f64 n2 = 0;
+    for (int j = 1; j <= counts1.HighBound(); ++j) {
+        n1 += f64{counts1(j)};
+        n2 += f64{counts2(j)};
+    }
+    f64 below = 0; // subjects of group 1 in lower categories
+    f64 sum = 0;
+    f64 cubes = 0;
+    for (int j = 1; j <= counts1.HighBound(); ++j) {
+        const f64 here{counts1(j)};
+        const f64 above = n1 - below - here;
+        sum += (below - above) * f64{counts2(j)};
+        below += here;
+        const f64 share = (here / n1 + f64{counts2(j)} / n2) / 2;
+        cubes += share * share * share;
+    }
+    constexpr f64 least = 1e-5F;
+    const f64 variance = MaxOf(least, n1 * n2 * (n1 + n2) * (1 - cubes) / 3);
+    return Single(-sum / std::sqrt(variance));
 }
 
 } // namespace quorvanta

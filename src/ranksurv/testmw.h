@@ -2,7 +2,7 @@
 // categories.
 #pragma once
 
-#include "core/analysis_key.h"
+#include "core/checked_array.h"
 #include "core/gridtable.h"
 #include "core/types.h"
 #include "montecarlo/shiftmodel.h"
@@ -19,7 +19,6 @@ struct TESTMW {
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
 
-    static bool CanSimulate(const AnalysisKey& key);
     static void GetSimPar();
     static void SimSample(i16 n1, i16 n2, bool isH1);
     static f32 SimTest(i16 n1, i16 n2);
@@ -36,5 +35,10 @@ struct TESTMW {
 // one. The odds are those of a category up to each, and proportional. oddsRatio, n1, n2 > 0; the
 // proportions add up to 1.
 f32 OrdCubeSum(f32 oddsRatio, f32 n1, f32 n2, const std::vector<f32>& control);
+
+// The standardised difference of two groups with these counts in ordered categories (1..c),
+// positive where group 2 has the lower ones: the odds of a category up to each are then the larger
+// in it. No group is empty.
+f32 OrderedZ(const Array1<f32>& counts1, const Array1<f32>& counts2);
 
 } // namespace quorvanta

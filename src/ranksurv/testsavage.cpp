@@ -3,8 +3,11 @@
 #include "core/analysis_state.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "montecarlo/rankscores.h"
+#include "montecarlo/simstudy.h"
+#include "numeric/randdist.h"
 #include "numeric/rounding.h"
-#include "tests/lists/hypotheses.h"
+#include "ranksurv/scalekinds.h"
 #include "tests/powereq.h"
 
 #include <cmath>
@@ -12,11 +15,6 @@
 namespace quorvanta {
 
 namespace {
-
-// Their ratio is 1 under H0. By itself it is entered for a scale 1 of 1.
-constexpr TwoSampleKinds ScaleKinds{
-    Group::H1Scale2, NoKind, Kind::H1Scale2Over1, Kind::H1Scale1, {Kind::H1Scale2, NoKind, NoKind},
-    NoKind,          NoKind};
 
 Hypotheses hypotheses;
 SampleValues sizes;
@@ -59,6 +57,30 @@ f64 TESTSAVAGE::RootFunction() {
     const f32 s0 = Single(mean * std::sqrt(1 / n2 + 1 / n1));
     const f32 s1 = Single(std::sqrt(r1 * r1 / n1 + r2 * r2 / n2));
     return NorPowerEq(Single(r1 - r2), s0, s1, 0, 0, 0, 0, 0);
+}
+
+void TESTSAVAGE::GetSimPar() {
+    SimDistrNo = SimExponential;
+    SimLoc1 = SimLoc2 = 0;
+    SimScale1 = hypotheses.HasTwo() ? hypotheses.First() : 1.0F;
+    SimScale2 = hypotheses.HasTwo() ? hypotheses.Second() : Single(hypotheses.Truth());
+}
+
+void TESTSAVAGE::SimSample(i16 n1, i16 n2, bool isH1) {
+    SimTwoSamples(n1, n2, 0, SimScale1, isH1 ? SimScale2 : SimScale1);
+}
+
+f32 TESTSAVAGE::SimTest(i16 n1, i16 n2) {
+    static RankScores scores([](i32 rank, i32 n) {
+        f64 score = -1;
+        for (i32 j = 1; j <= rank; ++j)
+            score += 1.0 / static_cast<f64>(n - j + 1);
+        return score;
+    });
+    if (n1 == 0 || n2 == 0)
+        return 1;
+    const RankStatistic statistic = scores.Statistic(n1, n2);
+    return NorPValue(statistic.Sum, statistic.Mean, statistic.Se, 0, 0, 0);
 }
 
 } // namespace quorvanta

@@ -11,6 +11,10 @@ struct TESTSAVAGE {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
 };
 
 } // namespace quorvanta

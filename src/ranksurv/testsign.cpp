@@ -2,8 +2,11 @@
 
 #include "core/analysis_state.h"
 #include "core/checksearch.h"
+#include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "montecarlo/simstudy.h"
+#include "numeric/randdist.h"
 #include "numeric/rounding.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/lists/samples.h"
@@ -60,6 +63,24 @@ std::optional<DistrList> TESTSIGN::TableDistr(i16) {
 f32 TESTSIGN::CalcTablePar(i16) {
     SetNullFromShift();
     return PrSignFromShift();
+}
+
+void TESTSIGN::GetSimPar() {
+    SimLoc1 = Even;
+    SimLoc2 = Single(ParValue(above0));
+}
+
+// The sign of an observation is all that counts of it.
+void TESTSIGN::SimSample(i16 n1, i16 /*n2*/, bool isH1) {
+    if (n1 < 1)
+        return;
+    RandSample.ReDim(0, 1);
+    RandBinomial(n1, isH1 ? SimLoc2 : SimLoc1);
+    SimStudy.Sum1 += RandSample(1);
+}
+
+f32 TESTSIGN::SimTest(i16 n1, i16 /*n2*/) {
+    return n1 == 0 ? 1.0F : BinPValue(n1, ToI16(f64{SimStudy.Sum1}), Even, Even, Even);
 }
 
 } // namespace quorvanta

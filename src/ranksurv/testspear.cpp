@@ -3,12 +3,15 @@
 #include "core/analysis_state.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "montecarlo/rankscores.h"
+#include "montecarlo/simstudy.h"
 #include "numeric/rounding.h"
 #include "tests/lists/regression.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/teststud.h"
 
 #include <cmath>
+#include <vector>
 
 namespace quorvanta {
 
@@ -64,6 +67,46 @@ f32 RhoFromR(f32 r) {
 f32 RankCorrZ(f32 n, f32 r, f32 r0) {
     const f64 rho{r};
     return Single((rho - f64{r0}) * std::sqrt((f64{n} - 2) / (1 - rho * rho)));
+}
+
+// Correlations of the normal distribution that is drawn from. Between two limits H0 is true at the
+// one nearer to the truth.
+void TESTSPEAR::GetSimPar() {
+    SimLoc2 = Single(hypotheses.Truth());
+    SimLoc1 = hypotheses.H0();
+    if (NoOfTails != TwoOneSided)
+        return;
+    SimLoLimit = hypotheses.Left();
+    SimHiLimit = hypotheses.Right();
+    const f64 middle = (f64{SimLoLimit} + f64{SimHiLimit}) / 2;
+    SimLoc1 = f64{SimLoc2} > middle ? SimHiLimit : SimLoLimit;
+}
+
+void TESTSPEAR::SimSample(i16 n1, i16 /*n2*/, bool isH1) {
+    SimPairs(n1, isH1 ? SimLoc2 : SimLoc1);
+}
+
+f32 TESTSPEAR::SimTest(i16 n1, i16 /*n2*/) {
+    constexpr i16 fewest = 3;
+    if (n1 < fewest)
+        return 1;
+    static std::vector<f32> first; // both keep their memory
+    static std::vector<f32> second;
+    RanksOf(SimStudy.Value, first);
+    RanksOf(SimStudy.Group, second);
+    f64 squares = 0;
+    for (std::size_t i = 0; i < first.size(); ++i) {
+        const f64 distance = f64{first[i]} - f64{second[i]};
+        squares += distance * distance;
+    }
+    const f64 n{static_cast<f32>(n1)};
+    f32 r = Single(1 - 6 * squares / (n * (n * n - 1)));
+    constexpr f32 fromOne = 1e-5F;
+    if (std::fabs(r) == 1)
+        r = Single(f64{r} - std::copysign(f64{fromOne}, f64{r}));
+    const f32 se = Single(std::sqrt((1 - f64{r} * f64{r}) / (n - 2)));
+    return TPValue(r, RhoFromR(hypotheses.H0()), se, RhoFromR(SimLoLimit), RhoFromR(SimHiLimit),
+                   Single(n - 2));
 }
 
 } // namespace quorvanta

@@ -11,6 +11,10 @@ struct TESTSPEAR {
     static bool CheckPar();
     static void SearchLimits(f64& lower, f64& upper);
     static f64 RootFunction();
+
+    static void GetSimPar();
+    static void SimSample(i16 n1, i16 n2, bool isH1);
+    static f32 SimTest(i16 n1, i16 n2);
 };
 
 // Spearman's rho of a normal distribution with correlation r, -2 <= r <= 2; beyond -1 and 1, where

@@ -3,6 +3,7 @@
 #include "core/floating_windows.h"
 #include "ui/frmgridtable.h"
 #include "ui/frmoutput.h"
+#include "ui/frmshowintpar.h"
 #include "ui/frmshowpar.h"
 #include "ui/frmshowsmp.h"
 #include "ui/frmsummary.h"
@@ -14,9 +15,11 @@ void FloatingForms::Add(FloatingWindow window, Window* form, bool follows) {
     forms_[window] = {form, [form] { form->Refresh(); }, follows};
 }
 
-FloatingForms::FloatingForms(QWidget& parent) : frmShowPar_(new frmShowPar(&parent)) {
+FloatingForms::FloatingForms(QWidget& parent)
+    : frmShowPar_(new frmShowPar(&parent)), frmShowIntPar_(new frmShowIntPar(&parent)) {
     Add(FloatingWindow::Options, new frmShowSmp(&parent), false);
     Add(FloatingWindow::Parameters, frmShowPar_, true);
+    Add(FloatingWindow::InterimParameters, frmShowIntPar_, true);
     Add(FloatingWindow::Grid, new frmGridTable0(&parent), true);
     Add(FloatingWindow::Summary, new frmSummary(&parent), false);
     Add(FloatingWindow::Output, new frmOutput(&parent), true);

@@ -11,6 +11,7 @@ class QWidget;
 
 namespace quorvanta {
 
+class frmShowIntPar;
 class frmShowPar;
 
 class FloatingForms {
@@ -21,6 +22,7 @@ class FloatingForms {
     // Nothing for a window that does not exist.
     QWidget* Widget(FloatingWindow window) const;
     frmShowPar& Parameters() const { return *frmShowPar_; }
+    frmShowIntPar& InterimParameters() const { return *frmShowIntPar_; }
 
     bool IsShown(FloatingWindow window) const;
 
@@ -46,6 +48,7 @@ class FloatingForms {
 
     std::map<FloatingWindow, Form> forms_;
     frmShowPar* frmShowPar_;
+    frmShowIntPar* frmShowIntPar_;
 };
 
 } // namespace quorvanta

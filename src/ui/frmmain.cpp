@@ -17,7 +17,9 @@
 #include "ui/frmabout.h"
 #include "ui/frmcalc.h"
 #include "ui/frmgraph.h"
+#include "ui/frmmonte.h"
 #include "ui/frmprogress.h"
+#include "ui/frmshowintpar.h"
 #include "ui/frmshowpar.h"
 #include "ui/frmtable.h"
 #include "ui/helpviewer.h"
@@ -87,7 +89,8 @@ QString EntryName(const MenuItem& item) {
 
 frmMain::frmMain()
     : area_(new MdiArea(this)), hint_(new QLabel(this)), floating_(*this),
-      frmShowPar_(&floating_.Parameters()), frmProgress_(new frmProgress(this)) {
+      frmShowPar_(&floating_.Parameters()), frmShowIntPar_(&floating_.InterimParameters()),
+      frmProgress_(new frmProgress(this)) {
     setObjectName("frmMain");
     setWindowTitle(ProgramTitle());
     area_->setObjectName("mdiArea");
@@ -95,8 +98,11 @@ frmMain::frmMain()
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(area_);
     connect(area_, &QMdiArea::subWindowActivated, this, &frmMain::ChildToFront);
-    addDockWidget(Qt::RightDockWidgetArea, frmShowPar_);
-    frmShowPar_->hide();
+    for (QDockWidget* beside :
+         {static_cast<QDockWidget*>(frmShowPar_), static_cast<QDockWidget*>(frmShowIntPar_)}) {
+        addDockWidget(Qt::RightDockWidgetArea, beside);
+        beside->hide();
+    }
     setContextMenuPolicy(Qt::NoContextMenu); // which would offer to hide frmShowPar
     setAcceptDrops(true);
 
@@ -175,7 +181,10 @@ QAction* frmMain::MakeAction(const MenuItem& item) {
 }
 
 void frmMain::Choose(const MenuItem& item) {
-    if (Calculating != False)
+    // A run of a simulation is asked about by the commands that would end it.
+    const bool asks = item.Action == MenuAction::Test || item.Action == MenuAction::Distribution ||
+                      item.Action == MenuAction::File;
+    if (Calculating != False && !(SimRunning == True && asks))
         return;
     switch (item.Action) {
     case MenuAction::Test:
@@ -342,7 +351,9 @@ void frmMain::RefreshMenus() {
 }
 
 void frmMain::ShowHint() {
-    if (Calculating != False)
+    if (SimRunning == True)
+        hint_->setText(tr("Simulating. Pause halts it, Esc or Exit ends it."));
+    else if (Calculating != False)
         hint_->setText(tr("Calculating. Esc or Cancel ends the run."));
     else if (const std::string note = CurrentReadingNote(); !note.empty())
         hint_->setText(ToQt(note));
@@ -352,6 +363,8 @@ void frmMain::ShowHint() {
         hint_->setText(tr("Choose the options of the analysis, then press OK. Esc gives them up."));
     else if (NoOfPar == 0)
         hint_->setText(tr("Choose a test or a distribution from the menus for this window."));
+    else if (CurrentWindowKind() == SimulationWindow)
+        hint_->setText(tr("Type the values, then press OK. F1 explains the analysis."));
     else if (IsTableOrGraph())
         hint_->setText(tr("Choose the axes and the values, then press OK. F1 explains them."));
     else
@@ -392,6 +405,8 @@ ChildWindow* frmMain::MakeChild(i16 windowKind, i16 windowNo, i16 analysisNo) {
         return new frmTable(windowNo, analysisNo);
     case GraphWindow:
         return new frmGraph(windowNo, analysisNo);
+    case SimulationWindow:
+        return new frmMonte(windowNo, analysisNo);
     default:
         throw RunTimeError(Fault::InvalidArgument);
     }
@@ -458,8 +473,32 @@ QWidget* frmMain::Floating(FloatingWindow window) const {
     return floating_.Widget(window);
 }
 
+// While a simulation runs its window alone can be used; the menus ask before they end it.
+void frmMain::ShowSimulating(frmMonte& simulation) {
+    isSimulating_ = SimRunning == True;
+    for (ChildWindow* child : Children())
+        child->setEnabled(!isSimulating_ || child == &simulation);
+    frmShowIntPar_->SetRunning(isSimulating_);
+    floating_.Widget(FloatingWindow::Options)->setEnabled(!isSimulating_);
+    simulation.ShowRunning();
+    if (!isSimulating_ && frmShowIntPar_->isVisible())
+        frmShowIntPar_->setFocus();
+    ShowHint();
+}
+
 void frmMain::RefreshSimulation() {
-    RefreshChild();
+    auto* simulation = qobject_cast<frmMonte*>(CurrentChild());
+    if (simulation == nullptr)
+        return;
+    if (isSimulating_ != (SimRunning == True))
+        return ShowSimulating(*simulation);
+    // Estimates that no eye could follow are not drawn.
+    constexpr qint64 milliseconds = 40;
+    const bool isFast = isSimulating_ && Paused == False && Cancelled == False;
+    if (isFast && sinceEstimates_.isValid() && sinceEstimates_.elapsed() < milliseconds)
+        return;
+    simulation->ShowEstimates();
+    sinceEstimates_.start();
 }
 
 void frmMain::RefreshOptions() {
@@ -624,7 +663,7 @@ void frmMain::StepFocus(bool next) {
     QList<QWidget*> stops;
     if (const ChildWindow* child = CurrentChild())
         stops << TabStops(*child);
-    stops << TabStops(*frmShowPar_);
+    stops << TabStops(*frmShowPar_) << TabStops(*frmShowIntPar_);
     if (stops.isEmpty())
         return;
     const qsizetype at = stops.indexOf(focusWidget());

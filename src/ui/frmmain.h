@@ -7,6 +7,7 @@
 #include "ui/filedialogs.h"
 #include "ui/floatingforms.h"
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QPointer>
 #include <QSignalBlocker>
@@ -24,6 +25,8 @@ namespace quorvanta {
 
 class ChildWindow;
 class frmProgress;
+class frmMonte;
+class frmShowIntPar;
 class frmShowPar;
 
 class frmMain : public QMainWindow {
@@ -101,6 +104,7 @@ class frmMain : public QMainWindow {
     ChildWindow* MakeChild(i16 windowKind, i16 windowNo, i16 analysisNo);
     void BringToFront(ChildWindow& child);
     void ShowBeside(QWidget& docked);
+    void ShowSimulating(frmMonte& simulation);
     QPoint PlaceBeside(const QSize& size) const;
 
     QMdiArea* area_;
@@ -116,7 +120,10 @@ class frmMain : public QMainWindow {
     FileDialogs dialogs_;
     FloatingForms floating_;
     frmShowPar* frmShowPar_;
+    frmShowIntPar* frmShowIntPar_;
     frmProgress* frmProgress_;
+    bool isSimulating_ = false;
+    QElapsedTimer sinceEstimates_; // since those of a run were drawn
 };
 
 // Messages and floating windows take the activation with them when they come, and when they go the

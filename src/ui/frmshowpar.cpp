@@ -12,7 +12,6 @@
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -20,8 +19,6 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
@@ -51,23 +48,8 @@ class AxisList : public QComboBox {
 } // namespace
 
 // Made in the order of the eye, which the Tab key follows.
-frmShowPar::frmShowPar(QWidget* parent)
-    : QDockWidget(tr("Parameters"), parent), scroll_(new QScrollArea(this)) {
-    setObjectName("frmShowPar");
-    setFeatures(QDockWidget::DockWidgetMovable);
-    setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
-
-    inputs_ = MakeInputs();
-    scroll_->setWidget(inputs_);
-    scroll_->setWidgetResizable(true);
-    scroll_->setFrameShape(QFrame::NoFrame);
-    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll_->setFocusPolicy(Qt::NoFocus);
-    connect(qApp, &QApplication::focusChanged, scroll_, [this](QWidget*, QWidget* focused) {
-        if (focused != nullptr && inputs_->isAncestorOf(focused))
-            scroll_->ensureWidgetVisible(focused);
-    });
-
+frmShowPar::frmShowPar(QWidget* parent) : ParameterDock("frmShowPar", parent) {
+    QVBoxLayout* column = LayOut(MakeInputs());
     lblGetCalc_ = new QLabel(this);
     lblGetCalc_->setObjectName("lblGetCalc");
     lblGetCalc_->setWordWrap(true);
@@ -81,18 +63,13 @@ frmShowPar::frmShowPar(QWidget* parent)
     cmdOK_->setAutoDefault(true); // Enter presses it when it has the focus
     connect(cmdOK_, &QPushButton::clicked, this, &frmShowPar::cmdOK_Click);
 
-    auto* content = new QWidget(this);
-    auto* column = new QVBoxLayout(content);
-    column->addWidget(scroll_, 1);
     column->addWidget(lblGetCalc_);
     column->addWidget(lblProgress_);
     column->addWidget(pgrProgress_);
     column->addWidget(cmdOK_, 0, Qt::AlignRight);
     column->addStretch(0);
-    setWidget(content);
     setFocusProxy(cbYXZPar_[YRole]);
     EndProgress();
-    hide();
 }
 
 QWidget* frmShowPar::MakeInputs() {
@@ -241,15 +218,6 @@ void frmShowPar::ShowHint() {
     lblGetCalc_->setVisible(!hint.empty());
 }
 
-// As wide as the inputs, so that no label is cut, and as high, so that the button stands right
-// under them; what does not fit into the main window's height is scrolled.
-void frmShowPar::FitToInputs() {
-    inputs_->layout()->activate();
-    scroll_->setMinimumWidth(inputs_->minimumSizeHint().width() +
-                             scroll_->verticalScrollBar()->sizeHint().width());
-    scroll_->setMaximumHeight(inputs_->sizeHint().height());
-}
-
 void frmShowPar::StartProgress(i32 total) {
     done_ = 0;
     pgrProgress_->setRange(0, std::max(total, 1));
@@ -259,7 +227,7 @@ void frmShowPar::StartProgress(i32 total) {
     cmdOK_->setText("Cancel");
     focusBeforeRun_ = window()->focusWidget();
     cmdOK_->setFocus();
-    inputs_->setEnabled(false);
+    Inputs().setEnabled(false);
 }
 
 void frmShowPar::StepProgress() {
@@ -270,7 +238,7 @@ void frmShowPar::EndProgress() {
     lblProgress_->hide();
     pgrProgress_->hide();
     cmdOK_->setText("OK");
-    inputs_->setEnabled(true);
+    Inputs().setEnabled(true);
     if (focusBeforeRun_ != nullptr && window()->focusWidget() == cmdOK_)
         focusBeforeRun_->setFocus();
     focusBeforeRun_ = nullptr;
@@ -322,22 +290,14 @@ ValueBox* frmShowPar::RefusedBox() {
     return nullptr;
 }
 
-bool frmShowPar::event(QEvent* event) {
-    // A label's letter counts before the letter of a menu while the focus is in the window.
-    if (event->type() == QEvent::ShortcutOverride &&
-        HasMnemonic(*this, *static_cast<QKeyEvent*>(event)))
-        event->accept();
-    return QDockWidget::event(event);
-}
-
 void frmShowPar::keyPressEvent(QKeyEvent* event) {
     // A box has its own road for Enter, and leaves the key to the window all the same.
     const bool isInList = qobject_cast<QComboBox*>(window()->focusWidget()) != nullptr;
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (Calculating == False ? isInList && isEnter : event->key() == Qt::Key_Escape)
         cmdOK_Click();
-    else if (!FocusByMnemonic(*this, *event))
-        QDockWidget::keyPressEvent(event);
+    else
+        ParameterDock::keyPressEvent(event);
 }
 
 } // namespace quorvanta

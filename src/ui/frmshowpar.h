@@ -4,8 +4,8 @@
 
 #include "core/showpar.h"
 #include "core/types.h"
+#include "ui/parameterdock.h"
 
-#include <QDockWidget>
 #include <QPointer>
 
 #include <array>
@@ -16,7 +16,6 @@ class QGridLayout;
 class QLabel;
 class QProgressBar;
 class QPushButton;
-class QScrollArea;
 class QVBoxLayout;
 
 namespace quorvanta {
@@ -24,7 +23,7 @@ namespace quorvanta {
 class MnemonicLabel;
 class ValueBox;
 
-class frmShowPar : public QDockWidget {
+class frmShowPar : public ParameterDock {
     Q_OBJECT
 
   public:
@@ -46,7 +45,6 @@ class frmShowPar : public QDockWidget {
     void cmdOK_Click();
 
   protected:
-    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
@@ -59,13 +57,10 @@ class frmShowPar : public QDockWidget {
     void MakeFixedRow(QGridLayout& grid, i16 i);
     void MarkReading();
     void ShowHint();
-    void FitToInputs();
     ValueBox* RefusedBox();
     void ConnectBox(ValueBox& box, const std::function<void()>& change);
     ValueBox& Box(AxisText which) { return *txtAxis_[static_cast<std::size_t>(which)]; }
 
-    QScrollArea* scroll_;
-    QWidget* inputs_;
     std::array<QComboBox*, NoOfRoles> cbYXZPar_{};
     std::array<ValueBox*, 4> txtAxis_{}; // by AxisText
     std::array<MnemonicLabel*, FixedRows> lblParLabel_{};

@@ -15,6 +15,9 @@
 #include <QClipboard>
 #include <QMessageBox>
 #include <QStatusBar>
+#include <QTimer>
+
+#include <chrono>
 
 namespace quorvanta {
 
@@ -109,6 +112,13 @@ void QtPlatform::DoEvents() {
     constexpr qint64 nanosecondsBetweenPumps = 1'000'000;
     if (clock_.nsecsElapsed() - lastPump_ < nanosecondsBetweenPumps)
         return;
+    // A run that is paused waits for its user, and takes no more of the machine than that.
+    if (SimRunning == True && Paused == True) {
+        QTimer wake;
+        wake.setSingleShot(true);
+        wake.start(std::chrono::milliseconds(20));
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
     QCoreApplication::processEvents();
     lastPump_ = clock_.nsecsElapsed();
 }

@@ -15,7 +15,6 @@ namespace quorvanta {
 namespace {
 
 // Stores.
-constexpr i16 meanStore = 1;
 constexpr i16 meanMatrixStore = 4;
 constexpr i16 contrastStore = 5;
 constexpr i16 contrastMeanStore = 6;
@@ -85,7 +84,7 @@ Figures Residuals() {
 
 Figures ComparedMeans(const TestedMeans& tested) {
     if (tested.Columns == 0)
-        return CellsOf(meanStore);
+        return CellsOf(MeansStore);
     return tested.Part == MatrixEffect::Rows ? RowMeans() : ColumnMeans();
 }
 
@@ -162,7 +161,7 @@ std::vector<Grid> MeansGrids(const TestedMeans& tested) {
         const auto columns = LinesOf(tested.Columns);
         return columns ? std::vector<Grid>{MeanMatrix(*levels, *columns)} : std::vector<Grid>{};
     }
-    return {{.Store = meanStore,
+    return {{.Store = MeansStore,
              .Rows = *levels,
              .Columns = 1,
              .Title = "Means",

@@ -11,6 +11,9 @@
 
 namespace quorvanta {
 
+// The store of the means of one factor, in its only row.
+inline constexpr i16 MeansStore = 1;
+
 // What of a matrix of means is tested: the main effect of the factor of its rows, that of its
 // columns, or their interaction.
 enum class MatrixEffect { Rows, Columns, Interaction };

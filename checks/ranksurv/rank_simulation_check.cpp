@@ -1,0 +1,352 @@
+// The simulated rank tests: their statistics on data whose values are known from textbooks or by
+// hand, their edges, and how often they reject.
+#include "core/dispatch.h"
+#include "core/kinds.h"
+#include "core/option_choice.h"
+#include "montecarlo/rankscores.h"
+#include "montecarlo/shiftmodel.h"
+#include "montecarlo/simstudy.h"
+#include "numeric/randdist.h"
+#include "numeric/rnd.h"
+#include "ranksurv/testkendall.h"
+#include "ranksurv/testkolsmitwo.h"
+#include "ranksurv/testkruskal.h"
+#include "ranksurv/testmw.h"
+#include "ranksurv/testnormscore.h"
+#include "ranksurv/testrankscale.h"
+#include "ranksurv/testsavage.h"
+#include "ranksurv/testspear.h"
+#include "ranksurv/testwsign.h"
+#include "support/number.h"
+#include "support/simulation_fixture.h"
+#include "tests/powereq.h"
+#include "tests/testbin.h"
+
+#include <bit>
+#include <cmath>
+#include <vector>
+
+namespace quorvanta::checks {
+namespace {
+
+constexpr i16 menuWilcoxon = 300;
+constexpr i16 menuNormalScores = 310;
+constexpr i16 menuKruskal = 311;
+constexpr i16 menuJonckheere = 312;
+constexpr i16 menuSiegel = 330;
+constexpr i16 menuAnsari = 331;
+constexpr i16 menuKlotz = 332;
+constexpr i16 menuMood = 333;
+constexpr i16 menuConover = 334;
+constexpr i16 menuSavage = 350;
+constexpr i16 menuSignedRank = 360;
+constexpr i16 menuSign = 370;
+
+// A study with these values, group 1 and then group 2.
+void SetStudy(const std::vector<f32>& first, const std::vector<f32>& second) {
+    SimStudy.Reset();
+    const auto add = [](const std::vector<f32>& values, f32 group) {
+        for (const f32 value : values) {
+            const int n = SimStudy.Value.HighBound() + 1;
+            SimStudy.Value.ReDimPreserve(n);
+            SimStudy.Group.ReDimPreserve(n);
+            SimStudy.Value(n) = value;
+            SimStudy.Group(n) = group;
+        }
+    };
+    add(first, 1);
+    add(second, 2);
+}
+
+class RankSimulation : public SimulationFixture {
+  protected:
+    f64 Share(const Array1<i32>& counts) { return static_cast<f64>(counts(1)) / SimNo; }
+    // What a share of n may be away from p, in 99.9 of 100 cases.
+    static f64 Within(f64 p, i32 n) { return 3.3 * std::sqrt(p * (1 - p) / n); }
+};
+
+// --- Ranks ---------------------------------------------------------------------------------------
+
+// Equal values have the ranks of their order, not the mean of these.
+TEST_F(RankSimulation, TiesHaveTheRanksOfTheirOrder) {
+    SetStudy({5, 5, 5}, {5, 5});
+    EXPECT_EQ(RankSumOfGroup2(), 9.0F);
+    SetStudy({0.0F}, {-0.0F});
+    EXPECT_EQ(RankSumOfGroup2(), 2.0F);
+}
+
+TEST_F(RankSimulation, AnEmptyGroupIsNoRejection) {
+    SetStudy({}, {1, 2, 3});
+    EXPECT_EQ(TESTMW::SimTest(0, 3), 1.0F);
+    EXPECT_EQ(TESTMW::SimTest(3, 0), 1.0F);
+    for (const auto& test : {&TESTSIEGEL::SimTest, &TESTANSARI::SimTest, &TESTKLOTZ::SimTest,
+                             &TESTMOOD::SimTest, &TESTCONOVER::SimTest, &TESTNORMSCORE::SimTest,
+                             &TESTSAVAGE::SimTest, &TESTKRUSKAL::SimTest, &TESTJONCKTERP::SimTest,
+                             &TESTKOLSMITWO::SimTest, &TESTWALDWOLF::SimTest}) {
+        EXPECT_EQ(test(0, 3), 1.0F);
+        EXPECT_EQ(test(3, 0), 1.0F);
+    }
+    EXPECT_EQ(TESTWSIGN::SimTest(0, 0), 1.0F);
+    EXPECT_EQ(TESTSPEAR::SimTest(0, 0), 1.0F);
+    EXPECT_EQ(TESTKENDALL::SimTest(0, 0), 1.0F);
+}
+
+TEST_F(RankSimulation, AnsariBradleyHasTheMeanOfItsParity) {
+    EXPECT_FLOAT_EQ(AnsariMoments(2, 2).Mean, 3.0F);
+    EXPECT_FLOAT_EQ(AnsariMoments(3, 2).Mean, 3.6F);
+}
+
+// Moments against those of all assignments of 3 of 7 ranks to group 2, counted one by one.
+TEST_F(RankSimulation, MomentsAreThoseOfAllAssignments) {
+    const auto moments = [](f64 (*score)(int, int), int n, int n2) {
+        f64 sum = 0;
+        f64 squares = 0;
+        int count = 0;
+        for (unsigned set = 0; set < (1U << n); ++set) {
+            if (std::popcount(set) != n2)
+                continue;
+            f64 s = 0;
+            for (int i = 1; i <= n; ++i)
+                s += (set >> (i - 1) & 1U) != 0 ? score(i, n) : 0;
+            sum += s;
+            squares += s * s;
+            ++count;
+        }
+        const f64 mean = sum / count;
+        return std::pair(mean, std::sqrt(squares / count - mean * mean));
+    };
+    const auto ranks = moments([](int i, int) { return f64(i); }, 7, 3);
+    EXPECT_NEAR(RankSumMoments(4, 3).Mean, ranks.first, 1e-5);
+    EXPECT_NEAR(RankSumMoments(4, 3).Se, ranks.second, 1e-5);
+    const auto ends = [](int i, int n) { return f64(std::min(i, n + 1 - i)); };
+    EXPECT_NEAR(AnsariMoments(4, 3).Mean, moments(ends, 7, 3).first, 1e-5);
+    EXPECT_NEAR(AnsariMoments(4, 3).Se, moments(ends, 7, 3).second, 1e-5);
+    EXPECT_NEAR(AnsariMoments(5, 3).Mean, moments(ends, 8, 3).first, 1e-5);
+    EXPECT_NEAR(AnsariMoments(5, 3).Se, moments(ends, 8, 3).second, 1e-5);
+    SetStudy({1, 2, 3, 4}, {5, 6, 7});
+    RankScores squares([](i32 rank, i32) { return static_cast<f64>(rank) * rank; });
+    const auto exact = moments([](int i, int) { return f64(i * i); }, 7, 3);
+    const RankStatistic statistic = squares.Statistic(4, 3);
+    EXPECT_EQ(statistic.Sum, 25.0F + 36.0F + 49.0F);
+    EXPECT_NEAR(statistic.Mean, exact.first, 1e-4);
+    EXPECT_NEAR(statistic.Se, exact.second, 1e-4);
+}
+
+// --- Statistics by hand --------------------------------------------------------------------------
+
+// W = 2 + 4 + 5 + 6 = 17, m = 4 (7 + 1)/2 = 16, s^2 = 3 4 8/12 = 8: z = 0.35355.
+TEST_F(RankSimulation, WilcoxonByHand) {
+    OpenSimulation(menuWilcoxon);
+    SetStudy({1.1F, 3.3F, 7.7F}, {2.2F, 4.4F, 5.5F, 6.6F});
+    EXPECT_NEAR(TESTMW::SimTest(3, 4), 0.723674, 1e-5);
+}
+
+// N = 10: the scores in the order of the values are 1 3 5 7 9 10 8 6 4 2.
+TEST_F(RankSimulation, SiegelTukeyScoresGoInFromBothEnds) {
+    NoOfTails = OneSided;
+    LeftTail = False;
+    SetStudy({3, 4, 5, 6, 7}, {1, 2, 8, 9, 10}); // group 2 is the wider one
+    // Sum 1 + 3 + 6 + 4 + 2 = 16, mean 27.5, variance 5 5 11/12: z = 2.40227.
+    EXPECT_NEAR(TESTSIEGEL::SimTest(5, 5), 0.008147, 2e-5);
+    SetStudy({1, 2, 8, 9, 10}, {3, 4, 5, 6, 7});
+    EXPECT_NEAR(TESTSIEGEL::SimTest(5, 5), 1 - 0.008147, 2e-5);
+}
+
+TEST_F(RankSimulation, KruskalWallisByHand) {
+    OpenSimulation(menuKruskal);
+    Type(Kind::NoOfGroups, "3");
+    Run("1", "1");
+    SetStudy({2.9F, 3.0F, 2.5F, 2.6F, 3.2F}, {});
+    const auto add = [](std::vector<f32> values, f32 group) {
+        for (const f32 value : values) {
+            const int n = SimStudy.Value.HighBound() + 1;
+            SimStudy.Value.ReDimPreserve(n);
+            SimStudy.Group.ReDimPreserve(n);
+            SimStudy.Value(n) = value;
+            SimStudy.Group(n) = group;
+        }
+    };
+    add({3.8F, 2.7F, 4.0F, 2.4F, 3.9F}, 2);
+    add({2.8F, 3.4F, 3.7F, 2.2F, 2.0F}, 3);
+    // Rank sums 36, 51 and 33 of the samples of 5: H = 12/(15 16) (16 + 121 + 49)/5 = 1.86, and
+    // with two degrees of freedom the upper tail is exp(-H/2). Chi2Cdf is its own approximation.
+    EXPECT_NEAR(TESTKRUSKAL::SimTest(5, 5), std::exp(-1.86 / 2), 1e-3);
+}
+
+TEST_F(RankSimulation, JonckheereCountsPairsInOrder) {
+    OpenSimulation(menuJonckheere);
+    Type(Kind::NoOfGroups, "3");
+    Run("1", "1");
+    SetStudy({1, 2}, {3, 4});
+    for (const f32 value : {5.0F, 6.0F}) {
+        const int n = SimStudy.Value.HighBound() + 1;
+        SimStudy.Value.ReDimPreserve(n);
+        SimStudy.Group.ReDimPreserve(n);
+        SimStudy.Value(n) = value;
+        SimStudy.Group(n) = 3;
+    }
+    // All 12 pairs, mean (36 - 12)/4 = 6, variance (36 15 - 3 28)/72 = 6.3333: z = 2.38416.
+    EXPECT_NEAR(TESTJONCKTERP::SimTest(2, 2), 0.008559, 2e-5);
+}
+
+// Larger observations of sample 2 have a small one-sided p-value, and in the left tail a large one.
+TEST_F(RankSimulation, KolmogorovSmirnovLooksInTheDirectionOfAllOthers) {
+    OpenSimulation(menuNormalScores);
+    SetStudy({1, 2, 3, 4, 5, 6}, {4.5F, 7, 8, 9, 10, 11});
+    NoOfTails = OneSided;
+    LeftTail = False;
+    const f32 right = TESTKOLSMITWO::SimTest(6, 6);
+    EXPECT_LT(right, 0.05F);
+    EXPECT_LT(TESTNORMSCORE::SimTest(6, 6), 0.05F);
+    LeftTail = True;
+    EXPECT_GT(TESTKOLSMITWO::SimTest(6, 6), 0.5F);
+    EXPECT_GT(TESTNORMSCORE::SimTest(6, 6), 0.5F);
+    NoOfTails = TwoSided;
+    LeftTail = False;
+    // D = 5/6 - 0 at 6: 1 - 1/6 = 5/6, n1 n2/(n1 + n2) = 3: the one-sided limit is
+    // exp(-2 3 (5/6)^2) = 0.0155.
+    EXPECT_NEAR(right, std::exp(-6.0 * 25 / 36), 1e-4);
+}
+
+TEST_F(RankSimulation, KolmogorovSmirnovPassesOverTies) {
+    NoOfTails = TwoSided;
+    SetStudy({1, 1, 1}, {1, 1, 1});
+    EXPECT_EQ(TESTKOLSMITWO::SimTest(3, 3), 1.0F);
+}
+
+// Runs aa b a bb in the order: 4 runs, n1 = n2 = 3: mean 4, so p is a half.
+TEST_F(RankSimulation, WaldWolfowitzCountsRuns) {
+    SetStudy({1, 2, 4}, {3, 5, 6});
+    EXPECT_NEAR(TESTWALDWOLF::SimTest(3, 3), 0.5, 1e-6);
+}
+
+TEST_F(RankSimulation, OrderedCategories) {
+    // Agresti-like 2 x 3 table by hand: S = sum over group 2 of (below - above).
+    Array1<f32> first(1, 3);
+    Array1<f32> second(1, 3);
+    first(1) = 5;
+    first(2) = 10;
+    first(3) = 5;
+    second(1) = 10;
+    second(2) = 6;
+    second(3) = 4;
+    // S = -15 10 + (5 - 5) 6 + 15 4 = -90; D = ((0.375)^3 + (0.4)^3 + (0.225)^3) = 0.128125;
+    // v = 20 20 40 (1 - D)/3.
+    const f64 d = 0.375 * 0.375 * 0.375 + 0.4 * 0.4 * 0.4 + 0.225 * 0.225 * 0.225;
+    EXPECT_NEAR(OrderedZ(first, second), 90 / std::sqrt(16000 * (1 - d) / 3), 1e-5);
+}
+
+// Two of ten at 0.5: P(X <= 2) = 56/1024.
+TEST_F(RankSimulation, ExactBinomialPValues) {
+    NoOfTails = OneSided;
+    LeftTail = True;
+    EXPECT_NEAR(BinPValue(10, 2, 0.5F, 0, 0), 56.0 / 1024, 1e-6);
+    LeftTail = False;
+    EXPECT_NEAR(BinPValue(10, 8, 0.5F, 0, 0), 56.0 / 1024, 1e-6);
+    NoOfTails = TwoSided;
+    EXPECT_NEAR(BinPValue(10, 2, 0.5F, 0, 0), 112.0 / 1024, 1e-6);
+    EXPECT_EQ(BinPValue(10, 5, 0.5F, 0, 0), 1.0F);
+    NoOfTails = TwoOneSided;
+    // Of the two tests against 0.3 and 0.7 the larger p-value: P(X >= 5 | 0.3) = 0.150268.
+    EXPECT_NEAR(BinPValue(10, 5, 0.5F, 0.3F, 0.7F), 0.150268, 1e-5);
+    NoOfTails = TwoSided;
+}
+
+// --- How often they reject -----------------------------------------------------------------------
+
+struct Rejections {
+    i16 Menu;
+    std::vector<std::pair<i16, const char*>> Values;
+    f64 Level; // the size of the test as its approximation carries it out
+    f64 Slack; // what that may be away from the nominal level
+};
+
+// The level of 0.05, two-sided, is kept but for what the normal approximation lets go.
+TEST_F(RankSimulation, KeepTheirLevel) {
+    const Rejections tests[] = {
+        {menuWilcoxon, {{Kind::H1ProbabilityOfOrder, "0.7"}, {4, "30"}}, 0.05, 0.004},
+        {menuNormalScores, {{62, "0.7"}, {2, "1"}, {4, "30"}}, 0.05, 0.004},
+        {menuSiegel, {{128, "2"}, {4, "30"}}, 0.05, 0.004},
+        {menuAnsari, {{128, "2"}, {4, "30"}}, 0.05, 0.005},
+        {menuKlotz, {{128, "2"}, {4, "30"}}, 0.05, 0.005},
+        {menuMood, {{128, "2"}, {4, "30"}}, 0.05, 0.004},
+        {menuConover, {{128, "2"}, {4, "30"}}, 0.05, 0.004},
+        {menuSavage, {{128, "2"}, {4, "30"}}, 0.05, 0.006},
+        {menuSignedRank, {{153, "0.7"}, {154, "0.75"}, {85, "40"}}, 0.05, 0.004},
+        {menuKruskal, {{34, "0.4"}, {2, "1"}, {17, "3"}, {4, "20"}}, 0.05, 0.006},
+    };
+    constexpr i32 replicates = 20000;
+    for (const Rejections& test : tests) {
+        OpenSimulation(test.Menu);
+        for (const auto& [kind, text] : test.Values)
+            if (PositionOf(kind) >= 0)
+                Type(kind, text);
+        if (PositionOf(Kind::Size2) >= 0)
+            Type(Kind::Size2, "30");
+        if (PositionOf(Kind::Size2Over1) >= 0)
+            Type(Kind::Size2Over1, "1");
+        Run(std::to_string(replicates), "2024");
+        EXPECT_TRUE(platform.Messages.empty()) << LastMessage();
+        EXPECT_NEAR(Share(CountRejectH0), test.Level, test.Slack + Within(test.Level, replicates))
+            << TestName;
+        EXPECT_GT(Share(CountRejectH1), 3 * test.Level) << TestName;
+    }
+}
+
+// Against the equation, which the approximations leave 0.02 away at this size.
+TEST_F(RankSimulation, PowersAreThoseOfTheEquations) {
+    OpenSimulation(menuSign);
+    Type(Kind::H1ProbabilityAbove0, "0.7");
+    Type(Kind::Size, "40");
+    Run("20000", "5");
+    // Binomial: P(X <= 13) + P(X >= 27) of 40 at 0.5 is 0.0385, and at 0.7 0.7032.
+    EXPECT_NEAR(Share(CountRejectH0), 0.03848, Within(0.04, 20000));
+    EXPECT_NEAR(Share(CountRejectH1), 0.70319, Within(0.7, 20000));
+}
+
+TEST_F(RankSimulation, ATypedProbabilityIsTheOneSimulated) {
+    OpenSimulation(menuWilcoxon);
+    Type(Kind::H1ProbabilityOfOrder, "0.76025"); // a normal shift of 1
+    Type(Kind::Size1, "10");
+    Run("1", "1");
+    EXPECT_NEAR(SimLoc2, 1, 1e-3);
+}
+
+TEST_F(RankSimulation, SurvivesTheSmallestSamples) {
+    for (const i16 menu : {menuWilcoxon, menuNormalScores, menuSiegel, menuAnsari, menuKlotz,
+                           menuMood, menuConover, menuSavage}) {
+        OpenSimulation(menu);
+        Type(Kind::Size1, "3");
+        if (PositionOf(Kind::Size2) >= 0)
+            Type(Kind::Size2, "3");
+        Run("200", "1");
+        EXPECT_TRUE(platform.Messages.empty()) << LastMessage();
+        EXPECT_EQ(SimNo, 200) << TestName;
+    }
+}
+
+TEST_F(RankSimulation, DirectionsAgree) {
+    for (const i16 menu : {menuWilcoxon, menuNormalScores, menuSiegel, menuAnsari, menuKlotz,
+                           menuMood, menuConover, menuSavage}) {
+        NewWindow(SimulationWindow);
+        NewTest(menu);
+        ChooseTails(OneSided);
+        ChooseLeftTail(false);
+        AcceptOptions();
+        for (const auto& [kind, text] :
+             std::initializer_list<std::pair<i16, const char*>>{{152, "0.8"},
+                                                                {62, "1"},
+                                                                {2, "1"},
+                                                                {26, "1"},
+                                                                {141, "2.5"},
+                                                                {128, "2.5"},
+                                                                {4, "30"}})
+            if (PositionOf(kind) >= 0)
+                Type(kind, text);
+        Run("400", "3");
+        EXPECT_GT(Share(CountRejectH1), 0.5) << TestName;
+    }
+}
+
+} // namespace
+} // namespace quorvanta::checks

@@ -1,0 +1,68 @@
+// frmShowIntPar: the levels and sizes of the analyses of a simulation, the values of the
+// parameters, the number of simulations and their seed. It stands at the right edge of the main
+// window, beside the window of the simulation.
+#pragma once
+
+#include "core/analysis_state.h"
+#include "core/showintpar.h"
+#include "core/types.h"
+#include "ui/parameterdock.h"
+
+#include <array>
+#include <functional>
+
+class QGridLayout;
+class QLabel;
+class QPushButton;
+
+namespace quorvanta {
+
+class MnemonicLabel;
+class ValueBox;
+
+class frmShowIntPar : public ParameterDock {
+    Q_OBJECT
+
+  public:
+    explicit frmShowIntPar(QWidget* parent);
+
+    // Takes captions, texts and colours from the state.
+    void Refresh();
+
+    // While a simulation runs nothing can be pressed or typed.
+    void SetRunning(bool isRunning);
+
+    void txtCell_Change(IntColumn column, i16 row);
+    void txtParValue_Change(i16 i);
+    void txtParValue_DblClick(i16 i);
+    void txtMaxNoOfSim_Change();
+    void txtSeed_Change();
+    void cmdOK_Click();
+
+  private:
+    static constexpr std::size_t Columns = std::size(IntColumns);
+
+    QWidget* MakeInputs();
+    void MakeTable(QGridLayout& grid);
+    void MakeParRow(QGridLayout& grid, i16 i);
+    ValueBox* MakeRunBox(QGridLayout& grid, int row, const QString& labelName, const QString& label,
+                         const QString& boxName);
+    ValueBox& Cell(IntColumn column, i16 row);
+    void RefreshTable();
+    void RefreshCells();
+    void RefreshParameters();
+    void ShowMarks();
+    void ConnectBox(ValueBox& box, const std::function<void()>& change);
+
+    std::array<MnemonicLabel*, Columns> head_{};
+    std::array<QLabel*, MaxIntRows> lblAnalysis_{};
+    std::array<std::array<ValueBox*, MaxIntRows>, Columns> cells_{};
+    std::array<MnemonicLabel*, MaxPar + 1> lblParName_{};
+    std::array<ValueBox*, MaxPar + 1> txtParValue_{};
+    ValueBox* txtMaxNoOfSim_ = nullptr;
+    ValueBox* txtSeed_ = nullptr;
+    QLabel* lblGetCalc_ = nullptr;
+    QPushButton* cmdOK_ = nullptr;
+};
+
+} // namespace quorvanta
