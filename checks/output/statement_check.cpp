@@ -1097,7 +1097,6 @@ class EveryStatement : public Statement {
         }
     }
 
-    // In this window: what is only simulated has no result to tell before it has run.
     bool IsServed(i16 menuNo) {
         if (!HasEquation({.IsTest = True, .TestNo = TestNoOfMenu(menuNo)}))
             return false;

@@ -37,7 +37,6 @@ std::vector<ValueSet> ReadValueSets() {
     return sets;
 }
 
-// Solved, that is: what exists as a simulation only opens a window of its own.
 bool IsServed(const AnalysisChoice& analysis) {
     if (analysis.MenuNo >= 0 &&
         !HasEquation({.IsTest = True, .TestNo = TestNoOfMenu(analysis.MenuNo)}))

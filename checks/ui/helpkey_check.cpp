@@ -85,8 +85,10 @@ class HelpKey : public WindowCheck {
 };
 
 TEST_F(HelpKey, ExplainsAWindowThatHasNoAnalysisYet) {
-    const std::pair<QString, QString> kinds[] = {
-        {"mnuFile(0)", "23.html"}, {"mnuFile(1)", "25.html"}, {"mnuFile(2)", "27.html"}};
+    const std::pair<QString, QString> kinds[] = {{"mnuFile(0)", "23.html"},
+                                                 {"mnuFile(1)", "25.html"},
+                                                 {"mnuFile(2)", "27.html"},
+                                                 {"mnuFile(3)", "37.html"}};
     for (const auto& [entry, page] : kinds) {
         Trigger(entry);
         EXPECT_EQ(PageAt(Child()), page);
@@ -104,6 +106,15 @@ TEST_F(HelpKey, ExplainsATable) {
         EXPECT_EQ(PageAt(*hands::Control(Parameters(), control)), "24.html") << control;
     ExpectExplained(Child(), 25);
     EXPECT_EQ(PageInModal("frmEditTable", ClickIn(Child(), "cmdEditTable")), "26.html");
+}
+
+TEST_F(HelpKey, ExplainsASimulation) {
+    Trigger("mnuFile(3)");
+    Trigger("mnuMW(0)");
+    hands::Click(Options(), "cmdOK");
+    QWidget& dialog = *Window().Floating(FloatingWindow::InterimParameters);
+    for (const char* control : {"txtRejectH0(0)", "txtMaxNoOfSim", "txtSeed"})
+        EXPECT_EQ(PageAt(*hands::Control(dialog, control)), "36.html") << control;
 }
 
 // The parameter's own words first, then the test's.

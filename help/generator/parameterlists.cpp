@@ -1,9 +1,13 @@
 #include "generator/parameterlists.h"
 
+#include "core/analysis.h"
+#include "core/analysis_file.h"
+#include "core/analysis_key.h"
 #include "core/analysis_state.h"
 #include "core/dispatch.h"
 #include "core/general.h"
 #include "core/option_choice.h"
+#include "core/records.h"
 #include "core/setup.h"
 
 #include <algorithm>
@@ -16,7 +20,27 @@ namespace quorvanta::help {
 
 namespace {
 
+AnalysisKey KeyOf(const HelpSubject& subject) {
+    return {.IsTest = subject.IsTest,
+            .TestNo = subject.TestNo,
+            .DistrNo = subject.DistrNo,
+            .ProcedureNo = ProcedureTest,
+            .ParListNo = 0};
+}
+
+// To the front comes a window that can show the analysis; it is opened if there is none.
+void ShowWindowFor(const HelpSubject& subject) {
+    const i16 kind = IsSolved(subject) ? CalculationWindow : SimulationWindow;
+    if (CurrentWindowKind() == kind)
+        return;
+    for (i16 i = 1; i <= Analysis.HighBound(); ++i)
+        if (Analysis(i).WindowKind == kind && AnalysisState(i).Closed == False)
+            return ChildActivated(i);
+    FileCommand(kind);
+}
+
 void ChooseAnalysis(const HelpSubject& subject) {
+    ShowWindowFor(subject);
     if (subject.IsTest == True)
         NewTest(PathToTest(subject.TestNo).back()->MenuNo);
     else
@@ -191,11 +215,11 @@ std::string InWords(const Way& way) {
 } // namespace
 
 bool IsServed(const HelpSubject& analysis) {
-    return HasEquation({.IsTest = analysis.IsTest,
-                        .TestNo = analysis.TestNo,
-                        .DistrNo = analysis.DistrNo,
-                        .ProcedureNo = ProcedureTest,
-                        .ParListNo = 0});
+    return quorvanta::IsServed(KeyOf(analysis));
+}
+
+bool IsSolved(const HelpSubject& analysis) {
+    return HasEquation(KeyOf(analysis));
 }
 
 std::vector<HelpSubject> ParameterSubjects(const HelpSubject& analysis) {
@@ -226,6 +250,7 @@ std::vector<HelpSubject> ParameterSubjects(const HelpSubject& analysis) {
 }
 
 std::vector<ParameterList> ParameterLists(const HelpSubject& subject) {
+    ShowWindowFor(subject); // which brings its choices
     CheckValue.Fill(0);
     IntParValue.Fill(0);
     ChooseSubject(subject);

@@ -28,8 +28,12 @@ struct ParameterList {
     std::vector<i16> Kinds;
 };
 
-// True if the program has a module for the subject's analysis.
+// True if the program has a module for the subject's analysis, which solves or simulates it.
 bool IsServed(const HelpSubject& analysis);
+
+// True if it has an equation: any value can be the unknown. What is served without one is simulated
+// only.
+bool IsSolved(const HelpSubject& analysis);
 
 // The choices of samples and tails (and, for a distribution, of parameter and procedure) that the
 // analysis offers, as subjects with topic Parameters. The analysis has to be served.

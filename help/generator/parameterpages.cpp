@@ -6,6 +6,7 @@
 #include "output/format.h"
 
 #include <algorithm>
+#include <string>
 
 namespace quorvanta::help {
 
@@ -56,22 +57,44 @@ i32 NumberOf(const HelpSubject& subject) {
     return HelpParameters();
 }
 
-Page ParameterPage(const HelpSubject& subject, const ParameterTexts& texts) {
+// What the values of a list are for.
+std::string PurposeHtml(const HelpSubject& analysis) {
+    return IsSolved(analysis)
+               ? "Each of them can be the unknown: press its label, and it is calculated from the "
+                 "others."
+               : "A simulation takes all of them but the power, which it estimates.";
+}
+
+// A text without its paragraphs about the unknown, which no value of a simulation is.
+std::string WithoutUnknown(const std::string& text) {
+    const std::string end = "\n\n";
+    std::string kept;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t next = std::min(text.find(end, at), text.size());
+        const std::string paragraph = text.substr(at, next - at);
+        if (!paragraph.starts_with("As the unknown") && !paragraph.starts_with("When you solve"))
+            kept += paragraph + end;
+        at = next + end.size();
+    }
+    return kept;
+}
+
+Page ParameterPage(const HelpSubject& subject, const ParameterTexts& texts, i32 textsOf) {
     const i32 description = HelpDescriptionOf(subject);
     Page page;
     page.Number = NumberOf(subject);
     page.File = PageOf(page.Number);
     page.Title = HelpSubjectName(subject) + ": parameters, " + HelpChoicesInWords(subject);
-    page.Body =
-        "<p>The parameters of <a href=\"" + PageOf(description) + "\">" +
-        Escape(HelpSubjectName(subject)) +
-        "</a> in the order of the window. Each of them can be the unknown: press its label, "
-        "and it is calculated from the others.</p>\n";
+    page.Body = "<p>The parameters of <a href=\"" + PageOf(description) + "\">" +
+                Escape(HelpSubjectName(subject)) + "</a> in the order of the window. " +
+                PurposeHtml(subject) + "</p>\n";
     const auto lists = ParameterLists(subject);
-    for (const i16 kind : KindsOf(lists))
+    for (const i16 kind : KindsOf(lists)) {
+        const std::string& text = TextOf(texts, kind, description, textsOf);
         page.Body += "<h3><a name=\"p" + std::to_string(kind) + "\"></a>" + Escape(Label(kind)) +
-                     "</h3>\n" + ToHtml(TextOf(texts, kind, description)) +
+                     "</h3>\n" + ToHtml(IsSolved(subject) ? text : WithoutUnknown(text)) +
                      FactsHtml(kind, ConditionOf(kind, lists));
+    }
     return page;
 }
 
@@ -82,12 +105,13 @@ std::string Lower(std::string text) {
 
 } // namespace
 
-std::vector<Page> ParameterPages(const HelpSubject& analysis, const ParameterTexts& texts) {
+std::vector<Page> ParameterPages(const HelpSubject& analysis, const ParameterTexts& texts,
+                                 i32 textsOf) {
     std::vector<Page> pages;
     if (!IsServed(analysis))
         return pages;
     for (const HelpSubject& subject : ParameterSubjects(analysis))
-        pages.push_back(ParameterPage(subject, texts));
+        pages.push_back(ParameterPage(subject, texts, textsOf));
     return pages;
 }
 

@@ -196,7 +196,7 @@ class Builder {
         if (!topics_.contains(description))
             return;
         Entry entry{StripAmpersand(item.Caption), FileOf(description), {}};
-        for (Page& page : ParameterPages(analysis, texts_)) {
+        for (Page& page : ParameterPages(analysis, texts_, topics_.at(description).TextsOf)) {
             const std::string choices = HelpChoicesInWords(HelpSubjectOf(page.Number));
             entry.Children.push_back({"Parameters: " + choices, page.File, {}});
             site_.Pages.push_back(std::move(page));

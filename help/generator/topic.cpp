@@ -21,7 +21,7 @@ i32 TakeNumber(std::string_view& text, const std::filesystem::path& path) {
     i32 number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc())
-        Refuse(path, "no number in the name");
+        Refuse(path, "no number where one has to be");
     text.remove_prefix(static_cast<std::size_t>(end - text.data()));
     return number;
 }
@@ -62,12 +62,16 @@ Topic ReadTopic(const std::filesystem::path& path) {
     topic.Title = TakeTitle(topic.Text, path);
     for (std::string line = TakeLine(topic.Text); !line.empty(); line = TakeLine(topic.Text)) {
         const std::string_view view = line;
-        if (view.starts_with("keywords: "))
+        if (view.starts_with("keywords: ")) {
             topic.Keywords = Words(view.substr(std::string_view("keywords: ").size()));
-        else if (view.starts_with("section: "))
+        } else if (view.starts_with("section: ")) {
             topic.Section = view.substr(std::string_view("section: ").size());
-        else
+        } else if (view.starts_with("texts: ")) {
+            std::string_view number = view.substr(std::string_view("texts: ").size());
+            topic.TextsOf = TakeNumber(number, path);
+        } else {
             Refuse(path, "no blank line after the title");
+        }
     }
     return topic;
 }
@@ -120,8 +124,8 @@ ParameterTexts ReadParameterTexts(const std::filesystem::path& folder) {
     return texts;
 }
 
-const std::string& TextOf(const ParameterTexts& texts, i16 kind, i32 description) {
-    for (const i32 number : {description, i32{0}}) {
+const std::string& TextOf(const ParameterTexts& texts, i16 kind, i32 description, i32 textsOf) {
+    for (const i32 number : {description, textsOf, i32{0}}) {
         const auto found = texts.find({kind, number});
         if (found != texts.end())
             return found->second;

@@ -12,6 +12,7 @@
 #include "tests/lists/hypotheses.h"
 
 #include <cmath>
+#include <cstddef>
 
 namespace quorvanta {
 
@@ -37,10 +38,9 @@ i16 NoOfGroupsHere() {
 void FindLocations() {
     const i16 k = NoOfGroupsHere();
     locations.ReDim(1, k);
-    const std::vector<Grid> grids{{.Store = MeansStore, .Rows = 1, .Columns = k}};
-    if (HasGridData == True && IsFilled(grids.front())) {
+    if (const auto figures = FiguresOfMeans(k)) {
         for (i16 j = 1; j <= k; ++j)
-            locations(j) = GridData(MeansStore)(1, j);
+            locations(j) = Single(figures->Means[static_cast<std::size_t>(j - 1)]);
         return;
     }
     const f64 step = ParValue(sdOfLocations) / std::sqrt((static_cast<f64>(k) * k - 1) / 12);

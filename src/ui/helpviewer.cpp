@@ -37,7 +37,7 @@ constexpr struct {
     {"frmNewWindow", 21},   {"frmShowPar", 24},    {"frmEditTable", 26},    {"frmEditGraph", 28},
     {"frmSummary", 29},     {"frmOutput", 30},     {"frmGraphOrText", 31},  {"printPreview", 31},
     {"frmEditSummary", 29}, {"frmCmdialog", 32},   {"msgBox", 60},          {"frmGridTable", 34},
-    {"frmGridTable0", 34},  {"frmShiftModel", 35}, {"frmAdjustMethod", 22},
+    {"frmGridTable0", 34},  {"frmShiftModel", 35}, {"frmAdjustMethod", 22}, {"frmShowIntPar", 36},
 };
 
 // The topic of a child window of that kind.
@@ -49,6 +49,8 @@ i32 ChildTopic(i16 windowKind) {
         return 25;
     case GraphWindow:
         return 27;
+    case SimulationWindow:
+        return 37;
     default:
         return HelpContents;
     }
