@@ -1,6 +1,7 @@
 // The simulated rank tests: their statistics on data whose values are known from textbooks or by
 // hand, their edges, and how often they reject.
 #include "core/dispatch.h"
+#include "core/grids.h"
 #include "core/kinds.h"
 #include "core/option_choice.h"
 #include "montecarlo/rankscores.h"
@@ -17,6 +18,7 @@
 #include "ranksurv/testsavage.h"
 #include "ranksurv/testspear.h"
 #include "ranksurv/testwsign.h"
+#include "support/grid_filling.h"
 #include "support/number.h"
 #include "support/simulation_fixture.h"
 #include "tests/powereq.h"
@@ -187,6 +189,22 @@ TEST_F(RankSimulation, JonckheereCountsPairsInOrder) {
     }
     // All 12 pairs, mean (36 - 12)/4 = 6, variance (36 15 - 3 28)/72 = 6.3333: z = 2.38416.
     EXPECT_NEAR(TESTJONCKTERP::SimTest(2, 2), 0.008559, 2e-5);
+}
+
+// Jonckheere and Terpstra's test looks for locations that rise with the groups: those of the grid,
+// where it was filled.
+TEST_F(RankSimulation, LocationsOfTheGridAreSimulated) {
+    const auto power = [this](const GridRowTexts& means) {
+        OpenSimulation(menuJonckheere);
+        Type(Kind::NoOfGroups, "3");
+        platform.GridFillings.emplace_back([means] { return FillCurrentGrid(means); });
+        GetFromTable(PositionOf(Kind::SdOfMeans));
+        EXPECT_TRUE(platform.GridFillings.empty());
+        Run("2000", "7");
+        return Share(CountRejectH1);
+    };
+    EXPECT_GT(power({{"0"}, {"0"}, {"1"}}), 0.8);
+    EXPECT_LT(power({{"1"}, {"0"}, {"0"}}), 0.01);
 }
 
 // Larger observations of sample 2 have a small one-sided p-value, and in the left tail a large one.

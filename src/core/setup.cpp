@@ -69,6 +69,7 @@ void ShowOptions(StepKind step) {
     HelpContext = static_cast<f32>(HelpDescription());
     NoOfPar = 0;
     Calculated = False;
+    OutputReady = False;
     UnknownParNo = 1;
     XParNo = 2;
     ZParNo = 3;

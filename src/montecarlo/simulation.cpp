@@ -379,8 +379,10 @@ void SimStart() {
         return;
     AnalysisStep before = BeforeStep(StepKind::Calculation);
     SimRun();
-    if (OutputReady == True)
-        RememberStep(std::move(before));
+    if (OutputReady == False)
+        return;
+    RememberStep(std::move(before));
+    UpdateMenus(); // which offer to take it back
 }
 
 void SimRun() {

@@ -147,16 +147,4 @@ i16 BinCritHigh(i16 n, f32 level, f32 p) {
     return CritHigh(n, level, BinDensities(n, p));
 }
 
-f32 BinPValue(i16 n, i16 x, f32 p0, f32 low, f32 high) {
-    const auto atMost = [n, x](f32 p) { return f64{BinCdf(n, x, p)}; };
-    const auto atLeast = [n, x](f32 p) {
-        return x < 1 ? 1 : 1 - f64{BinCdf(n, static_cast<i16>(x - 1), p)};
-    };
-    if (NoOfTails == TwoOneSided)
-        return Single(MaxOf(atLeast(low), atMost(high)));
-    if (NoOfTails == TwoSided)
-        return Single(MinOf(1, 2 * MinOf(atLeast(p0), atMost(p0))));
-    return Single(LeftTail == True ? atMost(p0) : atLeast(p0));
-}
-
 } // namespace quorvanta

@@ -34,9 +34,4 @@ f64 ExactProportionEq(const ProportionValues& values, f32 n, bool corrected);
 i16 BinCritLow(i16 n, f32 level, f32 p);
 i16 BinCritHigh(i16 n, f32 level, f32 p);
 
-// p-value of the exact binomial test of x of n for NoOfTails and LeftTail: the tail on the side
-// that rejects, on two sides twice the smaller one, at most 1, between two limits the larger one of
-// the two one-sided tests. n at least 1.
-f32 BinPValue(i16 n, i16 x, f32 p0, f32 low, f32 high);
-
 } // namespace quorvanta
