@@ -92,9 +92,9 @@ void NewAnalysis(const AnalysisKey& key, const std::string& caption, bool offerS
     if (AskToStopRun())
         return;
     StoreAnalysis(); // what CancelOptions brings back
-    HideWindows(Occasion::NewChoice);
     if (!EnsureWindow(key, caption, offerSimulation && HasSimulation(key)))
         return;
+    HideWindows(Occasion::NewChoice);
     Select(key);
     IsGroupSeq = False;
     IsMultComp = False;

@@ -465,8 +465,25 @@ void frmMain::RefreshChild() {
 void frmMain::ChildToFront(QMdiSubWindow* frame) {
     if (frame == nullptr)
         return;
-    if (auto* child = qobject_cast<ChildWindow*>(frame->widget()))
+    auto* child = qobject_cast<ChildWindow*>(frame->widget());
+    if (child == nullptr)
+        return;
+    if (SimRunning == True && child->AnalysisTag() != AnalysisNo)
+        BringBackSimulation();
+    else
         child->Form_Activate();
+}
+
+// While a simulation runs no other window can come before it. Not at once: the area is about to
+// bring that one to the front.
+void frmMain::BringBackSimulation() {
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (ChildWindow* current = CurrentChild())
+                BringToFront(*current);
+        },
+        Qt::QueuedConnection);
 }
 
 QWidget* frmMain::Floating(FloatingWindow window) const {

@@ -105,6 +105,7 @@ class frmMain : public QMainWindow {
     void BringToFront(ChildWindow& child);
     void ShowBeside(QWidget& docked);
     void ShowSimulating(frmMonte& simulation);
+    void BringBackSimulation();
     QPoint PlaceBeside(const QSize& size) const;
 
     QMdiArea* area_;
