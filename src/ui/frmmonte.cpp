@@ -193,6 +193,8 @@ void frmMonte::Refresh() {
     const int rows = hasRows ? EstimateRows() : 0;
     if (rows != shownRows_) {
         shownRows_ = rows;
+        // The layout outside knows of a change inside only when that is laid out.
+        fraSim_->layout()->activate();
         FitToContent();
     }
 }
