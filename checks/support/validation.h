@@ -2,9 +2,9 @@
 //
 // A row of a validation file of checks/data/validation reads, column by column:
 //   Analysis   "menu 0", or "distribution 0 1 2": number, parameter list index, procedure; of a
-//   test
-//              that is about distributions "menu 263 1 0 1 1 0.5 2": code and two parameters of the
-//              one under H0, and of that under H1; of multiple comparisons "menu 730 method 1"
+//              test that is about distributions "menu 263 1 0 1 1 0.5 2": code and two parameters
+//              of the one under H0, and of that under H1; of multiple comparisons "menu 730 method
+//              1"
 //   Samples, Tails, Left (-1 or 0)
 //   Checks     kinds of the ticked check boxes, comma-separated
 //   Groups     group=option, comma-separated

@@ -14,6 +14,15 @@ inline constexpr i16 RootIterations = 500;
 // The |f| up to which a found root counts as one.
 inline constexpr f64 RootResidual = 0.001;
 
+// Is that found root the mark of a search that ran to the end of a scaled range? Its decimals don't
+// count.
+constexpr bool IsRangeEndMark(f64 root) {
+    for (const i32 mark : RangeEndMarks)
+        if (root >= mark && root < mark + 1)
+            return true;
+    return false;
+}
+
 // Finds x in x1..x2 with f(x) = 0 by Brent's method (R. P. Brent, Algorithms for Minimization
 // without Derivatives, 1973, chapter 4). On return root and fRoot hold the last point and its
 // function value, iterations the passes made. There is no test for a change of sign: a search

@@ -9,9 +9,7 @@
 #include "core/records.h"
 #include "core/root.h"
 
-#include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <optional>
 #include <string>
 
@@ -112,12 +110,6 @@ class Search {
     f64 root_ = NoValue;
     f64 residual_ = NoValue;
 };
-
-bool IsRangeEndMark(f64 root) {
-    const f64 whole = std::trunc(root);
-    return std::any_of(std::begin(RangeEndMarks), std::end(RangeEndMarks),
-                       [whole](i32 mark) { return whole == mark; });
-}
 
 bool hintDue = false;
 

@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <optional>
 
 namespace quorvanta {
@@ -170,16 +169,10 @@ Progress progress;
 
 // --- Constants ----------------------------------------------------------------------------------
 
-bool IsRangeEnd(f64 root) {
-    const f64 whole = std::trunc(root);
-    return std::any_of(std::begin(RangeEndMarks), std::end(RangeEndMarks),
-                       [whole](i32 mark) { return whole == mark; });
-}
-
 // The mark of no value in the place of a constant whose equation does not hold.
 f32 Checked(f64 root, f64 residual) {
-    return !(std::fabs(residual) <= RootResidual) || IsRangeEnd(root) ? Single(NoValue)
-                                                                      : Single(root);
+    return !(std::fabs(residual) <= RootResidual) || IsRangeEndMark(root) ? Single(NoValue)
+                                                                          : Single(root);
 }
 
 f64 GsOneConstResidual(f64 c, f32 target) {

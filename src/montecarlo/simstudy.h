@@ -3,9 +3,9 @@
 // A test that can be simulated has, beside its other operations,
 //   GetSimPar()                once before the run: reads the parameters into the values below;
 //   SimSample(n1, n2, isH1)    draws n1 and n2 new subjects under H0 or H1 and adds them to
-//   SimStudy; SimTest(n1, n2)            the p-value from all data so far, n1 and n2 being the
-//   sizes so far;
-//                              1 where a group is empty;
+//                              SimStudy;
+//   SimTest(n1, n2)            the p-value from all data so far, n1 and n2 being the sizes so
+//                              far; 1 where a group is empty;
 // and an interval analysis has SimInterval() in place of the last two, which draws a sample and
 // says in SimStudy whether its interval covers the true value and whether it is narrow enough.
 #pragma once

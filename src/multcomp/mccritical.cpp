@@ -8,10 +8,8 @@
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
-#include <iterator>
 
 namespace quorvanta {
 
@@ -35,11 +33,6 @@ struct KeptQuantile {
     f32 Ratio = 0;
     f32 Value = NoQuantile;
 };
-
-bool IsRangeEndMark(f64 root) {
-    const f64 whole = std::trunc(root);
-    return std::ranges::any_of(RangeEndMarks, [whole](i32 mark) { return whole == mark; });
-}
 
 f32 FindQuantile(const StudentizedIntegral& integral, f32 alpha) {
     const f64 target = 1 - f64{alpha};
