@@ -22,8 +22,15 @@ f32 SimLocation(bool isH1);
 // one draw. Nothing for n < 1.
 void AddNormalSum(i16 n, f32 mean, f32 sd, f32& sum);
 
-// Adds n new observations to the sums of group 1 or 2. Nothing for n < 1.
-void AddNormals(int group, i16 n, f32 mean, f32 sd);
+// New observations of a group: so many, with this mean and standard deviation.
+struct NewNormals {
+    i16 Size = 0;
+    f32 Mean = 0;
+    f32 Sd = 0;
+};
+
+// Adds them to the sums of the groups, those of group 1 being drawn first. Of a Size < 1 nothing.
+void AddNormals(const NewNormals& first, const NewNormals& second);
 
 // The mean of a group of n > 0, and the sum of squares about that mean; not below 0.
 f64 SimMean(int group, i16 n);

@@ -5,6 +5,9 @@
 #include "numeric/rounding.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <span>
 
 namespace quorvanta {
 
@@ -33,25 +36,42 @@ void SimStudyRecord::Reset() {
     Covers = IsNarrow = false;
 }
 
-void SimOneSample(i16 n, f32 group, f32 location, f32 scale) {
-    if (n < 1)
-        return;
-    RandFromDistrCode(n);
-    const int before = SimStudy.Value.HighBound();
-    SimStudy.Value.ReDimPreserve(before + n);
-    SimStudy.Group.ReDimPreserve(before + n);
-    const auto drawn = RandSample.Raw().subspan(1);
-    const auto values = SimStudy.Value.Raw().subspan(static_cast<std::size_t>(before));
+namespace {
+
+// Adds what was drawn, times scale, plus location, to the study.
+void AddSample(std::span<const f32> drawn, f32 group, f32 location, f32 scale) {
+    const auto before = static_cast<std::size_t>(SimStudy.Value.HighBound());
+    const int after = static_cast<int>(before + drawn.size());
+    SimStudy.Value.ReDimPreserve(after);
+    SimStudy.Group.ReDimPreserve(after);
+    const auto values = SimStudy.Value.Raw().subspan(before);
     const f64 s{scale};
     const f64 d{location};
     for (std::size_t i = 0; i < drawn.size(); ++i)
         values[i] = Single(f64{drawn[i]} * s + d);
-    std::ranges::fill(SimStudy.Group.Raw().subspan(static_cast<std::size_t>(before)), group);
+    std::ranges::fill(SimStudy.Group.Raw().subspan(before), group);
 }
 
+} // namespace
+
+void SimOneSample(i16 n, f32 group, f32 location, f32 scale) {
+    if (n < 1)
+        return;
+    RandFromDistrCode(n);
+    AddSample(RandSample.Raw().subspan(1), group, location, scale);
+}
+
+// Both groups in one call of the generator, which draws one element after the other.
 void SimTwoSamples(i16 n1, i16 n2, f32 d, f32 s1, f32 s2) {
-    SimOneSample(n1, 1, 0, s1);
-    SimOneSample(n2, 2, d, s2);
+    if (n1 < 1 || n2 < 1 || n1 > std::numeric_limits<i16>::max() - n2) {
+        SimOneSample(n1, 1, 0, s1);
+        SimOneSample(n2, 2, d, s2);
+        return;
+    }
+    RandFromDistrCode(static_cast<i16>(n1 + n2));
+    const std::span<const f32> drawn = RandSample.Raw().subspan(1);
+    AddSample(drawn.first(static_cast<std::size_t>(n1)), 1, 0, s1);
+    AddSample(drawn.subspan(static_cast<std::size_t>(n1)), 2, d, s2);
 }
 
 void SimPairs(i16 n, f32 rho) {

@@ -88,6 +88,24 @@ class InOrder {
         }
     }
 
+    // Does each subject have a time of its own?
+    bool HasNoTies() const {
+        std::size_t ties = 0;
+        for (std::size_t i = 1; i < subjects.size(); ++i)
+            ties += subjects[i - 1] >> TimeShift == subjects[i] >> TimeShift ? 1 : 0;
+        return ties == 0;
+    }
+
+    // act(event, isSecond, r) for each subject: whether its time ends by an event, whether it is of
+    // group 2, as 1 or 0, and how many are at risk.
+    template <class Act>
+    void ForEachSubject(Act&& act) const {
+        int r = n_;
+        for (const Subject subject : subjects)
+            act(static_cast<int>((subject & IsCensored) == 0), static_cast<int>(subject & InGroup2),
+                r--);
+    }
+
     // n1 n2 Q/(N (N - 1)): the variance of the sum of one group's scores over all ways to form the
     // groups, Q being the sum of the squares of all scores, whose sum is 0.
     f64 PermutationVariance(f64 squares) const {
@@ -111,8 +129,7 @@ struct Scores {
     f64 Loss;
 };
 template <class Score>
-SurvivalScore SumOfScores(const SeenSurvival& seen, Score&& score) {
-    const InOrder order(seen);
+SurvivalScore SumOfScores(const InOrder& order, Score&& score) {
     f64 s = 0;
     f64 squares = 0;
     order.ForEachTime([&](const Moment& moment, int r) {
@@ -130,9 +147,8 @@ class HazardSteps {
         for (auto r = reciprocals.size(); r <= static_cast<std::size_t>(most); ++r)
             reciprocals.push_back(1.0 / static_cast<f64>(r));
     }
-    f64 operator()(int d, int r) const {
-        return d > 1 ? static_cast<f64>(d) / r : d * reciprocals[static_cast<std::size_t>(r)];
-    }
+    f64 operator()(int d, int r) const { return d > 1 ? static_cast<f64>(d) / r : d * OfOne(r); }
+    f64 OfOne(int r) const { return reciprocals[static_cast<std::size_t>(r)]; }
 };
 
 } // namespace
@@ -141,17 +157,39 @@ void SeenSurvival::CutAt(f32 t, i16 n, const SurvivalRecord& record) {
     Time.ReDim(1, n);
     Group.ReDim(1, n);
     Cens.ReDim(1, n);
-    Size = 0;
-    for (int i = 1; i <= n; ++i)
-        Size += record.Entry(i) < t ? 1 : 0;
+    if (n > 0)
+        static_cast<void>(record.Entry(n)); // the bounds, as it goes over the bare cells
+    const auto entries = record.Entry.Raw().first(static_cast<std::size_t>(n));
+    Size = static_cast<int>(std::ranges::count_if(entries, [t](f32 entry) { return entry < t; }));
     if (Size > 0)
         TruncateAtStudyTime(n, t, record, Time, Group, Cens);
 }
 
+namespace {
+
+// The same sums where each time is that of one subject, without a jump.
+SurvivalScore LogRankWithoutTies(const InOrder& order, const HazardSteps& step) {
+    f64 hazard = 0;
+    f64 s = 0;
+    f64 squares = 0;
+    order.ForEachSubject([&](int event, int isSecond, int r) {
+        hazard += event * step.OfOne(r);
+        const f64 score = event - hazard;
+        s += isSecond * score;
+        squares += score * score;
+    });
+    return Standardised(s, order.PermutationVariance(squares));
+}
+
+} // namespace
+
 SurvivalScore LogRankZ(const SeenSurvival& seen) {
     const HazardSteps step(seen.Size);
+    const InOrder order(seen);
+    if (order.HasNoTies())
+        return LogRankWithoutTies(order, step);
     f64 hazard = 0;
-    return SumOfScores(seen, [&](const Moment& moment, int r) {
+    return SumOfScores(order, [&](const Moment& moment, int r) {
         hazard += step(moment.Events(), r);
         return Scores{1 - hazard, -hazard};
     });
@@ -161,11 +199,12 @@ SurvivalScore LogRankZ(const SeenSurvival& seen) {
 // r - d larger ones; a loss has E + d smaller ones, and none is clearly larger.
 SurvivalScore GehanZ(const SeenSurvival& seen) {
     int before = 0;
-    const SurvivalScore ofGroup2 = SumOfScores(seen, [&before](const Moment& moment, int r) {
-        const f64 event = before - (r - moment.Events());
-        before += moment.Events();
-        return Scores{event, static_cast<f64>(before)};
-    });
+    const SurvivalScore ofGroup2 =
+        SumOfScores(InOrder(seen), [&before](const Moment& moment, int r) {
+            const f64 event = before - (r - moment.Events());
+            before += moment.Events();
+            return Scores{event, static_cast<f64>(before)};
+        });
     // All scores add up to 0: the sum of group 1 is that of group 2, turned.
     return {-ofGroup2.Z, -ofGroup2.S, ofGroup2.V};
 }
@@ -186,7 +225,7 @@ SurvivalScore CoxMantelZ(const SeenSurvival& seen) {
 
 SurvivalScore PetoZ(const SeenSurvival& seen) {
     f64 survival = 1;
-    return SumOfScores(seen, [&survival](const Moment& moment, int r) {
+    return SumOfScores(InOrder(seen), [&survival](const Moment& moment, int r) {
         const f64 before = survival;
         survival *= 1 - static_cast<f64>(moment.Events()) / r;
         return Scores{survival + before - 1, survival - 1};

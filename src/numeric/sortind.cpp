@@ -1,7 +1,9 @@
 #include "numeric/sortind.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <utility>
@@ -49,8 +51,8 @@ void SortByCounting(std::span<const f32> values, std::span<i32> index) {
     }
 }
 
-std::size_t DigitOf(Item item, std::size_t digit) {
-    return (item >> (32 + 8 * digit)) % DigitValues;
+std::size_t DigitOf(std::uint32_t key, std::size_t digit) {
+    return (key >> (8 * digit)) % DigitValues;
 }
 
 void SortByDigits(std::span<const f32> values, std::span<i32> index) {
@@ -65,20 +67,68 @@ void SortByDigits(std::span<const f32> values, std::span<i32> index) {
 
 } // namespace
 
-void SortByUpperHalf(std::vector<std::uint64_t>& words) {
+namespace {
+
+// Puts the words in the order of the bytes of key from the first one to before the last, the lowest
+// first; equal ones keep their order.
+template <class Key>
+void SortByBytes(std::vector<Item>& words, std::size_t bytes, Key&& key) {
     sorted.resize(words.size());
     std::array<std::array<std::uint32_t, DigitValues>, Digits> counts{};
     for (const Item word : words)
-        for (std::size_t digit = 0; digit < Digits; ++digit)
-            ++counts[digit][DigitOf(word, digit)];
-    for (std::size_t digit = 0; digit < Digits; ++digit) {
+        for (std::size_t digit = 0; digit < bytes; ++digit)
+            ++counts[digit][DigitOf(key(word), digit)];
+    for (std::size_t digit = 0; digit < bytes; ++digit) {
         std::uint32_t place = 0;
         for (std::uint32_t& count : counts[digit])
             place += std::exchange(count, place);
         for (const Item word : words)
-            sorted[counts[digit][DigitOf(word, digit)]++] = word;
+            sorted[counts[digit][DigitOf(key(word), digit)]++] = word;
         words.swap(sorted);
     }
+}
+
+std::uint32_t UpperHalf(Item word) {
+    return static_cast<std::uint32_t>(word >> 32);
+}
+
+// Insertion, which is quick where few words are out of place; false if they are not few.
+bool SortFewOutOfPlace(std::vector<Item>& words) {
+    std::size_t steps = 4 * words.size();
+    for (std::size_t i = 1; i < words.size(); ++i) {
+        const Item word = words[i];
+        std::size_t at = i;
+        while (at > 0 && UpperHalf(words[at - 1]) > UpperHalf(word) && steps > 0) {
+            words[at] = words[at - 1];
+            --at;
+            --steps;
+        }
+        words[at] = word;
+        if (steps == 0)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+// The 16 leading bits of the range of the words tell nearly all of a few thousand apart; the others
+// are put right afterwards. Words that lie so close together that this takes too long are sorted by
+// all bits.
+void SortByUpperHalf(std::vector<std::uint64_t>& words) {
+    std::uint32_t least = ~std::uint32_t{0};
+    std::uint32_t most = 0;
+    for (const Item word : words) {
+        least = std::min(least, UpperHalf(word));
+        most = std::max(most, UpperHalf(word));
+    }
+    constexpr std::uint32_t leading = 16;
+    const auto bits = static_cast<std::uint32_t>(std::bit_width(most - least));
+    const std::uint32_t shift = !words.empty() && bits > leading ? bits - leading : 0;
+    SortByBytes(words, leading / 8, [=](Item word) { return (UpperHalf(word) - least) >> shift; });
+    if (shift == 0 || SortFewOutOfPlace(words))
+        return;
+    SortByBytes(words, Digits, UpperHalf);
 }
 
 void SortIndex(const Array1<f32>& values, Array1<i32>& index, i32 n) {

@@ -15,9 +15,10 @@ namespace quorvanta {
 //
 // The order is thus the only one there is, whatever the method. Up to 80 values each one's place is
 // counted directly; beyond, they are sorted digit by digit (H. H. Seward, 1954; D. E. Knuth, The
-// Art of Computer Programming, vol. 3, 1998, algorithm 5.2.5R). Neither looks at the arrangement of
-// the data: sorted, equal or organ-pipe input takes the time of any other, and above 80 values the
-// time is proportional to n.
+// Art of Computer Programming, vol. 3, 1998, algorithm 5.2.5R), by two digits of the range that
+// they lie in, or by all four where the values are too close together for that. Neither looks at
+// the arrangement of the data: above 80 values the time is proportional to n for sorted, equal or
+// organ-pipe input as for any other.
 void SortIndex(const Array1<f32>& values, Array1<i32>& index, i32 n);
 
 // Sorts words by their upper 32 bits, the smallest first; equal ones keep their order. For keys

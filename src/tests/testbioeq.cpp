@@ -93,8 +93,7 @@ void TESTBIOEQ::GetSimPar() {
 }
 
 void TESTBIOEQ::SimSample(i16 n1, i16 n2, bool isH1) {
-    AddNormals(1, n1, SimLocation(isH1), SimScale1);
-    AddNormals(2, n2, SimLocation(isH1), SimScale2);
+    AddNormals({n1, SimLocation(isH1), SimScale1}, {n2, SimLocation(isH1), SimScale2});
 }
 
 f32 TESTBIOEQ::SimTest(i16 n1, i16 n2) {

@@ -161,8 +161,7 @@ void TESTSTUD::GetSimPar() {
 
 void TESTSTUD::SimSample(i16 n1, i16 n2, bool isH1) {
     const SimMeans means = MeansOf(isH1);
-    AddNormals(1, n1, means.First, SimScale1);
-    AddNormals(2, n2, means.Second, SimScale2);
+    AddNormals({n1, means.First, SimScale1}, {n2, means.Second, SimScale2});
     const MeansList& list = CurrentMeans();
     if (list.DfEntry != 0)
         AddOtherVariance(CommonSdDf(list.Sizes.HasSecond(), SimSize1(SimStage), SimSize2(SimStage),
