@@ -6,6 +6,7 @@
 #include "core/driver.h"
 #include "core/fault.h"
 #include "core/general.h"
+#include "core/records.h"
 #include "core/setup.h"
 #include "core/values.h"
 #include "support/number.h"
@@ -39,28 +40,12 @@ std::vector<ValueSet> ReadValueSets() {
 
 bool IsServed(const AnalysisChoice& analysis) {
     if (analysis.MenuNo >= 0 &&
-        !HasEquation({.IsTest = True, .TestNo = TestNoOfMenu(analysis.MenuNo)}))
+        !IsServedIn({.IsTest = True, .TestNo = TestNoOfMenu(analysis.MenuNo)}, CurrentWindowKind()))
         return false;
     Open(analysis);
     const bool isServed = ChoosingOptions;
     CancelOptions();
     return isServed;
-}
-
-std::string Joined(const AnalysisChoice& choice) {
-    std::string text = choice.MenuNo >= 0 ? "menu " + std::to_string(choice.MenuNo)
-                                          : "distribution " + std::to_string(choice.DistrNo) + " " +
-                                                std::to_string(choice.ParListNo) + " " +
-                                                std::to_string(choice.ProcedureNo);
-    text += ", samples " + std::to_string(choice.NoOfSamples) + ", tails " +
-            std::to_string(choice.NoOfTails) + (choice.Left ? " left" : "");
-    for (const i16 kind : choice.Checks)
-        text += ", check " + std::to_string(kind);
-    for (const auto& [group, option] : choice.Groups)
-        text += ", " + std::to_string(group) + "=" + std::to_string(option);
-    if (choice.Method != 0)
-        text += ", method " + std::to_string(choice.Method);
-    return text;
 }
 
 std::string BitsOf(f64 value) {
@@ -101,6 +86,22 @@ std::string SolutionsFrom(const AnalysisChoice& choice, Values values) {
 }
 
 } // namespace
+
+std::string Joined(const AnalysisChoice& choice) {
+    std::string text = choice.MenuNo >= 0 ? "menu " + std::to_string(choice.MenuNo)
+                                          : "distribution " + std::to_string(choice.DistrNo) + " " +
+                                                std::to_string(choice.ParListNo) + " " +
+                                                std::to_string(choice.ProcedureNo);
+    text += ", samples " + std::to_string(choice.NoOfSamples) + ", tails " +
+            std::to_string(choice.NoOfTails) + (choice.Left ? " left" : "");
+    for (const i16 kind : choice.Checks)
+        text += ", check " + std::to_string(kind);
+    for (const auto& [group, option] : choice.Groups)
+        text += ", " + std::to_string(group) + "=" + std::to_string(option);
+    if (choice.Method != 0)
+        text += ", method " + std::to_string(choice.Method);
+    return text;
+}
 
 std::vector<AnalysisChoice> ServedAnalyses() {
     std::vector<AnalysisChoice> analyses;

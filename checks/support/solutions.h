@@ -9,14 +9,17 @@
 
 namespace quorvanta::checks {
 
-// Every analysis of the menus that has an engine: tests, and parameters of distributions by
-// procedure. A window must be open.
+// Every analysis of the menus that is served in the kind of window that is open: tests, and
+// parameters of distributions by procedure.
 std::vector<AnalysisChoice> ServedAnalyses();
+
+// Analysis, samples, tails, direction, check boxes, options: as the tables name a choice.
+std::string Joined(const AnalysisChoice& choice);
 
 // A choice and its solutions from several sets of values. A cell holds, for each parameter as the
 // unknown, 32 bits mixed of the 64 of the solution; "-" where there is none.
 struct SolutionRow {
-    std::string Choice; // analysis, samples, tails, direction, check boxes, options
+    std::string Choice; // as Joined
     std::vector<std::string> Cells;
 };
 
