@@ -9,7 +9,9 @@
 #include "montecarlo/simstudy.h"
 #include "numeric/randdist.h"
 #include "numeric/rnd.h"
+#include "ranksurv/testchi2gof.h"
 #include "ranksurv/testkendall.h"
+#include "ranksurv/testkolsmi.h"
 #include "ranksurv/testkolsmitwo.h"
 #include "ranksurv/testkruskal.h"
 #include "ranksurv/testmw.h"
@@ -43,6 +45,11 @@ constexpr i16 menuConover = 334;
 constexpr i16 menuSavage = 350;
 constexpr i16 menuSignedRank = 360;
 constexpr i16 menuSign = 370;
+constexpr i16 menuKolSmi = 263;
+constexpr i16 menuGoodnessOfFit = 110;
+constexpr i16 menuSpearman = 490;
+constexpr i16 menuKendall = 491;
+constexpr i16 testDiscrete = 108;
 
 // A study with these values, group 1 and then group 2.
 void SetStudy(const std::vector<f32>& first, const std::vector<f32>& second) {
@@ -152,6 +159,111 @@ TEST_F(RankSimulation, SiegelTukeyScoresGoInFromBothEnds) {
     EXPECT_NEAR(TESTSIEGEL::SimTest(5, 5), 0.008147, 2e-5);
     SetStudy({1, 2, 8, 9, 10}, {3, 4, 5, 6, 7});
     EXPECT_NEAR(TESTSIEGEL::SimTest(5, 5), 1 - 0.008147, 2e-5);
+}
+
+// N = 5: the scores are 1 3 6 4 2, the middle one being N + 1, with the moments of 1..5.
+TEST_F(RankSimulation, SiegelTukeyOfAnOddNumberHasItsMiddleScore) {
+    NoOfTails = OneSided;
+    LeftTail = False;
+    SetStudy({3, 4}, {1, 2, 5});
+    // Sum 1 + 3 + 2 = 6, mean 3 6/2 = 9, variance 2 3 6/12 = 3: z = -1.73205, and low scores say
+    // that group 2 is the wider one.
+    EXPECT_NEAR(TESTSIEGEL::SimTest(2, 3), 0.041632, 2e-5);
+    SetStudy({1, 5}, {2, 3, 4});
+    // Sum 3 + 6 + 4 = 13: z = 2.30940.
+    EXPECT_NEAR(TESTSIEGEL::SimTest(2, 3), 0.989539, 2e-5);
+}
+
+// Distances from 0, ranked: -0.5, -1, 1.5, 2.5, 3.5, 4. T+ = 3 + 4 + 5 + 6 = 18, mean 6 7/4 = 10.5,
+// variance 6 7 13/24 = 22.75: z = 1.57243.
+TEST_F(RankSimulation, SignedRankByHand) {
+    OpenSimulation(menuSignedRank);
+    SetStudy({1.5F, -0.5F, 2.5F, 3.5F, -1, 4}, {});
+    NoOfTails = TwoSided;
+    EXPECT_NEAR(TESTWSIGN::SimTest(6, 0), 0.115851, 2e-5);
+    NoOfTails = OneSided;
+    LeftTail = True;
+    EXPECT_NEAR(TESTWSIGN::SimTest(6, 0), 1 - 0.115851 / 2, 2e-5);
+    LeftTail = False;
+}
+
+// The first members of pairs are in Value, the second ones in Group.
+void SetPairs(const std::vector<f32>& first, const std::vector<f32>& second) {
+    SetStudy(first, {});
+    std::ranges::copy(second, SimStudy.Group.Raw().begin());
+}
+
+// Ranks 1..5 beside 2 1 4 3 5: r = 1 - 6 4/(5 24) = 0.8, and t = 0.8 (3/0.36)^0.5 = 2.30940 with 3
+// degrees of freedom.
+TEST_F(RankSimulation, SpearmanByHand) {
+    OpenSimulation(menuSpearman);
+    NoOfTails = TwoSided;
+    SetPairs({1, 2, 3, 4, 5}, {20, 10, 40, 30, 50});
+    EXPECT_NEAR(TESTSPEAR::SimTest(5, 0), 0.104088, 5e-4);
+    SetPairs({1, 2, 3, 4, 5}, {-20, -10, -40, -30, -50});
+    EXPECT_NEAR(TESTSPEAR::SimTest(5, 0), 0.104088, 5e-4) << "the other direction";
+    // A perfect correlation is held a little below 1.
+    SetPairs({1, 2, 3, 4, 5}, {1, 2, 3, 4, 5});
+    EXPECT_LT(TESTSPEAR::SimTest(5, 0), 0.001F);
+    EXPECT_EQ(TESTSPEAR::SimTest(2, 0), 1.0F);
+}
+
+// 2 of the 10 pairs of pairs are discordant: tau = 0.6, with a standard error of
+// (2 15/(9 5 4))^0.5; the count of 8 has mean 5 and standard error (4 5 15/72)^0.5. Both have
+// z = 1.46969.
+TEST_F(RankSimulation, KendallByHand) {
+    for (const i16 option : {i16{0}, i16{1}}) {
+        NewWindow(SimulationWindow);
+        NewTest(menuKendall);
+        ChooseIntPar(0, option);
+        AcceptOptions();
+        NoOfTails = TwoSided;
+        SetPairs({1, 2, 3, 4, 5}, {20, 10, 40, 30, 50});
+        EXPECT_NEAR(TESTKENDALL::SimTest(5, 0), 0.141645, 2e-5) << option;
+    }
+}
+
+// A standard normal null at 0.5, 1, 1.5 and 2: the sample lies up to 0.691462 below it, at the
+// first, and 0.022750 above, at the last (P of Birnbaum and Tingey 1951, from scipy).
+TEST_F(RankSimulation, KolmogorovSmirnovOfOneSampleByHand) {
+    OpenSimulation(menuKolSmi);
+    Run("1", "1");
+    SetStudy({1.5F, 0.5F, 2, 1}, {});
+    NoOfTails = TwoSided;
+    EXPECT_NEAR(TESTKOLSMI::SimTest(4, 0), 0.019234, 2e-4);
+    NoOfTails = OneSided;
+    LeftTail = False;
+    EXPECT_NEAR(TESTKOLSMI::SimTest(4, 0), 0.009617, 1e-4) << "larger observations";
+    LeftTail = True;
+    EXPECT_NEAR(TESTKOLSMI::SimTest(4, 0), 0.975662, 1e-4) << "smaller observations";
+    LeftTail = False;
+    EXPECT_EQ(TESTKOLSMI::SimTest(0, 0), 1.0F);
+}
+
+// A Poisson null with mean 2 has P(X <= 1) = 0.406006, and of four observations of 2 and more none
+// is there: the sample lies so far below the null. Of all samples of four, enumerated, 0.185778
+// have such a distance.
+TEST_F(RankSimulation, KolmogorovSmirnovOfADiscreteNullByHand) {
+    OpenSimulation(menuKolSmi);
+    TestNo = testDiscrete;
+    Run("1", "1");
+    SetStudy({2, 3, 2, 5}, {});
+    NoOfTails = OneSided;
+    LeftTail = False;
+    EXPECT_NEAR(TESTKOLSMI::SimTest(4, 0), 0.185778, 1e-4);
+}
+
+// Counts 30, 20, 25 and 25 where 25 each are expected: 50/25 = 2, with 3 degrees of freedom.
+TEST_F(RankSimulation, GoodnessOfFitByHand) {
+    OpenSimulation(menuGoodnessOfFit);
+    Type(Kind::NoOfCategories, "4");
+    Type(Kind::NonCentrality, "0.1");
+    Run("1", "1");
+    SetStudy({30, 20, 25, 25}, {});
+    EXPECT_NEAR(TESTCHI2GOF::SimTest(100, 0), 0.572407, 1e-3);
+    SetStudy({25, 25, 25, 25}, {});
+    EXPECT_NEAR(TESTCHI2GOF::SimTest(100, 0), 1, 1e-6);
+    EXPECT_EQ(TESTCHI2GOF::SimTest(0, 0), 1.0F);
 }
 
 TEST_F(RankSimulation, KruskalWallisByHand) {

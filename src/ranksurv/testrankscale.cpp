@@ -89,8 +89,9 @@ void RankScaleTest::SimSample(i16 n1, i16 n2, bool isH1) {
 }
 
 // Low scores for the extreme observations, from both ends inward (S. Siegel and J. W. Tukey,
-// Journal of the American Statistical Association 55, 1960, 429-445); they are the numbers 1..N, so
-// the moments are those of the rank sum.
+// Journal of the American Statistical Association 55, 1960, 429-445). They are the numbers 1..N,
+// with the moments of the rank sum; of an odd N the middle observation has N + 1 in the place of N,
+// and the moments stay.
 f32 TESTSIEGEL::SimTest(i16 n1, i16 n2) {
     static RankScores scores([](i32 rank, i32 n) {
         return Whole(rank) <= Whole(n) / 2 ? Whole(2 * rank - 1) : Whole(2 * (n - rank) + 2);
