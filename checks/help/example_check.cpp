@@ -21,5 +21,21 @@ TEST_P(HelpExamples, SayWhatTheProgramShows) {
 INSTANTIATE_TEST_SUITE_P(Topics, HelpExamples, ::testing::ValuesIn(ReadExamples()),
                          [](const auto& info) { return std::to_string(info.param.Number); });
 
+class HelpSimulations : public AnalysisFixture,
+                        public ::testing::WithParamInterface<ExampleTopic> {};
+
+TEST_P(HelpSimulations, SayWhatTheProgramCounts) {
+    FileCommand(SimulationWindow);
+    const help::Example& example = GetParam().Example;
+    SimulateInEngine(example);
+    EXPECT_TRUE(platform.Messages.empty());
+    EXPECT_EQ(SampleSizeEstimateText(2), example.Simulation.Maximum) << "of the last display";
+    ExpectEstimate(example.Simulation.Level, SignEstimateText(0));
+    ExpectEstimate(example.Simulation.Power, PowerEstimateText(0));
+}
+
+INSTANTIATE_TEST_SUITE_P(Topics, HelpSimulations, ::testing::ValuesIn(ReadSimulations()),
+                         [](const auto& info) { return std::to_string(info.param.Number); });
+
 } // namespace
 } // namespace quorvanta::checks

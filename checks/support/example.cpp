@@ -8,6 +8,7 @@
 #include "core/setup.h"
 #include "core/typed_text.h"
 #include "generator/topic.h"
+#include "montecarlo/simulation.h"
 #include "output/format.h"
 #include "support/grid_filling.h"
 #include "support/number.h"
@@ -15,6 +16,7 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <sstream>
 #include <stdexcept>
 
 namespace quorvanta::checks {
@@ -29,14 +31,28 @@ std::vector<ExampleTopic> ReadExamples() {
     return examples;
 }
 
-std::vector<ExampleTopic> ReadRuns() {
-    std::vector<ExampleTopic> runs;
+namespace {
+
+// The topics with a block of that name.
+std::vector<ExampleTopic> ReadBlocks(const std::string& name,
+                                     help::Example (&parse)(const std::string&)) {
+    std::vector<ExampleTopic> examples;
     for (const auto& [number, topic] : help::ReadTopics(HELP_DIR "/topics"))
-        if (topic.Text.find("\n```run\n") != std::string::npos)
-            runs.push_back({number, help::RunOf(topic.Text)});
-    if (runs.empty())
-        throw std::runtime_error("no table or graph in " HELP_DIR);
-    return runs;
+        if (topic.Text.find("\n```" + name + "\n") != std::string::npos)
+            examples.push_back({number, parse(topic.Text)});
+    if (examples.empty())
+        throw std::runtime_error("no " + name + " in " HELP_DIR);
+    return examples;
+}
+
+} // namespace
+
+std::vector<ExampleTopic> ReadRuns() {
+    return ReadBlocks("run", help::RunOf);
+}
+
+std::vector<ExampleTopic> ReadSimulations() {
+    return ReadBlocks("simulation", help::SimulationOf);
 }
 
 namespace {
@@ -66,6 +82,28 @@ std::vector<ExampleReading> PlayInEngine(const help::Example& example) {
         readings.push_back({ParText(kind), ParValue(UnknownParNo), IsCountKind(kind)});
     }
     return readings;
+}
+
+void SimulateInEngine(const help::Example& example) {
+    help::ChooseOptions(example);
+    AcceptOptions();
+    for (const auto& [label, text] : example.Simulation.Set)
+        TypedParText(help::PositionOfLabel(label), text);
+    MaxNoOfSimText = example.Simulation.Maximum;
+    SeedText = example.Simulation.Seed;
+    SimStart();
+}
+
+void ExpectEstimate(const help::ExampleEstimate& estimate, const std::string& shown) {
+    EXPECT_EQ(shown, estimate.Shown);
+    std::istringstream numbers(estimate.Shown);
+    std::string lower;
+    std::string middle;
+    std::string upper;
+    numbers >> lower >> middle >> upper;
+    const f64 exact = ParseNumber(estimate.Exact);
+    EXPECT_LE(ParseNumber(lower), exact) << shown;
+    EXPECT_GE(ParseNumber(upper), exact) << shown;
 }
 
 void ExpectReading(const help::ExampleStep& step, const ExampleReading& reading) {

@@ -25,6 +25,9 @@ std::vector<ExampleTopic> ReadExamples();
 // Likewise, the topics with a table or graph.
 std::vector<ExampleTopic> ReadRuns();
 
+// Likewise, the topics with a simulation.
+std::vector<ExampleTopic> ReadSimulations();
+
 // What a step of an example led to.
 struct ExampleReading {
     std::string Shown;    // the text of the unknown's box
@@ -34,6 +37,12 @@ struct ExampleReading {
 
 // Plays an example through the engine, without windows. A Calculation window has to be open.
 std::vector<ExampleReading> PlayInEngine(const help::Example& example);
+
+// Plays a simulation through the engine. A Simulation window has to be open.
+void SimulateInEngine(const help::Example& example);
+
+// Does the window show that, and is what it estimates within its limits?
+void ExpectEstimate(const help::ExampleEstimate& estimate, const std::string& shown);
 
 // Is this what the example says, and does the example agree with its exact value? Reports what
 // differs as failures of the running check.

@@ -256,5 +256,42 @@ TEST_P(HelpRunInWindows, ShowsWhatThePageSays) {
 INSTANTIATE_TEST_SUITE_P(Topics, HelpRunInWindows, testing::ValuesIn(checks::ReadRuns()),
                          [](const auto& info) { return std::to_string(info.param.Number); });
 
+class HelpSimulationInWindows : public ExampleInWindows {
+  protected:
+    QWidget& Dialog() { return *Window().Floating(FloatingWindow::InterimParameters); }
+
+    // The box of a parameter, by its label.
+    QString BoxOf(const std::string& label) {
+        for (int i = 0; i <= MaxPar; ++i) {
+            const QString name = ControlName("lblParName", i);
+            if (hands::Control(Dialog(), name)->isVisible() &&
+                StripAmpersand(FromQt(hands::TextOf(Dialog(), name))) == label)
+                return ControlName("txtParValue", i);
+        }
+        ADD_FAILURE() << "no label " << label;
+        return "cmdOK";
+    }
+};
+
+TEST_P(HelpSimulationInWindows, ShowsWhatThePageSays) {
+    const help::Example& example = GetParam().Example;
+    const help::ExampleSimulation& simulation = example.Simulation;
+    ChooseOptions(example, "mnuFile(3)");
+    for (const auto& [label, text] : simulation.Set)
+        hands::TypeInto(Dialog(), BoxOf(label), ToQt(text));
+    hands::TypeInto(Dialog(), "txtMaxNoOfSim", ToQt(simulation.Maximum));
+    hands::TypeInto(Dialog(), "txtSeed", ToQt(simulation.Seed));
+    hands::Click(Dialog(), "cmdOK");
+    EXPECT_EQ(Messages.Texts, QStringList());
+    const auto shown = [this](const char* label) { return FromQt(hands::TextOf(Child(), label)); };
+    EXPECT_EQ(shown("lblSimValue"), " " + simulation.Maximum);
+    checks::ExpectEstimate(simulation.Level, shown("lblSignEstimate(0)"));
+    checks::ExpectEstimate(simulation.Power, shown("lblPowerEstimate(0)"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Topics, HelpSimulationInWindows,
+                         testing::ValuesIn(checks::ReadSimulations()),
+                         [](const auto& info) { return std::to_string(info.param.Number); });
+
 } // namespace
 } // namespace quorvanta

@@ -7,6 +7,7 @@
 #include "core/option_choice.h"
 #include "core/setup.h"
 
+#include <span>
 #include <sstream>
 #include <stdexcept>
 
@@ -110,16 +111,24 @@ void TakeExactRow(ExampleRun& run, const std::string& text) {
     run.Rows.back().Exact.assign(cells.begin() + 1, cells.end());
 }
 
-// A line of a table or graph.
-bool TakeRun(ExampleRun& run, const std::string& name, const std::string& text) {
-    const std::pair<const char*, std::string*> fields[] = {
-        {"window", &run.Window}, {"y", &run.Y},     {"x", &run.X},       {"z", &run.Z},
-        {"min", &run.Min},       {"max", &run.Max}, {"step", &run.Step}, {"values", &run.Values}};
+// A line that is nothing but the text of a field.
+bool TakeField(std::span<const std::pair<const char*, std::string*>> fields,
+               const std::string& name, const std::string& text) {
     for (const auto& [field, place] : fields)
         if (name == field) {
             *place = text;
             return true;
         }
+    return false;
+}
+
+// A line of a table or graph.
+bool TakeRun(ExampleRun& run, const std::string& name, const std::string& text) {
+    const std::pair<const char*, std::string*> fields[] = {
+        {"window", &run.Window}, {"y", &run.Y},     {"x", &run.X},       {"z", &run.Z},
+        {"min", &run.Min},       {"max", &run.Max}, {"step", &run.Step}, {"values", &run.Values}};
+    if (TakeField(fields, name, text))
+        return true;
     if (name == "set") {
         run.Set.push_back(Typed(text));
     } else if (name == "tolerance") {
@@ -133,6 +142,20 @@ bool TakeRun(ExampleRun& run, const std::string& name, const std::string& text) 
         return false;
     }
     return true;
+}
+
+// A line of a simulation.
+bool TakeSimulation(ExampleSimulation& simulation, const std::string& name,
+                    const std::string& text) {
+    const std::pair<const char*, std::string*> fields[] = {
+        {"maximum", &simulation.Maximum},         {"seed", &simulation.Seed},
+        {"level", &simulation.Level.Shown},       {"power", &simulation.Power.Shown},
+        {"exact level", &simulation.Level.Exact}, {"exact power", &simulation.Power.Exact}};
+    if (name == "set") {
+        simulation.Set.push_back(Typed(text));
+        return true;
+    }
+    return TakeField(fields, name, text);
 }
 
 // Hands every line to what takes it.
@@ -215,12 +238,27 @@ Example ParseRun(const std::string& lines) {
     return example;
 }
 
+Example ParseSimulation(const std::string& lines) {
+    Example example;
+    TakeLines(lines, [&example](const std::string& name, const std::string& text) {
+        return TakeOption(example, name, text) || TakeSimulation(example.Simulation, name, text);
+    });
+    for (const ExampleEstimate& estimate : {example.Simulation.Level, example.Simulation.Power})
+        if (estimate.Shown.empty() || estimate.Exact.empty())
+            Refuse("no estimate", lines);
+    return example;
+}
+
 Example ExampleOf(const std::string& topicText) {
     return ParseExample(BlockOf(topicText, "example"));
 }
 
 Example RunOf(const std::string& topicText) {
     return ParseRun(BlockOf(topicText, "run"));
+}
+
+Example SimulationOf(const std::string& topicText) {
+    return ParseSimulation(BlockOf(topicText, "simulation"));
 }
 
 const MenuItem& MenuEntry(const std::vector<std::string>& captions) {

@@ -8,8 +8,9 @@
 //   left tail:  "yes" ticks the box; without this line it is not ticked
 //   tick:       a check box, one line each; all others are not ticked
 //   choose:     a form of an interchangeable parameter, one line each
-//   told:       what the program says when the options are accepted: it solves for the power at
-//   once source:     where the figures are from, and how the exact values were calculated
+//   told:       what the program says when the options are accepted, where it solves for the
+//               power at once
+//   source:     where the figures are from, and how the exact values were calculated
 // and then, once or several times, a step:
 //   type:       label = text, one line for each box; boxes not named keep what they show
 //   table:      the label whose blue box opens an input grid
@@ -27,6 +28,16 @@
 //   tolerance:  as above, for all cells
 //   row:        x | what the table shows, or the curves let read, for each z-value
 //   exact:      the same row without rounding, of other origin
+//
+// A worked simulation is a block "```simulation": the same lines up to source:, and then
+//   set:          label = text, one line for each parameter but the one that is estimated
+//   maximum:      Max. No of Simulations: a multiple of 1000, so that the last estimates are those
+//                 of the end
+//   seed:         Random Seed
+//   level:        what the window shows at the end: lower limit, estimate and upper limit of the
+//                 significance level
+//   power:        likewise
+//   exact level:, exact power:   what they estimate, of other origin
 // Captions and labels are written without the "&" before their accelerator.
 #pragma once
 
@@ -75,6 +86,20 @@ struct ExampleRun {
     std::vector<RunRow> Rows;
 };
 
+// Three numbers as a simulation window shows them, and what they estimate.
+struct ExampleEstimate {
+    std::string Shown;
+    std::string Exact;
+};
+
+struct ExampleSimulation {
+    std::vector<std::pair<std::string, std::string>> Set; // label, text
+    std::string Maximum;
+    std::string Seed;
+    ExampleEstimate Level;
+    ExampleEstimate Power;
+};
+
 struct Example {
     std::vector<std::string> Menus;
     std::string Procedure;
@@ -87,7 +112,8 @@ struct Example {
     std::vector<std::string> Told;
     std::string Source;
     std::vector<ExampleStep> Steps; // of a Calculation window
-    ExampleRun Run;                 // else
+    ExampleRun Run;                 // of a Table or Graph window
+    ExampleSimulation Simulation;   // of a Simulation window
 };
 
 // Throws std::runtime_error for a line that is none of the above and for an example without a
@@ -97,11 +123,17 @@ Example ParseExample(const std::string& lines);
 // The same for a table or graph; it has to have a row.
 Example ParseRun(const std::string& lines);
 
+// The same for a simulation; both estimates have to be there.
+Example ParseSimulation(const std::string& lines);
+
 // The example of a topic's text; throws std::runtime_error if it has none.
 Example ExampleOf(const std::string& topicText);
 
 // Likewise, for a table or graph.
 Example RunOf(const std::string& topicText);
+
+// Likewise, for a simulation.
+Example SimulationOf(const std::string& topicText);
 
 // The entry of the menus with these captions, from the menu bar on; throws std::runtime_error if
 // there is none.

@@ -8,6 +8,7 @@
 #include "core/number_text.h"
 #include "generator/example.h"
 #include "generator/markdown.h"
+#include "generator/parameterlists.h"
 #include "output/format.h"
 
 #include <algorithm>
@@ -140,6 +141,22 @@ Rows RunInputs(const ExampleRun& run) {
     return rows;
 }
 
+// The values of the step "Type these values" of a simulation; refuses a parameter that is left to
+// chance.
+Rows SimulationInputs(const ExampleSimulation& simulation) {
+    std::set<std::string> labels;
+    for (const auto& value : simulation.Set) {
+        PositionOfLabel(value.first);
+        labels.insert(value.first);
+    }
+    if (labels.size() != static_cast<std::size_t>(NoOfPar)) // all but what is estimated
+        throw std::runtime_error("example: not every parameter has a value");
+    Rows rows = simulation.Set;
+    rows.emplace_back("Max. No of Simulations", simulation.Maximum);
+    rows.emplace_back("Random Seed", simulation.Seed);
+    return rows;
+}
+
 std::vector<std::string> Words(const std::string& text) {
     std::istringstream stream(text);
     return {std::istream_iterator<std::string>(stream), {}};
@@ -216,6 +233,27 @@ std::string RunHtml(const std::string& lines) {
             RunHtmlTable(run, &RunRow::Shown) + "</li>\n</ol>\n";
     return html + "<p>The exact values:</p>\n" + RunHtmlTable(run, &RunRow::Exact) +
            "<p>Source: " + Escape(example.Source) + "</p>\n";
+}
+
+std::string SimulationHtml(const std::string& lines) {
+    const Example example = ParseSimulation(lines);
+    const ExampleSimulation& simulation = example.Simulation;
+    ShowWindowOf(SimulationWindow);
+    ChooseOptions(example);
+    std::string html =
+        "<ol>\n<li>Choose the menu <b>File › New Monte Carlo Simulation</b>, then <b>" +
+        MenuPathHtml(example) + "</b>.</li>\n" + OptionsHtml();
+    SelSetParList();
+    html += "<li>Type these values, then press <b>OK</b>:\n" +
+            TableHtml(SimulationInputs(simulation)) + "</li>\n<li>Read at the end of the run:\n" +
+            "<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\">\n" +
+            RowHtml("th", "", {"Lower   Estimate   Upper", "Exact value"}) +
+            RowHtml("td", "Actual Significance Level",
+                    {simulation.Level.Shown, simulation.Level.Exact}) +
+            RowHtml("td", "Power", {simulation.Power.Shown, simulation.Power.Exact}) +
+            "</table>\n</li>\n</ol>\n";
+    ShowWindowOf(CalculationWindow); // which all other pages are about
+    return html + "<p>Source: " + Escape(example.Source) + "</p>\n";
 }
 
 std::string WithResults(const std::string& topicText) {

@@ -18,6 +18,15 @@
 
 namespace quorvanta::help {
 
+void ShowWindowOf(i16 kind) {
+    if (CurrentWindowKind() == kind)
+        return;
+    for (i16 i = 1; i <= Analysis.HighBound(); ++i)
+        if (Analysis(i).WindowKind == kind && AnalysisState(i).Closed == False)
+            return ChildActivated(i);
+    FileCommand(kind);
+}
+
 namespace {
 
 AnalysisKey KeyOf(const HelpSubject& subject) {
@@ -28,15 +37,9 @@ AnalysisKey KeyOf(const HelpSubject& subject) {
             .ParListNo = 0};
 }
 
-// To the front comes a window that can show the analysis; it is opened if there is none.
+// One that can show the analysis.
 void ShowWindowFor(const HelpSubject& subject) {
-    const i16 kind = IsSolved(subject) ? CalculationWindow : SimulationWindow;
-    if (CurrentWindowKind() == kind)
-        return;
-    for (i16 i = 1; i <= Analysis.HighBound(); ++i)
-        if (Analysis(i).WindowKind == kind && AnalysisState(i).Closed == False)
-            return ChildActivated(i);
-    FileCommand(kind);
+    ShowWindowOf(IsSolved(subject) ? CalculationWindow : SimulationWindow);
 }
 
 void ChooseAnalysis(const HelpSubject& subject) {

@@ -11,6 +11,9 @@
 
 namespace quorvanta::help {
 
+// To the front comes a window of that kind; it is opened if there is none.
+void ShowWindowOf(i16 kind);
+
 // A choice in the option window: a check box, or a group of interchangeable parameters.
 struct Option {
     bool IsGroup = false;

@@ -88,6 +88,8 @@ class Builder {
                               return ExampleHtml(lines, topic.Number);
                           if (name == "run")
                               return RunHtml(lines);
+                          if (name == "simulation")
+                              return SimulationHtml(lines);
                           if (name == "parameters")
                               return AllParametersHtml(texts_, page.Keywords);
                           page.IsProof = page.IsProof || name == "document" || name == "chapters";
