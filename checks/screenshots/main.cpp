@@ -388,6 +388,8 @@ void TakeSimulation(frmMain& window, Photographer& photographer) {
     hands::TypeInto(dialog, "txtSeed", "1");
     hands::Click(dialog, "cmdOK");
     photographer.TakeAll("main-simulation");
+    photographer.Take("frmMonte", *window.CurrentChild()->parentWidget());
+    photographer.Take("frmShowIntPar", Floating(window, FloatingWindow::InterimParameters));
 }
 
 void TakePictures(frmMain& window, const QString& folder) {
