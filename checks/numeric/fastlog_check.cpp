@@ -34,6 +34,38 @@ TEST(FastLog, IsAccurateForEveryUniformNumber) {
     EXPECT_LT(worst, 3.0e-16);
 }
 
+TEST(FastExp, IsAccurateWhereItIsDefined) {
+    f64 worst = 0;
+    for (f64 x = -708; x <= 709; x += 0.000873)
+        worst = std::max(worst, RelativeError(FastExp(x), std::exp(static_cast<long double>(x))));
+    EXPECT_LT(worst, 4.0e-16);
+    EXPECT_EQ(FastExp(0), 1);
+    EXPECT_EQ(FastExp(-709), 0);
+    EXPECT_EQ(FastExp(1e300), FastExp(709));
+    EXPECT_GT(FastExp(709), 1e300);
+}
+
+// Weibull variates of any shape are rounded to 32 bits.
+TEST(FastPow, IsAccurateForTheVariatesThatAreRoundedTo32Bits) {
+    for (const f64 y : {0.1, 0.5, 1.0, 2.0, 10.0})
+        for (f64 x = 1.0e-9; x < 25; x *= 1.00137) {
+            const long double exact = std::pow(static_cast<long double>(x), y);
+            EXPECT_LT(RelativeError(FastPow(x, y), exact), 1.0e-13) << x << " " << y;
+        }
+    EXPECT_EQ(FastPow(0, 1), FastPow(0, 2));
+    EXPECT_LT(FastPow(0, 1), 1e-300);
+}
+
+// Every argument of a Cauchy variate.
+TEST(FastTan, IsAccurateForEveryUniformNumber) {
+    f64 worst = 0;
+    for (int i = 0; i < uniforms; i += step) {
+        const f64 x = (i * 0x1p-24 - 0.5) * 3.141592654;
+        worst = std::max(worst, RelativeError(FastTan(x), std::tan(static_cast<long double>(x))));
+    }
+    EXPECT_LT(worst, 2.0e-15);
+}
+
 TEST(FastLog, IsAccurateOverTheWholeRange) {
     f64 worst = 0;
     for (f64 x = 1.0e-300; x < 1.0e300; x *= 1.00137)

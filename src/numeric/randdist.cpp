@@ -157,7 +157,7 @@ void RandLaplace() {
 }
 
 void RandCauchy() {
-    FillFromUniform([](f64 u) { return std::tan((u - 0.5) * Pi); });
+    FillFromUniform([](f64 u) { return FastTan((u - 0.5) * Pi); });
 }
 
 void RandLogistic() {
@@ -172,12 +172,13 @@ void RandExtremeValue() {
 
 void RandWeibull(f32 shape) {
     const f64 r = Single(1.0 / shape);
-    FillFromExponential(OneGuardedWeibull, [r](f64 e) { return std::pow(std::fabs(e), r); });
+    FillFromExponential(OneGuardedWeibull, [r](f64 e) { return FastPow(std::fabs(e), r); });
 }
 
 void RandLognormal(f32 shape) {
     const f64 r = Single(1.0 / shape);
-    FillFromNormal(LognormalGuard, [r](f64 z) { return ExpClamped(Single(r * z)); });
+    FillFromNormal(LognormalGuard,
+                   [r](f64 z) { return FastExp(f64{MinSingle(Single(r * z), 75)}); });
 }
 
 namespace {
@@ -192,11 +193,11 @@ f64 DrawGammaBelowOne(f64 d) {
         const f64 v = Rnd();
         const bool belowOne = u <= c;
         const f32 x =
-            Single(belowOne ? std::pow(u / c, 1.0 / d) : 1.0 - FastLog((u - c) / (1.0 - c)));
+            Single(belowOne ? FastPow(u / c, 1.0 / d) : 1.0 - FastLog((u - c) / (1.0 - c)));
         if (belowOne && x < AcceptedAtOnce)
             return x;
-        const f64 power = std::pow(f64{x}, 1.0 - d);
-        const f64 decay = std::exp(-f64{x});
+        const f64 power = FastPow(f64{x}, 1.0 - d);
+        const f64 decay = FastExp(-f64{x});
         const f32 w = Single(belowOne ? v / power : v * decay);
         const f32 t = Single(decay / power);
         if (w <= t)

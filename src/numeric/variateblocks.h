@@ -7,20 +7,14 @@
 
 // Compiles a function for the plain vector unit of its processor family and for wider ones; the
 // program takes the widest that its processor has. The source is one, each element is computed by
-// the same operations in the same order, and nothing is contracted: so the bits are the same.
-#if defined(__SANITIZE_ADDRESS__)
-#define QUORVANTA_VECTOR_UNITS // the choice would be made before the sanitizer has started
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define QUORVANTA_VECTOR_UNITS
-#endif
-#endif
-#if !defined(QUORVANTA_VECTOR_UNITS)
-#if defined(__x86_64__) && defined(__gnu_linux__)
+// the same operations in the same order, and nothing is contracted: so the bits are the same. Only
+// GCC does that for a function that is declared elsewhere, and not where the choice would be made
+// before a sanitizer has started.
+#if defined(__x86_64__) && defined(__gnu_linux__) && defined(__GNUC__) && !defined(__clang__) &&   \
+    !defined(__SANITIZE_ADDRESS__)
 #define QUORVANTA_VECTOR_UNITS [[gnu::target_clones("avx512f", "avx2", "default")]]
 #else
 #define QUORVANTA_VECTOR_UNITS
-#endif
 #endif
 
 namespace quorvanta {
