@@ -38,7 +38,7 @@ struct AnalysisChoice {
     bool Left = false;
     std::vector<i16> Checks;
     std::map<i16, i16> Groups;
-    i16 Method = 0; // of adjustment, of multiple comparisons
+    i16 Method = 0;                        // of adjustment, of multiple comparisons
     std::vector<DistrRow> Distributions{}; // H0, H1: none, the start values
 };
 
