@@ -160,6 +160,40 @@ TEST_F(FileWindows, ATableComesBackAndIsDrawnAlike) {
     EXPECT_EQ(Picture("PicTable"), before);
 }
 
+TEST_F(FileWindows, ASimulationComesBackAndRunsAlike) {
+    Trigger("mnuFile(3)");
+    Trigger("mnuMW(0)");
+    AcceptOptions();
+    const auto dialog = [this]() -> QWidget& {
+        return *Window().Floating(FloatingWindow::InterimParameters);
+    };
+    hands::TypeInto(dialog(), "txtParValue(2)", "25");
+    hands::TypeInto(dialog(), "txtRejectH0(0)", "0,04");
+    hands::TypeInto(dialog(), "txtMaxNoOfSim", "2000");
+    hands::TypeInto(dialog(), "txtSeed", "11");
+    hands::Click(dialog(), "cmdOK");
+    const auto shown = [this] {
+        QStringList texts;
+        for (const char* label : {"lblSimValue", "lblSignEstimate(0)", "lblPowerEstimate(0)",
+                                  "lblPrAcceptEstimate(0)", "lblHead1"})
+            texts << hands::TextOf(Child(), label);
+        return texts;
+    };
+    const QStringList before = shown();
+    ASSERT_NE(before[2], "");
+    const auto [saved, opened] = SaveCloseOpen("simulation.dim");
+    EXPECT_EQ(opened, saved);
+    EXPECT_EQ(shown(), before);
+    EXPECT_TRUE(dialog().isVisible());
+    EXPECT_EQ(hands::TextOf(dialog(), "txtParValue(2)"), "25");
+    EXPECT_EQ(hands::TextOf(dialog(), "txtRejectH0(0)"), "0,04");
+    EXPECT_TRUE(Window().findChild<QAction*>("mnuGetInfo(3)")->isEnabled());
+    hands::TypeInto(dialog(), "txtMaxNoOfSim", "2000");
+    hands::TypeInto(dialog(), "txtSeed", "11");
+    hands::Click(dialog(), "cmdOK");
+    EXPECT_EQ(shown(), before);
+}
+
 TEST_F(FileWindows, TwoOpensGiveTwoWindows) {
     OpenTTest();
     SaveAs("a.dim");

@@ -120,6 +120,28 @@ TEST_F(SimulationWindowCheck, ShowsTheEstimatesOfARun) {
     EXPECT_FALSE(Button("cmdExit").isEnabled());
 }
 
+// Every label has the width of its text, inside of the window.
+void ExpectNothingCut(const QWidget& window) {
+    int labels = 0;
+    for (const QLabel* label : window.findChildren<QLabel*>()) {
+        if (!label->isVisible() || label->wordWrap())
+            continue;
+        ++labels;
+        const std::string name = label->objectName().toStdString();
+        EXPECT_GE(label->width(), label->sizeHint().width()) << name;
+        const QRect place(label->mapTo(&window, QPoint(0, 0)), label->size());
+        EXPECT_TRUE(window.rect().contains(place)) << name;
+    }
+    EXPECT_GT(labels, 8);
+}
+
+TEST_F(SimulationWindowCheck, ItsColumnsAreNotCut) {
+    ExpectNothingCut(Child());
+    Ask("1000", "1");
+    Start();
+    ExpectNothingCut(Child());
+}
+
 TEST_F(SimulationWindowCheck, PausesContinuesAndExits) {
     Ask("", "1");
     StartAnd(After(300), [this] {
@@ -295,6 +317,7 @@ TEST_F(InterimWindowCheck, HasARowForEachAnalysisAndOneOverAll) {
     EXPECT_EQ(hands::TextOf(Child(), "lblH1True"), "H1 is True");
     EXPECT_NE(hands::TextOf(Child(), "lblASNH1Est"), "");
     EXPECT_NE(hands::TextOf(Child(), "lblPowerEstimate(3)"), "");
+    ExpectNothingCut(Child());
 }
 
 } // namespace

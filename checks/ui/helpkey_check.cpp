@@ -115,6 +115,11 @@ TEST_F(HelpKey, ExplainsASimulation) {
     QWidget& dialog = *Window().Floating(FloatingWindow::InterimParameters);
     for (const char* control : {"txtRejectH0(0)", "txtMaxNoOfSim", "txtSeed"})
         EXPECT_EQ(PageAt(*hands::Control(dialog, control)), "36.html") << control;
+    EXPECT_EQ(PageAt(Child()), "342.html") << "its test";
+    hands::TypeInto(dialog, "txtMaxNoOfSim", "20");
+    hands::Click(dialog, "cmdOK");
+    for (const char* control : {"fraSim", "lblHead1", "txtHide"})
+        EXPECT_EQ(PageAt(*hands::Control(Child(), control)), "342.html") << control;
 }
 
 // The parameter's own words first, then the test's.
