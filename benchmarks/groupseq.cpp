@@ -4,13 +4,22 @@
 
 #include "../checks/support/groupseq_literal.h"
 #include "../checks/support/scripted_platform.h"
+#include "core/analysis.h"
+#include "core/analysis_file.h"
 #include "core/analysis_state.h"
+#include "core/driver.h"
 #include "core/fault.h"
+#include "core/gridtable.h"
+#include "core/kinds.h"
 #include "core/root.h"
+#include "core/setup.h"
+#include "core/showpar.h"
 #include "groupseq/boundaries.h"
+#include "groupseq/boundchoice.h"
 #include "groupseq/spending.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
+#include "opening.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>
@@ -180,5 +189,74 @@ void BM_PowerPlain(benchmark::State& state) {
             state.SkipWithError("not the same bits");
 }
 BENCHMARK(BM_PowerPlain)->Arg(5)->Unit(benchmark::kMicrosecond);
+
+// --- Sizes of a design --------------------------------------------------------------------------
+
+constexpr i16 MenuMeans = 600;
+
+// A window on one mean, two-sided at 0.05 with a power of 0.90, after equal steps; O'Brien and
+// Fleming's boundaries, asked for as a user is.
+void OpenMeans(i16 windowKind, i16 looks) {
+    static ScriptedPlatform platform;
+    SetPlatform(platform);
+    Main();
+    FileCommand(windowKind);
+    NewTest(MenuMeans);
+    ChooseSamples(OneSample);
+    ChooseTails(TwoSided);
+    Choose(Group::H1Mean, 0);
+    ChooseInterim(static_cast<i16>(looks - 1));
+    const auto answer = [] {
+        platform.BoundaryChoices.assign(1, [] {
+            ChooseBoundType(BoundOBrienFleming);
+            return AcceptBoundary();
+        });
+        platform.GridFillings.assign(1, [] { return !AcceptGrid().has_value(); });
+    };
+    answer();
+    AcceptOptions();
+    answer();
+    ParText(Kind::H0Mean) = "0";
+    ParText(Kind::H1Mean) = "0.5";
+    ParText(Kind::Sd) = "1";
+    ParText(Kind::SignificanceLevel) = "0.05";
+    ParText(Kind::Power) = "0.9";
+}
+
+// Constants and size anew, as after a press on the label.
+void BM_DesignSize(benchmark::State& state) {
+    OpenMeans(CalculationWindow, static_cast<i16>(state.range(0)));
+    const i16 size = PositionOf(Kind::Size);
+    SolveFor(size);
+    for (auto _ : state) {
+        ForgetCritValues();
+        Calculated = False;
+        CalcUnknown();
+        if (!(ParValue(size) > 0))
+            state.SkipWithError("no size");
+    }
+}
+BENCHMARK(BM_DesignSize)->Arg(5)->Unit(benchmark::kMicrosecond);
+
+// 100 effects at 5 levels.
+void BM_DesignTable(benchmark::State& state) {
+    OpenMeans(TableWindow, static_cast<i16>(state.range(0)));
+    SwapAxis(YRole, PositionOf(Kind::Size));
+    SwapAxis(XRole, PositionOf(Kind::H1Mean));
+    SwapAxis(ZRole, PositionOf(Kind::SignificanceLevel));
+    TypedAxisText(AxisText::Xmin, "0.3");
+    TypedAxisText(AxisText::Xmax, "1.29");
+    TypedAxisText(AxisText::Xstep, "0.01");
+    TypedAxisText(AxisText::ZValues, "0.01 0.02 0.05 0.1 0.2");
+    RunOrCancel();
+    for (auto _ : state) {
+        ForgetCritValues();
+        Calculated = False;
+        RunOrCancel();
+        if (TableY.HighBound1() != 100 || TableY.HighBound2() != 5)
+            state.SkipWithError("no table");
+    }
+}
+BENCHMARK(BM_DesignTable)->Arg(5)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -55,10 +55,11 @@ TEST_F(SetUp, ATestThatIsNotThereIsToldAndChangesNothing) {
     StoreAnalysis();
     const AnalysisRecord before = Analysis(1);
     platform.Messages.clear();
-    NewTest(600);
-    EXPECT_EQ(platform.Texts(),
-              (std::vector<std::string>{
-                  "Normal Distribution Means, Design Is Not Available in This Version."}));
+    NewTest(601);
+    EXPECT_EQ(
+        platform.Texts(),
+        (std::vector<std::string>{
+            "Normal Distribution Means, Conditional Power Is Not Available in This Version."}));
     StoreAnalysis();
     EXPECT_EQ(Analysis(1), before);
     EXPECT_EQ(IsGroupSeq, False);

@@ -8,6 +8,7 @@
 #include "core/setup.h"
 #include "core/typed_text.h"
 #include "generator/topic.h"
+#include "groupseq/boundchoice.h"
 #include "output/format.h"
 #include "support/grid_filling.h"
 #include "support/number.h"
@@ -51,10 +52,30 @@ void FillTable(const help::ExampleTable& table) {
     EXPECT_TRUE(platform.GridFillings.empty()) << "no grid for " << table.Label;
 }
 
+// Answers what a design asks for.
+void FillDesign(const help::ExampleDesign& design) {
+    if (design.Interim == 0)
+        return;
+    auto& platform = dynamic_cast<ScriptedPlatform&>(ThePlatform());
+    platform.BoundaryChoices.emplace_back([&design] {
+        ChooseBoundType(help::BoundaryOfName(design.Boundaries));
+        if (!design.Parameter.empty())
+            FamilyParText = design.Parameter;
+        return AcceptBoundary();
+    });
+    platform.GridFillings.emplace_back([&design] {
+        GridRowTexts rows;
+        for (const std::string& fraction : design.Fractions)
+            rows.push_back({fraction});
+        return FillCurrentGrid(rows);
+    });
+}
+
 } // namespace
 
 std::vector<ExampleReading> PlayInEngine(const help::Example& example) {
     help::ChooseOptions(example);
+    FillDesign(example.Design);
     AcceptOptions();
     std::vector<ExampleReading> readings;
     for (const help::ExampleStep& step : example.Steps) {

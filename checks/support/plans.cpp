@@ -495,6 +495,8 @@ Values PlanOfProportionTest(const AnalysisChoice& choice) {
 // non-inferiority.
 constexpr std::initializer_list<i16> meansMenus{0, 1, 230, 231, 800, 801, 810, 811, 830, 831};
 constexpr std::initializer_list<i16> coxMenus{470, 471};
+constexpr i16 meansDesignMenu = 600;
+constexpr i16 proportionsDesignMenu = 620;
 constexpr std::initializer_list<i16> proportionsMenus{70, 80, 100, 111, 802, 803, 832, 833};
 
 // Analyses of variance of repeated measurements, Hotelling's test, multivariate ones.
@@ -548,7 +550,7 @@ Values PlanOfRepeated(const AnalysisChoice& choice) {
 // Tests of exponential survival: other tests share their limits, of Poisson means and of medians,
 // with other truths. Most patients have the event in the study, so that an effect shows. No
 // incidence is where the power turns.
-constexpr std::initializer_list<i16> exponentialMenus{150, 151, 152, 402, 403, 404, 804, 834};
+constexpr std::initializer_list<i16> exponentialMenus{150, 151, 152, 402, 403, 404, 630, 804, 834};
 
 Values PlanOfExponentialSurvival(const AnalysisChoice& choice) {
     Values values = PlanOfTheTable(choice);
@@ -601,9 +603,12 @@ Values TextsOf(const AnalysisChoice& choice) {
         return PlanOfRepeated(choice);
     if (IsIn(choice, exponentialMenus))
         return PlanOfExponentialSurvival(choice);
-    if (choice.MenuNo >= 0)
+    if (choice.MenuNo == proportionsDesignMenu)
+        return PlanOfProportions(choice);
+    const bool isMeansDesign = choice.MenuNo == meansDesignMenu;
+    if (choice.MenuNo >= 0 && !isMeansDesign)
         return PlanOfTheTable(choice);
-    if (choice.ProcedureNo != ProcedureTest)
+    if (!isMeansDesign && choice.ProcedureNo != ProcedureTest)
         return PlanOfPrecision("50");
     return choice.NoOfTails == TwoOneSided ? PlanOfEquivalence(choice) : PlanOfTest(choice);
 }
@@ -693,6 +698,8 @@ f64 PowerOf(const AnalysisChoice& choice, const Values& values) {
 Values PlanOf(const AnalysisChoice& choice) {
     if (IsTestOfProportions(choice))
         return PlanOfProportionTest(choice);
+    if (choice.MenuNo == proportionsDesignMenu && choice.NoOfTails == TwoOneSided)
+        return PlanOfProportions(choice);
     Values values = TextsOf(choice);
     const f64 power = PowerOf(choice, values);
     values[ParKind(1)] = NumberText(power, 17);
@@ -732,11 +739,11 @@ std::set<i16> Unsolvable(const AnalysisChoice& choice) {
 }
 
 Growth GrowthOf(const AnalysisChoice& choice) {
-    if (IsTestOfMeans(choice))
+    if (IsTestOfMeans(choice) || choice.MenuNo == meansDesignMenu)
         return {1e-4, 6};
     // Half a subject of a handful outweighs all else: added on the right, it is lost again with the
     // next subject.
-    if (IsTestOfProportions(choice))
+    if (IsTestOfProportions(choice) || choice.MenuNo == proportionsDesignMenu)
         return {1e-6,
                 Has(choice, Check::Correction) && choice.NoOfTails == TwoOneSided ? 10.0 : 0.0};
     // Where the formula for chi-square and F changes, at 10, 21 and 100 df. A handful of subjects

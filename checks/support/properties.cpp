@@ -77,7 +77,7 @@ i16 PositionOfGroup(i16 group) {
 }
 
 bool HasFormsSideBySide(const AnalysisChoice& analysis) {
-    const std::set<i16> menus{150, 151, 152, 402, 403, 404, 804, 834};
+    const std::set<i16> menus{150, 151, 152, 402, 403, 404, 630, 804, 834};
     return menus.contains(analysis.MenuNo);
 }
 

@@ -28,6 +28,7 @@ class ScriptedPlatform : public Platform {
     std::deque<std::optional<std::string>> FileNames;  // answers of the file dialogs
     std::deque<std::optional<OutputForm>> OutputForms; // answers of AskOutputForm
     std::deque<std::function<bool()>> GridFillings;    // answers of AskGrid; after the last: cancel
+    std::deque<std::function<bool()>> BoundaryChoices; // the same of AskBoundary
     std::deque<std::function<bool()>> DistrChoices;    // the same of AskDistribution
     std::vector<FileDialog> FileDialogs;               // the dialogs shown
     std::vector<OutputAction> FormsAsked;
@@ -98,6 +99,7 @@ class ScriptedPlatform : public Platform {
         return kind;
     }
     bool AskGrid() override { return Play(GridFillings); }
+    bool AskBoundary() override { return Play(BoundaryChoices); }
     bool AskDistribution() override { return Play(DistrChoices); }
     std::optional<std::string> AskOpenName(const FileDialog& dialog) override {
         return NextFileName(dialog);

@@ -87,7 +87,32 @@ class ExampleInWindows : public WindowCheck,
         Tick(example.Ticked);
         for (const std::string& caption : example.Chosen)
             Choose(caption);
+        if (example.Design.Interim > 0)
+            ChooseDesign(example.Design);
         hands::Click(Options(), "cmdOK");
+        hands::Settle();
+    }
+
+  private:
+    // The number of interim analyses, and the windows that will ask for the boundaries and the
+    // fractions.
+    void ChooseDesign(const help::ExampleDesign& design) {
+        hands::Click(Options(), ControlName("optInterim", design.Interim));
+        hands::WhenModal("frmBoundary", [design](QWidget& window) {
+            const i16 type = help::BoundaryOfName(design.Boundaries);
+            hands::Click(window, ControlName("OptBoundary", type));
+            if (!design.Parameter.empty())
+                hands::TypeInto(window, "txtFamilyPar", ToQt(design.Parameter));
+            hands::WhenModal("frmGridTable", [design](QWidget& grid) {
+                QWidget* cell = hands::Control(grid, "txtText");
+                for (const std::string& fraction : design.Fractions) {
+                    QTest::keyClicks(cell, ToQt(fraction));
+                    QTest::keyClick(cell, Qt::Key_Return);
+                }
+                hands::Click(grid, "cmdOK");
+            });
+            hands::Click(window, "cmdOK");
+        });
     }
 };
 

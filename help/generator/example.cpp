@@ -6,6 +6,8 @@
 #include "core/number_text.h"
 #include "core/option_choice.h"
 #include "core/setup.h"
+#include "groupseq/boundchoice.h"
+#include "groupseq/groupseq.h"
 
 #include <sstream>
 #include <stdexcept>
@@ -43,6 +45,25 @@ std::pair<std::string, std::string> Typed(const std::string& text) {
     return {text.substr(0, end), text.substr(end + equals.size())};
 }
 
+// "5 | 191 | 338".
+std::vector<std::string> Cells(const std::string& text) {
+    return Split(text, " | ");
+}
+
+bool TakeDesign(ExampleDesign& design, const std::string& name, const std::string& text) {
+    if (name == "interim")
+        design.Interim = static_cast<i16>(Val(text));
+    else if (name == "boundaries")
+        design.Boundaries = text;
+    else if (name == "boundary parameter")
+        design.Parameter = text;
+    else if (name == "fractions")
+        design.Fractions = Cells(text);
+    else
+        return false;
+    return true;
+}
+
 // A line before the first step.
 bool TakeOption(Example& example, const std::string& name, const std::string& text) {
     if (name == "analysis")
@@ -66,13 +87,8 @@ bool TakeOption(Example& example, const std::string& name, const std::string& te
     else if (name == "source")
         example.Source = text;
     else
-        return false;
+        return TakeDesign(example.Design, name, text);
     return true;
-}
-
-// "5 | 191 | 338".
-std::vector<std::string> Cells(const std::string& text) {
-    return Split(text, " | ");
 }
 
 // A line of a step; what is typed, opened or pressed after a value was read begins the next one.
@@ -258,6 +274,15 @@ void ChooseOptions(const Example& example) {
         TickCheck(caption);
     for (const std::string& caption : example.Chosen)
         ChooseForm(caption);
+    if (InterimShown)
+        ChooseInterim(example.Design.Interim);
+}
+
+i16 BoundaryOfName(const std::string& name) {
+    for (i16 type = 0; type < NoOfBoundTypes; ++type)
+        if (BoundName(type) == name)
+            return type;
+    Refuse("no such boundaries", name);
 }
 
 i16 PositionOfLabel(const std::string& label) {

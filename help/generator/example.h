@@ -8,6 +8,9 @@
 //   left tail:  "yes" ticks the box; without this line it is not ticked
 //   tick:       a check box, one line each; all others are not ticked
 //   choose:     a form of an interchangeable parameter, one line each
+//   interim:    the number of interim analyses of a group sequential design, and what it asks for:
+//   boundaries:, boundary parameter:   as the window of the boundaries has them
+//   fractions:  of the information, of the interim analyses, joined by " | "
 //   told:       what the program says when the options are accepted: it solves for the power at
 //   once source:     where the figures are from, and how the exact values were calculated
 // and then, once or several times, a step:
@@ -43,6 +46,14 @@ namespace quorvanta::help {
 struct ExampleTable {
     std::string Label; // empty: no grid is opened
     std::vector<std::vector<std::string>> Rows;
+};
+
+// What a group sequential design is made of.
+struct ExampleDesign {
+    i16 Interim = 0; // none: it is asked for nothing
+    std::string Boundaries;
+    std::string Parameter; // of the boundaries; empty: they have none
+    std::vector<std::string> Fractions;
 };
 
 struct ExampleStep {
@@ -84,6 +95,7 @@ struct Example {
     bool LeftTail = false;
     std::vector<std::string> Ticked;
     std::vector<std::string> Chosen;
+    ExampleDesign Design;
     std::vector<std::string> Told;
     std::string Source;
     std::vector<ExampleStep> Steps; // of a Calculation window
@@ -110,6 +122,9 @@ const MenuItem& MenuEntry(const std::vector<std::string>& captions);
 // Chooses the analysis and its options in the engine; the options stay open. A window has to be
 // open. Throws std::runtime_error for a caption that is not offered.
 void ChooseOptions(const Example& example);
+
+// The type of boundaries of that name; throws std::runtime_error if there is none.
+i16 BoundaryOfName(const std::string& name);
 
 // The position of a label in the current parameter list; throws std::runtime_error if it has none.
 i16 PositionOfLabel(const std::string& label);

@@ -58,6 +58,8 @@ Rows OptionRows() {
         rows.emplace_back("Interchangeable Parameters" + (caption.empty() ? "" : ", " + caption),
                           StripAmpersand(IntParOption(IntParValue(group), group)));
     }
+    if (InterimShown)
+        rows.emplace_back("Number Of Interim Analyses", std::to_string(NoOfInterim));
     return rows;
 }
 
@@ -174,6 +176,21 @@ std::string ToldHtml(const Example& example) {
     return html;
 }
 
+std::string DesignHtml(const ExampleDesign& design) {
+    if (design.Interim == 0)
+        return "";
+    BoundaryOfName(design.Boundaries);
+    Rows fractions;
+    for (const std::string& fraction : design.Fractions)
+        fractions.emplace_back("Interim Analysis " + std::to_string(fractions.size() + 1),
+                               fraction);
+    return "<li>Choose the boundaries <b>" + Escape(design.Boundaries) + "</b>" +
+           (design.Parameter.empty() ? "" : ", type <b>" + Escape(design.Parameter) + "</b>,") +
+           " and press <b>Next</b>. Fill the information fractions, then press "
+           "<b>Calculate</b>:\n" +
+           TableHtml(fractions) + "</li>\n";
+}
+
 // "2" stands for what the second step reads, "2:3" for the same with three decimals.
 std::string Result(const std::string& wanted, const std::vector<ExampleStep>& steps) {
     const std::size_t colon = wanted.find(':');
@@ -194,7 +211,7 @@ std::string ExampleHtml(const std::string& lines, i32 number) {
     std::string html = "<ol>\n<li>Choose the menu <b>" + MenuPathHtml(example) +
                        "</b>. If no window is open, the program asks for one: take <b>New "
                        "Calculation</b> and press <b>Continue</b>.</li>\n" +
-                       OptionsHtml() + ToldHtml(example);
+                       OptionsHtml() + DesignHtml(example.Design) + ToldHtml(example);
     SelSetParList();
     RequireAllTyped(example.Steps.front());
     for (const ExampleStep& step : example.Steps)

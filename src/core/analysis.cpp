@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
+#include "core/driver.h"
 #include "core/floating_windows.h"
 #include "core/menus.h"
 #include "core/option_choice.h"
@@ -287,6 +288,7 @@ void LoadAnalysis() {
                                                       HasValue(ParText(ParKind(UnknownParNo)))));
     OutputReady = ToFlag(record.WindowKind == SimulationWindow && Calculated == True);
     SetupShowPar();
+    RenewDesign();
     ThePlatform().RefreshChild();
 }
 

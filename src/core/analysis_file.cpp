@@ -106,7 +106,7 @@ bool HasUsableSimulation(const AnalysisRecord& record) {
 // The name says what was analysed: without it no test was ever chosen.
 bool NamesAnalysis(const AnalysisRecord& record) {
     if (record.IsTest == True)
-        return !record.TestName.empty() && !PathToTest(record.TestNo).empty();
+        return !record.TestName.empty() && !PathToTest(MenuTestNo(record.TestNo)).empty();
     const auto parameters = DistrParList(record.DistrNo);
     return !record.DistrName.empty() &&
            IsWithin(record.ParListNo, 0, static_cast<int>(parameters.size()) - 1);

@@ -112,6 +112,16 @@ std::string TestMenuName(i16 menuNo);
 
 // --- Tests ------------------------------------------------------------------------------------
 
+// The group sequential designs of means, with standard deviations that are known and unknown.
+inline constexpr i16 MeansDesign = 124;
+inline constexpr i16 StudentDesign = 125;
+
+// The test whose menu entry leads to this one: that with unknown deviations is an option of the
+// design of means. Any other is its own.
+constexpr i16 MenuTestNo(i16 testNo) {
+    return testNo == StudentDesign ? MeansDesign : testNo;
+}
+
 // Lets the modules that several tests share tell their callers apart.
 enum class TestVariant {
     None,

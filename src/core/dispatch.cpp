@@ -4,6 +4,7 @@
 #include "core/catalogue.h"
 #include "core/checksearch.h"
 #include "core/module_chain.h"
+#include "groupseq/interim.h"
 #include "montecarlo/simstudy.h"
 
 namespace quorvanta {
@@ -55,12 +56,15 @@ bool SelCheckPar() {
     for (i16 i = 0; i <= NoOfPar; ++i)
         if (i != UnknownParNo && !CheckRange(i, ParMin(ParKind(i)), ParMax(ParKind(i))))
             return false;
-    return WithModule(CurrentKey(), []<class M>() {
+    const bool isGood = WithModule(CurrentKey(), []<class M>() {
         if constexpr (requires { M::CheckPar(); })
             return M::CheckPar();
         else
             return true;
     });
+    // A design is asked for what it is made of once its parameters are good.
+    const bool isToBeSetUp = IsGroupSeq == True && HasGridData == False;
+    return isGood && (!isToBeSetUp || GsSetUpInterim());
 }
 
 void SelSearchLimits(f64& lower, f64& upper) {
@@ -68,6 +72,8 @@ void SelSearchLimits(f64& lower, f64& upper) {
         if constexpr (requires { M::SearchLimits(lower, upper); })
             M::SearchLimits(lower, upper);
     });
+    if (IsGroupSeq == True)
+        GsSearchLimits(lower, upper);
 }
 
 f64 SelRootFunction() {

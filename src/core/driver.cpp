@@ -1,6 +1,7 @@
 #include "core/driver.h"
 
 #include "core/analysis_state.h"
+#include "core/catalogue.h"
 #include "core/dispatch.h"
 #include "core/floating_windows.h"
 #include "core/last_step.h"
@@ -10,6 +11,7 @@
 #include "core/records.h"
 #include "core/search.h"
 #include "core/values.h"
+#include "output/designresults.h"
 #include "output/format.h"
 #include "output/formatpar.h"
 
@@ -36,7 +38,44 @@ bool IsAskedAgain(i16 parNo) {
            parNo == UnknownParNo && !HasValue(ParText(ParKind(parNo)));
 }
 
+// What was cancelled says nothing more: the user knows, or has been told why.
+void TellFailure() {
+    if (Cancelled == False) {
+        // The obstacle is looked for in the equation of a fixed test.
+        if (IsGroupSeq == False)
+            ThePlatform().ShowStatus(Obstacle());
+        ShowCantCalculate();
+    }
+    if (IsGroupSeq == True) {
+        DropDesign();
+        ThePlatform().Hide(FloatingWindow::SequentialMonitor);
+        Cancelled = False;
+    }
+}
+
+// The design is shown with the sizes that the solution stands for: whole subjects.
+void ShowDesign(f64 root) {
+    const i16 kind = ParKind(UnknownParNo);
+    if (IsCountKind(kind))
+        ParValue(UnknownParNo) = WholeCount(kind, root);
+    const bool isDesign = SelRootFunction() != NoValue;
+    ParValue(UnknownParNo) = root;
+    Cancelled = False;
+    if (!isDesign)
+        return;
+    GsShowIntPar();
+    GsShowResults();
+}
+
 } // namespace
+
+void RenewDesign() {
+    if (IsGroupSeq == False || Calculated == False || CurrentWindowKind() != CalculationWindow ||
+        NoOfPar < 1)
+        return;
+    ReadParValues();
+    ShowDesign(ParValue(UnknownParNo));
+}
 
 void MakeUnknown(i16 parNo) {
     UnknownParNo = parNo;
@@ -75,8 +114,7 @@ void CalcUnknown() {
     const f64 root = SolveUnknown();
     if (root == NoValue) {
         foundNothing = true;
-        ThePlatform().ShowStatus(Obstacle());
-        ShowCantCalculate();
+        TellFailure();
     } else {
         ParValue(UnknownParNo) = root;
         result = FormatPar(ParKind(UnknownParNo), root);
@@ -84,8 +122,10 @@ void CalcUnknown() {
         MarkChanged();
     }
     Calculated = True;
-    StoreAnalysis();
     HideWindows(Occasion::ResultGone);
+    if (root != NoValue && IsGroupSeq == True)
+        ShowDesign(root);
+    StoreAnalysis();
     ThePlatform().RefreshChild();
     UpdateMenus();
 }

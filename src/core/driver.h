@@ -11,6 +11,10 @@ void MakeUnknown(i16 parNo);
 // Makes parameter i the unknown and solves for it; nothing if its value is already calculated.
 void SolveFor(i16 parNo);
 
+// The design of an analysis that comes to the front is worked out anew and shown; nothing where
+// there is none, or none that is calculated.
+void RenewDesign();
+
 // Solves for UnknownParNo from ParText; the result, or "-", goes into ParText of its kind.
 void CalcUnknown();
 

@@ -82,10 +82,15 @@ bool Covers(const Array2<Cell>& store, i16 row, i16 column) {
     return row <= store.HighBound1() && column <= store.HighBound2();
 }
 
-// A store with bounds 0..1, 0..1 was never filled: no grid has a single cell.
-template <class Cell>
-bool WasFilled(const Array2<Cell>& store) {
+// A store with bounds 0..1, 0..1 was never filled where its only cell holds the mark of that.
+bool WasFilled(const Array2<std::string>& store) {
     return store.HighBound1() > 1 || store.HighBound2() > 1;
+}
+
+bool WasFilled(const Array2<f32>& store) {
+    if (store.HighBound1() != 1 || store.HighBound2() != 1)
+        return store.HighBound1() > 1 || store.HighBound2() > 1;
+    return f64{store(1, 1)} != NoValue && store(1, 1) != 1;
 }
 
 std::string StoredText(i16 store, i16 row, i16 column, const std::string& otherwise) {

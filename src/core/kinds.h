@@ -513,6 +513,7 @@ inline constexpr i16 HazardRatio = 33;
 inline constexpr i16 TotalSize = 35;
 inline constexpr i16 TwoSidedInterval = 36;
 inline constexpr i16 Overdispersion = 37;
+inline constexpr i16 FixedInterimTimes = 38;
 inline constexpr i16 VarianceOfH1 = 39;
 
 } // namespace Check

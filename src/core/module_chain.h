@@ -142,6 +142,10 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 1:
     case 125:
         return operation.template operator()<TESTSTUD>();
+    case 124:
+        return operation.template operator()<TESTNOR>();
+    case 126:
+        return operation.template operator()<TESTBIN>();
     case 2:
     case 130:
         return operation.template operator()<TESTANOV>();
@@ -267,6 +271,7 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTCOX>();
     case 31:
     case 37:
+    case 127:
     case 202:
     case 203:
     case 204:

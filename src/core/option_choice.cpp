@@ -4,6 +4,7 @@
 #include "core/catalogue.h"
 #include "core/dispatch.h"
 #include "core/fault.h"
+#include "core/general.h"
 #include "core/kinds.h"
 #include "core/menus.h"
 #include "core/options.h"
@@ -14,10 +15,15 @@ namespace quorvanta {
 
 namespace {
 
+bool IsStudentDesign() {
+    return TestNo == StudentDesign;
+}
+
 void LayOutOptions() {
     ClearOptions();
     SelSetupTest();
     // Only a test rejects.
+    InterimShown = IsGroupSeq == True;
     LeftTailOffered = NoOfTails != TwoSided && (IsTest == True || ProcedureNo == ProcedureTest);
     SelSetLabels();
     // A simulated test may be made at several times; an estimate has one.
@@ -81,10 +87,25 @@ void ChooseProcedure(i16 procedureNo) {
     OptionsChanged();
 }
 
+std::span<const std::string_view> OfferedParLists() {
+    if (IsTest == False)
+        return DistrParList(DistrNo);
+    const bool isDesignOfMeans = IsGroupSeq == True && (TestNo == MeansDesign || IsStudentDesign());
+    return isDesignOfMeans ? DistrParList(DistrNormal).first(2)
+                           : std::span<const std::string_view>();
+}
+
+i16 ChosenParList() {
+    return IsTest == False ? ParListNo : ToI16(IsStudentDesign() ? 1 : 0);
+}
+
 void ChooseParList(i16 parListNo) {
-    if (parListNo < 0 || parListNo >= static_cast<i16>(DistrParList(DistrNo).size()))
+    if (parListNo < 0 || parListNo >= static_cast<i16>(OfferedParLists().size()))
         throw RunTimeError(Fault::BadIndex);
-    ParListNo = parListNo;
+    if (IsTest == False)
+        ParListNo = parListNo;
+    else
+        TestNo = parListNo == 0 ? MeansDesign : StudentDesign;
     OptionsChanged();
 }
 

@@ -84,6 +84,10 @@ class Windows {
     // he cancels.
     virtual bool AskGrid() = 0;
 
+    // Lets the user choose the boundaries of a design (groupseq/boundchoice.h) until they are
+    // accepted; false when he cancels.
+    virtual bool AskBoundary() = 0;
+
     // Lets the user choose a distribution (montecarlo/shiftmodel.h) until it is accepted; false
     // when he cancels.
     virtual bool AskDistribution() = 0;

@@ -185,6 +185,9 @@ void ReopenOptions() {
 void AcceptOptions() {
     AnalysisStep before = BeforeStep(choosing);
     ChoosingOptions = false;
+    // A design is asked anew for its boundaries and fractions.
+    if (IsGroupSeq == True)
+        HasGridData = False;
     SelSetParList();
     ParListName = Headline();
     if (choosing == StepKind::Options)

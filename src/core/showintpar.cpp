@@ -3,11 +3,15 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/dispatch.h"
+#include "core/driver.h"
 #include "core/general.h"
 #include "core/kinds.h"
 #include "core/records.h"
+#include "core/showpar.h"
 #include "core/typed_text.h"
 #include "core/values.h"
+#include "groupseq/groupseq.h"
+#include "groupseq/interim.h"
 #include "montecarlo/simulation.h"
 #include "output/counted_sizes.h"
 #include "output/format.h"
@@ -19,6 +23,12 @@
 namespace quorvanta {
 
 namespace {
+
+// A design that is calculated: its analyses are shown as they come out, but for levels of the
+// user's own.
+bool IsDesign() {
+    return IsGroupSeq == True && CurrentWindowKind() != SimulationWindow;
+}
 
 std::string& StoredCell(IntColumn column, i16 row) {
     switch (column) {
@@ -96,10 +106,40 @@ std::string FirstSizeCaption() {
     }
 }
 
+bool HasDesignColumn(IntColumn column) {
+    if (column == IntColumn::AcceptH0)
+        return BoundType >= BoundUserDefined;
+    if (HasInterimTimes())
+        return column == IntColumn::Size1 || TimeFromSize == 0;
+    return (column == IntColumn::Size1 ? Size1Index : Size2Index) != 0;
+}
+
+std::string DesignSizeCaption(IntColumn column) {
+    if (HasInterimTimes() && TimeFromSize == 1)
+        return "   Study &Time";
+    if (HasInterimTimes())
+        return column == IntColumn::Size1 ? "Study &Time|H1" : "Study Ti&me|H0";
+    const i16 kind = ParKind(Size1Index);
+    if (kind == Kind::Events)
+        return "&No of Events";
+    if (kind == Kind::TimeAtRisk)
+        return "Time At Risk";
+    if (column == IntColumn::Size2)
+        return "Sa&mple Size 2";
+    return Size2Index != 0 ? "S&ample Size 1" : "S&ample Size";
+}
+
 } // namespace
 
 bool HasIntPar() {
-    return CurrentWindowKind() == SimulationWindow && NoOfPar >= 1;
+    if (IsDesign())
+        GsReadDesign();
+    return NoOfPar >= 1 &&
+           (CurrentWindowKind() == SimulationWindow || (IsDesign() && NoOfInterim > 0));
+}
+
+bool HasIntRun() {
+    return !IsDesign();
 }
 
 i16 IntRows() {
@@ -111,6 +151,8 @@ std::string IntRowHead(i16 row) {
 }
 
 bool HasIntColumn(IntColumn column) {
+    if (IsDesign() && column != IntColumn::RejectH0)
+        return HasDesignColumn(column);
     switch (column) {
     case IntColumn::RejectH0:
         return true;
@@ -124,6 +166,8 @@ bool HasIntColumn(IntColumn column) {
 }
 
 std::string IntColumnCaption(IntColumn column) {
+    if (IsDesign() && IsSize(column))
+        return DesignSizeCaption(column);
     switch (column) {
     case IntColumn::RejectH0:
         return IsHypothesisTest() && !IsConfidenceLevel() ? "&Reject H0 if p<"
@@ -139,11 +183,14 @@ std::string IntColumnCaption(IntColumn column) {
 }
 
 bool IsIntCellOpen(IntColumn column, i16 row) {
+    if (IsDesign())
+        return !IsSize(column) && BoundType == BoundUserDefined;
     return !IsSize(column) || row + 1 < NoOfAnalyses();
 }
 
 std::string IntCellText(IntColumn column, i16 row) {
-    return IsIntCellOpen(column, row) ? StoredCell(column, row) : SizeText(AtLast(column));
+    return IsDesign() || IsIntCellOpen(column, row) ? StoredCell(column, row)
+                                                    : SizeText(AtLast(column));
 }
 
 std::string IntCellDefault(IntColumn column, i16 row) {
@@ -151,6 +198,8 @@ std::string IntCellDefault(IntColumn column, i16 row) {
         return ParText(ParKind(LevelParNo));
     if (column == IntColumn::AcceptH0)
         return "1";
+    if (IsDesign())
+        return "";
     const f64 step = AtLast(column) * (row + 1) / NoOfAnalyses();
     return SizeText(StudyTimePar() == NoPar ? std::nearbyint(step) : step);
 }
@@ -169,6 +218,8 @@ std::string TypedSeed(const std::string& text) {
 }
 
 i16 IntPar(i16 box) {
+    if (IsDesign())
+        return NoPar;
     i16 parNo = -1;
     for (i16 left = box; left >= 0; --left) {
         ++parNo;
@@ -179,7 +230,11 @@ i16 IntPar(i16 box) {
 }
 
 void StartIntPar() {
-    SimStart();
+    if (!IsDesign())
+        return SimStart();
+    if (IsTableOrGraph())
+        return RunOrCancel();
+    SolveFor(UnknownParNo);
 }
 
 } // namespace quorvanta

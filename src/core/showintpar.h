@@ -1,5 +1,6 @@
 // The state behind frmShowIntPar: the levels and sizes of the analyses of a simulation, one row for
-// each, the parameters, and how long and from which seed it runs. The window only draws it.
+// each, the parameters, and how long and from which seed it runs; of a group sequential design that
+// is calculated the levels and sizes alone, which follow from it. The window only draws it.
 #pragma once
 
 #include "core/types.h"
@@ -17,6 +18,9 @@ inline constexpr i16 MaxIntRows = 6;
 // True if the current analysis has the window, and its list of parameters.
 bool HasIntPar();
 
+// Is there a number of simulations to be entered, and a seed?
+bool HasIntRun();
+
 // Its rows, one for each analysis, and what stands before a row: "Interim Analysis 1".
 i16 IntRows();
 std::string IntRowHead(i16 row);
@@ -28,6 +32,7 @@ bool HasIntColumn(IntColumn column);
 std::string IntColumnCaption(IntColumn column);
 
 // What stands in a cell. The sizes of the last row are those of the parameters, and can't be typed.
+// Of a design only levels of the user's own can.
 std::string IntCellText(IntColumn column, i16 row);
 bool IsIntCellOpen(IntColumn column, i16 row);
 // What counts where nothing is typed.
@@ -39,10 +44,11 @@ std::string TypedMaxNoOfSim(const std::string& text);
 std::string TypedSeed(const std::string& text);
 
 // The parameter in the box of that number, from 0; -1 if there is none. The power, which is what a
-// simulation estimates, has one only where the distributions are chosen in it.
+// simulation estimates, has one only where the distributions are chosen in it. Those of a design
+// have their own window.
 i16 IntPar(i16 box);
 
-// Runs the simulation.
+// Runs the simulation, or calculates the design.
 void StartIntPar();
 
 } // namespace quorvanta

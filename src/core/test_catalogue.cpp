@@ -181,13 +181,13 @@ bool IsPaired() {
 }
 
 i32 HelpDescription() {
-    return IsTest ? 300 + TestNo + 1 : 800 + DistrNo + 1;
+    return IsTest ? 300 + MenuTestNo(TestNo) + 1 : 800 + DistrNo + 1;
 }
 
 i32 HelpParameters() {
     const i32 choices = i32{NoOfSamples} * 1000 + i32{NoOfTails} * 100;
     if (IsTest)
-        return i32{TestNo} * 10000 + choices;
+        return i32{MenuTestNo(TestNo)} * 10000 + choices;
     return i32{DistrNo} * 10000 + choices + (ParListNo + 1) * 10 + ProcedureNo;
 }
 

@@ -61,7 +61,9 @@ void SetBounds(i16 k, f64 scale) {
     case BoundHaybittlePeto: {
         constexpr f32 interimBound = 3;
         UppBound(k) = k < NoOfAnal ? interimBound : BoundC1;
-        RemoveUnreachableBound(k);
+        // At the end the constant itself is searched for: a trial is no bound that stays.
+        if (k < NoOfAnal)
+            RemoveUnreachableBound(k);
         break;
     }
     case BoundUserDefined:

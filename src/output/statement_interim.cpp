@@ -5,6 +5,8 @@
 #include "core/general.h"
 #include "core/records.h"
 #include "core/values.h"
+#include "groupseq/groupseq.h"
+#include "groupseq/interim.h"
 #include "output/statement_clauses.h"
 #include "output/statement_words.h"
 
@@ -59,10 +61,41 @@ std::string AcceptSentence() {
            (isOne ? " is " : " are ") + SumList(levels) + ".";
 }
 
-// The texts of the sizes hold times or numbers of events where the analysis has those.
+std::vector<std::string> TextsOfAnalyses(const AnalysisTexts& texts, i16 last) {
+    std::vector<std::string> list;
+    for (i16 k = 1; k <= last; ++k)
+        list.push_back(LevelText(texts, k));
+    return list;
+}
+
+// Analyses at shares of the information take place at another time if H0 is true.
+std::string TimesSentence() {
+    std::string text =
+        " The analyses occur at " + SumList(TextsOfAnalyses(InterimSize1Text, NoOfAnalyses()));
+    if (HasValue(InterimSize2Text(0)))
+        text += " under H1, and at " + SumList(TextsOfAnalyses(InterimSize2Text, NoOfAnalyses())) +
+                " under H0";
+    return text + ".";
+}
+
+// What the texts of the sizes count: subjects, or what the log-rank test may be given instead.
+std::string CountedName(bool isOne) {
+    if (IsGroupSeq == False || GsKindOfTest() != GsLogrank)
+        return isOne ? "sample size" : "sample sizes";
+    constexpr i16 events = 1;
+    if (InterimUnit == events)
+        return isOne ? "number of events" : "numbers of events";
+    return isOne ? "time at risk" : "times at risk";
+}
+
 std::string SizesSentence() {
-    if (UsesEventTimes() || !HasValue(InterimSize1Text(0)))
+    const bool isDesign = IsGroupSeq == True && CurrentWindowKind() != SimulationWindow;
+    if (isDesign)
+        GsReadDesign();
+    if ((UsesEventTimes() && !isDesign) || !HasValue(InterimSize1Text(0)))
         return "";
+    if (isDesign && HasInterimTimes())
+        return TimesSentence();
     const bool isPair = HasValue(InterimSize2Text(0));
     std::vector<std::string> sizes;
     for (i16 k = 1; k < NoOfAnalyses(); ++k) {
@@ -70,10 +103,9 @@ std::string SizesSentence() {
         sizes.push_back(isPair ? "(" + first + "," + LevelText(InterimSize2Text, k) + ")" : first);
     }
     const bool isOne = sizes.size() == 1 && !isPair;
-    return " The cumulative sample size" + SumPlural(isOne ? 1 : 2) +
-           (isPair ? " (Sample 1, Sample 2)" : "") + " at the interim " +
-           (sizes.size() == 1 ? "analysis" : "analyses") + (isOne ? " is " : " are ") +
-           SumList(sizes) + ".";
+    return " The cumulative " + CountedName(isOne) + (isPair ? " (Sample 1, Sample 2)" : "") +
+           " at the interim " + (sizes.size() == 1 ? "analysis" : "analyses") +
+           (isOne ? " is " : " are ") + SumList(sizes) + ".";
 }
 
 } // namespace

@@ -169,10 +169,17 @@ void Accrual::Narrow(f64& lower, f64& upper) const {
 
 // J. M. Lachin and M. A. Foulkes, Biometrics 42, 1986, 507-519.
 f64 Accrual::ShareLeaving(f64 rate) const {
+    return ShareLeavingBy(rate, StudyTime());
+}
+
+f64 Accrual::StudyTime() const {
+    return f64{Single(ParValue(study_))};
+}
+
+f64 Accrual::ShareLeavingBy(f64 rate, f64 study) const {
     if (ParValue(time_) == 0)
         ParValue(time_) = f64{Instant};
     const f64 accrual{Single(ParValue(time_))};
-    const f64 study{Single(ParValue(study_))};
     if (accrual <= f64{Instant})
         return 1 - ExpClamped(Single(-rate * (study + f64{Instant})));
     if (intervals_ != 0)

@@ -34,6 +34,9 @@ class Accrual {
     // The share of the patients who leave the study before its end, by an event or as lost to
     // follow-up, when they leave at this total rate, above 0. Above 0.
     f64 ShareLeaving(f64 rate) const;
+    // The same by a time before the end, of all who enter until then or later.
+    f64 ShareLeavingBy(f64 rate, f64 time) const;
+    f64 StudyTime() const;
 
     // Without a table: the share of the patients whom the study follows for this time or longer, if
     // they stay; and the time up to which that is the share of all who enter.

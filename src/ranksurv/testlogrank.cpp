@@ -8,6 +8,7 @@
 #include "core/options.h"
 #include "core/platform.h"
 #include "core/records.h"
+#include "groupseq/interim.h"
 #include "montecarlo/simstudy.h"
 #include "montecarlo/survivalsim.h"
 #include "numeric/randdist.h"
@@ -130,6 +131,16 @@ void NarrowNull(f64& lower, f64& upper, i16 parNo) {
     upper = MinOf(upper, most);
 }
 
+// The hazard under H0; of two one-sided tests that of the limit nearer to the truth, where it is
+// the hardest to keep the level.
+f64 SimulatedNullHazard(f64 truth) {
+    if (NoOfTails != TwoOneSided)
+        return NullHazard(hypotheses.H0());
+    const f64 left = NullHazard(hypotheses.Left());
+    const f64 right = NullHazard(hypotheses.Right());
+    return std::fabs(std::log(truth / left)) < std::fabs(std::log(truth / right)) ? left : right;
+}
+
 // --- Standard errors ----------------------------------------------------------------------------
 
 struct Errors {
@@ -234,11 +245,35 @@ f64 RootOneSample() {
     return PowerEq(lambda, errors, errors.Se1);
 }
 
+// The information on the logarithm of a ratio by a time of the study: that of the events until
+// then. Only the shares count.
+f64 InformationBy(f64 time, f64 lambda1, f64 lambda2) {
+    const auto variance = [time](f64 lambda, f32 loss, f32 n) {
+        const f64 rate = lambda + f64{loss};
+        return rate / (lambda * accrual.ShareLeavingBy(rate, time) * f64{n});
+    };
+    return time > 0 ? 1 / (variance(lambda1, LossHazardOf(input, losses.First()), sizes.First()) +
+                           variance(lambda2, LossHazardOf(input, losses.Second()), sizes.Second()))
+                    : 0;
+}
+
+// Analyses of a design take place when so much information is there, or at times that are fixed.
+void SetClock(f64 lambda1, f64 lambda2) {
+    if (LRGiven != GivenSize)
+        return SetStudyClock({});
+    const f64 null2 = SimulatedNullHazard(lambda2);
+    SetStudyClock({accrual.StudyTime(), [=](f64 time, bool isH1) {
+                       return InformationBy(time, lambda1, isH1 ? lambda2 : null2);
+                   }});
+}
+
 // Here it is the same at both limits, so that groups exchanged and limits turned change nothing.
 f64 RootTwoSamples() {
     const f32 lambda1 = HazardFromInput(hypotheses.First());
     const f32 lambda2 = HazardFromInput(hypotheses.Second());
     const Errors errors = TwoSampleErrors(lambda1, lambda2);
+    if (IsGroupSeq == True)
+        SetClock(f64{lambda1}, f64{lambda2});
     return PowerEq(lambda2, errors, errors.Se0);
 }
 
@@ -307,16 +342,6 @@ f32 EffectOf(f64 hazard) {
     return Single(LRInputMedian == 1 ? -effect : effect);
 }
 
-// The hazard under H0; of two one-sided tests that of the limit nearer to the truth, where it is
-// the hardest to keep the level.
-f64 SimulatedNullHazard(f64 truth) {
-    if (NoOfTails != TwoOneSided)
-        return NullHazard(hypotheses.H0());
-    const f64 left = NullHazard(hypotheses.Left());
-    const f64 right = NullHazard(hypotheses.Right());
-    return std::fabs(std::log(truth / left)) < std::fabs(std::log(truth / right)) ? left : right;
-}
-
 // A difference below H0 may leave group 2 no hazard to draw from.
 bool HasNullHazards() {
     for (i16 i = NullParNo; i < FirstParNo(); ++i)
@@ -346,7 +371,9 @@ void TESTLOGRANK::SetupTest() {
         FixSamples(TwoSamples);
     LRHazardKind = HazardApproach(TestNo);
     OfferSurvivalInput();
-    OfferChecks({Check::UserDefinedAccrual});
+    // The grids of a design are its fractions and levels.
+    const i16 own = IsGroupSeq == True ? Check::FixedInterimTimes : Check::UserDefinedAccrual;
+    OfferChecks({own});
     if (NoOfSamples == TwoSamples)
         OfferChecks({Check::TotalSize});
     const SurvivalInput chosen = ChosenSurvivalInput();
@@ -359,7 +386,7 @@ void TESTLOGRANK::SetupTest() {
         if (!Ticked(Check::TotalSize))
             OfferForms(SizeKinds);
     } else {
-        DisableCheck(Check::UserDefinedAccrual);
+        DisableCheck(own);
         if (NoOfSamples == TwoSamples)
             DisableCheck(Check::TotalSize);
     }

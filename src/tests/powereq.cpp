@@ -4,6 +4,7 @@
 #include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
+#include "groupseq/designs.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
 
@@ -48,11 +49,18 @@ f64 PowerBetween(f32 xa, f32 xb, f32 ca, f32 cb, f32 s, f32 z) {
     return NormalCdf(PowerZ(xa, ca, s, z)) + NormalCdf(PowerZ(xb, cb, s, z)) - 1;
 }
 
+f64 GroupSequentialEq(f64 power) {
+    return power == NoValue ? NoValue : power - ParValue(1);
+}
+
 // J. M. Lachin, Controlled Clinical Trials 2, 1981, 93-113; two one-sided tests: D. J. Schuirmann,
 // Journal of Pharmacokinetics and Biopharmaceutics 15, 1987, 657-680.
 f64 NormalPowerEq(const NormalStatistic& statistic) {
     const auto& [effect, se0, se1, aboveLeft, belowRight, se0Left, se0Right, correction] =
         statistic;
+    if (IsGroupSeq == True)
+        return GroupSequentialEq(GsPowerCalc(effect, se1, se1, aboveLeft, belowRight, se0Left,
+                                             se0Right, correction, false));
     const f64 alpha{SignificanceLevel()};
     const f64 less{correction};
     f64 power = 0;

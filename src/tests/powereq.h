@@ -42,9 +42,13 @@ struct NormalStatistic {
     f32 Correction = 0; // for continuity
 };
 
+// The power of a group sequential design minus the power entered; 99999 for a design without one.
+f64 GroupSequentialEq(f64 power);
+
 // Its power for NoOfTails and LeftTail, minus the power entered. The continuity correction makes
 // the distance smaller; in two one-sided tests it is subtracted on the left and added on the right,
-// deliberately.
+// deliberately. Where the analysis is a group sequential design, its power is that
+// of the design (groupseq/designs.h), with the standard error under H1 for both hypotheses.
 f64 NormalPowerEq(const NormalStatistic& statistic);
 
 // The same with the members of the record one by one, in its order.

@@ -57,10 +57,12 @@ f64 OneSampleEq(const ProportionValues& values) {
 } // namespace
 
 void TESTBIN::SetupTest() {
-    if (IsTest == False)
+    if (IsTest == False || IsGroupSeq == True)
         OfferSamples({OneSample, TwoSamples});
-    OfferChecks({Check::Correction, Check::ArcSine});
-    if (NoOfSamples == OneSample)
+    OfferChecks({Check::Correction});
+    if (IsGroupSeq == False)
+        OfferChecks({Check::ArcSine});
+    if (NoOfSamples == OneSample && IsGroupSeq == False) // no boundaries of an exact test
         OfferChecks({Check::Exact});
     OfferProportions(IsOdds());
     OfferForms(SizeKinds);

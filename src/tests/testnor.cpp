@@ -27,7 +27,7 @@ const MeansList& CurrentMeans() {
 }
 
 void TESTNOR::SetupTest() {
-    if (IsTest == False)
+    if (IsTest == False || IsGroupSeq == True)
         OfferSamples({OneSample, TwoSamples});
     MeansList::Offer();
 }

@@ -5,6 +5,7 @@
 #include "core/kinds.h"
 #include "core/options.h"
 #include "core/records.h"
+#include "groupseq/designs.h"
 #include "montecarlo/simnormal.h"
 #include "montecarlo/simstudy.h"
 #include "numeric/probdist.h"
@@ -151,6 +152,14 @@ void TESTSTUD::SearchLimits(f64& lower, f64& upper) {
 
 f64 TESTSTUD::RootFunction() {
     const MeansValues values = ReadMeans();
+    if (IsGroupSeq == True)
+        return GroupSequentialEq(GsPowerCalc({.Delta = values.Delta,
+                                              .Sd = values.Se,
+                                              .SdFixed = values.Se,
+                                              .MarginLow = values.DeltaLow,
+                                              .MarginUpp = values.DeltaHigh,
+                                              .SdLow = values.Se,
+                                              .SdUpp = values.Se}));
     return TPowerEq(values.Delta, values.Se, values.DeltaLow, values.DeltaHigh,
                     DegreesOfFreedom(CurrentMeans()));
 }

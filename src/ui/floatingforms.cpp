@@ -2,6 +2,7 @@
 
 #include "core/floating_windows.h"
 #include "ui/frmgridtable.h"
+#include "ui/frmmontegroupseq.h"
 #include "ui/frmoutput.h"
 #include "ui/frmshowintpar.h"
 #include "ui/frmshowpar.h"
@@ -20,6 +21,7 @@ FloatingForms::FloatingForms(QWidget& parent)
     Add(FloatingWindow::Options, new frmShowSmp(&parent), false);
     Add(FloatingWindow::Parameters, frmShowPar_, true);
     Add(FloatingWindow::InterimParameters, frmShowIntPar_, true);
+    Add(FloatingWindow::SequentialMonitor, new frmMonteGroupSeq(&parent), true);
     Add(FloatingWindow::Grid, new frmGridTable0(&parent), true);
     Add(FloatingWindow::Summary, new frmSummary(&parent), false);
     Add(FloatingWindow::Output, new frmOutput(&parent), true);

@@ -59,8 +59,9 @@ QWidget* frmShowIntPar::MakeInputs() {
     auto* table = new QGridLayout;
     MakeTable(*table);
     column->addLayout(table);
-    column->addSpacing(gap);
-    auto* run = new QGridLayout;
+    run_ = new QWidget(inputs);
+    auto* run = new QGridLayout(run_);
+    run->setContentsMargins(0, gap, 0, 0);
     run->setColumnStretch(1, 1);
     txtMaxNoOfSim_ =
         MakeRunBox(*run, 0, "lblMaxNoOfSim", "&Max. No of Simulations", "txtMaxNoOfSim");
@@ -69,7 +70,7 @@ QWidget* frmShowIntPar::MakeInputs() {
     ConnectBox(*txtSeed_, [this] { txtSeed_Change(); });
     txtMaxNoOfSim_->setPlaceholderText(tr("no end"));
     txtSeed_->setPlaceholderText(tr("from the clock"));
-    column->addLayout(run);
+    column->addWidget(run_);
     column->addStretch(1);
     return inputs;
 }
@@ -151,6 +152,7 @@ void frmShowIntPar::Refresh() {
     RefreshTable();
     txtMaxNoOfSim_->Write(ToQt(MaxNoOfSimText));
     txtSeed_->Write(ToQt(SeedText));
+    run_->setVisible(HasIntRun());
     ShowMarks();
     FitToInputs();
 }

@@ -1,6 +1,6 @@
 // frmShowIntPar: the levels and sizes of the analyses of a simulation, the values of the
-// parameters, the number of simulations and their seed. It stands at the right edge of the main
-// window, beside the window of the simulation.
+// parameters, the number of simulations and their seed; or the levels and sizes of a design. It
+// stands at the right edge of the main window, beside the window of the analysis.
 #pragma once
 
 #include "core/analysis_state.h"
@@ -59,6 +59,7 @@ class frmShowIntPar : public ParameterDock {
     std::array<std::array<ValueBox*, MaxIntRows>, Columns> cells_{};
     std::array<MnemonicLabel*, MaxPar + 1> lblParName_{};
     std::array<ValueBox*, MaxPar + 1> txtParValue_{};
+    QWidget* run_ = nullptr; // how long, from which seed
     ValueBox* txtMaxNoOfSim_ = nullptr;
     ValueBox* txtSeed_ = nullptr;
     QLabel* lblGetCalc_ = nullptr;

@@ -220,21 +220,21 @@ void frmShowSmp::RefreshSamplesAndTails() {
 }
 
 void frmShowSmp::RefreshDistribution() {
-    const bool isDistribution = IsTest == False;
     CheckOption(fraProcedure_.Options, ProcedureNo);
-    fraProcedure_.Frame->setVisible(isDistribution);
-    lblParameter_->setVisible(isDistribution);
-    lstParList_->setVisible(isDistribution);
-    if (!isDistribution)
+    fraProcedure_.Frame->setVisible(IsTest == False);
+    const bool hasList = !OfferedParLists().empty();
+    lblParameter_->setVisible(hasList);
+    lstParList_->setVisible(hasList);
+    if (!hasList)
         return;
     const QSignalBlocker quiet(lstParList_);
     FillParList();
-    lstParList_->setCurrentRow(ParListNo);
+    lstParList_->setCurrentRow(ChosenParList());
 }
 
 void frmShowSmp::FillParList() {
     QStringList parameters;
-    for (const std::string_view parameter : DistrParList(DistrNo))
+    for (const std::string_view parameter : OfferedParLists())
         parameters << ToQt(parameter);
     QStringList shown;
     for (int i = 0; i < lstParList_->count(); ++i)

@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/records.h"
+#include "ui/frmboundary.h"
 #include "ui/frmgraphortext.h"
 #include "ui/frmgridtable.h"
 #include "ui/frmmain.h"
@@ -185,6 +186,11 @@ std::optional<i16> QtPlatform::AskWindowKind(bool offerSimulation) {
 bool QtPlatform::AskGrid() {
     const KeepFront front(window_);
     return frmGridTable(Front()).Ask();
+}
+
+bool QtPlatform::AskBoundary() {
+    const KeepFront front(window_);
+    return frmBoundary(Front()).Ask();
 }
 
 bool QtPlatform::AskDistribution() {

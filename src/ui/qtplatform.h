@@ -35,6 +35,7 @@ class QtPlatform : public Platform {
     void Print(OutputForm form, const Drawing& drawing) override;
     std::string Bitmap(const Drawing& drawing) override;
     bool AskGrid() override;
+    bool AskBoundary() override;
     bool AskDistribution() override;
     void OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo,
                    const std::string& caption) override;

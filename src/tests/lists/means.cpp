@@ -53,7 +53,7 @@ const MeansKinds& Kinds() {
 // Known standard deviations are entered for each group; estimated ones only with the Satterthwaite
 // approximation.
 bool HasUnequalSd() {
-    const bool known = IsTest == False && ParListNo == 0;
+    const bool known = IsTest == False ? ParListNo == 0 : TestNo == MeansDesign;
     return NoOfSamples == TwoSamples && (known || Ticked(Check::Satterthwaite));
 }
 

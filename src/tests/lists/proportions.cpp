@@ -48,6 +48,9 @@ EffectScale ScaleOf(bool odds) {
 // The base at which the proportion and the one in relation to it add up to 1.
 f64 MirrorPoint(const ProportionList& list) {
     const f64 kept = ParValue(list.Hypothesis.TruthParNo());
+    // In a design the standard error is that of the true proportion alone: largest at a half.
+    if (IsGroupSeq == True && !list.Hypothesis.HasTwo())
+        return 0.5 - kept;
     if (list.Hypothesis.TruthForm() == AsDifference)
         return list.Odds ? (std::sqrt(kept * kept + 4) - kept) / 2 : (1 - kept) / 2;
     return list.Odds ? 1 / std::sqrt(kept) : 1 / (1 + kept);

@@ -1,0 +1,191 @@
+#include "ui/frmmontegroupseq.h"
+
+#include "core/platform.h"
+#include "output/xyzplot.h"
+#include "ui/boundarypicture.h"
+#include "ui/qttext.h"
+
+#include <QFrame>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include <utility>
+#include <vector>
+
+namespace quorvanta {
+
+namespace {
+
+enum Column {
+    AnalysisColumn,
+    FractionColumn,
+    BoundaryColumn,
+    SignColumn,
+    PowerColumn,
+    AcceptColumn
+};
+
+constexpr int HeadRow = 0;
+constexpr int PairRow = 1;
+constexpr int FirstRow = 2;
+
+} // namespace
+
+frmMonteGroupSeq::frmMonteGroupSeq(QWidget* parent)
+    : QDialog(parent), picBoundary_(new BoundaryPicture(this)) {
+    setObjectName("frmMonteGroupSeq");
+    setWindowTitle(DesignCaption);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(MakeTable());
+    column->addWidget(MakePicture(), 1);
+}
+
+QLabel* frmMonteGroupSeq::MakeLabel(const QString& name, const QString& text) {
+    auto* label = new QLabel(text, this);
+    label->setObjectName(name);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+void frmMonteGroupSeq::AddHeads(QGridLayout& grid) {
+    lblHead1_ = MakeLabel("lblHead1", "Boundaries");
+    grid.addWidget(MakeLabel("lblFractionHead", "Information Fraction"), HeadRow, FractionColumn);
+    grid.addWidget(lblHead1_, HeadRow, BoundaryColumn);
+    grid.addWidget(MakeLabel("lblSignLevel", "Actual Significance Level"), HeadRow, SignColumn);
+    grid.addWidget(MakeLabel("lblPower", "Power"), HeadRow, PowerColumn);
+    grid.addWidget(MakeLabel("lblPrAccept", "Pr(Accept H0 if H1 true)"), HeadRow, AcceptColumn);
+    lblPair_ = {MakeLabel("lblSignEst"), MakeLabel("lblPowerEst")};
+    grid.addWidget(lblPair_[0], PairRow, SignColumn);
+    grid.addWidget(lblPair_[1], PairRow, PowerColumn);
+}
+
+void frmMonteGroupSeq::AddAverages(QGridLayout& grid) {
+    const int row = FirstRow + Rows;
+    auto* line = new QFrame(this);
+    line->setObjectName("lnASN");
+    line->setFrameShape(QFrame::HLine);
+    lnASN_ = line;
+    grid.addWidget(line, row, 0, 1, AcceptColumn + 1);
+    lblASN_ = MakeLabel("lblASN");
+    lblH0True_ = MakeLabel("lblH0True", "H0 is True");
+    lblH1True_ = MakeLabel("lblH1True", "H1 is True");
+    lblASNH0_ = MakeLabel("lblASNH0");
+    lblASNH1_ = MakeLabel("lblASNH1");
+    grid.addWidget(lblH0True_, row + 1, SignColumn);
+    grid.addWidget(lblH1True_, row + 1, PowerColumn);
+    grid.addWidget(lblASN_, row + 2, 0, 1, 3);
+    grid.addWidget(lblASNH0_, row + 2, SignColumn);
+    grid.addWidget(lblASNH1_, row + 2, PowerColumn);
+}
+
+QGroupBox* frmMonteGroupSeq::MakeTable() {
+    auto* box = new QGroupBox(this);
+    box->setObjectName("fraSim");
+    auto* grid = new QGridLayout(box);
+    grid->setHorizontalSpacing(2 * fontMetrics().averageCharWidth());
+    AddHeads(*grid);
+    for (i16 i = 0; i < Rows; ++i) {
+        Line& line = lines_[static_cast<std::size_t>(i)];
+        line = {MakeLabel(ControlName("lblInterimAnalysis", i)),
+                MakeLabel(ControlName("lblFraction", i)),
+                MakeLabel(ControlName("lblBoundary", i)),
+                MakeLabel(ControlName("lblSignEstimate", i)),
+                MakeLabel(ControlName("lblPowerEstimate", i)),
+                MakeLabel(ControlName("lblPrAcceptEstimate", i))};
+        grid->addWidget(line.lblInterimAnalysis, FirstRow + i, AnalysisColumn);
+        grid->addWidget(line.lblFraction, FirstRow + i, FractionColumn);
+        grid->addWidget(line.lblBoundary, FirstRow + i, BoundaryColumn);
+        grid->addWidget(line.lblSignEstimate, FirstRow + i, SignColumn);
+        grid->addWidget(line.lblPowerEstimate, FirstRow + i, PowerColumn);
+        grid->addWidget(line.lblPrAcceptEstimate, FirstRow + i, AcceptColumn);
+    }
+    AddAverages(*grid);
+    return box;
+}
+
+QGroupBox* frmMonteGroupSeq::MakePicture() {
+    auto* box = new QGroupBox(this);
+    box->setObjectName("fraBoundaries");
+    box->setTitle("Stopping Boundaries");
+    auto* bar = new QHBoxLayout;
+    const char* captions[] = {"&Z Scale", "&Nominal p"};
+    for (i16 i = 0; i < 2; ++i) {
+        auto* button = new QRadioButton(captions[i], box);
+        button->setObjectName(ControlName("optBoundScale", i));
+        button->setChecked(i == 0);
+        connect(button, &QRadioButton::toggled, this, [this, i](bool isOn) {
+            if (isOn)
+                optBoundScale_Click(i);
+        });
+        bar->addWidget(button);
+        optBoundScale_[static_cast<std::size_t>(i)] = button;
+    }
+    bar->addStretch(1);
+    const auto add = [this, bar](const char* name, const char* caption, auto handler) {
+        auto* button = new QPushButton(caption, this);
+        button->setObjectName(name);
+        button->setAutoDefault(false);
+        connect(button, &QPushButton::clicked, this, handler);
+        bar->addWidget(button);
+    };
+    add("cmdPrintPicture", "&Print", &frmMonteGroupSeq::cmdPrintPicture_Click);
+    add("cmdCopyPicture", "C&opy", &frmMonteGroupSeq::cmdCopyPicture_Click);
+    auto* column = new QVBoxLayout(box);
+    column->addWidget(picBoundary_, 1);
+    column->addLayout(bar);
+    return box;
+}
+
+void frmMonteGroupSeq::Refresh() {
+    const std::vector<DesignRow> rows = DesignRows();
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+        const DesignRow row = i < rows.size() ? rows[i] : DesignRow{};
+        const Line& line = lines_[i];
+        const std::pair<QLabel*, const std::string*> cells[] = {
+            {line.lblInterimAnalysis, &row.Analysis}, {line.lblFraction, &row.Fraction},
+            {line.lblBoundary, &row.Boundaries},      {line.lblSignEstimate, &row.Level},
+            {line.lblPowerEstimate, &row.Power},      {line.lblPrAcceptEstimate, &row.Accept}};
+        for (const auto& [label, text] : cells) {
+            label->setText(ToQt(*text));
+            label->setVisible(i < rows.size());
+        }
+    }
+    for (QLabel* label : lblPair_)
+        label->setText(ToQt(DesignPairHead()));
+    const std::string bounds = DesignBoundHead();
+    lblHead1_->setText(bounds.empty() ? "Boundaries" : "Boundaries\n" + ToQt(bounds));
+    const DesignAverage average = AverageOfDesign();
+    lblASN_->setText(ToQt(average.Caption));
+    lblASNH0_->setText(ToQt(average.H0));
+    lblASNH1_->setText(ToQt(average.H1));
+    for (QWidget* part : {static_cast<QWidget*>(lblASN_), static_cast<QWidget*>(lblASNH0_),
+                          static_cast<QWidget*>(lblASNH1_), static_cast<QWidget*>(lblH0True_),
+                          static_cast<QWidget*>(lblH1True_), lnASN_})
+        part->setVisible(!average.Caption.empty());
+    picBoundary_->Draw(BoundaryPlot(scale_));
+}
+
+void frmMonteGroupSeq::optBoundScale_Click(i16 i) {
+    scale_ = i == 0 ? BoundScale::Statistic : BoundScale::Level;
+    picBoundary_->Draw(BoundaryPlot(scale_));
+}
+
+void frmMonteGroupSeq::cmdPrintPicture_Click() {
+    const Presentation plot = BoundaryPlot(scale_);
+    if (plot.HasResult())
+        ThePlatform().Print(OutputForm::Picture,
+                            [plot](Surface& surface) { PlotGraph(surface, plot); });
+}
+
+void frmMonteGroupSeq::cmdCopyPicture_Click() {
+    const Presentation plot = BoundaryPlot(scale_);
+    if (plot.HasResult())
+        ThePlatform().CopyPicture([plot](Surface& surface) { PlotGraph(surface, plot); });
+}
+
+} // namespace quorvanta
