@@ -226,6 +226,9 @@ void TakeCalculation(frmMain& window, Photographer& photographer) {
         hands::Click(Floating(window, FloatingWindow::Summary), "cmdEdit");
     });
     Floating(window, FloatingWindow::Summary).hide();
+    photographer.Trigger("mnuGetInfo(4)");
+    photographer.Take("frmDistrGraph", Floating(window, FloatingWindow::DistrGraph));
+    Floating(window, FloatingWindow::DistrGraph).hide();
     photographer.Trigger("mnuFile(9)");
     photographer.Take("frmOutput", Floating(window, FloatingWindow::Output));
     photographer.TakeModal("frmEditOutput", "frmEditTable", [&window] {

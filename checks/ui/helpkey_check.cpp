@@ -184,6 +184,15 @@ TEST_F(HelpKey, ExplainsASummary) {
     EXPECT_EQ(PageInModal("frmEditSummary", ClickIn(summary, "cmdEdit")), "29.html");
 }
 
+TEST_F(HelpKey, ExplainsADistributionGraph) {
+    OpenTTest();
+    Trigger("mnuGetInfo(4)");
+    QWidget& graph = *Window().Floating(FloatingWindow::DistrGraph);
+    EXPECT_EQ(PageAt(*hands::Control(graph, "picDistrGraph")), "39.html");
+    ExpectExplained(graph, 39);
+    EXPECT_EQ(PageInModal("frmEditGraph", ClickIn(graph, "cmdEdit")), "28.html");
+}
+
 TEST_F(HelpKey, ExplainsAnOutput) {
     OpenRun("mnuFile(1)");
     Trigger("mnuFile(9)");

@@ -234,8 +234,9 @@ QString CaptionsAreThoseOfTheAnalyses(const frmMain& window) {
 }
 
 QString NoWindowIsLeftOver(const frmMain& window) {
-    const QStringList known = {"frmMain",   "frmShowSmp", "frmShowPar",    "frmSummary",
-                               "frmOutput", "frmHelp",    "frmGridTable0", "another program"};
+    const QStringList known = {"frmMain",       "frmShowSmp",    "frmShowPar",
+                               "frmSummary",    "frmOutput",     "frmHelp",
+                               "frmGridTable0", "frmDistrGraph", "another program"};
     for (const QWidget* widget : QApplication::topLevelWidgets()) {
         const bool isWindow =
             widget->windowType() == Qt::Window || widget->windowType() == Qt::Dialog;
@@ -243,7 +244,8 @@ QString NoWindowIsLeftOver(const frmMain& window) {
             return Quoted(widget->objectName()) + " of class " + widget->metaObject()->className() +
                    " is still there";
     }
-    for (const auto output : {FloatingWindow::Summary, FloatingWindow::Output}) {
+    for (const auto output :
+         {FloatingWindow::Summary, FloatingWindow::DistrGraph, FloatingWindow::Output}) {
         const QWidget& floating = *window.Floating(output);
         if (floating.isVisible() && (!HasList() || ChoosingOptions))
             return floating.objectName() + " is open without an analysis";

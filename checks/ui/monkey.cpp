@@ -512,8 +512,8 @@ QMdiSubWindow* Monkey::SomeFrame() {
 // The window of the help is not worked in: it fills its lists from other threads, in their time.
 QWidget& Monkey::SomeWindow() {
     std::vector<QWidget*> windows;
-    for (const auto floating :
-         {FloatingWindow::Options, FloatingWindow::Summary, FloatingWindow::Output}) {
+    for (const auto floating : {FloatingWindow::Options, FloatingWindow::Summary,
+                                FloatingWindow::DistrGraph, FloatingWindow::Output}) {
         if (Window().Floating(floating)->isVisible())
             windows.push_back(Window().Floating(floating));
     }
@@ -1024,8 +1024,9 @@ void Monkey::CloseSomeFloating() {
     std::vector<QWidget*> windows;
     for (QWidget* widget : QApplication::topLevelWidgets()) {
         const QString name = widget->objectName();
-        if (widget->isVisible() && (name == "frmShowSmp" || name == "frmSummary" ||
-                                    name == "frmOutput" || name == "frmHelp"))
+        if (widget->isVisible() &&
+            (name == "frmShowSmp" || name == "frmSummary" || name == "frmOutput" ||
+             name == "frmHelp" || name == "frmDistrGraph"))
             windows.push_back(widget);
     }
     if (windows.empty())

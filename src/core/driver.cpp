@@ -119,6 +119,7 @@ void CalcUnknown() {
         ParValue(UnknownParNo) = root;
         result = FormatPar(ParKind(UnknownParNo), root);
         SelRenewTablePars();
+        FindDistrGraph();
         MarkChanged();
     }
     Calculated = True;

@@ -108,6 +108,8 @@ void GetFromTable(i16 parNo) {
         ShowMessage(PlainLabel(parNo) + " Can't Be Calculated from These Tables.");
     else
         TellOthers(derived, source.Distr ? "distribution" : "tables");
+    if (source.Distr)
+        HasDistrGraph = True;
     Calculated = False;
     MarkChanged();
     RememberStep(std::move(before));

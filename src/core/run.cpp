@@ -285,6 +285,7 @@ void CalcRun() {
         return;
     }
     values.BecomeResult();
+    FindDistrGraph();
     HideWindows(Occasion::ResultGone);
     UpdateMenus();
     if (wasShown)

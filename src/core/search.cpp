@@ -8,6 +8,8 @@
 #include "core/platform.h"
 #include "core/records.h"
 #include "core/root.h"
+#include "montecarlo/shiftmodel.h"
+#include "tests/teststatistic.h"
 
 #include <cmath>
 #include <optional>
@@ -133,6 +135,7 @@ f64 TryValue(f64 x) {
 }
 
 f64 FindUnknown() {
+    NotedStatistic = {};
     const i16 kind = ParKind(UnknownParNo);
     f64 lower = ParMin(kind);
     f64 upper = ParMax(kind);
@@ -157,6 +160,11 @@ f64 SolveUnknown() {
     if (std::fabs(static_cast<f32>(root)) == static_cast<f32>(NoValue) || IsRangeEndMark(root))
         return NoValue;
     return root;
+}
+
+void FindDistrGraph() {
+    const bool hasStatistic = NotedStatistic.Law != StatisticLaw::None;
+    HasDistrGraph = hasStatistic || NoOfDistr() > 0 ? True : False;
 }
 
 i16 ShowCantCalculate() {

@@ -21,6 +21,10 @@ f64 FindUnknown();
 // The same without such a mark: NoValue in its place.
 f64 SolveUnknown();
 
+// After a solution: HasDistrGraph, whether the analysis has distributions to show, those of its
+// statistic or one that was chosen.
+void FindDistrGraph();
+
 // Tells that there is no solution. Every other time, for a one-sided test, with a hint at the
 // direction: the second press of the same button is not nagged. Returns -1.
 i16 ShowCantCalculate();

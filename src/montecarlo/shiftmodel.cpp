@@ -205,42 +205,6 @@ f64 Scaled(f32 standard, f64 scale) {
     return f64{standard} == NoValue ? NoValue : f64{standard} / scale;
 }
 
-// A density at x, in its own terms.
-f64 DensityAt(const DistrRow& distr, f64 x) {
-    const f64 scale{distr.Par2};
-    const f64 shape{distr.Par1};
-    switch (distr.Code) {
-    case SimWeibull: // WeibullDensity is not one for a scale other than 1
-        return Scaled(WeibullDensity(Single(x / scale), 1, distr.Par1), scale);
-    case SimLognormal:
-        return f64{LognormDensity(Single(x), Single(std::log(scale)), Single(1 / shape))};
-    case SimChi2:
-        return f64{GammaDensity(Single(x), 2, Single(shape / 2))};
-    default:
-        break;
-    }
-    const f32 z = Single((x - f64{distr.Par1}) / scale);
-    const auto standard = [z, code = distr.Code] {
-        switch (code) {
-        case SimUniform:
-            return UniformDensity(z);
-        case SimExponential:
-            return ExpDensity(z);
-        case SimLaplace:
-            return LaplaceDensity(z);
-        case SimCauchy:
-            return CauchyDensity(z);
-        case SimLogistic:
-            return LogisticDensity(z);
-        case SimExtremeValue:
-            return ExtremeDensity(z);
-        default:
-            return NorDensity(z);
-        }
-    };
-    return Scaled(standard(), scale);
-}
-
 struct Span {
     f64 Low;
     f64 High;
@@ -272,7 +236,7 @@ DistrCurve DensityCurve(const DistrRow& distr, Span span) {
     DistrCurve curve;
     for (int i = 0; i <= steps; ++i) {
         const f64 x = span.Low + (span.High - span.Low) * i / steps;
-        const f64 density = DensityAt(distr, x);
+        const f64 density = DistrDensity(distr, x);
         if (std::isfinite(density) && density < NoValue)
             curve.Points.emplace_back(x, density);
     }
@@ -596,6 +560,41 @@ ShiftRefused AcceptShift() {
         return HasScale() && !(ShiftPar2 > 0) ? ShiftRefused::Field2 : ShiftRefused::Field1;
     ShiftOK = True;
     return ShiftRefused::Nothing;
+}
+
+f64 DistrDensity(const DistrRow& distr, f64 x) {
+    const f64 scale{distr.Par2};
+    const f64 shape{distr.Par1};
+    switch (distr.Code) {
+    case SimWeibull: // WeibullDensity is not one for a scale other than 1
+        return Scaled(WeibullDensity(Single(x / scale), 1, distr.Par1), scale);
+    case SimLognormal:
+        return f64{LognormDensity(Single(x), Single(std::log(scale)), Single(1 / shape))};
+    case SimChi2:
+        return f64{GammaDensity(Single(x), 2, Single(shape / 2))};
+    default:
+        break;
+    }
+    const f32 z = Single((x - f64{distr.Par1}) / scale);
+    const auto standard = [z, code = distr.Code] {
+        switch (code) {
+        case SimUniform:
+            return UniformDensity(z);
+        case SimExponential:
+            return ExpDensity(z);
+        case SimLaplace:
+            return LaplaceDensity(z);
+        case SimCauchy:
+            return CauchyDensity(z);
+        case SimLogistic:
+            return LogisticDensity(z);
+        case SimExtremeValue:
+            return ExtremeDensity(z);
+        default:
+            return NorDensity(z);
+        }
+    };
+    return Scaled(standard(), scale);
 }
 
 std::vector<DistrCurve> ShiftCurves() {

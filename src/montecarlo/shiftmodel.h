@@ -95,6 +95,10 @@ bool CheckDistrPar();
 enum class ShiftRefused { Nothing, Field1, Field2, Buttons };
 ShiftRefused AcceptShift();
 
+// The density at x of a continuous row (no binomial, multinomial, Poisson, gamma or hypergeometric
+// one) with parameters that are its; NoValue where it has none.
+f64 DistrDensity(const DistrRow& distr, f64 x);
+
 // A density or, of a discrete distribution, its probabilities, for a picture.
 struct DistrCurve {
     std::string Label; // "H0", "H1"

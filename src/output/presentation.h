@@ -10,6 +10,13 @@
 
 namespace quorvanta {
 
+// The area under a curve from one x-value to another, hatched.
+struct ShadedArea {
+    int Curve = 1;
+    f64 From = 0;
+    f64 To = 0;
+};
+
 struct Presentation {
     std::vector<std::string> Title;
     FixedArray<std::string, 0, 3> XAxis; // label, minimum, maximum, tick
@@ -22,6 +29,9 @@ struct Presentation {
     Array1<f32> X;
     Array2<f32> Y;
     Array1<f32> Z;
+    std::vector<std::string> ZTexts{}; // in the legend, in place of the numbers of Z; empty: those
+    std::vector<ShadedArea> Areas{};
+    std::vector<f64> Marks{}; // x-values with a line from the top to the bottom of the plot
 
     bool HasResult() const { return !X.Raw().empty() && !Y.Raw().empty(); }
 };

@@ -5,6 +5,7 @@
 #include "core/records.h"
 #include "core/showpar.h"
 #include "core/values.h"
+#include "output/distrplot.h"
 #include "output/document.h"
 #include "output/saving.h"
 #include "output/statement.h"
@@ -14,26 +15,24 @@ namespace quorvanta {
 
 namespace {
 
-void DrawGraph(Surface& surface) {
-    PlotGraph(surface, PresentationOf(AnalysisNo));
-}
-
-// The picture of the graph; false if it was given up or could not be saved.
-bool GiveOutPicture(OutputAction action) {
+// The picture of a graph; false if it was given up or could not be saved.
+bool GiveOutPicture(OutputAction action, const Presentation& graph) {
+    const auto draw = [graph](Surface& surface) { PlotGraph(surface, graph); };
     switch (action) {
     case OutputAction::Print:
-        ThePlatform().Print(OutputForm::Picture, [statement = StatementText()](Surface& surface) {
-            DrawGraphPage(surface, PresentationOf(AnalysisNo), statement);
-        });
+        ThePlatform().Print(OutputForm::Picture,
+                            [graph, statement = StatementText()](Surface& surface) {
+                                DrawGraphPage(surface, graph, statement);
+                            });
         return true;
     case OutputAction::Copy:
-        ThePlatform().CopyPicture(DrawGraph);
+        ThePlatform().CopyPicture(draw);
         return true;
     case OutputAction::Save:
         break;
     }
     const std::string path = AskFileName("bmp");
-    return !path.empty() && WriteTextFile(path, ThePlatform().Bitmap(DrawGraph));
+    return !path.empty() && WriteTextFile(path, ThePlatform().Bitmap(draw));
 }
 
 bool GiveOutText(OutputAction action, const OutputDocument& document) {
@@ -57,6 +56,8 @@ bool GiveOut(OutputAction action) {
         return false;
     if (ThePlatform().IsShown(FloatingWindow::Summary))
         return GiveOutText(action, StatementDocument());
+    if (ThePlatform().IsShown(FloatingWindow::DistrGraph))
+        return GiveOutPicture(action, DistrGraph());
     if (IsTableOrGraph() && !EnsureRun())
         return false;
     if (CurrentWindowKind() == GraphWindow) {
@@ -64,7 +65,7 @@ bool GiveOut(OutputAction action) {
         if (!form)
             return false;
         if (*form == OutputForm::Picture)
-            return GiveOutPicture(action);
+            return GiveOutPicture(action, PresentationOf(AnalysisNo));
     }
     if (action == OutputAction::Print) {
         ThePlatform().Show(FloatingWindow::Output);
@@ -91,6 +92,11 @@ void TellCopied() {
     ThePlatform().MsgBox(
         WindowKindName() + " Has Been Copied To the Clipboard for Pasting Into Other Applications",
         Buttons::Ok, Icon::Exclamation, "Copy");
+}
+
+void OutputDistrGraph(OutputAction action) {
+    if (HasOutput() && GiveOutPicture(action, DistrGraph()) && action == OutputAction::Copy)
+        TellCopied();
 }
 
 void OutputResult(OutputAction action) {

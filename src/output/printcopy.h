@@ -22,4 +22,7 @@ void TellCopied();
 // The same as OutputCommand for the text that the Output window shows, with the message of a copy.
 void OutputResult(OutputAction action);
 
+// The same for the picture of the Distribution Graph window.
+void OutputDistrGraph(OutputAction action);
+
 } // namespace quorvanta

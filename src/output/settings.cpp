@@ -149,11 +149,15 @@ bool ApplySettings(const TableSettings& settings) {
     return ShowEdited();
 }
 
-bool ApplySettings(const GraphSettings& settings) {
+bool CheckSettings(const GraphSettings& settings) {
     constexpr int widestCurve = 50;
-    if (!CheckTitle(settings.Title) || !CheckAxis("X", settings.XAxis) ||
-        !CheckAxis("Y", settings.YAxis) || !CheckType(settings.Type) ||
-        !CheckWhole("Curve Width", settings.CurveWidth, 0, widestCurve))
+    return CheckTitle(settings.Title) && CheckAxis("X", settings.XAxis) &&
+           CheckAxis("Y", settings.YAxis) && CheckType(settings.Type) &&
+           CheckWhole("Curve Width", settings.CurveWidth, 0, widestCurve);
+}
+
+bool ApplySettings(const GraphSettings& settings) {
+    if (!CheckSettings(settings))
         return false;
     TakeTitle(settings.Title);
     OutXAxis = settings.XAxis;

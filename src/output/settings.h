@@ -39,6 +39,8 @@ GraphSettings CurrentGraphSettings();
 // everything as it was, if a text is missing or can't be what it stands for.
 bool ApplySettings(const TableSettings& settings);
 bool ApplySettings(const GraphSettings& settings);
+// The checks of it alone.
+bool CheckSettings(const GraphSettings& settings);
 
 // The same for the type in which statements are shown.
 TypeSettings CurrentSummarySettings();

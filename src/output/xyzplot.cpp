@@ -273,8 +273,10 @@ class Legend {
            f64 areaHeight)
         : surface_(surface), graph_(graph), H(layout.H),
           head_(BreakLines(surface, graph.ZLabel, areaWidth - 2 * padding_)) {
-        for (const f32 z : graph.Z.Raw())
-            entries_.push_back(Str(z));
+        entries_ = graph.ZTexts;
+        if (entries_.empty())
+            for (const f32 z : graph.Z.Raw())
+                entries_.push_back(Str(z));
         entryWidth_ = Widest(surface, entries_) + SampleLength + 3 * padding_;
 
         const auto fitting = [](f64 room, f64 size) {
@@ -388,6 +390,57 @@ std::optional<Legend> PlaceLegend(Surface& surface, Layout& layout, const Presen
     layout.MakeRoom(beside.Width());
     beside.MoveTo({surface.ScaleWidth() - TextMargin - beside.Width(), plot.Top});
     return beside;
+}
+
+// Curve j at x, on the straight line between its points; nothing where it has no value.
+std::optional<f64> CurveAt(const Presentation& graph, int j, f64 x) {
+    const auto xs = graph.X.Raw();
+    const auto next = std::ranges::lower_bound(xs, x, {}, [](f32 value) { return f64{value}; });
+    if (next == xs.end() || (next == xs.begin() && f64{*next} > x))
+        return std::nullopt;
+    const int right = static_cast<int>(next - xs.begin()) + 1;
+    const int left = std::max(right - 1, 1);
+    if (right > graph.Y.HighBound1() || !HasCellValue(graph.Y(left, j)) ||
+        !HasCellValue(graph.Y(right, j)))
+        return std::nullopt;
+    const f64 width = f64{graph.X(right)} - f64{graph.X(left)};
+    const f64 part = width > 0 ? (x - f64{graph.X(left)}) / width : 1;
+    return f64{graph.Y(left, j)} + part * (f64{graph.Y(right, j)} - f64{graph.Y(left, j)});
+}
+
+// Areas are hatched, so that they are told apart in black and white and see through each other.
+void DrawAreas(Surface& surface, const Layout& layout, const Presentation& graph) {
+    constexpr f64 apart = 0.05; // inches between two lines
+    const f64 perInch = (layout.X.High - layout.X.Low) / layout.Plot.Width();
+    for (const ShadedArea& area : graph.Areas) {
+        Pen pen = PenOf(surface, graph, area.Curve);
+        pen.Width = 1;
+        surface.SetPen(pen);
+        const f64 from = MaxOf(area.From, layout.X.Low);
+        const f64 to = MinOf(area.To, layout.X.High);
+        // Every area has its lines at other places.
+        const f64 shift = apart / 2 * (area.Curve - 1);
+        for (f64 inch = std::ceil((from - layout.X.Low) / perInch / apart) * apart + shift;;
+             inch += apart) {
+            const f64 x = layout.X.Low + inch * perInch;
+            if (!(x <= to))
+                break;
+            const auto y = CurveAt(graph, area.Curve, x);
+            const auto line =
+                y ? Clip({layout.At(x, 0), layout.At(x, *y)}, layout.Plot) : std::nullopt;
+            if (line)
+                surface.Line(line->From, line->To);
+        }
+    }
+}
+
+void DrawMarks(Surface& surface, const Layout& layout, const Presentation& graph) {
+    surface.SetPen({.Style = DashedLine});
+    for (const f64 mark : graph.Marks)
+        if (mark > layout.X.Low && mark < layout.X.High) {
+            const f64 x = layout.At(mark, 0).X;
+            surface.Line({x, layout.Plot.Top}, {x, layout.Plot.Bottom});
+        }
 }
 
 void DrawCurves(Surface& surface, const Layout& layout, const Presentation& graph) {
@@ -512,6 +565,8 @@ bool PlotGraph(Surface& surface, const Presentation& graph) {
     const auto legend = PlaceLegend(surface, *layout, graph);
     DrawLabels(surface, *layout);
     DrawAxes(surface, *layout);
+    DrawAreas(surface, *layout, graph);
+    DrawMarks(surface, *layout, graph);
     DrawCurves(surface, *layout, graph);
     if (legend)
         legend->Draw();

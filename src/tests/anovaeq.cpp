@@ -5,6 +5,7 @@
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
 #include "tests/powereq.h"
+#include "tests/teststatistic.h"
 #include "tests/teststud.h"
 
 #include <cmath>
@@ -64,6 +65,8 @@ AnovaDesign InteractionEffect(f32 a, f32 b, f32 perCell, f64 errorDf) {
 }
 
 f64 FTestEq(f32 df1, f32 df2, f32 lambda) {
+    NotedStatistic = {
+        .Law = StatisticLaw::FRatio, .Df1 = f64{df1}, .Df2 = f64{df2}, .Truth = f64{lambda}};
     const f64 alpha{SignificanceLevel()};
     // The quantile cuts large degrees of freedom, and the distribution function has to use the
     // same.

@@ -5,6 +5,7 @@
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
 #include "tests/powereq.h"
+#include "tests/teststatistic.h"
 
 namespace quorvanta {
 
@@ -24,6 +25,7 @@ f64 PowerAt(f32 df, f32 lambda) {
 f64 Chi2PowerEq(f64 df, f64 lambda) {
     const f32 d = Single(df);
     const f32 l = Single(MinOf(lambda, LargestLambda));
+    NotedStatistic = {.Law = StatisticLaw::ChiSquare, .Df1 = f64{d}, .Truth = f64{l}};
     const f64 part{FracPart(d)};
     if (part == 0)
         return PowerAt(d, l) - ParValue(1);

@@ -7,6 +7,7 @@
 #include "groupseq/designs.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
+#include "tests/teststatistic.h"
 
 #include <cmath>
 
@@ -16,6 +17,17 @@ namespace {
 
 f64 NormalCdf(f64 z) {
     return f64{NorCdf(Single(z))};
+}
+
+void NoteNormal(const NormalStatistic& statistic) {
+    const bool isTwo = NoOfTails == TwoOneSided;
+    NotedStatistic = {.Law = StatisticLaw::Normal,
+                      .Truth = f64{isTwo ? statistic.AboveLeft : statistic.Effect},
+                      .TruthRight = -f64{statistic.BelowRight},
+                      .NullError = f64{isTwo ? statistic.Se0Left : statistic.Se0},
+                      .NullErrorRight = f64{statistic.Se0Right},
+                      .TruthError = f64{statistic.Se1},
+                      .Correction = f64{statistic.Correction}};
 }
 
 } // namespace
@@ -61,6 +73,7 @@ f64 NormalPowerEq(const NormalStatistic& statistic) {
     if (IsGroupSeq == True)
         return GroupSequentialEq(GsPowerCalc(effect, se1, se1, aboveLeft, belowRight, se0Left,
                                              se0Right, correction, false));
+    NoteNormal(statistic);
     const f64 alpha{SignificanceLevel()};
     const f64 less{correction};
     f64 power = 0;
@@ -92,6 +105,11 @@ f64 NorPowerEq(f32 delta, f32 se0, f32 se1, f32 deltaLow, f32 deltaHigh, f32 se0
 // The F test of a ratio of variances (A. M. Mood, F. A. Graybill and D. C. Boes, Introduction to
 // the Theory of Statistics, 3rd edition, 1974, chapter IX).
 f64 FPowerEq(f32 ratio, f32 right, f32 df1, f32 df2) {
+    NotedStatistic = {.Law = StatisticLaw::VarianceRatio,
+                      .Df1 = f64{df1},
+                      .Df2 = f64{df2},
+                      .Truth = f64{ratio},
+                      .TruthRight = f64{right}};
     return QuantilePowerEq(ratio, right, [&df1, &df2](f32 factor, f64 p) {
         const f64 quantile{FInv(Single(p), df1, df2)};
         return f64{FCdf(Single(f64{factor} * quantile), df1, df2)};

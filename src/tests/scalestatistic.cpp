@@ -6,6 +6,7 @@
 #include "numeric/rounding.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/powereq.h"
+#include "tests/teststatistic.h"
 
 #include <cmath>
 
@@ -52,6 +53,14 @@ f64 ScaleStatistic::Quantile(f64 p) {
     return df2_ > 0 ? f64{FInv(Single(p), df1_, df2_)} : f64{Chi2Quantile(Single(p), df1_)};
 }
 
+void ScaleStatistic::Note(f64 factor, f64 factorRight) const {
+    NotedStatistic = {.Law = df2_ > 0 ? StatisticLaw::VarianceRatio : StatisticLaw::VarianceShare,
+                      .Df1 = f64{df1_},
+                      .Df2 = f64{df2_},
+                      .Truth = factor,
+                      .TruthRight = factorRight};
+}
+
 ScaleStatistic StatisticOf(const SampleValues& sizes, i16 dfPerSubject, bool locationKnown) {
     const f32 n2 = NoOfSamples == OneSample ? 0.0F : sizes.Second();
     return StatisticOf(sizes.First(), n2, dfPerSubject, locationKnown);
@@ -69,10 +78,14 @@ ScaleStatistic StatisticOf(f32 n1, f32 n2, i16 dfPerSubject, bool locationKnown)
 // Boes, Introduction to the Theory of Statistics, 3rd edition, 1974, chapter IX).
 f64 ScalePowerEq(ScaleStatistic statistic, const SampleTest& list, int exponent) {
     const f64 truth = list.Hypothesis.Truth();
+    const auto factorOf = [&](f32 hypothesis) {
+        return Single(std::pow(f64{hypothesis} / truth, exponent));
+    };
     const auto below = [&](f32 hypothesis, f64 p) {
-        const f32 factor = Single(std::pow(f64{hypothesis} / truth, exponent));
+        const f32 factor = factorOf(hypothesis);
         return statistic.Cdf(f64{factor} * statistic.Quantile(p));
     };
+    statistic.Note(f64{factorOf(list.Hypothesis.H0())}, f64{factorOf(list.Hypothesis.Right())});
     return QuantilePowerEq(list.Hypothesis.H0(), list.Hypothesis.Right(), below);
 }
 

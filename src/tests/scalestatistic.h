@@ -24,6 +24,10 @@ class ScaleStatistic {
     // distribution function that follows as well.
     f64 Quantile(f64 p);
 
+    // Notes the distribution of the statistic of a test (tests/teststatistic.h) that is smaller by
+    // these factors under H1; the second one is that of the right limit.
+    void Note(f64 factor, f64 factorRight) const;
+
     // There is something to estimate the parameter from.
     bool HasDf() const { return df1_ >= 1; }
 

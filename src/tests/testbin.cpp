@@ -8,6 +8,7 @@
 #include "tests/powereq.h"
 #include "tests/proportions.h"
 #include "tests/simproportions.h"
+#include "tests/teststatistic.h"
 
 namespace quorvanta {
 
@@ -42,6 +43,11 @@ auto BinDensities(i16 n, f32 p) {
 f64 ExactEq(const ProportionValues& values, i16 n) {
     const f32 right = NoOfTails == TwoOneSided ? values.Right : values.Null;
     const auto cdf = [&values, n](i16 x) { return BinCdf(n, x, values.P1); };
+    NotedStatistic = {.Law = StatisticLaw::Binomial,
+                      .Df1 = static_cast<f64>(n),
+                      .Null = f64{values.Null},
+                      .NullRight = f64{right},
+                      .Truth = f64{values.P1}};
     return ExactPower(n, BinDensities(n, values.Null), BinDensities(n, right), cdf) - ParValue(1);
 }
 

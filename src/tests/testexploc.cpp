@@ -10,6 +10,7 @@
 #include "tests/lists/hypotheses.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/powereq.h"
+#include "tests/teststatistic.h"
 
 #include <cmath>
 
@@ -94,6 +95,12 @@ void TESTEXPLOC::SearchLimits(f64& lower, f64& upper) {
 f64 TESTEXPLOC::RootFunction() {
     const f64 alpha{SignificanceLevel()};
     const f32 null = hypotheses.H0();
+    const f64 rate = f64{sizes.First()} / f64{Single(ParValue(scale))};
+    NotedStatistic = {.Law = StatisticLaw::Exponential,
+                      .Truth = (hypotheses.Truth() - f64{null}) * rate,
+                      .TruthRight = NoOfTails == TwoOneSided
+                                        ? (hypotheses.Truth() - f64{hypotheses.Right()}) * rate
+                                        : 0};
     f64 power = 0;
     if (NoOfTails == TwoOneSided)
         power =

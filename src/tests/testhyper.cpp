@@ -13,6 +13,7 @@
 #include "tests/parhyper.h"
 #include "tests/proportions.h"
 #include "tests/simproportions.h"
+#include "tests/teststatistic.h"
 
 #include <cmath>
 
@@ -45,6 +46,12 @@ f64 ExactEq(const ProportionValues& values, i16 populationSize, i16 n) {
     };
     const f32 right = NoOfTails == TwoOneSided ? values.Right : values.Null;
     const auto cdf = [&](i16 x) { return HyperCdf(populationSize, n, x, values.P1); };
+    NotedStatistic = {.Law = StatisticLaw::Hypergeometric,
+                      .Df1 = static_cast<f64>(n),
+                      .Df2 = static_cast<f64>(populationSize),
+                      .Null = f64{values.Null},
+                      .NullRight = f64{right},
+                      .Truth = f64{values.P1}};
     return ExactPower(n, densities(values.Null), densities(right), cdf) - ParValue(1);
 }
 

@@ -15,6 +15,7 @@
 #include "tests/lists/turningpoint.h"
 #include "tests/powereq.h"
 #include "tests/testnor.h"
+#include "tests/teststatistic.h"
 
 #include <cmath>
 
@@ -191,6 +192,11 @@ f32 TESTSTUD::SimTest(i16 n1, i16 n2) {
 f64 TPowerEq(f32 delta, f32 se, f32 deltaLow, f32 deltaHigh, f32 df) {
     const f64 alpha{SignificanceLevel()};
     const f64 shift = f64{delta} / f64{se};
+    NotedStatistic = {.Law = StatisticLaw::Student, .Df1 = f64{df}, .Truth = shift};
+    if (NoOfTails == TwoOneSided) {
+        NotedStatistic.Truth = f64{deltaLow} / f64{se};
+        NotedStatistic.TruthRight = -f64{deltaHigh} / f64{se};
+    }
     f64 power = 0;
     if (NoOfTails == TwoSided) {
         const f64 t{TInv(Single(1 - alpha / 2), df)};

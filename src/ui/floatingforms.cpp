@@ -1,6 +1,7 @@
 #include "ui/floatingforms.h"
 
 #include "core/floating_windows.h"
+#include "ui/frmdistrgraph.h"
 #include "ui/frmgridtable.h"
 #include "ui/frmmontegroupseq.h"
 #include "ui/frmoutput.h"
@@ -24,6 +25,7 @@ FloatingForms::FloatingForms(QWidget& parent)
     Add(FloatingWindow::SequentialMonitor, new frmMonteGroupSeq(&parent), true);
     Add(FloatingWindow::Grid, new frmGridTable0(&parent), true);
     Add(FloatingWindow::Summary, new frmSummary(&parent), false);
+    Add(FloatingWindow::DistrGraph, new frmDistrGraph(&parent), false);
     Add(FloatingWindow::Output, new frmOutput(&parent), true);
 }
 

@@ -11,6 +11,8 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 
+#include <utility>
+
 namespace quorvanta {
 
 namespace {
@@ -27,10 +29,14 @@ QLineEdit* MakeField(QFormLayout& form, const QString& label, const QString& nam
 } // namespace
 
 frmEditGraph::frmEditGraph(QWidget* parent)
-    : QDialog(parent), txtTitle_(new TitleField(CurrentGraphSettings().Title, this)) {
+    : frmEditGraph(
+          CurrentGraphSettings(),
+          [](const GraphSettings& settings) { return ApplySettings(settings); }, parent) {}
+
+frmEditGraph::frmEditGraph(const GraphSettings& settings, Apply apply, QWidget* parent)
+    : QDialog(parent), apply_(std::move(apply)), txtTitle_(new TitleField(settings.Title, this)) {
     setObjectName("frmEditGraph");
     setWindowTitle("Edit Graph");
-    const GraphSettings settings = CurrentGraphSettings();
 
     // In the order of the eye, which the Tab key follows.
     auto* form = new QFormLayout(this);
@@ -79,7 +85,7 @@ void frmEditGraph::cmdOK_Click() {
     settings.ZLabel = FromQt(txtZLabel_->text());
     settings.Type = type_->Settings();
     settings.CurveWidth = FromQt(txtCurveWidth_->text());
-    if (ApplySettings(settings))
+    if (apply_(settings))
         accept();
     else
         FocusRefused(*this);

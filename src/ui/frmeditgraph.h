@@ -2,10 +2,12 @@
 #pragma once
 
 #include "core/checked_array.h"
+#include "output/settings.h"
 
 #include <QDialog>
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -21,7 +23,12 @@ class frmEditGraph : public QDialog {
     Q_OBJECT
 
   public:
+    // Of the graph of the current analysis.
     explicit frmEditGraph(QWidget* parent);
+    // Of any graph: what it has, and what takes what is entered, which answers false after a
+    // message if it can't be taken.
+    using Apply = std::function<bool(const GraphSettings&)>;
+    frmEditGraph(const GraphSettings& settings, Apply apply, QWidget* parent);
     ~frmEditGraph() override;
 
     void cmdOK_Click();
@@ -34,6 +41,7 @@ class frmEditGraph : public QDialog {
                       const std::array<const char*, 4>& labels, AxisFields& fields);
     static AxisTexts TextsOf(const AxisFields& fields);
 
+    Apply apply_;
     TitleField* txtTitle_;
     AxisFields xAxis_{};
     AxisFields yAxis_{};

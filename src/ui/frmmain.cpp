@@ -280,7 +280,7 @@ void frmMain::mnuGetInfo_Click(i16 index) {
     case 3:
         return ShowFloating(FloatingWindow::Summary);
     default:
-        return ShowNotAvailable(StripAmpersand(FromQt(mnuGetInfo_.at(index)->text())));
+        return ShowFloating(FloatingWindow::DistrGraph);
     }
 }
 

@@ -1,0 +1,7 @@
+#include "tests/teststatistic.h"
+
+namespace quorvanta {
+
+TestStatistic NotedStatistic;
+
+} // namespace quorvanta
