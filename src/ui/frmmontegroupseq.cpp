@@ -2,7 +2,7 @@
 
 #include "core/platform.h"
 #include "output/xyzplot.h"
-#include "ui/boundarypicture.h"
+#include "ui/plotpicture.h"
 #include "ui/qttext.h"
 
 #include <QFrame>
@@ -37,7 +37,8 @@ constexpr int FirstRow = 2;
 } // namespace
 
 frmMonteGroupSeq::frmMonteGroupSeq(QWidget* parent)
-    : QDialog(parent), picBoundary_(new BoundaryPicture(this)) {
+    : QDialog(parent), picBoundary_(new PlotPicture("picBoundary", this)) {
+    picBoundary_->setAccessibleName(tr("Picture of the boundaries"));
     setObjectName("frmMonteGroupSeq");
     setWindowTitle(DesignCaption);
     auto* column = new QVBoxLayout(this);
@@ -167,12 +168,16 @@ void frmMonteGroupSeq::Refresh() {
                           static_cast<QWidget*>(lblASNH1_), static_cast<QWidget*>(lblH0True_),
                           static_cast<QWidget*>(lblH1True_), lnASN_})
         part->setVisible(!average.Caption.empty());
-    picBoundary_->Draw(BoundaryPlot(scale_));
+    DrawPicture();
+}
+
+void frmMonteGroupSeq::DrawPicture() {
+    picBoundary_->Draw(BoundaryPlot(scale_), tr("There is no design to show."));
 }
 
 void frmMonteGroupSeq::optBoundScale_Click(i16 i) {
     scale_ = i == 0 ? BoundScale::Statistic : BoundScale::Level;
-    picBoundary_->Draw(BoundaryPlot(scale_));
+    DrawPicture();
 }
 
 void frmMonteGroupSeq::cmdPrintPicture_Click() {

@@ -15,7 +15,7 @@ class QRadioButton;
 
 namespace quorvanta {
 
-class BoundaryPicture;
+class PlotPicture;
 
 class frmMonteGroupSeq : public QDialog {
     Q_OBJECT
@@ -48,6 +48,7 @@ class frmMonteGroupSeq : public QDialog {
     QGroupBox* MakePicture();
     void AddHeads(QGridLayout& grid);
     void AddAverages(QGridLayout& grid);
+    void DrawPicture();
     QLabel* MakeLabel(const QString& name, const QString& text = {});
 
     std::array<Line, Rows> lines_{};
@@ -61,7 +62,7 @@ class frmMonteGroupSeq : public QDialog {
     QWidget* lnASN_;
     std::array<QRadioButton*, 2> optBoundScale_{};
     BoundScale scale_ = BoundScale::Statistic;
-    BoundaryPicture* picBoundary_;
+    PlotPicture* picBoundary_;
 };
 
 } // namespace quorvanta
