@@ -16,6 +16,7 @@
 #include "numeric/rounding.h"
 #include "output/counted_sizes.h"
 #include "output/designresults.h"
+#include "output/statement.h"
 #include "support/grid_filling.h"
 #include "support/number.h"
 #include "support/solving_fixture.h"
@@ -661,6 +662,54 @@ TEST_F(GroupSeqDesigns, ShowLevelsAndSizesThatCannotBeTyped) {
         EXPECT_FALSE(IsIntCellOpen(column, 0));
     TypedIntCell(IntColumn::Size1, 0, "40");
     EXPECT_EQ(InterimSize1Text(0), "25");
+}
+
+// --- Statements ---------------------------------------------------------------------------------
+
+// From the number of analyses on, up to what the calculation assumes.
+std::string SequentialPart() {
+    const std::string text = SumStatement();
+    const std::size_t start = text.find(", with 1 interim");
+    const std::size_t end = text.find(" The calculation is based");
+    return start == std::string::npos ? text : text.substr(start + 2, end - start - 2);
+}
+
+// O'Brien and Fleming's nominal levels of two analyses, 0.0052 and 0.0480 (Jennison and Turnbull,
+// 2000, table 2.3).
+TEST_F(GroupSeqDesigns, AreStatedWithLevelsAndSizes) {
+    Plan(BoundOBrienFleming, "", {"0.5"});
+    Solve(MenuChoice(MenuMeans, TwoSamples, TwoSided,
+                     {{Group::Mean2, 1}, {Group::Sd2, 0}, {Group::Size2, 2}}),
+          {{Kind::H1Mean2Minus1, "0.5"}, {Kind::Sd1, "1"}, {Kind::Sd2, "1"}, {Kind::Power, "0.9"}},
+          Kind::Size1);
+    EXPECT_EQ(
+        SequentialPart(),
+        "with 1 interim analysis and a final analysis. The significance levels at the interim "
+        "and final analysis are 0.00517 and 0.04799 respectively. The cumulative sample sizes "
+        "(Sample 1, Sample 2) at the interim analysis are (43,43).");
+}
+
+TEST_F(LogrankDesigns, AreStatedWithEventsOrTimes) {
+    const Values values{{Kind::H0Rate2Over1, "1"}, {Kind::H1Rate1, "0.5"}, {Kind::H1Rate2, "0.3"}};
+    Plan(BoundOBrienFleming, "", {"0.5"});
+    const AnalysisChoice ofEvents =
+        MenuChoice(MenuLogrank, TwoSamples, TwoSided, {{Group::Rate2, 0}, {Group::Given, 1}});
+    Solve(ofEvents, values, Kind::Events);
+    const std::string begin =
+        "with 1 interim analysis and a final analysis. The significance levels "
+        "at the interim and final analysis are ";
+    EXPECT_EQ(SequentialPart(), begin +
+                                    "0.00517 and 0.04799 respectively. The cumulative number of "
+                                    "events at the interim analysis is 65.");
+    Plan(BoundOBrienFleming, "", {"0.5"});
+    const auto row = ReadTsv("group_sequential_times.tsv").at(1);
+    Solve(ChoiceOfSizes(), ValuesOfRow(row), Kind::Power);
+    EXPECT_EQ(SequentialPart(), begin + "0.00517 and 0.04799 respectively. The analyses occur at "
+                                        "2.3556 and 5 under H1, and at 2.2051 and 5 under H0.");
+    Plan(BoundOBrienFleming, "", {"0.5"});
+    Solve(ChoiceOfSizes({Check::FixedInterimTimes}), ValuesOfRow(row), Kind::Power);
+    const std::string fixed = SequentialPart();
+    EXPECT_EQ(fixed.substr(fixed.find(" The analyses")), " The analyses occur at 2.5 and 5.");
 }
 
 // --- Tables -------------------------------------------------------------------------------------
