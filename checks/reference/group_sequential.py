@@ -3,9 +3,9 @@
 
     /usr/bin/python3 checks/reference/group_sequential.py
 
-writes checks/data/group_sequential_bounds.tsv, _families.tsv, _exits.tsv, _designs.tsv and _times.tsv,
-and checks/data/validation/group_sequential.tsv. --designs writes the last three alone. Needs numpy and
-scipy.
+writes checks/data/group_sequential_bounds.tsv, _families.tsv, _exits.tsv, _designs.tsv,
+_two_boundaries.tsv and _times.tsv, and checks/data/validation/group_sequential.tsv. --designs writes
+the last four alone. Needs numpy and scipy.
 
 The sub-densities of the standardised statistic are carried from analysis to analysis on the nodes
 of Gauss and Legendre (panels of 24 nodes), in 64 bits: twice the panels change no figure by more
@@ -313,6 +313,43 @@ def designs(out):
                         text(p1s, 8), f"{average(p0s):.8g}", f"{average(p1s):.8g}"])
 
 
+def two_boundaries(out):
+    """Designs with early stop for H0: the power family, and levels of the user's own (reject;accept).
+    One mean, one-sided or two-sided at half the level, H1 0.5 with a standard deviation of 1.2."""
+    sd, effect = 1.2, 0.5
+    plans = [(9, delta, t, tails) for delta in (-0.5, -0.25, 0, 0.25) for t in (equal(2), equal(3))
+             for tails in (1, 2) if tails == 1 or delta == -0.5]
+    plans += [(8, levels, t, 1) for levels, t in (
+        (((0.01, 0.045), (1, 1)), equal(2)), (((0.01, 0.045), (0.5, 1)), equal(2)),
+        (((0.005, 0.02, 0.04), (0.8, 0.5, 1)), [0.3, 0.6, 1]))]
+    for kind, par, t, tails in plans:
+        alpha, power = 0.05, 0.9
+        if kind == 9:
+            found = power_family(par, t, alpha / tails, 1 - power, tails == 2)
+            if found is None:
+                continue
+            c1, c2, low, upp = found
+            theta = c1 + c2
+        else:
+            upp, low = ([norm.isf(p) if p < 1 else -100.0 for p in levels] for levels in par)
+            theta = brentq(lambda x: exits(low, upp, t, x)[0].sum() - power, 0.5, 8, xtol=1e-12)
+            par = ";".join(text(levels) for levels in par)
+        n = (theta * sd / effect) ** 2
+        whole = math.ceil(n - 1e-5)
+        drift = effect * math.sqrt(whole) / sd
+        above, below = exits(low, upp, t, drift)
+        null = [tails * (x + y) for x, y in zip(*exits(low, upp, t, 0.0))] if tails == 1 else None
+        total = [math.floor(x * whole + 0.5) for x in t]
+
+        def average(p):
+            return sum(c * q for c, q in zip(total[:-1], p[:-1])) + total[-1] * (1 - sum(p[:-1]))
+
+        values = ";".join(f"{k}={v:g}" for k, v in {LEVEL: alpha, POWER: power, 57: 0, 58: effect,
+                                                     SD: sd}.items())
+        out.append([600, 1, tails, values, kind, par, text(t), f"{n:.8g}", text(above, 8),
+                    f"{average(null):.8g}" if null else "-", f"{average(above + below):.8g}"])
+
+
 def level_quantile(alpha, tails):
     return norm.isf(alpha / 2 if tails == 2 else alpha)
 
@@ -428,6 +465,8 @@ TABLES = [
     ("exits", crossings, ["Drift", "Information", "Upper", "Lower", "Above", "Below"]),
     ("designs", designs, ["Menu", "Samples", "Tails", "Values", "Type", "Parameter", "Fractions",
                           "Size", "Stops", "AverageH0", "AverageH1"]),
+    ("two_boundaries", two_boundaries, ["Menu", "Samples", "Tails", "Values", "Type", "Parameter",
+                                        "Fractions", "Size", "Stops", "AverageH0", "AverageH1"]),
     ("times", study_times, ["Hazard1", "Hazard2", "Loss", "Accrual", "Study", "Size1", "Size2", "Share",
                             "TimeH1", "TimeH0", "Fixed"]),
 ]
@@ -435,7 +474,7 @@ TABLES = [
 
 def main():
     for name, rows_of, names in TABLES:
-        if name not in ("designs", "times") and "--designs" in sys.argv:
+        if name not in ("designs", "two_boundaries", "times") and "--designs" in sys.argv:
             continue
         rows = []
         rows_of(rows)

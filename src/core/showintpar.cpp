@@ -234,6 +234,8 @@ void StartIntPar() {
         return SimStart();
     if (IsTableOrGraph())
         return RunOrCancel();
+    if (Calculated == True)
+        return RenewDesign();
     SolveFor(UnknownParNo);
 }
 

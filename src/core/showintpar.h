@@ -48,7 +48,7 @@ std::string TypedSeed(const std::string& text);
 // have their own window.
 i16 IntPar(i16 box);
 
-// Runs the simulation, or calculates the design.
+// Runs the simulation, or calculates the design; one that is calculated is shown again.
 void StartIntPar();
 
 } // namespace quorvanta

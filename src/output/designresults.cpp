@@ -154,7 +154,8 @@ Presentation BoundaryPlot(BoundScale scale) {
     plot.YAxis(0) = isLevel ? "Nominal p" : GsTestKind == GsStudent ? "t" : "Z";
     for (int i = 1; i <= 3; ++i)
         plot.YAxis(i) = AutoLimit;
-    plot.ZLabel = "Reject H0, Accept H0";
+    // Both bounds of a two-sided test reject.
+    plot.ZLabel = GsHasLowerBound() ? "1 Reject H0, 2 Accept H0" : "";
     plot.Type = TypeOf(OutFontName, OutFontSize, OutFontBold == 1);
     const i16 curves = hasLower ? 2 : 1;
     plot.X.ReDim(1, NoOfAnal);
