@@ -206,6 +206,27 @@ TEST_F(Simulation, TheIntervalFollowsTheTimeOfTheFirstHundred) {
     EXPECT_EQ(numbers[600], "500");
 }
 
+// A fast run has more displays than an eye can follow: the window is drawn after 0.03 seconds, and
+// at the end.
+TEST_F(Simulation, IsDrawnAsOftenAsAnEyeCanFollow) {
+    constexpr f64 replicateSeconds = 0.001;
+    int drawn = 0;
+    platform.OnDoEvents = [&] {
+        platform.Clock += replicateSeconds;
+        if (SimNo == 1)
+            drawn = platform.SimRefreshes;
+        if (SimNo == 100)
+            drawn = platform.SimRefreshes - drawn;
+    };
+    Run("100", "1");
+    EXPECT_GE(drawn, 3);
+    EXPECT_LE(drawn, 4);
+    const int before = platform.SimRefreshes;
+    platform.OnDoEvents = [] {};
+    Run("1", "1");
+    EXPECT_GE(platform.SimRefreshes, before + 3) << "the start, the first replicate and the end";
+}
+
 TEST_F(Simulation, WithoutAMaximumOnlyTheUserEndsIt) {
     platform.OnDoEvents = [] {
         EXPECT_EQ(MaxNoOfSim, 99999999);

@@ -65,6 +65,8 @@ void ClearFloatFaults() {
 FloatFaultsApart::FloatFaultsApart() : flags_(Flags()) {}
 
 FloatFaultsApart::~FloatFaultsApart() {
+    if (Flags() == flags_)
+        return; // nearly always, and to write the status word takes as long as some draws
     ClearFloatFaults();
     RaiseFlags(flags_);
 }

@@ -28,10 +28,12 @@ std::span<const std::uint8_t> GroupsByRank() {
 
 namespace {
 
-// Is that a study with all of group 1 before all of group 2, as those of one analysis are?
-bool IsGroupAfterGroup(std::span<const f32> group) {
-    return std::ranges::is_sorted(group) && !group.empty() && group.front() == 1.0F &&
-           group.back() == 2.0F;
+// How many are of group 1, if all of them stand before all of group 2, as in studies of one
+// analysis they do; else 0.
+std::size_t SizeOfFirstBefore(std::span<const f32> group) {
+    const auto first = static_cast<std::size_t>(std::ranges::count(group, 1.0F));
+    const auto inFront = static_cast<std::size_t>(std::ranges::count(group.first(first), 1.0F));
+    return inFront == first ? first : 0;
 }
 
 } // namespace
@@ -42,13 +44,11 @@ f32 RankSumOfGroup2() {
     constexpr std::size_t few = 128;
     const std::span<const f32> group = SimStudy.Group.Raw();
     const std::span<const f32> values = SimStudy.Value.Raw();
-    if (group.size() <= 2 * few && IsGroupAfterGroup(group)) {
-        const auto n1 =
-            static_cast<std::size_t>(std::ranges::upper_bound(group, 1.0F) - group.begin());
+    const std::size_t n1 = group.size() <= 2 * few ? SizeOfFirstBefore(group) : 0;
+    if (n1 > 0 && n1 <= few) {
         const std::size_t n2 = group.size() - n1;
-        if (n1 <= few)
-            return static_cast<f32>(static_cast<i32>(n2 * (n2 + 1) / 2) +
-                                    CountPairsInOrder(values.first(n1), values.subspan(n1)));
+        return static_cast<f32>(static_cast<i32>(n2 * (n2 + 1) / 2) +
+                                CountPairsInOrder(values.first(n1), values.subspan(n1)));
     }
     f32 sum = 0;
     f32 rank = 0;

@@ -45,6 +45,7 @@ std::vector<SimPoint> history;
 i32 historyStep = 1; // replicates between two of its points, at least
 f64 busySeconds = 0; // of the run so far, without its pauses
 f64 busySince = 0;
+f64 drawnAt = 0; // when its estimates were drawn last
 
 void Refuse(const std::string& message) {
     ShowMessage(message);
@@ -323,10 +324,17 @@ void Yield() {
     ThePlatform().DoEvents();
 }
 
+// The texts are those of each display; they are drawn as often as an eye can follow, which a fast
+// test is a hundred times ahead of. Every change of state draws them, so the last ones are seen.
 void Display() {
+    constexpr f64 secondsBetweenPictures = 0.03;
     const FloatFaultsApart apart;
     SampleSizeEstimateText(2) = Str(static_cast<f64>(SimNo));
     SimUpdateDisplay();
+    const f64 now = ThePlatform().Timer();
+    if (drawnAt <= now && now < drawnAt + secondsBetweenPictures)
+        return;
+    drawnAt = now;
     ThePlatform().RefreshSimulation();
 }
 
@@ -413,6 +421,7 @@ void SimRun() {
         const Running running;
         busySeconds = 0;
         busySince = ThePlatform().Timer();
+        drawnAt = std::numeric_limits<f64>::infinity();
         Loop();
     }
     Finish();

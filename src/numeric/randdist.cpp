@@ -11,7 +11,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -56,14 +58,6 @@ void ForEachBlock(std::span<T> cells, std::size_t limit, Action&& action) {
 void DrawExponentials(std::span<f64> times, f64 one) {
     DrawUniforms(times);
     MakeExponentials(times, one);
-}
-
-void DrawNormals(std::span<f64> normals, f64 guard) {
-    ForEachBlock(normals, BlockSize, [guard](std::span<f64> block) {
-        std::array<f64, BlockSize> angles;
-        DrawUniformPairs(block, angles);
-        MakeNormals(block, angles, guard);
-    });
 }
 
 // RandSample by a transform of one variate per element, drawn by drawBlock.
@@ -346,6 +340,13 @@ class EntryTime {
     f64 accrued_; // share of an untruncated exponential that falls into the accrual period
 };
 
+// Which of two times comes first is anybody's guess: taken by their bits, without a jump.
+f32 Chosen(bool first, f32 a, f32 b) {
+    const std::uint32_t mask = 0U - static_cast<std::uint32_t>(first);
+    return std::bit_cast<f32>((std::bit_cast<std::uint32_t>(a) & mask) |
+                              (std::bit_cast<std::uint32_t>(b) & ~mask));
+}
+
 void SetLost(SurvivalRecord& record, int subject, f64 lossTime) {
     record.Time(subject) = Single(lossTime);
     record.Status(subject) = 1;
@@ -384,12 +385,11 @@ void DrawGroup(i16 n, int before, f32 group, f32 scale, f32 laterScale, f32 loss
             std::ranges::fill(lossBlock, 0.0);
         }
         entry.Fill(entryBlock, entries.subspan(begin, size));
-        // Which of the two comes first is anybody's guess: chosen without a jump.
         for (std::size_t i = 0; i < size; ++i) {
             const f32 eventTime = Single(f64{drawn[begin + i]} * scale);
             const bool isLost = hasLosses && lossTimes[i] < f64{eventTime};
-            const f32 ends[] = {Single(f64{eventTime} * laterScale), Single(lossTimes[i])};
-            times[begin + i] = ends[isLost ? 1 : 0];
+            times[begin + i] =
+                Chosen(isLost, Single(lossTimes[i]), Single(f64{eventTime} * laterScale));
             status[begin + i] = static_cast<i16>(status[begin + i] | i16{isLost});
         }
     }
@@ -448,13 +448,11 @@ void TruncateAtStudyTime(i16 n, f32 t, const SurvivalRecord& record, Array1<f32>
         const f32 entry = entries[i];
         if (!(entry < t))
             continue;
-        // Which of the two comes first is anybody's guess: chosen without a jump.
         const bool isCut = entry + times[i] >= t;
-        const f32 ends[] = {times[i], t - entry};
         const auto at = static_cast<std::size_t>(k++);
-        outTimes[at] = ends[isCut ? 1 : 0];
+        outTimes[at] = Chosen(isCut, t - entry, times[i]);
         outGroups[at] = groups[i];
-        outCens[at] = isCut ? i16{1} : status[i];
+        outCens[at] = static_cast<i16>(isCut | (status[i] & -static_cast<int>(!isCut)));
     }
     if (k == 0)
         return;

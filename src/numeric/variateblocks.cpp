@@ -15,9 +15,13 @@ namespace quorvanta {
 
 namespace {
 
-// A uniform number, whose 24 bits are exact in either width.
-f64 NextUniform(Xoshiro256& source) {
-    return static_cast<f64>(static_cast<i32>(source.Next() >> 40)) * 0x1p-24;
+// A uniform number in units of 2^-24.
+i32 NextBits(Xoshiro256& source) {
+    return static_cast<i32>(source.Next() >> 40);
+}
+
+f64 Uniform(i32 bits) {
+    return static_cast<f64>(bits) * 0x1p-24;
 }
 
 } // namespace
@@ -26,26 +30,54 @@ f64 NextUniform(Xoshiro256& source) {
 void DrawUniforms(std::span<f64> uniforms) {
     Xoshiro256 source = UniformSource;
     for (f64& u : uniforms)
-        u = NextUniform(source);
+        u = Uniform(NextBits(source));
     UniformSource = source;
 }
 
 void DrawUniformPairs(std::span<f64> firsts, std::span<f64> seconds) {
     Xoshiro256 source = UniformSource;
     for (std::size_t i = 0; i < firsts.size(); ++i) {
-        firsts[i] = NextUniform(source);
-        seconds[i] = NextUniform(source);
+        firsts[i] = Uniform(NextBits(source));
+        seconds[i] = Uniform(NextBits(source));
     }
     UniformSource = source;
 }
 
+namespace {
+
+constexpr std::size_t BlockSize = 128;
+
+// A block of pairs, as they are drawn.
+struct Pairs {
+    std::array<i32, BlockSize> U;
+    std::array<i32, BlockSize> V;
+};
+
+} // namespace
+
+// Of the pairs of a block, which have as many normals.
 QUORVANTA_VECTOR_UNITS
-void MakeNormals(std::span<f64> us, std::span<const f64> vs, f64 guard) {
-    f64* const u = us.data();
-    const f64* const v = vs.data();
-    const std::size_t n = us.size();
+void MakeNormals(const i32* us, const i32* vs, std::span<f64> normals, f64 guard) {
+    f64* const normal = normals.data();
+    const std::size_t n = normals.size();
     for (std::size_t i = 0; i < n; ++i)
-        u[i] = std::sqrt(-2.0 * FastLog(u[i] + guard)) * FastCos(TwoPi * v[i]);
+        normal[i] =
+            std::sqrt(-2.0 * FastLog(Uniform(us[i]) + guard)) * FastCos(TwoPi * Uniform(vs[i]));
+}
+
+void DrawNormals(std::span<f64> normals, f64 guard) {
+    Pairs pairs;
+    Xoshiro256 source = UniformSource;
+    while (!normals.empty()) {
+        const auto block = normals.first(std::min(BlockSize, normals.size()));
+        for (std::size_t i = 0; i < block.size(); ++i) {
+            pairs.U[i] = NextBits(source);
+            pairs.V[i] = NextBits(source);
+        }
+        MakeNormals(pairs.U.data(), pairs.V.data(), block, guard);
+        normals = normals.subspan(block.size());
+    }
+    UniformSource = source;
 }
 
 QUORVANTA_VECTOR_UNITS

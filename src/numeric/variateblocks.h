@@ -25,11 +25,11 @@ void DrawUniforms(std::span<f64> uniforms);
 // The same by pairs: as many of each, which share a length.
 void DrawUniformPairs(std::span<f64> firsts, std::span<f64> seconds);
 
-// The cosine root of each pair u, v (G. E. P. Box and M. E. Muller, Annals of Mathematical
-// Statistics 29, 1958, 610-611) in the place of u: sqrt(-2 ln(u + guard)) cos(2 pi v).
-void MakeNormals(std::span<f64> us, std::span<const f64> vs, f64 guard);
+// Standard normal variates, each from the next pair u, v: the cosine root (G. E. P. Box and M. E.
+// Muller, Annals of Mathematical Statistics 29, 1958, 610-611), sqrt(-2 ln(u + guard)) cos(2 pi v).
+void DrawNormals(std::span<f64> normals, f64 guard);
 
-// -ln(one - u) in the place of each u.
+// -ln(one - u) in the place of each uniform number u.
 void MakeExponentials(std::span<f64> us, f64 one);
 
 // How many pairs of x and y have x <= y: for a few hundred numbers at most, xs being 1 to 128 of
