@@ -1,8 +1,13 @@
 // Critical values of multiple comparisons, beside the literal double sum: every point of the nested
 // rule, the density of s at each of them. Both give the same 32 bits. And the decision on data sets
-// with a family of ten hypotheses, all pairs of five groups: items are data sets.
+// with a family of ten hypotheses, all pairs of five groups, and its whole simulation: items are
+// data sets.
 #include "core/analysis_state.h"
+#include "core/dispatch.h"
+#include "core/kinds.h"
+#include "core/records.h"
 #include "core/root.h"
+#include "montecarlo/simstudy.h"
 #include "multcomp/family.h"
 #include "multcomp/mccritical.h"
 #include "multcomp/procedures.h"
@@ -118,15 +123,61 @@ void Decision(benchmark::State& state) {
     McDefaultFamilies({0.05F}, static_cast<i16>(state.range(0)));
     McAllCrit({df});
     const std::vector<f64> sizes(groups, n);
-    std::vector<f64> sums{1, 5, 14, 18, 31};
+    std::vector<f64> means{0.05, 0.25, 0.7, 0.9, 1.55};
     Array1<f32> z(1, NoOfTests);
     for (auto _ : state) {
-        sums[0] = -sums[0]; // another data set each time
-        McGroupStatistics(sums, sizes, 200, z);
+        means[0] = -means[0]; // another data set each time
+        McGroupStatistics(means, sizes, 95, z);
         benchmark::DoNotOptimize(McRunOne(z, 1, df, UnderH1));
     }
     state.SetItemsProcessed(state.iterations());
 }
+// The whole simulation of such a family, data sets under H0 and H1: 20 subjects in each group.
+void SimulatedFamily(benchmark::State& state) {
+    constexpr i16 groups = 5;
+    constexpr i16 size = 20;
+    IsTest = True;
+    TestNo = 139; // all pairs
+    NoOfInterim = 0;
+    NoOfTails = TwoSided;
+    AdjustMethod = static_cast<i16>(state.range(0));
+    SelSetupTest();
+    SelSetParList();
+    const auto enter = [](i16 kind, f64 value) {
+        for (i16 i = 0; i <= NoOfPar; ++i)
+            if (ParKind(i) == kind)
+                ParValue(i) = value;
+    };
+    enter(Kind::Sd, 1);
+    enter(Kind::LevelsA, groups);
+    constexpr i16 means = 1; // their store
+    GridData(means).ReDim(0, groups, 0, 1);
+    for (i16 i = 1; i <= groups; ++i)
+        GridData(means)(i, 1) = 0.2F * static_cast<f32>(i);
+    HasGridData = True;
+    GridTestNo = TestNo;
+    SimSize1.ReDim(0, 1);
+    SimSize2.ReDim(0, 1);
+    RejectP.ReDim(0, 1);
+    SimSize1(1) = size;
+    RejectP(1) = 0.05F;
+    SelGetSimPar();
+    f32 p = 1;
+    for (auto _ : state)
+        for (const i16 isH1 : {i16{0}, i16{1}}) {
+            SimStage = 0;
+            SelSimStatistic(p, isH1);
+            benchmark::DoNotOptimize(p);
+        }
+    state.SetItemsProcessed(2 * state.iterations());
+    Cancelled = False;
+}
+BENCHMARK(SimulatedFamily)
+    ->Arg(Adjust::Bonferroni)
+    ->Arg(Adjust::JointOrScheffe)
+    ->Arg(Adjust::Holm)
+    ->Arg(Adjust::Hochberg);
+
 BENCHMARK(Decision)->Arg(Adjust::Bonferroni)->Arg(Adjust::Holm)->Arg(Adjust::Hochberg);
 
 } // namespace

@@ -9,6 +9,7 @@
 #include "core/typed_text.h"
 #include "core/values.h"
 #include "montecarlo/simulation.h"
+#include "multcomp/family.h"
 #include "output/counted_sizes.h"
 #include "output/format.h"
 #include "output/statement_clauses.h"
@@ -115,7 +116,7 @@ bool HasIntColumn(IntColumn column) {
     case IntColumn::RejectH0:
         return true;
     case IntColumn::AcceptH0:
-        return IsHypothesisTest();
+        return IsHypothesisTest() && !IsMultCompTest();
     case IntColumn::Size1:
         return StudyTimePar() != NoPar || FirstSize() != NoPar;
     default:
