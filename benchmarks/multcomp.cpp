@@ -2,12 +2,20 @@
 // rule, the density of s at each of them. Both give the same 32 bits. And the decision on data sets
 // with a family of ten hypotheses, all pairs of five groups, and its whole simulation: items are
 // data sets.
+#include "../checks/support/grid_filling.h"
+#include "../checks/support/scripted_platform.h"
+#include "core/analysis.h"
+#include "core/analysis_file.h"
 #include "core/analysis_state.h"
+#include "core/catalogue.h"
 #include "core/dispatch.h"
 #include "core/kinds.h"
-#include "core/records.h"
+#include "core/option_choice.h"
 #include "core/root.h"
+#include "core/setup.h"
+#include "core/typed_text.h"
 #include "montecarlo/simstudy.h"
+#include "montecarlo/simulation.h"
 #include "multcomp/family.h"
 #include "multcomp/mccritical.h"
 #include "multcomp/procedures.h"
@@ -15,6 +23,7 @@
 #include "numeric/integra2.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
+#include "opening.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>
@@ -134,34 +143,23 @@ void Decision(benchmark::State& state) {
 }
 // The whole simulation of such a family, data sets under H0 and H1: 20 subjects in each group.
 void SimulatedFamily(benchmark::State& state) {
-    constexpr i16 groups = 5;
-    constexpr i16 size = 20;
-    IsTest = True;
-    TestNo = 139; // all pairs
-    NoOfInterim = 0;
-    NoOfTails = TwoSided;
-    AdjustMethod = static_cast<i16>(state.range(0));
-    SelSetupTest();
-    SelSetParList();
-    const auto enter = [](i16 kind, f64 value) {
-        for (i16 i = 0; i <= NoOfPar; ++i)
-            if (ParKind(i) == kind)
-                ParValue(i) = value;
-    };
-    enter(Kind::Sd, 1);
-    enter(Kind::LevelsA, groups);
-    constexpr i16 means = 1; // their store
-    GridData(means).ReDim(0, groups, 0, 1);
-    for (i16 i = 1; i <= groups; ++i)
-        GridData(means)(i, 1) = 0.2F * static_cast<f32>(i);
-    HasGridData = True;
-    GridTestNo = TestNo;
-    SimSize1.ReDim(0, 1);
-    SimSize2.ReDim(0, 1);
-    RejectP.ReDim(0, 1);
-    SimSize1(1) = size;
-    RejectP(1) = 0.05F;
-    SelGetSimPar();
+    constexpr i16 menuPairs = 701;
+    static ScriptedPlatform platform;
+    SetPlatform(platform);
+    Main();
+    FileCommand(SimulationWindow);
+    NewTest(menuPairs);
+    ChooseAdjustMethod(static_cast<i16>(state.range(0)));
+    AcceptOptions();
+    TypedParText(PositionOf(Kind::Sd), "1");
+    TypedParText(PositionOf(Kind::LevelsA), "5");
+    TypedParText(PositionOf(Kind::SizePerGroup), "20");
+    platform.GridFillings = {[] {
+        return checks::FillCurrentGrid({{"0"}, {"0.2"}, {"0.4"}, {"0.6"}, {"0.8"}});
+    }};
+    MaxNoOfSimText = "1";
+    SeedText = "1";
+    SimStart();
     f32 p = 1;
     for (auto _ : state)
         for (const i16 isH1 : {i16{0}, i16{1}}) {
@@ -170,7 +168,8 @@ void SimulatedFamily(benchmark::State& state) {
             benchmark::DoNotOptimize(p);
         }
     state.SetItemsProcessed(2 * state.iterations());
-    Cancelled = False;
+    if (OutputReady == False)
+        state.SkipWithError("the simulation did not start");
 }
 BENCHMARK(SimulatedFamily)
     ->Arg(Adjust::Bonferroni)
