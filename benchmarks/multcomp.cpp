@@ -1,8 +1,21 @@
 // Critical values of multiple comparisons, beside the literal double sum: every point of the nested
 // rule, the density of s at each of them. Both give the same 32 bits. And the decision on data sets
-// with a family of ten hypotheses, all pairs of five groups: items are data sets.
+// with a family of ten hypotheses, all pairs of five groups, and its whole simulation: items are
+// data sets.
+#include "../checks/support/grid_filling.h"
+#include "../checks/support/scripted_platform.h"
+#include "core/analysis.h"
+#include "core/analysis_file.h"
 #include "core/analysis_state.h"
+#include "core/catalogue.h"
+#include "core/dispatch.h"
+#include "core/kinds.h"
+#include "core/option_choice.h"
 #include "core/root.h"
+#include "core/setup.h"
+#include "core/typed_text.h"
+#include "montecarlo/simstudy.h"
+#include "montecarlo/simulation.h"
 #include "multcomp/family.h"
 #include "multcomp/mccritical.h"
 #include "multcomp/procedures.h"
@@ -10,6 +23,7 @@
 #include "numeric/integra2.h"
 #include "numeric/probdist.h"
 #include "numeric/rounding.h"
+#include "opening.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>
@@ -118,15 +132,51 @@ void Decision(benchmark::State& state) {
     McDefaultFamilies({0.05F}, static_cast<i16>(state.range(0)));
     McAllCrit({df});
     const std::vector<f64> sizes(groups, n);
-    std::vector<f64> sums{1, 5, 14, 18, 31};
+    std::vector<f64> means{0.05, 0.25, 0.7, 0.9, 1.55};
     Array1<f32> z(1, NoOfTests);
     for (auto _ : state) {
-        sums[0] = -sums[0]; // another data set each time
-        McGroupStatistics(sums, sizes, 200, z);
+        means[0] = -means[0]; // another data set each time
+        McGroupStatistics(means, sizes, 95, z);
         benchmark::DoNotOptimize(McRunOne(z, 1, df, UnderH1));
     }
     state.SetItemsProcessed(state.iterations());
 }
+// The whole simulation of such a family, data sets under H0 and H1: 20 subjects in each group.
+void SimulatedFamily(benchmark::State& state) {
+    constexpr i16 menuPairs = 701;
+    static ScriptedPlatform platform;
+    SetPlatform(platform);
+    Main();
+    FileCommand(SimulationWindow);
+    NewTest(menuPairs);
+    ChooseAdjustMethod(static_cast<i16>(state.range(0)));
+    AcceptOptions();
+    TypedParText(PositionOf(Kind::Sd), "1");
+    TypedParText(PositionOf(Kind::LevelsA), "5");
+    TypedParText(PositionOf(Kind::SizePerGroup), "20");
+    platform.GridFillings = {[] {
+        return checks::FillCurrentGrid({{"0"}, {"0.2"}, {"0.4"}, {"0.6"}, {"0.8"}});
+    }};
+    MaxNoOfSimText = "1";
+    SeedText = "1";
+    SimStart();
+    f32 p = 1;
+    for (auto _ : state)
+        for (const i16 isH1 : {i16{0}, i16{1}}) {
+            SimStage = 0;
+            SelSimStatistic(p, isH1);
+            benchmark::DoNotOptimize(p);
+        }
+    state.SetItemsProcessed(2 * state.iterations());
+    if (OutputReady == False)
+        state.SkipWithError("the simulation did not start");
+}
+BENCHMARK(SimulatedFamily)
+    ->Arg(Adjust::Bonferroni)
+    ->Arg(Adjust::JointOrScheffe)
+    ->Arg(Adjust::Holm)
+    ->Arg(Adjust::Hochberg);
+
 BENCHMARK(Decision)->Arg(Adjust::Bonferroni)->Arg(Adjust::Holm)->Arg(Adjust::Hochberg);
 
 } // namespace

@@ -213,7 +213,7 @@ TEST_F(Critical, EachTestHasItsFamilyAndItsMethods) {
           Row{140, 5, 4, 7, weighted, "Studentized Maximum Modulus"},
           Row{141, 6, 9, 7, weighted, "Scheffe"}, Row{142, 7, 3, 7, weighted, "Scheffe"},
           Row{143, 8, 6, 7, weighted, "Scheffe"}, Row{144, 9, 4, 7, weighted, "Scheffe"},
-          Row{145, 10, 9, 7, weighted, "Scheffe"}, Row{377, 11, 9, 7, weighted, "Scheffe"}}) {
+          Row{145, 10, 9, 7, weighted, "Scheffe"}}) {
         TestNo = row.TestNo;
         EXPECT_EQ(MultCompKind(), row.Kind);
         EXPECT_EQ(NoOfComparisons(4, 9), row.ComparisonsOf4) << row.TestNo;

@@ -307,28 +307,24 @@ Shares Simulate(const std::vector<f64>& means, f64 n, f64 rho, f32 df, int runs)
     const Array2<f64> covariance = McCovariance(0, k, 1, rho);
     Array2<f64> factor;
     EXPECT_TRUE(McCholesky(covariance, factor));
-    const Array2<f64> noProducts(1, k, 1, k);
     Array1<f32> z(1, NoOfTests);
     Shares shares;
     for (int run = 0; run < runs; ++run) {
         RandSample.ReDim(0, k);
         RandNormal();
-        std::vector<f64> sums;
+        std::vector<f64> drawn;
         for (i16 i = 1; i <= k; ++i) {
             f64 x = 0;
             for (i16 j = 1; j <= i; ++j)
                 x += factor(i, j) * f64{RandSample(j)};
-            sums.push_back(n * means[static_cast<std::size_t>(i - 1)] + std::sqrt(n) * x);
+            drawn.push_back(means[static_cast<std::size_t>(i - 1)] + x / std::sqrt(n));
         }
         if (KnownVariance) {
-            McVectorStatistics(sums, noProducts, n, covariance, z);
+            McVectorStatistics(drawn, covariance, n, z);
         } else {
             RandSample.ReDim(0, 1);
             RandChi2(df);
-            f64 squares{RandSample(1)};
-            for (const f64 sum : sums)
-                squares += sum * sum / n;
-            McGroupStatistics(sums, std::vector<f64>(sums.size(), n), squares, z);
+            McGroupStatistics(drawn, std::vector<f64>(drawn.size(), n), f64{RandSample(1)}, z);
         }
         const McDecision decision = McRunOne(z, 1, df, UnderH1);
         shares.Error += decision.TrueRejected > 0 ? 1 : 0;

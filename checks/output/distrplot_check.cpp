@@ -88,7 +88,7 @@ TEST_F(DistrPlot, ATTestHasACentralAndANoncentralT) {
 // not under H1 the power. The exact tests keep below their level.
 TEST_F(DistrPlot, AreasAreTheLevelAndThePower) {
     int pictures = 0;
-    for (const i16 menu :
+    for (const int menu :
          {0,   1,   10,  11,  12,  18,  20,  30,  31,  40,  50,  70,  80,  111, 112, 113,
           120, 130, 170, 171, 180, 190, 210, 230, 240, 300, 360, 400, 491, 510, 511, 512})
         for (const AnalysisChoice& choice : AllChoices(MenuChoice(static_cast<i16>(menu), 1, 1))) {

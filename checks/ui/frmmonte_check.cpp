@@ -17,9 +17,12 @@
 #include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTest>
 
+#include <cstddef>
 #include <functional>
+#include <vector>
 
 namespace quorvanta {
 namespace {
@@ -318,6 +321,76 @@ TEST_F(InterimWindowCheck, HasARowForEachAnalysisAndOneOverAll) {
     EXPECT_NE(hands::TextOf(Child(), "lblASNH1Est"), "");
     EXPECT_NE(hands::TextOf(Child(), "lblPowerEstimate(3)"), "");
     ExpectNothingCut(Child());
+}
+
+// A family of three means with gates, through its grids to the table of rejections.
+class FamilyWindowCheck : public WindowCheck {
+  protected:
+    FamilyWindowCheck() {
+        Trigger("mnuFile(3)");
+        Trigger("mnuANOVAMultTest(2)");
+    }
+    QWidget& Dialog() { return *Window().Floating(FloatingWindow::InterimParameters); }
+
+    // The user types these lists into the grids that are asked for, one after the other.
+    void FillGrids(const std::vector<QStringList>& lists, std::size_t at = 0) {
+        if (at == lists.size())
+            return;
+        hands::WhenModal("frmGridTable", [this, lists, at](QWidget& grid) {
+            captions_ << hands::Control<QPushButton>(grid, "cmdOK")->text();
+            for (const QString& text : lists[at]) {
+                auto* cell = hands::Control(grid, "txtText");
+                QTest::keyClick(cell, Qt::Key_A, Qt::ControlModifier);
+                QTest::keyClicks(cell, text);
+                QTest::keyClick(cell, Qt::Key_Return);
+            }
+            FillGrids(lists, at + 1);
+            hands::Click(grid, "cmdOK");
+        });
+    }
+
+    QStringList captions_;
+};
+
+TEST_F(FamilyWindowCheck, GoesFromItsGridsToItsRejections) {
+    hands::Click(Options(), "chkCheck(1)"); // serial gatekeeping
+    AcceptOptions();
+    EXPECT_EQ(hands::TextOf(Child(), "lblSignLevel"), "True Family-wise Error");
+    EXPECT_EQ(hands::TextOf(Child(), "lblPower"), "Disjunctive Power");
+    EXPECT_FALSE(hands::Control(Child(), "lblPrAccept")->isVisible());
+    EXPECT_FALSE(hands::Control(Child(), "lblPrAcceptEst")->isVisible());
+    EXPECT_FALSE(hands::Control(Child(), "tblReject")->isVisible());
+    EXPECT_FALSE(hands::Control(Dialog(), "lblAcceptH0")->isVisible());
+    hands::TypeInto(Dialog(), "txtParValue(3)", "3"); // levels
+    hands::TypeInto(Dialog(), "txtMaxNoOfSim", "1000");
+    hands::TypeInto(Dialog(), "txtSeed", "5");
+    FillGrids({{"1", "1", "0"}, {"1", "2", "2"}, {"5", "6"}});
+    hands::Click(Dialog(), "cmdOK");
+    EXPECT_EQ(Messages.Texts, QStringList());
+    EXPECT_EQ(SimNo, 1000);
+    EXPECT_EQ(captions_.mid(0, 2), (QStringList{"&Next", "&Next"}));
+    EXPECT_EQ(hands::TextOf(Child(), "lblReject"), "Prob (Reject Test No)");
+    auto& table = *hands::Control<QTableWidget>(Child(), "tblReject");
+    EXPECT_TRUE(table.isVisible());
+    ASSERT_EQ(table.rowCount(), 3);
+    ASSERT_EQ(table.columnCount(), 3);
+    EXPECT_EQ(table.horizontalHeaderItem(2)->text(), "Over-All");
+    for (int row = 0; row < 3; ++row) {
+        const int family = row == 0 ? 0 : 1;
+        EXPECT_EQ(table.item(row, family)->text(), table.item(row, 2)->text());
+        EXPECT_EQ(table.item(row, 1 - family)->text(), "     --");
+    }
+    EXPECT_NE(hands::TextOf(Child(), "lblSignEstimate(0)"), "");
+}
+
+TEST_F(FamilyWindowCheck, ACancelledGridStartsNothing) {
+    AcceptOptions();
+    hands::TypeInto(Dialog(), "txtMaxNoOfSim", "100");
+    hands::WhenModal("frmGridTable", [](QWidget& grid) { hands::Click(grid, "cmdCancel"); });
+    hands::Click(Dialog(), "cmdOK");
+    EXPECT_EQ(OutputReady, False);
+    EXPECT_EQ(hands::TextOf(Child(), "lblSimValue"), "");
+    EXPECT_TRUE(Dialog().isEnabled());
 }
 
 } // namespace

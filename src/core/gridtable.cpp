@@ -102,13 +102,22 @@ std::string StoredText(i16 store, i16 row, i16 column, const std::string& otherw
                                                           : otherwise;
 }
 
+// What a cell holds that is not to be entered.
+std::string FixedText(const Grid& grid, i16 row, i16 column) {
+    if (row == column && !grid.Diagonal.empty())
+        return grid.Diagonal;
+    return grid.Fixed ? grid.Fixed(row, column) : "";
+}
+
 void FillFromStore(const Grid& grid) {
     GridText.ReDim(1, grid.Rows, 1, grid.Columns);
     for (i16 row = 1; row <= grid.Rows; ++row)
-        for (i16 column = 1; column <= grid.Columns; ++column)
-            GridText(row, column) = row == column && !grid.Diagonal.empty()
-                                        ? grid.Diagonal
-                                        : StoredText(grid.Store, row, column, grid.Start);
+        for (i16 column = 1; column <= grid.Columns; ++column) {
+            const std::string start = grid.StartOf ? grid.StartOf(row, column) : grid.Start;
+            const std::string fixed = FixedText(grid, row, column);
+            GridText(row, column) =
+                fixed.empty() ? StoredText(grid.Store, row, column, start) : fixed;
+        }
 }
 
 void WriteToStore(const Grid& grid) {
@@ -228,13 +237,17 @@ bool ShowGrids(const std::vector<Grid>& grids, const std::string& label) {
     const GridState former;
     sequence = grids;
     asked = label;
-    for (GridNo = 1; GridNo <= static_cast<i16>(grids.size()); ++GridNo) {
+    for (GridNo = 1; GridNo <= static_cast<i16>(sequence.size()); ++GridNo) {
         FillFromStore(CurrentGrid());
         if (!ThePlatform().AskGrid()) {
             former.BringBack();
             return false;
         }
         EnterGrid(CurrentGrid());
+        if (!CurrentGrid().Next)
+            continue;
+        const std::vector<Grid> next = CurrentGrid().Next();
+        sequence.insert(sequence.end(), next.begin(), next.end());
     }
     GridName = TestName;
     GridTestNo = TestNo;
@@ -271,7 +284,7 @@ const Grid& CurrentGrid() {
 }
 
 bool GridIsLast() {
-    return GridNo == static_cast<i16>(sequence.size());
+    return GridNo == static_cast<i16>(sequence.size()) && !CurrentGrid().Next;
 }
 
 std::string GridCaption() {
@@ -292,7 +305,7 @@ std::string GridHeadOf(const std::string& heads, i16 lines, i16 line) {
 }
 
 bool IsLockedCell(i16 row, i16 column) {
-    return row == column && !CurrentGrid().Diagonal.empty();
+    return !FixedText(CurrentGrid(), row, column).empty();
 }
 
 bool GridOK(i16 row, i16 column, const std::string& text, Leaving leaving) {

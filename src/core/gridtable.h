@@ -73,6 +73,12 @@ struct Grid {
     std::optional<f64> RowSum{}; // what a row has to add up to: its sum is shown beside it
     i16 RowOfSum = 0;            // the only row that has to; 0: each
     std::string Start = "";      // of a cell that was never filled
+    // The same for each cell by itself, in the place of Start; and what a cell holds that is not to
+    // be entered, empty for all others.
+    std::function<std::string(i16 row, i16 column)> StartOf = nullptr;
+    std::function<std::string(i16 row, i16 column)> Fixed = nullptr;
+    // The grids that follow, where only what was filled in says which.
+    std::function<std::vector<Grid>()> Next = nullptr;
 };
 
 // --- What a test asks ---------------------------------------------------------------------------
@@ -116,7 +122,7 @@ std::string GridOkCaption(); // of its button: "&Next", "C&alculate"
 // The head of the line of that number.
 std::string GridHeadOf(const std::string& heads, i16 lines, i16 line);
 
-// A cell that can't be entered: the diagonal of a correlation matrix.
+// A cell that can't be entered: the diagonal of a correlation matrix, what is fixed.
 bool IsLockedCell(i16 row, i16 column);
 
 // A text that was typed goes into the cell, a comma in it as a decimal point, and into its mirror

@@ -281,6 +281,7 @@ inline constexpr i16 AdditiveSizePerCell = 328; // one will do where no interact
 inline constexpr i16 CoverageAndWidthProbability = 345;
 inline constexpr i16 NormalDimension = 351;
 inline constexpr i16 LinearCombinations = 369;
+inline constexpr i16 VectorSize = 163; // the same entry as that of Poisson counts
 
 // Repeated measurements.
 inline constexpr i16 WithinError = 251;
@@ -475,6 +476,7 @@ inline constexpr i16 LocationShift = 50;
 inline constexpr i16 ScaleShift = 51;
 inline constexpr i16 TauOrConcordance = 52;
 inline constexpr i16 SequenceSize2 = 53;
+inline constexpr i16 PowerDefinition = 54;
 inline constexpr i16 Given = 55; // sample size, number of events or time at risk
 inline constexpr i16 SlopeProjection = 56;
 inline constexpr i16 HazardEffect = 57;
@@ -508,8 +510,11 @@ inline constexpr i16 SecondOrder = 25;
 inline constexpr i16 Multinomial = 26;
 inline constexpr i16 Score = 27;
 inline constexpr i16 UserDefinedAccrual = 28;
+inline constexpr i16 RandomTrueH0 = 29;
 inline constexpr i16 UnrestrictedMl = 30;
+inline constexpr i16 SerialGatekeeping = 31;
 inline constexpr i16 HazardRatio = 33;
+inline constexpr i16 ParallelGatekeeping = 34;
 inline constexpr i16 TotalSize = 35;
 inline constexpr i16 TwoSidedInterval = 36;
 inline constexpr i16 Overdispersion = 37;

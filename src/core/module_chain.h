@@ -4,6 +4,7 @@
 
 #include "core/analysis_key.h"
 #include "core/analysis_state.h"
+#include "multcomp/testfriedman.h"
 #include "multcomp/testmultcomp.h"
 #include "ranksurv/testchi2gof.h"
 #include "ranksurv/testcohen.h"
@@ -338,6 +339,15 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 136:
     case 137:
         return operation.template operator()<TESTMULTCOMPCI>();
+    case 138:
+    case 139:
+    case 140:
+    case 141:
+    case 142:
+    case 143:
+    case 144:
+    case 145:
+        return operation.template operator()<TESTMULTCOMP>();
     case 179:
     case 180:
     case 181:
@@ -347,6 +357,8 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTLOGRANKSTRATSIM>();
     case 201:
         return operation.template operator()<TESTLOGRANKNONINF>();
+    case 377:
+        return operation.template operator()<TESTFRIEDMAN>();
     case 400:
     case 401:
     case 402:

@@ -31,8 +31,11 @@ void LayOutOptions() {
         InterimShown = true;
 }
 
+// The grids of multiple comparisons ask for what the options need.
 void OptionsChanged() {
     Calculated = False;
+    if (IsMultComp == True)
+        HasGridData = False;
     LayOutOptions();
     ThePlatform().RefreshOptions();
     UpdateMenus();

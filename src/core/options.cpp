@@ -25,6 +25,8 @@ constexpr i16 ExclusiveChecks[][2] = {
     {Check::Score, Check::UnrestrictedMl},
     {Check::Score, Check::VarianceOfH1},
     {Check::UnrestrictedMl, Check::VarianceOfH1},
+    // What the next family of hypotheses waits for.
+    {Check::SerialGatekeeping, Check::ParallelGatekeeping},
 };
 
 int CheckPosition(i16 kind) {

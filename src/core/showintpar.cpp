@@ -13,6 +13,7 @@
 #include "groupseq/groupseq.h"
 #include "groupseq/interim.h"
 #include "montecarlo/simulation.h"
+#include "multcomp/family.h"
 #include "output/counted_sizes.h"
 #include "output/format.h"
 #include "output/statement_clauses.h"
@@ -157,7 +158,7 @@ bool HasIntColumn(IntColumn column) {
     case IntColumn::RejectH0:
         return true;
     case IntColumn::AcceptH0:
-        return IsHypothesisTest();
+        return IsHypothesisTest() && !IsMultCompTest();
     case IntColumn::Size1:
         return StudyTimePar() != NoPar || FirstSize() != NoPar;
     default:

@@ -15,6 +15,8 @@
 #include "core/records.h"
 #include "core/values.h"
 #include "montecarlo/simstudy.h"
+#include "multcomp/family.h"
+#include "multcomp/procedures.h"
 #include "numeric/rnd.h"
 #include "numeric/rounding.h"
 #include "output/counted_sizes.h"
@@ -41,6 +43,7 @@ namespace {
 i16 analyses = 1;  // K
 SizePair groups;   // that have the first and the second size
 i16 simulated = 0; // the analysis that was run last
+McTable rejections;
 std::vector<SimPoint> history;
 i32 historyStep = 1; // replicates between two of its points, at least
 f64 busySeconds = 0; // of the run so far, without its pauses
@@ -370,6 +373,8 @@ void Loop() {
 // What was counted stays in the texts.
 void Finish() {
     Cancelled = False;
+    if (IsMultCompTest())
+        rejections = McShowResult(analyses);
     OutputReady = True;
     Calculated = True;
     MarkChanged();
@@ -413,6 +418,7 @@ void SimRun() {
     ThrowIfFloatFault();
     ClearEstimates();
     history.clear();
+    rejections = {};
     historyStep = 1;
     simulated = AnalysisNo;
     StartStream();
@@ -440,7 +446,8 @@ void SimReadLimits() {
         RejectP(i) = IsEquivInterval == True ? LevelOfInterval(f64{reject}) : reject;
         const f32 accept =
             ReadProbability(AcceptH0Text(i - 1), "Probability To Accept H0 Is Outside (0, 1).");
-        AcceptP(i) = accept == 0 ? 1.0F : accept;
+        // A family is not accepted as a whole.
+        AcceptP(i) = accept == 0 || IsMultCompTest() ? 1.0F : accept;
     }
 }
 
@@ -533,6 +540,10 @@ f64 SimSecondsLeft() {
 
 const std::vector<SimPoint>& SimHistory() {
     return history;
+}
+
+const McTable& SimRejections() {
+    return rejections;
 }
 
 i16 SimAnalysis() {

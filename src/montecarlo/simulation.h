@@ -8,6 +8,7 @@
 
 #include "core/checked_array.h"
 #include "core/types.h"
+#include "multcomp/mctable.h"
 
 #include <functional>
 #include <string>
@@ -70,6 +71,10 @@ struct SimPoint {
     f32 HalfWidth;
 };
 const std::vector<SimPoint>& SimHistory();
+
+// How often each hypothesis of a multiple comparison was rejected in that run, once it is over: no
+// rows for any other analysis.
+const McTable& SimRejections();
 
 // The number of the analysis whose run that is; 0 before the first.
 i16 SimAnalysis();

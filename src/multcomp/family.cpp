@@ -55,6 +55,11 @@ bool IsMultCompInterval() {
     return IsMultiple() && MultCompKind() <= Comparison::BestInterval;
 }
 
+bool IsMultCompTest() {
+    return IsMultiple() && MultCompKind() >= Comparison::ControlTest &&
+           MultCompKind() != Comparison::BlocksTest;
+}
+
 bool IsMultivariate() {
     return MultCompKind() >= Comparison::NormalControlTest;
 }
@@ -78,9 +83,9 @@ f64 NoOfComparisons(f64 k, f64 combinations) {
 }
 
 std::vector<std::string> AdjustMethodNames() {
-    if (!IsMultiple())
-        return {};
     const i16 kind = MultCompKind();
+    if (!IsMultiple() || kind == Comparison::BlocksTest)
+        return {};
     std::vector<std::string> names{WeightedOrJointName(kind), "Bonferroni", "Sidak",
                                    JointOrScheffeName(kind)};
     if (!IsMultCompInterval())

@@ -24,7 +24,7 @@ inline constexpr i16 NormalControlTest = 7; // from here on components of a mult
 inline constexpr i16 NormalPairwiseTest = 8;
 inline constexpr i16 NormalEachMeanTest = 9;
 inline constexpr i16 NormalLinearTest = 10;
-inline constexpr i16 BlocksTest = 11;
+inline constexpr i16 BlocksTest = 11; // one hypothesis: no method of adjustment
 
 } // namespace Comparison
 
@@ -46,6 +46,8 @@ inline constexpr i16 Hochberg = 6;
 i16 MultCompKind();
 
 bool IsMultCompInterval();
+// Tests of a family of hypotheses.
+bool IsMultCompTest();
 // Components of one multivariate normal distribution, not independent groups.
 bool IsMultivariate();
 

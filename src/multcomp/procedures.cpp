@@ -82,10 +82,13 @@ void McDefaultFamilies(const std::vector<f32>& levels, i16 method) {
         AddFamily(k, all, AtPosition(levels, k), method);
 }
 
-bool McSetUpFamilies(const std::vector<std::vector<i16>>& familyNo, const std::vector<f32>& levels,
-                     i16 method) {
-    std::vector<std::vector<std::vector<i16>>> families; // by analysis
-    std::size_t combinations = 0;
+namespace {
+
+// The tests of each family that has some, by analysis.
+using FamiliesOf = std::vector<std::vector<std::vector<i16>>>;
+
+FamiliesOf InOrder(const std::vector<std::vector<i16>>& familyNo) {
+    FamiliesOf families;
     for (const std::vector<i16>& ofTests : familyNo) {
         families.emplace_back();
         for (i16 number = 1; number <= MostFamilies; ++number) {
@@ -96,18 +99,36 @@ bool McSetUpFamilies(const std::vector<std::vector<i16>>& familyNo, const std::v
             if (!tests.empty())
                 families.back().push_back(tests);
         }
-        combinations += families.back().size();
     }
-    if (combinations > static_cast<std::size_t>(MostFamilies)) {
-        ShowMessage("Number of Combinations of Interim and Final Analyses and Families Within an "
-                    "Analysis Must Not Exceed 9.");
+    return families;
+}
+
+} // namespace
+
+bool McHaveRoom(const std::vector<std::vector<i16>>& familyNo) {
+    std::size_t combinations = 0;
+    for (const auto& ofAnalysis : InOrder(familyNo))
+        combinations += ofAnalysis.size();
+    if (combinations <= static_cast<std::size_t>(MostFamilies))
+        return true;
+    ShowMessage("Number of Combinations of Interim and Final Analyses and Families Within an "
+                "Analysis Must Not Exceed 9.");
+    return false;
+}
+
+bool McSetUpFamilies(const std::vector<std::vector<i16>>& familyNo, const std::vector<f32>& levels,
+                     i16 method) {
+    if (!McHaveRoom(familyNo)) {
         Cancelled = True;
         return false;
     }
     NoOfFamilies.Fill(0);
-    for (i16 k = 1; k <= CountOf(families.size()); ++k)
-        for (const std::vector<i16>& tests : families[static_cast<std::size_t>(k - 1)])
+    i16 k = 0;
+    for (const auto& ofAnalysis : InOrder(familyNo)) {
+        ++k;
+        for (const std::vector<i16>& tests : ofAnalysis)
             AddFamily(k, tests, AtPosition(levels, k), method);
+    }
     return true;
 }
 
@@ -212,9 +233,37 @@ void FamilyCrit(i16 f, i16 k, f32 df, f32 level) {
     }
 }
 
+// Levels that a family was handed, with its critical values there: there are few of them, and a
+// quantile takes as long as a thousand decisions.
+struct HandedLevel {
+    i16 F;
+    i16 K;
+    f32 Df;
+    f32 Level;
+    FixedArray<f32, 1, MostTests> Crit;
+};
+std::vector<HandedLevel> handedLevels;
+
+void HandedCrit(i16 f, i16 k, f32 df, f32 level) {
+    for (const HandedLevel& kept : handedLevels)
+        if (kept.F == f && kept.K == k && kept.Df == df && kept.Level == level) {
+            for (i16 t = 1; t <= FamilySize(f, k); ++t)
+                TestCrit(t)(f, k) = kept.Crit(t);
+            return;
+        }
+    FamilyCrit(f, k, df, level);
+    constexpr std::size_t most = 200;
+    if (handedLevels.size() == most)
+        handedLevels.clear();
+    HandedLevel& kept = handedLevels.emplace_back(HandedLevel{f, k, df, level, {}});
+    for (i16 t = 1; t <= FamilySize(f, k); ++t)
+        kept.Crit(t) = TestCrit(t)(f, k);
+}
+
 } // namespace
 
 void McAllCrit(const std::vector<f32>& df) {
+    handedLevels.clear();
     for (i16 k = 1; k <= CountOf(df.size()); ++k)
         for (i16 f = 1; f <= NoOfFamilies(k); ++f)
             FamilyCrit(f, k, Single(AtPosition(df, k)), FamilyLevel(f, k));
@@ -224,66 +273,75 @@ void McAllCrit(const std::vector<f32>& df) {
 
 namespace {
 
-f32 Turned(f64 z) {
+// An estimate in its standard errors.
+f32 Turned(f64 estimate, f64 error) {
+    constexpr f64 beyond = 1e30; // of all critical values
+    const f64 size = std::fabs(estimate) < beyond * error ? std::fabs(estimate) / error : beyond;
     if (NoOfTails != OneSided)
-        return Single(std::fabs(z));
-    return Single(LeftTail == True ? -z : z);
+        return Single(size);
+    const bool isLow = (estimate < 0) != (LeftTail == True);
+    return Single(isLow ? -size : size);
 }
 
 } // namespace
 
-void McGroupStatistics(const std::vector<f64>& sums, const std::vector<f64>& sizes, f64 squares,
+void McGroupStatistics(const std::vector<f64>& means, const std::vector<f64>& sizes, f64 within,
                        Array1<f32>& z) {
-    f64 within = squares;
     f64 total = 0;
-    for (std::size_t i = 0; i < sums.size(); ++i) {
-        within -= sums[i] * sums[i] / sizes[i];
-        total += sizes[i];
-    }
-    const f64 sd = std::sqrt(within / (total - static_cast<f64>(sums.size())));
+    for (const f64 size : sizes)
+        total += size;
+    const f64 sd = std::sqrt(within / (total - static_cast<f64>(means.size())));
     for (i16 test = 1; test <= NoOfTests; ++test) {
         f64 estimate = 0;
         f64 variance = 0;
-        for (std::size_t i = 0; i < sums.size(); ++i) {
+        for (std::size_t i = 0; i < means.size(); ++i) {
             const f64 c{Contrast(static_cast<i16>(i + 1), test)};
-            estimate += c * sums[i] / sizes[i];
+            if (c == 0)
+                continue;
+            estimate += c * means[i];
             variance += c * c / sizes[i];
         }
-        z(test) = Turned(estimate / std::sqrt(variance) / sd);
+        z(test) = Turned(estimate, std::sqrt(variance) * sd);
     }
 }
 
-void McVectorStatistics(const std::vector<f64>& sums, const Array2<f64>& crossproducts, f64 n,
-                        const Array2<f64>& covariance, Array1<f32>& z) {
-    const auto d = CountOf(sums.size());
-    const auto sum = [&sums](i16 i) { return sums[static_cast<std::size_t>(i - 1)]; };
+void McVectorStatistics(const std::vector<f64>& means, const Array2<f64>& covariance, f64 n,
+                        Array1<f32>& z) {
+    const auto d = CountOf(means.size());
     for (i16 test = 1; test <= NoOfTests; ++test) {
         f64 estimate = 0;
         f64 variance = 0;
         for (i16 i = 1; i <= d; ++i) {
             const f64 c{Contrast(i, test)};
-            estimate += c * sum(i) / n;
+            if (c == 0)
+                continue;
+            estimate += c * means[static_cast<std::size_t>(i - 1)];
             for (i16 j = 1; j <= d; ++j)
-                variance += c * f64{Contrast(j, test)} *
-                            (KnownVariance ? covariance(i, j)
-                                           : (crossproducts(i, j) - sum(i) * sum(j) / n) / (n - 1));
+                variance += c * f64{Contrast(j, test)} * covariance(i, j);
         }
-        z(test) = Turned(estimate / std::sqrt(variance / n));
+        z(test) = Turned(estimate, std::sqrt(MaxOf(variance, 0) / n));
     }
 }
 
 namespace {
 
+// Which tests earlier analyses of the trial have rejected.
+FixedArray<bool, 1, MostTests> rejectedBefore;
+
 // The families of one analysis, one after the other.
 class Analysis {
   public:
-    Analysis(const Array1<f32>& z, i16 k, f32 df) : z_(z), k_(k), df_(df) {}
+    Analysis(const Array1<f32>& z, i16 k, f32 df) : k_(k), df_(df) {
+        constexpr f32 beyond = 1e30F;
+        for (i16 test = 1; test <= NoOfTests; ++test)
+            z_(test) = rejectedBefore(test) ? beyond : z(test);
+    }
 
     McDecision Decide() {
         f32 level = 0; // handed on by the family before
         for (i16 f = 1; f <= NoOfFamilies(k_); ++f) {
             if (f > 1 && ParallelGate == 1)
-                FamilyCrit(f, k_, df_, MinSingle(level, FamilyLevel(f, k_)));
+                HandedCrit(f, k_, df_, MinSingle(level, FamilyLevel(f, k_)));
             const Passed passed = DecideFamily(f);
             if (GateCount() == 0)
                 continue;
@@ -291,6 +349,9 @@ class Analysis {
                 break;
             level = Single((NoOfTails == OneSided ? 1 : 2) * passed.Spent);
         }
+        for (i16 test = 1; test <= NoOfTests; ++test)
+            if (rejectedBefore(test) && !decision_.Rejected(test))
+                Reject(test, 0);
         return decision_;
     }
 
@@ -356,7 +417,7 @@ class Analysis {
     i16 RejectedIn(i16 test) const { return rejectedIn_(test); }
 
   private:
-    const Array1<f32>& z_;
+    FixedArray<f32, 1, MostTests> z_;
     i16 k_;
     f32 df_;
     FixedArray<i16, 1, MostTests> tests_;
@@ -380,18 +441,23 @@ f64 ResultUnderH1(const McDecision& decision) {
 } // namespace
 
 McDecision McRunOne(const Array1<f32>& z, i16 k, f32 df, i16 mode) {
-    if (k == 1)
-        ++SimCount;
+    if (k == 1) {
+        SimCount += mode == UnderH1 ? 1 : 0;
+        rejectedBefore.Fill(false);
+    }
     Analysis analysis(z, k, df);
     McDecision decision = analysis.Decide();
-    for (i16 test = 1; test <= NoOfTests; ++test)
-        if (decision.Rejected(test) && TrueNull(test) == (mode == UnderH0))
+    for (i16 test = 1; test <= NoOfTests; ++test) {
+        const bool isNew = decision.Rejected(test) && !rejectedBefore(test);
+        if (isNew && TrueNull(test) == (mode == UnderH0))
             ++RejectCount(test)(k, analysis.RejectedIn(test));
+        rejectedBefore(test) = decision.Rejected(test);
+    }
     const i16 rejected = static_cast<i16>(decision.TrueRejected + decision.FalseRejected);
+    const i16 errors = NoOfFalseNull == NoOfTests ? rejected : decision.TrueRejected;
     decision.Stop = (PowerKind == DisjunctivePower && rejected > 0) ||
                     (PowerKind == ConjunctivePower && rejected == NoOfTests);
-    decision.Result =
-        mode == UnderH0 ? (decision.TrueRejected > 0 ? 0.0 : 1.0) : ResultUnderH1(decision);
+    decision.Result = mode == UnderH0 ? (errors > 0 ? 0.0 : 1.0) : ResultUnderH1(decision);
     return decision;
 }
 

@@ -8,8 +8,8 @@
 
 #include "core/checked_array.h"
 #include "core/types.h"
+#include "multcomp/mctable.h"
 
-#include <string>
 #include <vector>
 
 namespace quorvanta {
@@ -63,6 +63,10 @@ void McDefaultFamilies(const std::vector<f32>& levels, i16 method);
 bool McSetUpFamilies(const std::vector<std::vector<i16>>& familyNo, const std::vector<f32>& levels,
                      i16 method);
 
+// "Number of Combinations of Interim and Final Analyses and Families Within an Analysis Must Not
+// Exceed 9.", and false, where these families are more.
+bool McHaveRoom(const std::vector<std::vector<i16>>& familyNo);
+
 // Contrasts of the family that MultCompKind names: of k means each from the first, all pairs in
 // their lexicographic order, each mean. NoOfTests and NoOfMeans with them. False, after a message,
 // for more than 10 pairs. Linear combinations are the caller's.
@@ -93,15 +97,15 @@ void McAllCrit(const std::vector<f32>& df);
 
 // --- One data set -------------------------------------------------------------------------------
 
-// Statistics of independent groups: sums and sizes of the groups, and the sum of all squares. Z is
-// large where H0 is doubtful: turned by LeftTail, absolute with two tails.
-void McGroupStatistics(const std::vector<f64>& sums, const std::vector<f64>& sizes, f64 squares,
+// Statistics of independent groups: their means and sizes, and the sum of squares within them,
+// which has one degree of freedom less for each group. Z is large where H0 is doubtful: turned by
+// LeftTail, absolute with two tails. Without any error it is as large as there are numbers.
+void McGroupStatistics(const std::vector<f64>& means, const std::vector<f64>& sizes, f64 within,
                        Array1<f32>& z);
 
-// Statistics of n vectors: their sum and the sums of cross products; with KnownVariance by this
-// covariance.
-void McVectorStatistics(const std::vector<f64>& sums, const Array2<f64>& crossproducts, f64 n,
-                        const Array2<f64>& covariance, Array1<f32>& z);
+// Statistics of n vectors: their mean, and the covariance of one of them, known or estimated.
+void McVectorStatistics(const std::vector<f64>& means, const Array2<f64>& covariance, f64 n,
+                        Array1<f32>& z);
 
 // What was decided on one data set at one analysis.
 struct McDecision {
@@ -115,22 +119,20 @@ struct McDecision {
 // Decides by the families of analysis k, counts, and judges: under H0 the result is 0 where a true
 // null hypothesis was rejected, else 1; under H1 0 where the power's event was met, with average
 // power -100 times the share of the false ones rejected. df: the analysis' degrees of freedom.
+// Where no hypothesis is true, the data sets under H0 have none that is false: any one that is
+// rejected is an error. What an earlier analysis of the trial has rejected stays so, and is counted
+// there.
 McDecision McRunOne(const Array1<f32>& z, i16 k, f32 df, i16 mode);
 
 // --- Counts -------------------------------------------------------------------------------------
 
-extern i32 SimCount; // data sets
+extern i32 SimCount; // data sets under H1, with one under H0 beside each of them
 extern FixedArray<FixedGrid<i32, 1, MostAnalyses, 1, MostFamilies>, 1, MostTests>
     RejectCount; // (test)(k, f)
 
 void McClearCounts();
 
-// The table "Prob (Reject Test No)" of so many analyses: heads of its columns, and a row for each
-// test.
-struct McTable {
-    std::vector<std::string> Heads;
-    std::vector<std::vector<std::string>> Rows;
-};
+// The shares of the data sets that rejected each test, of so many analyses.
 McTable McShowResult(i16 analyses);
 
 } // namespace quorvanta

@@ -8,6 +8,8 @@
 #include "core/options.h"
 #include "core/records.h"
 #include "core/values.h"
+#include "multcomp/family.h"
+#include "multcomp/testmultcomp.h"
 #include "output/statement_clauses.h"
 #include "output/statement_estimation.h"
 #include "output/statement_hypotheses.h"
@@ -237,6 +239,23 @@ std::string TestSentence(SumUsed& used) {
     return text + ".";
 }
 
+// Which hypotheses there are, and how their error is kept.
+std::string ProcedureSentence() {
+    if (!IsMultCompTest())
+        return "";
+    constexpr std::string_view families[] = {"the differences of the means from that of a control",
+                                             "the differences of all pairs of means",
+                                             "each of the means",
+                                             "linear combinations of the means"};
+    const i16 kind = MultCompKind();
+    const i16 first = IsMultivariate() ? Comparison::NormalControlTest : Comparison::ControlTest;
+    return " The hypotheses are about " +
+           std::string(families[static_cast<std::size_t>(kind - first)]) +
+           (IsMultivariate() ? " of a multivariate normal distribution"
+                             : " in a one-way analysis of variance") +
+           ". The procedure used is " + McProcedure() + ".";
+}
+
 std::string ApproximationSentence() {
     const i16 border = ExactUpToHere();
     if (border == 0)
@@ -304,8 +323,8 @@ std::string SumStatement() {
     SumUsed used;
     std::string text = FirstSentence(used) + ".";
     if (IsHypothesisTest())
-        text += SumGroupClause(used) + TestSentence(used) + ApproximationSentence() +
-                ProjectionSentence() + InterimSentences();
+        text += SumGroupClause(used) + TestSentence(used) + ProcedureSentence() +
+                ApproximationSentence() + ProjectionSentence() + InterimSentences();
     else
         text += EstimatedSentence();
     text += LeftOverSentence(used);

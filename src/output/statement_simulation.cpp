@@ -3,8 +3,11 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
+#include "core/kinds.h"
+#include "core/options.h"
 #include "core/records.h"
 #include "core/values.h"
+#include "multcomp/family.h"
 #include "output/statement_interim.h"
 #include "output/statement_words.h"
 
@@ -43,6 +46,9 @@ bool IsSimulation() {
 EstimateCaptions CaptionsOfEstimates() {
     if (!IsHypothesisTest())
         return {"Coverage Probability", "Prob (Interval Width < w)", "Pr(Coverage and Width)"};
+    if (IsMultCompTest())
+        return {"True Family-wise Error",
+                IntParOption(ChosenOption(Group::PowerDefinition), Group::PowerDefinition), ""};
     if (IsConfidenceLevel())
         return {"Pr(CI Within Limits | H0 true)", "Pr(CI Within Limits | H1 true)", ""};
     return {"Actual Significance Level", "Power", "Pr(Accept H0 if H1 true)"};

@@ -18,6 +18,7 @@
 #include <QMouseEvent>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -72,9 +73,11 @@ QString Hint() {
 frmMonte::frmMonte(i16 windowNo, i16 analysisNo)
     : ChildWindow(SimulationWindow, windowNo, analysisNo), lblHead1_(MakeLabel("lblHead1")),
       lblHint_(MakeLabel("lblHint")), fraSim_(new QFrame(this)), averages_(new QWidget(fraSim_)),
-      picEstimate_(new SimPicture(fraSim_)), pgrProgress_(new QProgressBar(this)),
-      lblTimeLeft_(MakeLabel("lblTimeLeft")), cmdPause_(new QPushButton("&Pause", this)),
-      cmdExit_(new QPushButton("E&xit", this)), txtHide_(new QLineEdit(this)) {
+      lblReject_(MakeLabel("lblReject", "Prob (Reject Test No)")),
+      tblReject_(new QTableWidget(fraSim_)), picEstimate_(new SimPicture(fraSim_)),
+      pgrProgress_(new QProgressBar(this)), lblTimeLeft_(MakeLabel("lblTimeLeft")),
+      cmdPause_(new QPushButton("&Pause", this)), cmdExit_(new QPushButton("E&xit", this)),
+      txtHide_(new QLineEdit(this)) {
     setObjectName(ControlName("frmMonte", windowNo));
     lblHead1_->setWordWrap(true);
     QFont headFont = lblHead1_->font();
@@ -110,6 +113,11 @@ frmMonte::frmMonte(i16 windowNo, i16 analysisNo)
     inner->addLayout(number);
     inner->addLayout(estimates);
     inner->addWidget(averages_);
+    tblReject_->setObjectName("tblReject");
+    tblReject_->setAccessibleName(lblReject_->text());
+    tblReject_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    inner->addWidget(lblReject_);
+    inner->addWidget(tblReject_, 1);
     inner->addWidget(picEstimate_, 1);
 
     auto* foot = new QHBoxLayout;
@@ -240,6 +248,34 @@ void frmMonte::ShowEstimates() {
     cmdPause_->setEnabled(isRunHere);
     cmdExit_->setEnabled(isRunHere);
     ShowProgress();
+    ShowRejections();
+}
+
+// One row for each hypothesis, as soon as the run is over.
+void frmMonte::ShowRejections() {
+    const bool isOwn =
+        SimRunning == False && SimAnalysis() == AnalysisTag() && !SampleSizeEstimateText(2).empty();
+    const McTable& table = SimRejections();
+    const bool shown = isOwn && !table.Rows.empty();
+    lblReject_->setVisible(shown);
+    tblReject_->setVisible(shown);
+    if (!shown)
+        return;
+    const auto rows = static_cast<int>(table.Rows.size());
+    const auto columns = static_cast<int>(table.Heads.size());
+    tblReject_->setRowCount(rows);
+    tblReject_->setColumnCount(columns);
+    for (int c = 0; c < columns; ++c)
+        tblReject_->setHorizontalHeaderItem(
+            c, new QTableWidgetItem(ToQt(table.Heads[static_cast<std::size_t>(c)])));
+    for (int r = 0; r < rows; ++r)
+        for (int c = 0; c < columns; ++c) {
+            auto* item = new QTableWidgetItem(
+                ToQt(table.Rows[static_cast<std::size_t>(r)][static_cast<std::size_t>(c)]));
+            item->setTextAlignment(Qt::AlignCenter);
+            tblReject_->setItem(r, c, item);
+        }
+    tblReject_->resizeColumnsToContents();
 }
 
 void frmMonte::ShowProgress() {

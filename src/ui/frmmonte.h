@@ -11,6 +11,7 @@ class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
+class QTableWidget;
 
 namespace quorvanta {
 
@@ -52,6 +53,7 @@ class frmMonte : public ChildWindow {
     void MakeAverages(QGridLayout& grid);
     void LayOutRows();
     void ShowProgress();
+    void ShowRejections();
     void OpenOutputMenu(const QPoint& at);
 
     QLabel* lblHead1_;
@@ -66,6 +68,8 @@ class frmMonte : public ChildWindow {
     QLabel* lblASN_ = nullptr;
     QLabel* lblASNH0Est_ = nullptr;
     QLabel* lblASNH1Est_ = nullptr;
+    QLabel* lblReject_;
+    QTableWidget* tblReject_; // "Prob (Reject Test No)"
     SimPicture* picEstimate_;
     QProgressBar* pgrProgress_;
     QLabel* lblTimeLeft_;
