@@ -1,5 +1,6 @@
 #include "core/analysis.h"
 #include "core/analysis_file.h"
+#include "core/dispatch.h"
 #include "core/fault.h"
 #include "core/kinds.h"
 #include "core/menus.h"
@@ -49,21 +50,21 @@ TEST_F(SetUp, AnOpenWindowTakesTheNextTest) {
     EXPECT_EQ(NoOfPar, 0);
 }
 
-TEST_F(SetUp, ATestThatIsNotThereIsToldAndChangesNothing) {
-    OpenTest(unpaired);
-    AcceptOptions();
-    StoreAnalysis();
-    const AnalysisRecord before = Analysis(1);
-    platform.Messages.clear();
-    NewTest(601);
-    EXPECT_EQ(
-        platform.Texts(),
-        (std::vector<std::string>{
-            "Normal Distribution Means, Conditional Power Is Not Available in This Version."}));
-    StoreAnalysis();
-    EXPECT_EQ(Analysis(1), before);
-    EXPECT_EQ(IsGroupSeq, False);
-    EXPECT_FALSE(platform.Shown.count(FloatingWindow::Options));
+// Every test of these entries, and of those below them, is calculated or simulated.
+int ExpectServed(std::span<const MenuItem> items) {
+    int tests = 0;
+    for (const MenuItem& item : items) {
+        tests += ExpectServed(item.Children);
+        if (item.Action != MenuAction::Test)
+            continue;
+        ++tests;
+        EXPECT_TRUE(IsServed({.IsTest = True, .TestNo = item.TestNo})) << item.Caption;
+    }
+    return tests;
+}
+
+TEST_F(SetUp, EveryTestOfTheMenusIsThere) {
+    EXPECT_EQ(ExpectServed(MainMenu()), 142);
 }
 
 TEST_F(SetUp, GivingUpTheOptionsBringsTheFormerAnalysisBack) {

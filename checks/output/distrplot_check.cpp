@@ -121,7 +121,7 @@ TEST_F(DistrPlot, AnExactTestShowsItsCounts) {
     Type(Kind::SignificanceLevel, "0.05");
     Type(Kind::H0Proportion, "0.5");
     Type(Kind::H1Proportion, "0.8");
-    Type(Kind::Size1, "20");
+    Type(Kind::Size, "20");
     ASSERT_NE(Solve(Kind::Power), "-");
     const DistrTable table = CurrentDistributions();
     EXPECT_EQ(table.What, "Number of Successes");
@@ -233,8 +233,8 @@ TEST_F(DistrFamily, LimitsThatAreTypedHoldForTheTable) {
 
 TEST_F(DistrPlot, TheMenuOffersItWithTheResult) {
     OpenTest(0);
-    AcceptOptions();
     EXPECT_FALSE(GetInfoEnabled(4));
+    AcceptOptions();
     Solve(Kind::Size1);
     EXPECT_EQ(HasDistrGraph, True);
     EXPECT_TRUE(GetInfoEnabled(4));

@@ -14,6 +14,7 @@
 #include "numeric/probdist_discrete.h"
 #include "numeric/randdist.h"
 #include "numeric/rounding.h"
+#include "output/statisticdensity.h"
 #include "ranksurv/survivalmodel.h"
 #include "tests/exactsums.h"
 #include "tests/powereq.h"
@@ -22,6 +23,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <utility>
 
 namespace quorvanta {
@@ -34,31 +36,45 @@ using Curve = std::function<f64(f64)>;
 
 // --- The statistic -------------------------------------------------------------------------------
 
-// Its distribution functions under H0 and H1.
-struct StatisticCurves {
-    std::string Name;
-    Curve Null;
-    Curve Truth;
-    Curve TruthRight; // two one-sided tests: under H1 at the right limit
+// A distribution by its distribution function and its density.
+struct Law {
+    Curve Cdf;
+    Curve Density;
 };
 
-Curve NormalCurve(f64 mean, f64 sd) {
-    return [mean, sd](f64 x) { return std::erfc(-(x - mean) / sd / std::sqrt(2.0)) / 2; };
+// Those of a statistic under H0 and H1.
+struct StatisticLaws {
+    std::string Name;
+    Curve NullQuantile; // as the test takes its critical values from it
+    Law Null;
+    Law Truth;
+    Law TruthRight; // two one-sided tests: under H1 at the right limit
+};
+
+Law NormalLaw(f64 mean, f64 sd) {
+    return {[mean, sd](f64 x) { return std::erfc(-(x - mean) / sd / std::sqrt(2.0)) / 2; },
+            [mean, sd](f64 x) {
+                const f64 z = (x - mean) / sd;
+                return std::exp(-z * z / 2) / sd / std::sqrt(2 * std::numbers::pi);
+            }};
 }
 
 // In standard errors of H0, so that H0 is standard normal.
-StatisticCurves NormalCurves(const TestStatistic& s) {
-    return {"Test Statistic (z)", NormalCurve(0, 1),
-            NormalCurve(s.Truth / s.NullError, s.TruthError / s.NullError),
-            NormalCurve(s.TruthRight / s.NullErrorRight, s.TruthError / s.NullErrorRight)};
+StatisticLaws NormalLaws(const TestStatistic& s) {
+    return {"Test Statistic (z)", [](f64 p) { return f64{NorInv(Single(p))}; }, NormalLaw(0, 1),
+            NormalLaw(s.Truth / s.NullError, s.TruthError / s.NullError),
+            NormalLaw(s.TruthRight / s.NullErrorRight, s.TruthError / s.NullErrorRight)};
 }
 
-StatisticCurves StudentCurves(const TestStatistic& s) {
+StatisticLaws StudentLaws(const TestStatistic& s) {
     const f32 df = Single(s.Df1);
-    const auto noncentral = [df](f64 delta) -> Curve {
-        return [df, delta](f64 t) { return f64{NcTCdf(Single(t), df, Single(delta))}; };
+    const auto noncentral = [df](f64 delta) -> Law {
+        return {[df, delta](f64 t) { return f64{NcTCdf(Single(t), df, Single(delta))}; },
+                [df, delta](f64 t) { return StudentDensity(t, f64{df}, delta); }};
     };
-    return {"Test Statistic (t)", [df](f64 t) { return f64{TCdf(Single(t), df)}; },
+    const Law central{[df](f64 t) { return f64{TCdf(Single(t), df)}; },
+                      [df](f64 t) { return StudentDensity(t, f64{df}, 0); }};
+    return {"Test Statistic (t)", [df](f64 p) { return f64{TInv(Single(p), df)}; }, central,
             noncentral(s.Truth), noncentral(s.TruthRight)};
 }
 
@@ -67,16 +83,30 @@ Curve FromZero(Curve cdf) {
     return [cdf = std::move(cdf)](f64 x) { return x <= 0 ? 0 : cdf(x); };
 }
 
-StatisticCurves ChiSquareCurves(const TestStatistic& s) {
+StatisticLaws ChiSquareLaws(const TestStatistic& s) {
     const f32 df = Single(s.Df1);
     const f32 lambda = Single(s.Truth);
+    const Law null{FromZero([df](f64 x) { return f64{Chi2Cdf(Single(x), df)}; }),
+                   [df](f64 x) { return ChiSquareDensity(x, f64{df}, 0); }};
+    const Law truth{FromZero([df, lambda](f64 x) { return f64{NcChi2Cdf(Single(x), df, lambda)}; }),
+                    [df, lambda](f64 x) { return ChiSquareDensity(x, f64{df}, f64{lambda}); }};
     return {"Test Statistic (Chi-square)",
-            FromZero([df](f64 x) { return f64{Chi2Cdf(Single(x), df)}; }),
-            FromZero([df, lambda](f64 x) { return f64{NcChi2Cdf(Single(x), df, lambda)}; }),
-            nullptr};
+            [df](f64 p) { return f64{Chi2Inv(Single(p), df)}; },
+            null,
+            truth,
+            {}};
 }
 
-StatisticCurves FCurves(const TestStatistic& s) {
+// The quantile caps small and large degrees of freedom in its arguments; these have been.
+Curve FQuantile(f32 df1, f32 df2) {
+    return [df1, df2](f64 p) {
+        f32 capped1 = df1;
+        f32 capped2 = df2;
+        return f64{FInv(Single(p), capped1, capped2)};
+    };
+}
+
+StatisticLaws FLaws(const TestStatistic& s) {
     const f32 df1 = Single(s.Df1);
     const f32 df2 = Single(s.Df2);
     const f32 lambda = Single(s.Truth);
@@ -84,46 +114,56 @@ StatisticCurves FCurves(const TestStatistic& s) {
         f32 held = lambda;
         return f64{NcFCdf(Single(x), df1, df2, held)};
     };
-    return {"Test Statistic (F)", FromZero([=](f64 x) { return f64{FCdf(Single(x), df1, df2)}; }),
-            FromZero(noncentral), nullptr};
+    const Law null{FromZero([=](f64 x) { return f64{FCdf(Single(x), df1, df2)}; }),
+                   [=](f64 x) { return FDensity(x, f64{df1}, f64{df2}, 0); }};
+    const Law truth{FromZero(noncentral),
+                    [=](f64 x) { return FDensity(x, f64{df1}, f64{df2}, f64{lambda}); }};
+    return {"Test Statistic (F)", FQuantile(df1, df2), null, truth, {}};
 }
 
 // Under H1 the statistic is smaller by a factor.
-StatisticCurves VarianceCurves(const TestStatistic& s) {
+StatisticLaws VarianceLaws(const TestStatistic& s) {
     const bool isRatio = s.Law == StatisticLaw::VarianceRatio;
     const f32 df1 = Single(s.Df1);
     const f32 df2 = Single(s.Df2);
-    const Curve null = isRatio ? FromZero([=](f64 x) { return f64{FCdf(Single(x), df1, df2)}; })
-                               : FromZero([=](f64 x) { return f64{Chi2Cdf(Single(x), df1)}; });
-    const auto scaled = [&null](f64 factor) -> Curve {
-        return [null, factor](f64 x) { return null(factor * x); };
+    const Law null = isRatio ? Law{FromZero([=](f64 x) { return f64{FCdf(Single(x), df1, df2)}; }),
+                                   [=](f64 x) { return FDensity(x, f64{df1}, f64{df2}, 0); }}
+                             : Law{FromZero([=](f64 x) { return f64{Chi2Cdf(Single(x), df1)}; }),
+                                   [=](f64 x) { return ChiSquareDensity(x, f64{df1}, 0); }};
+    const auto scaled = [&null](f64 factor) -> Law {
+        return {[null, factor](f64 x) { return null.Cdf(factor * x); },
+                [null, factor](f64 x) { return factor * null.Density(factor * x); }};
     };
-    return {isRatio ? "Test Statistic (F)" : "Test Statistic (Chi-square)", null, scaled(s.Truth),
-            scaled(s.TruthRight)};
+    const Curve quantile =
+        isRatio ? FQuantile(df1, df2) : Curve([=](f64 p) { return f64{Chi2Inv(Single(p), df1)}; });
+    return {isRatio ? "Test Statistic (F)" : "Test Statistic (Chi-square)", quantile, null,
+            scaled(s.Truth), scaled(s.TruthRight)};
 }
 
-StatisticCurves ExponentialCurves(const TestStatistic& s) {
-    const auto from = [](f64 start) -> Curve {
-        return [start](f64 x) { return x <= start ? 0 : -std::expm1(start - x); };
+StatisticLaws ExponentialLaws(const TestStatistic& s) {
+    const auto from = [](f64 start) -> Law {
+        return {[start](f64 x) { return x <= start ? 0 : -std::expm1(start - x); },
+                [start](f64 x) { return x < start ? 0 : std::exp(start - x); }};
     };
-    return {"Test Statistic (smallest observation)", from(0), from(s.Truth), from(s.TruthRight)};
+    return {"Test Statistic (smallest observation)", [](f64 p) { return -std::log1p(-p); }, from(0),
+            from(s.Truth), from(s.TruthRight)};
 }
 
-StatisticCurves CurvesOf(const TestStatistic& s) {
+StatisticLaws LawsOf(const TestStatistic& s) {
     switch (s.Law) {
     case StatisticLaw::Normal:
-        return NormalCurves(s);
+        return NormalLaws(s);
     case StatisticLaw::Student:
-        return StudentCurves(s);
+        return StudentLaws(s);
     case StatisticLaw::ChiSquare:
-        return ChiSquareCurves(s);
+        return ChiSquareLaws(s);
     case StatisticLaw::FRatio:
-        return FCurves(s);
+        return FLaws(s);
     case StatisticLaw::VarianceShare:
     case StatisticLaw::VarianceRatio:
-        return VarianceCurves(s);
+        return VarianceLaws(s);
     default:
-        return ExponentialCurves(s);
+        return ExponentialLaws(s);
     }
 }
 
@@ -142,11 +182,6 @@ f64 QuantileOf(const Curve& cdf, f64 p) {
         (cdf(middle) < p ? low : high) = middle;
     }
     return (low + high) / 2;
-}
-
-// A difference quotient: the distribution functions have no more than 32 bits.
-Curve DensityOf(const Curve& cdf, f64 step) {
-    return [cdf, step](f64 x) { return MaxOf(0, (cdf(x + step) - cdf(x - step)) / (2 * step)); };
 }
 
 bool RejectsLeft() {
@@ -172,22 +207,20 @@ bool IsUsable(const TestStatistic& s) {
 
 DistrTable StatisticTable(const TestStatistic& s) {
     DistrTable table{.Kind = DistrTableKind::Statistic};
-    const StatisticCurves curves = CurvesOf(s);
-    table.What = curves.Name;
+    const StatisticLaws laws = LawsOf(s);
+    table.What = laws.Name;
     const bool isOneTailed = IsOneTailed(s.Law);
     const bool isTwo = NoOfTails == TwoOneSided && !isOneTailed;
     const f64 alpha{SignificanceLevel()};
     const f64 tail = NoOfTails == TwoSided && !isOneTailed ? alpha / 2 : alpha;
-    const f64 left = s.Law == StatisticLaw::Normal ? s.Correction / s.NullError : 0;
-    const f64 right = isTwo && left > 0 ? s.Correction / s.NullErrorRight : left;
     // Two one-sided tests: the one of the left limit rejects above upper, that of the right limit
-    // below lower, where its correction goes to the other side.
-    const f64 upper = QuantileOf(curves.Null, 1 - tail) + left;
-    const f64 lower = QuantileOf(curves.Null, tail) + (isTwo ? right : -right);
+    // below lower.
+    const f64 upper = laws.NullQuantile(1 - tail);
+    const f64 lower = laws.NullQuantile(tail);
     const bool rejectsLeft = !isOneTailed && RejectsLeft();
     const bool rejectsRight = isOneTailed || RejectsRight();
 
-    PlottedDistr null{"H0", curves.Null, nullptr};
+    PlottedDistr null{"H0", laws.Null.Cdf, laws.Null.Density};
     if (rejectsLeft) {
         table.CriticalValues.push_back(lower);
         null.Areas.emplace_back(-Everything, lower);
@@ -199,14 +232,16 @@ DistrTable StatisticTable(const TestStatistic& s) {
     table.Distributions.push_back(std::move(null));
     if (isTwo) {
         table.Distributions.push_back(
-            {"H1, left limit", curves.Truth, nullptr, {{-Everything, upper}}});
-        table.Distributions.push_back(
-            {"H1, right limit", curves.TruthRight, nullptr, {{lower, Everything}}});
+            {"H1, left limit", laws.Truth.Cdf, laws.Truth.Density, {{-Everything, upper}}});
+        table.Distributions.push_back({"H1, right limit",
+                                       laws.TruthRight.Cdf,
+                                       laws.TruthRight.Density,
+                                       {{lower, Everything}}});
     } else {
         table.Distributions.push_back(
             {"H1",
-             curves.Truth,
-             nullptr,
+             laws.Truth.Cdf,
+             laws.Truth.Density,
              {{rejectsLeft ? lower : -Everything, rejectsRight ? upper : Everything}}});
     }
 
@@ -217,8 +252,6 @@ DistrTable StatisticTable(const TestStatistic& s) {
         table.Low = MinOf(table.Low, QuantileOf(distr.Cdf, seen));
         table.High = MaxOf(table.High, QuantileOf(distr.Cdf, 1 - seen));
     }
-    for (PlottedDistr& distr : table.Distributions)
-        distr.Density = DensityOf(distr.Cdf, (table.High - table.Low) / 400);
     return table;
 }
 
@@ -421,6 +454,11 @@ SurvivalCurve PiecewiseSurvivalCurve(const Array1<f32>& starts, const Array1<f32
         }
         return std::exp(-cumulated);
     };
+}
+
+// A difference quotient.
+Curve DensityOf(const Curve& cdf, f64 step) {
+    return [cdf, step](f64 x) { return MaxOf(0, (cdf(x + step) - cdf(x - step)) / (2 * step)); };
 }
 
 void AddSurvival(DistrTable& table, std::string label, const SurvivalCurve& survival) {

@@ -65,12 +65,12 @@ AnovaDesign InteractionEffect(f32 a, f32 b, f32 perCell, f64 errorDf) {
 }
 
 f64 FTestEq(f32 df1, f32 df2, f32 lambda) {
-    NotedStatistic = {
-        .Law = StatisticLaw::FRatio, .Df1 = f64{df1}, .Df2 = f64{df2}, .Truth = f64{lambda}};
     const f64 alpha{SignificanceLevel()};
     // The quantile cuts large degrees of freedom, and the distribution function has to use the
     // same.
     const f32 critical = FInv(Single(1 - alpha), df1, df2);
+    NotedStatistic = {
+        .Law = StatisticLaw::FRatio, .Df1 = f64{df1}, .Df2 = f64{df2}, .Truth = f64{lambda}};
     return 1 - f64{NcFCdf(critical, df1, df2, lambda)} - ParValue(PowerParNo);
 }
 

@@ -19,15 +19,24 @@ f64 NormalCdf(f64 z) {
     return f64{NorCdf(Single(z))};
 }
 
+// A correction is taken off the effect, as the power has it.
 void NoteNormal(const NormalStatistic& statistic) {
-    const bool isTwo = NoOfTails == TwoOneSided;
+    const f64 effect{statistic.Effect};
+    const f64 less{statistic.Correction};
     NotedStatistic = {.Law = StatisticLaw::Normal,
-                      .Truth = f64{isTwo ? statistic.AboveLeft : statistic.Effect},
-                      .TruthRight = -f64{statistic.BelowRight},
-                      .NullError = f64{isTwo ? statistic.Se0Left : statistic.Se0},
-                      .NullErrorRight = f64{statistic.Se0Right},
-                      .TruthError = f64{statistic.Se1},
-                      .Correction = f64{statistic.Correction}};
+                      .Truth = effect - less,
+                      .NullError = f64{statistic.Se0},
+                      .TruthError = f64{statistic.Se1}};
+    if (NoOfTails == TwoOneSided) {
+        NotedStatistic.Truth = f64{statistic.AboveLeft} - less;
+        NotedStatistic.TruthRight = -(f64{statistic.BelowRight} + less);
+        NotedStatistic.NullError = f64{statistic.Se0Left};
+        NotedStatistic.NullErrorRight = f64{statistic.Se0Right};
+    } else if (NoOfTails == TwoSided) {
+        NotedStatistic.Truth = std::copysign(MaxOf(0, std::fabs(effect) - less), effect);
+    } else if (LeftTail == True) {
+        NotedStatistic.Truth = effect + less;
+    }
 }
 
 } // namespace
@@ -105,15 +114,16 @@ f64 NorPowerEq(f32 delta, f32 se0, f32 se1, f32 deltaLow, f32 deltaHigh, f32 se0
 // The F test of a ratio of variances (A. M. Mood, F. A. Graybill and D. C. Boes, Introduction to
 // the Theory of Statistics, 3rd edition, 1974, chapter IX).
 f64 FPowerEq(f32 ratio, f32 right, f32 df1, f32 df2) {
+    const f64 residual = QuantilePowerEq(ratio, right, [&df1, &df2](f32 factor, f64 p) {
+        const f64 quantile{FInv(Single(p), df1, df2)};
+        return f64{FCdf(Single(f64{factor} * quantile), df1, df2)};
+    });
     NotedStatistic = {.Law = StatisticLaw::VarianceRatio,
                       .Df1 = f64{df1},
                       .Df2 = f64{df2},
                       .Truth = f64{ratio},
                       .TruthRight = f64{right}};
-    return QuantilePowerEq(ratio, right, [&df1, &df2](f32 factor, f64 p) {
-        const f64 quantile{FInv(Single(p), df1, df2)};
-        return f64{FCdf(Single(f64{factor} * quantile), df1, df2)};
-    });
+    return residual;
 }
 
 f32 NorPValue(f32 mean, f32 m0, f32 se, f32 low, f32 high, f32 correction) {

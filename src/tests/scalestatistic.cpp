@@ -85,8 +85,9 @@ f64 ScalePowerEq(ScaleStatistic statistic, const SampleTest& list, int exponent)
         const f32 factor = factorOf(hypothesis);
         return statistic.Cdf(f64{factor} * statistic.Quantile(p));
     };
+    const f64 residual = QuantilePowerEq(list.Hypothesis.H0(), list.Hypothesis.Right(), below);
     statistic.Note(f64{factorOf(list.Hypothesis.H0())}, f64{factorOf(list.Hypothesis.Right())});
-    return QuantilePowerEq(list.Hypothesis.H0(), list.Hypothesis.Right(), below);
+    return residual;
 }
 
 f32 Chi2PValue(f64 x, f64 null, f64 right, f64 df) {

@@ -9,7 +9,7 @@ namespace quorvanta {
 // The family of a statistic, and what sets H1 apart from H0 in it.
 enum class StatisticLaw {
     None,
-    Normal,        // an effect: location and standard error
+    Normal,        // an effect, less a correction: location and standard error
     Student,       // t: non-centrality
     ChiSquare,     // non-centrality
     FRatio,        // non-centrality
@@ -33,7 +33,6 @@ struct TestStatistic {
     f64 NullError = 1; // of an effect that is normal: its standard errors under H0
     f64 NullErrorRight = 1;
     f64 TruthError = 1; // and under H1
-    f64 Correction = 0; // for continuity
 };
 
 // What the last power equation noted that was worked out.
