@@ -35,7 +35,6 @@ namespace quorvanta::checks {
 namespace {
 
 constexpr i16 MenuMeans = 600;
-constexpr i16 MenuProportions = 620;
 constexpr i16 MenuLogrank = 630;
 
 std::vector<std::string> Words(const std::string& text, char between) {
@@ -414,6 +413,32 @@ TEST_F(GroupSeqDesigns, AreTheSameSavedAndOpenedAgain) {
         EXPECT_EQ(again[i].Power, rows[i].Power);
 }
 
+// No entry of the menus leads to this one: it is an option of the other.
+TEST_F(GroupSeqDesigns, OfUnknownDeviationsAreOpenedAgain) {
+    NoOfInterim = 0;
+    Open(MenuChoice(MenuMeans, OneSample, TwoSided, {{Group::H1Mean, 0}}));
+    EXPECT_EQ(OfferedParLists().size(), 2U);
+    EXPECT_EQ(ChosenParList(), 0);
+    ChooseParList(1);
+    EXPECT_EQ(ChosenParList(), 1);
+    EXPECT_EQ(HelpDescription(), 425);
+    AcceptOptions();
+    ParText(Kind::H1Mean) = "0.5";
+    ParText(Kind::Sd) = "1";
+    Calculated = False;
+    SolveFor(PositionOf(Kind::Size));
+    const std::string size = ParText(Kind::Size);
+    ASSERT_TRUE(HasValue(size));
+    const TemporaryFolder folder;
+    platform.FileNames.assign(2, folder.Path("student.dim"));
+    FileCommand(FileSaveAnalysis);
+    NewWindow(CalculationWindow);
+    FileCommand(FileOpenAnalysis);
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>());
+    EXPECT_EQ(ChosenParList(), 1);
+    EXPECT_EQ(ParText(Kind::Size), size);
+}
+
 TEST_F(GroupSeqDesigns, SearchForASizeWithoutNewConstants) {
     Plan(BoundLanDeMetsPocock, "", {"0.25", "0.5", "0.75"});
     Solve(MenuChoice(MenuMeans, OneSample, TwoSided, {{Group::H1Mean, 0}}),
@@ -738,8 +763,32 @@ TEST_F(LogrankDesigns, AreStatedWithEventsOrTimes) {
 
 // --- Tables -------------------------------------------------------------------------------------
 
-TEST_F(GroupSeqDesigns, InATableAreThoseOfTheirPoints) {
-    Plan(BoundRhoFamily, "2", {"0.4", "0.7"});
+class DesignTables : public GroupSeqDesigns {
+  protected:
+    // Sizes for three effects at two levels.
+    void OpenTable() {
+        FileCommand(TableWindow);
+        NewTest(MenuMeans);
+        ChooseSamples(OneSample);
+        ChooseTails(TwoSided);
+        Pick(Group::H1Mean, 0);
+        ChooseInterim(2);
+        AcceptOptions();
+        SwapAxis(YRole, PositionOf(Kind::Size));
+        SwapAxis(XRole, PositionOf(Kind::H1Mean));
+        SwapAxis(ZRole, PositionOf(Kind::SignificanceLevel));
+        TypedAxisText(AxisText::Xmin, "0.4");
+        TypedAxisText(AxisText::Xmax, "0.6");
+        TypedAxisText(AxisText::Xstep, "0.1");
+        TypedAxisText(AxisText::ZValues, "0.05 0.01");
+        Type(Kind::Power, "0.9");
+        Type(Kind::H0Mean, "0");
+        Type(Kind::Sd, "1");
+        Plan(BoundRhoFamily, "2", {"0.4", "0.7"});
+    }
+};
+
+TEST_F(DesignTables, AreThoseOfTheirPoints) {
     std::vector<f64> sizes;
     for (const char* effect : {"0.4", "0.5", "0.6"}) {
         Plan(BoundRhoFamily, "2", {"0.4", "0.7"});
@@ -751,24 +800,7 @@ TEST_F(GroupSeqDesigns, InATableAreThoseOfTheirPoints) {
                                {Kind::Power, "0.9"}},
                               Kind::Size));
     }
-    FileCommand(TableWindow);
-    NewTest(MenuMeans);
-    ChooseSamples(OneSample);
-    ChooseTails(TwoSided);
-    Pick(Group::H1Mean, 0);
-    ChooseInterim(2);
-    AcceptOptions();
-    SwapAxis(YRole, PositionOf(Kind::Size));
-    SwapAxis(XRole, PositionOf(Kind::H1Mean));
-    SwapAxis(ZRole, PositionOf(Kind::SignificanceLevel));
-    TypedAxisText(AxisText::Xmin, "0.4");
-    TypedAxisText(AxisText::Xmax, "0.6");
-    TypedAxisText(AxisText::Xstep, "0.1");
-    TypedAxisText(AxisText::ZValues, "0.05 0.01");
-    Type(Kind::Power, "0.9");
-    Type(Kind::H0Mean, "0");
-    Type(Kind::Sd, "1");
-    Plan(BoundRhoFamily, "2", {"0.4", "0.7"});
+    OpenTable();
     platform.Messages.clear();
     RunOrCancel();
     EXPECT_TRUE(platform.Messages.empty());
@@ -779,6 +811,33 @@ TEST_F(GroupSeqDesigns, InATableAreThoseOfTheirPoints) {
     }
     EXPECT_EQ(HasGridData, True);
     EXPECT_TRUE(platform.BoundaryChoices.empty());
+}
+
+TEST_F(DesignTables, AreCancelledBetweenTwoEvaluations) {
+    OpenTable();
+    platform.ClockStep = 2; // so long that the progress shows
+    for (const int stop : {1, 5, 40, 150}) {
+        int yields = 0;
+        platform.OnDoEvents = [&yields, stop] {
+            if (++yields == stop)
+                Cancelled = True;
+        };
+        ForgetCritValues();
+        Calculated = False;
+        platform.Messages.clear();
+        RunOrCancel();
+        // At once: no further evaluation but that which was under way.
+        EXPECT_LE(yields, stop + 1);
+        EXPECT_EQ(Calculating, False);
+        EXPECT_EQ(Cancelled, False);
+        EXPECT_EQ(Calculated, False);
+        EXPECT_TRUE(platform.Messages.empty());
+        EXPECT_FALSE(platform.ProgressShown);
+    }
+    platform.OnDoEvents = nullptr;
+    RunOrCancel();
+    EXPECT_EQ(Calculated, True);
+    EXPECT_EQ(TableX.HighBound(), 3);
 }
 
 TEST_F(GroupSeqDesigns, NameTheirBoundaries) {

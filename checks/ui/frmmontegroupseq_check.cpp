@@ -6,6 +6,7 @@
 #include "groupseq/groupseq.h"
 #include "ui/boundarypicture.h"
 #include "ui/childwindow.h"
+#include "ui/invariants.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
 #include "ui/window_fixture.h"
@@ -157,6 +158,17 @@ TEST_F(DesignWindows, DrawTheirBoundaries) {
     Type(PlaceOf("S&ignificance Level"), "0.01");
     Press(PlaceOf("Sample Si&ze"));
     EXPECT_NE(Picture(), bounds);
+}
+
+TEST_F(DesignWindows, AreBlankOnceAValueHasChanged) {
+    OpenDesign(1, Bound(BoundPocock), {"0.5"});
+    EXPECT_EQ(Stop("lblInterimAnalysis", 0), "Interim Analysis 1");
+    EXPECT_EQ(BrokenInvariant(Window()), QString());
+    Type(PlaceOf("H1: &Mean"), "0.5");
+    EXPECT_EQ(Stop("lblInterimAnalysis", 0), "");
+    EXPECT_EQ(Stop("lblPowerEstimate", 0), "");
+    EXPECT_EQ(hands::TextOf(Analyses(), "txtSize1(0)"), "");
+    EXPECT_EQ(BrokenInvariant(Window()), QString());
 }
 
 TEST_F(DesignWindows, GoWhenNothingIsFound) {

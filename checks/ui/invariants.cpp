@@ -18,6 +18,7 @@
 #include "core/values.h"
 #include "montecarlo/shiftmodel.h"
 #include "montecarlo/simulation.h"
+#include "output/designresults.h"
 #include "output/format.h"
 #include "output/formatpar.h"
 #include "output/presentation.h"
@@ -234,9 +235,9 @@ QString CaptionsAreThoseOfTheAnalyses(const frmMain& window) {
 }
 
 QString NoWindowIsLeftOver(const frmMain& window) {
-    const QStringList known = {"frmMain",       "frmShowSmp",    "frmShowPar",
-                               "frmSummary",    "frmOutput",     "frmHelp",
-                               "frmGridTable0", "frmDistrGraph", "another program"};
+    const QStringList known = {
+        "frmMain", "frmShowSmp",    "frmShowPar",       "frmSummary",    "frmOutput",
+        "frmHelp", "frmGridTable0", "frmMonteGroupSeq", "frmDistrGraph", "another program"};
     for (const QWidget* widget : QApplication::topLevelWidgets()) {
         const bool isWindow =
             widget->windowType() == Qt::Window || widget->windowType() == Qt::Dialog;
@@ -609,6 +610,16 @@ QString TheGridsAreThoseOfTheAnalysis(const frmMain& window) {
     return {};
 }
 
+// Of values that were typed since, there is no design.
+QString TheStopsAreThoseOfTheDesign(const frmMain& window) {
+    const QWidget& stops = *window.Floating(FloatingWindow::SequentialMonitor);
+    if (!stops.isVisible())
+        return {};
+    const std::vector<DesignRow> rows = DesignRows();
+    return Is("the power at the first analysis", Part<QLabel>(stops, "lblPowerEstimate(0)").text(),
+              rows.empty() ? QString() : ToQt(rows.front().Power));
+}
+
 struct Invariant {
     const char* Name;
     QString (*Complaint)(const frmMain& window);
@@ -637,6 +648,7 @@ constexpr Invariant invariants[] = {
     {"the option window shows the options", TheOptionWindowShowsTheOptions},
     {"the summary is of the result", TheSummaryIsOfTheResult},
     {"the grids are those of the analysis", TheGridsAreThoseOfTheAnalysis},
+    {"the stops are those of the design", TheStopsAreThoseOfTheDesign},
 };
 
 // --- Results ----------------------------------------------------------------------------------

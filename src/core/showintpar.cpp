@@ -190,6 +190,9 @@ bool IsIntCellOpen(IntColumn column, i16 row) {
 }
 
 std::string IntCellText(IntColumn column, i16 row) {
+    // What followed from other values.
+    if (IsDesign() && Calculated == False && !IsIntCellOpen(column, row))
+        return "";
     return IsDesign() || IsIntCellOpen(column, row) ? StoredCell(column, row)
                                                     : SizeText(AtLast(column));
 }

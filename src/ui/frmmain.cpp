@@ -345,6 +345,12 @@ void frmMain::RefreshMenus() {
     // What a change has made stale must not be printed beside the new values.
     if (!GetInfoEnabled(3))
         floating_.HideResults();
+    // A design that is calculated no longer goes blank.
+    if (IsGroupSeq == True && Calculated == False)
+        for (const FloatingWindow window :
+             {FloatingWindow::SequentialMonitor, FloatingWindow::InterimParameters})
+            if (floating_.IsShown(window))
+                floating_.Refresh(window);
     if (ChildWindow* child = CurrentChild())
         child->ShowStale();
     ShowHint();
