@@ -68,6 +68,16 @@ TEST(SortIndex, OrdersArrangedValues) {
     }
 }
 
+// Values so close together, beside one that is far away, that the leading bits of their range are
+// the same: each in its place, and in no more time than their number.
+TEST(SortIndex, OrdersValuesThatShareTheirLeadingBits) {
+    Rnd(-9.0);
+    for (const int n : {81, 200, 5000, 100000})
+        ExpectStableOrder(Shape(n, [](int i) { return i == 0 ? -1e30F : 1.0F + Rnd() * 1e-3F; }));
+    ExpectStableOrder(Shape(
+        100000, [](int i) { return i == 0 ? -1e30F : 1.0F - static_cast<f32>(i) * 0x1p-24F; }));
+}
+
 TEST(SortIndex, TiesKeepTheOrderOfTheirPositions) {
     EXPECT_EQ(Sorted({2, 1, 2, 1, 2}), (std::vector<i32>{2, 4, 1, 3, 5}));
     EXPECT_EQ(Sorted({7, 7, 7, 7}), (std::vector<i32>{1, 2, 3, 4}));

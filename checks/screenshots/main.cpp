@@ -382,8 +382,9 @@ void TakeSimulation(frmMain& window, Photographer& photographer) {
     hands::Click(Floating(window, FloatingWindow::Options), "optInterim(2)");
     hands::Click(Floating(window, FloatingWindow::Options), "cmdOK");
     const QWidget& dialog = Floating(window, FloatingWindow::InterimParameters);
-    hands::TypeInto(dialog, "txtParValue(2)", "30");
-    hands::TypeInto(dialog, "txtParValue(3)", "30");
+    hands::TypeInto(dialog, "txtParValue(1)", "0.7");
+    hands::TypeInto(dialog, "txtParValue(2)", "40");
+    hands::TypeInto(dialog, "txtParValue(3)", "1"); // the ratio that was chosen before
     hands::TypeInto(dialog, "txtRejectH0(0)", "0.005");
     hands::TypeInto(dialog, "txtRejectH0(1)", "0.014");
     hands::TypeInto(dialog, "txtRejectH0(2)", "0.045");
