@@ -85,13 +85,13 @@ class MultComp : public SimulationFixture {
 
 using Design = std::map<std::string, std::string>;
 
-std::vector<Design> ReadDesigns() {
-    const std::vector<std::string> names{
-        "Test",     "Tails",       "Left",   "Means",       "Sd",           "Size",    "Size2",
-        "Cov",      "Correlation", "Matrix", "Known",       "Combinations", "Gate",    "Methods",
-        "Families", "Weights",     "Error",  "Disjunctive", "Conjunctive",  "Average", "Rejected"};
+std::vector<Design> ReadDesigns(const std::string& file, const std::vector<std::string>& results) {
+    std::vector<std::string> names{
+        "Test",        "Tails",  "Left",  "Means",        "Sd",   "Size",    "Size2",    "Cov",
+        "Correlation", "Matrix", "Known", "Combinations", "Gate", "Methods", "Families", "Weights"};
+    names.insert(names.end(), results.begin(), results.end());
     std::vector<Design> designs;
-    for (const auto& row : ReadTsv("simulated/multcomp.tsv")) {
+    for (const auto& row : ReadTsv("simulated/" + file)) {
         Design& design = designs.emplace_back();
         for (std::size_t i = 0; i < names.size(); ++i)
             design[names[i]] = row.at(i);
@@ -108,10 +108,12 @@ class SimulatedMultComp : public MultComp {
         return static_cast<i16>(testNo < 142 ? testNo - 138 + 700 : testNo - 142 + 710);
     }
 
-    void SetUpDesign(const Design& d) {
+    // In a new window, or in the one that is open.
+    void SetUpDesign(const Design& d, bool isOpen = false) {
         const i16 test = Number(d, "Test");
         const bool isNormal = test >= 142;
-        Open(MenuOf(test));
+        if (!isOpen)
+            Open(MenuOf(test));
         Options();
         ChooseTails(Number(d, "Tails"));
         ChooseLeftTail(Number(d, "Left") == 1);
@@ -159,12 +161,23 @@ class SimulatedMultComp : public MultComp {
             }
             OfferGrid(rows);
         }
-        if (d.at("Gate") != "0") {
-            OfferColumn(Split(d.at("Families"), ','));
-            OfferGrid(GridRowTexts{methods});
-        }
+        if (d.at("Gate") != "0")
+            OfferFamilies(Split(d.at("Families"), ','), methods);
         if (const auto weights = Split(d.at("Weights"), ','); !weights.empty())
             OfferGrid(WeightRows(d, weights));
+    }
+
+    // The same at each analysis.
+    void OfferFamilies(const std::vector<std::string>& families,
+                       const std::vector<std::string>& methods) {
+        GridRowTexts rows;
+        for (const std::string& family : families)
+            rows.emplace_back(static_cast<std::size_t>(NoOfAnalyses()), family);
+        OfferGrid(rows);
+        std::vector<std::string> all;
+        for (i16 k = 1; k <= NoOfAnalyses(); ++k)
+            all.insert(all.end(), methods.begin(), methods.end());
+        OfferGrid(GridRowTexts{all});
     }
 
     // One column for each family that has weights.
@@ -194,7 +207,8 @@ class SimulatedMultComp : public MultComp {
 
 TEST_F(SimulatedMultComp, HasTheErrorsAndPowersOfASimulationOfOtherOrigin) {
     const int replicates = WholeStatistics() ? 100000 : 4000;
-    const auto designs = ReadDesigns();
+    const auto designs =
+        ReadDesigns("multcomp.tsv", {"Error", "Disjunctive", "Conjunctive", "Average", "Rejected"});
     EXPECT_GE(designs.size(), 30U);
     for (const Design& d : designs) {
         const std::string what = d.at("Test") + ", methods " + d.at("Methods") + ", gate " +
@@ -237,6 +251,36 @@ TEST_F(SimulatedMultComp, HasTheErrorsAndPowersOfASimulationOfOtherOrigin) {
         Options();
         Pick(Group::PowerDefinition, DisjunctivePower);
         Accept();
+    }
+}
+
+TEST_F(SimulatedMultComp, InterimAnalysesAgreeWithASimulationOfOtherOrigin) {
+    const int replicates = WholeStatistics() ? 100000 : 4000;
+    const auto designs =
+        ReadDesigns("multcomp_interim.tsv", {"Levels", "DisjunctiveError", "Disjunctive",
+                                             "ConjunctiveError", "Conjunctive"});
+    EXPECT_GE(designs.size(), 5U);
+    for (const Design& d : designs) {
+        const auto levels = Split(d.at("Levels"), ',');
+        for (const auto& [definition, name] :
+             {std::pair{DisjunctivePower, "Disjunctive"}, {ConjunctivePower, "Conjunctive"}}) {
+            const std::string what = d.at("Test") + ", levels " + d.at("Levels") + ", " + name;
+            Open(MenuOf(Number(d, "Test")));
+            Options();
+            ChooseInterim(static_cast<i16>(levels.size() - 1));
+            Pick(Group::PowerDefinition, definition);
+            Accept();
+            SetUpDesign(d, true);
+            for (std::size_t k = 0; k < levels.size(); ++k)
+                RejectH0Text(static_cast<int>(k)) = levels[k];
+            RunTimes(replicates);
+            ASSERT_EQ(SimNo, replicates) << what << ": " << LastMessage();
+            const int overAll = static_cast<int>(levels.size()) + 1;
+            ExpectNear(static_cast<f64>(CountRejectH0(overAll)) / replicates,
+                       d.at(std::string(name) + "Error"), replicates, what + ": error");
+            ExpectNear(static_cast<f64>(CountRejectH1(overAll)) / replicates, d.at(name),
+                       replicates, what + ": power");
+        }
     }
 }
 
@@ -546,6 +590,36 @@ TEST_F(EachMean, ASavedFileRunsTheSame) {
     ASSERT_EQ(SimNo, 500) << LastMessage();
     EXPECT_EQ(Estimates(), first);
     EXPECT_EQ(SimRejections().Rows, table.Rows);
+}
+
+TEST_F(EachMean, TheStatementNamesTheHypotheses) {
+    struct Row {
+        i16 MenuNo;
+        bool IsLeft;
+        i16 Tails;
+        const char* Null;
+        const char* Other;
+    };
+    constexpr Row rows[] = {
+        {700, false, TwoSided, "each mean equal to that of the control",
+         "some mean different from that of the control"},
+        {711, false, TwoSided, "all means equal", "some means different"},
+        {701, true, OneSided, "all means equal", "the first mean of some pair below the second"},
+        {702, false, OneSided, "each mean equal to 0", "some mean above 0"},
+        {713, true, OneSided, "each linear combination equal to 0",
+         "some linear combination below 0"}};
+    for (const Row& row : rows) {
+        Open(row.MenuNo);
+        Options();
+        ChooseTails(row.Tails);
+        ChooseLeftTail(row.IsLeft);
+        Accept();
+        PowerEstimateText(0) = "0.7000   0.8000   0.9000";
+        EXPECT_NE(SumStatement().find("when testing the null hypothesis H0: " +
+                                      std::string(row.Null) + " against H1: " + row.Other),
+                  std::string::npos)
+            << SumStatement();
+    }
 }
 
 TEST_F(EachMean, TheStatementNamesTheProcedure) {

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Multiple comparisons simulated from the observations themselves with numpy, written to
 checks/data/simulated/multcomp.tsv: family-wise error, disjunctive, conjunctive and average power, and
-how often each hypothesis is rejected.
+how often each hypothesis is rejected; designs with interim analyses to multcomp_interim.tsv there.
 
 Every subject is drawn; statistics are formed from the raw data. Critical values: Student's or normal
 ones by scipy, Dunnett's, Tukey's and the studentized maximum modulus by simulation of the joint
@@ -54,35 +54,41 @@ def covariance(d):
     return d['sd'] ** 2 * (np.where(apart == 0, 1, d['rho']) if d['cov'] == 0 else float(d['rho']) ** apart)
 
 
-def statistics(rng, d, c, means, runs):
-    """Signed statistics of fresh data: large where the hypothesis is doubtful in the right tail."""
+def draw(rng, d, means, runs):
+    """Fresh data of all subjects: one array for each group, or one of vectors."""
     if d['test'] < 142:
         sizes = [d['n']] + [d['n2'] or d['n']] * (len(means) - 1)
-        centers = np.empty((runs, len(means)))
-        squares = np.zeros(runs)
-        for i, (mu, n) in enumerate(zip(means, sizes)):
-            x = rng.normal(mu, d['sd'], (runs, n))
-            centers[:, i] = x.mean(axis=1)
-            squares += x.var(axis=1) * n
-        s = np.sqrt(squares / (sum(sizes) - len(sizes)))
-        return centers @ c.T / np.sqrt((c ** 2 / np.array(sizes)).sum(axis=1)) / s[:, None]
-    cov = covariance(d)
-    factor = np.linalg.cholesky(cov)
-    x = rng.standard_normal((runs, d['n'], len(means))) @ factor.T + np.array(means)
+        return [rng.normal(mu, d['sd'], (runs, n)) for mu, n in zip(means, sizes)]
+    factor = np.linalg.cholesky(covariance(d))
+    return rng.standard_normal((runs, d['n'], len(means))) @ factor.T + np.array(means)
+
+
+def statistics(d, c, data, share=1):
+    """Signed statistics of the first subjects: large where the hypothesis is doubtful in the right tail."""
+    if d['test'] < 142:
+        parts = [x[:, :round(share * x.shape[1])] for x in data]
+        sizes = np.array([x.shape[1] for x in parts])
+        centers = np.stack([x.mean(axis=1) for x in parts], axis=1)
+        squares = sum(x.var(axis=1) * x.shape[1] for x in parts)
+        s = np.sqrt(squares / (sizes.sum() - len(sizes)))
+        return centers @ c.T / np.sqrt((c ** 2 / sizes).sum(axis=1)) / s[:, None]
+    x = data[:, :round(share * data.shape[1])]
+    n = x.shape[1]
     center = x.mean(axis=1)
     if d['known']:
-        variance = np.einsum('ij,jk,ik->i', c, cov, c)
+        variance = np.einsum('ij,jk,ik->i', c, covariance(d), c)
     else:
         y = np.einsum('rnk,tk->rnt', x - center[:, None, :], c)
-        variance = (y ** 2).sum(axis=1) / (d['n'] - 1)
-    return center @ c.T / np.sqrt(variance / d['n'])
+        variance = (y ** 2).sum(axis=1) / (n - 1)
+    return center @ c.T / np.sqrt(variance / n)
 
 
-def law(d):
+def law(d, share=1):
+    n = round(share * d['n'])
     if d['test'] >= 142:
-        return stats.norm if d['known'] else stats.t(d['n'] - 1)
+        return stats.norm if d['known'] else stats.t(n - 1)
     k = len(d['means'])
-    return stats.t(d['n'] + (k - 1) * (d['n2'] or d['n']) - k)
+    return stats.t(n + (k - 1) * round(share * (d['n2'] or d['n'])) - k)
 
 
 def joint_crit(rng, d, c, m):
@@ -123,13 +129,14 @@ def adjusted(p, method, weights):
     return back
 
 
-def decide(z, d, crit):
+def p_values(z, d, share=1):
     signed = -z if d['left'] else z
-    p = law(d).sf(signed) if d['tails'] == 1 else 2 * law(d).sf(np.abs(z))
-    if crit is not None:
-        return (signed if d['tails'] == 1 else np.abs(z)) > crit
+    return law(d, share).sf(signed) if d['tails'] == 1 else 2 * law(d, share).sf(np.abs(z))
+
+
+def decide(p, d, alpha=ALPHA):
     rejected = np.zeros(p.shape, bool)
-    level = np.full(p.shape[0], ALPHA)
+    level = np.full(p.shape[0], alpha)
     weights = np.array(d['weights'] or [1 / p.shape[1]] * p.shape[1], float)
     for number, f in enumerate(sorted(set(d['families']))):
         at = [i for i, g in enumerate(d['families']) if g == f]
@@ -147,7 +154,11 @@ def simulate(rng, d, c, means, crit):
     parts, done = [], 0
     while done < RUNS:
         runs = min(10000, RUNS - done)
-        parts.append(decide(statistics(rng, d, c, means, runs), d, crit))
+        z = statistics(d, c, draw(rng, d, means, runs))
+        if crit is not None:
+            parts.append((-z if d['left'] else z if d['tails'] == 1 else np.abs(z)) > crit)
+        else:
+            parts.append(decide(p_values(z, d), d))
         done += runs
     return np.concatenate(parts)
 
@@ -160,6 +171,28 @@ def design(test, means, n, **more):
     if not d['families']:
         d['families'] = (1,) * tests
     return d
+
+
+def interim(rng, d, c, means, hit, power):
+    """How often the trials reject what `hit` says of their rejected hypotheses, at any analysis. A
+    hypothesis stays rejected; a trial ends with the event, with disjunctive power with any rejection,
+    with conjunctive power when all are rejected."""
+    events = done = 0
+    while done < RUNS:
+        runs = min(10000, RUNS - done)
+        data = draw(rng, d, means, runs)
+        rejected = np.zeros((runs, c.shape[0]), bool)
+        going = np.ones(runs, bool)
+        event = np.zeros(runs, bool)
+        for k, alpha in enumerate(d['levels'], 1):
+            share = k / len(d['levels'])
+            p = np.where(rejected, 0, p_values(statistics(d, c, data, share), d, share))
+            rejected |= decide(p, d, alpha) & going[:, None]
+            event |= hit(rejected) & going
+            going &= ~event & ~(rejected.any(axis=1) if power == 0 else rejected.all(axis=1))
+        events += event.sum()
+        done += runs
+    return events / RUNS
 
 
 DESIGNS = [
@@ -190,9 +223,25 @@ DESIGNS = [
     design(144, (0.6, 0, 0.6, 0.5), 30, rho=0.2, known=1, gate=2, methods=(1, 5), families=(1, 1, 2, 2)),
     design(144, (0.6, 0, 0.6, 0.5), 30, rho=0.2, known=1, tails=1, gate=2, methods=(0, 6), families=(1, 1, 2, 2),
            weights=(0.8, 0.2, 0.5, 0.5)),
+    design(138, (0, 0, 0.9, 0.9), 25, gate=1, methods=(6, 1), families=(2, 1, 1)),
+    design(144, (0.7, 0.6, 0, 0), 30, rho=0.5, gate=1, methods=(1, 1), families=(1, 1, 2, 2)),
+    design(144, (0.7, 0.6, 0, 0), 30, rho=0.5, known=1, gate=2, methods=(1, 1), families=(1, 1, 2, 2)),
+    design(144, (0, 0.6, 0, 0), 30, rho=0.5, known=1, gate=2, methods=(1, 2), families=(1, 1, 2, 2)),
     # all hypotheses false: the error is that of the complete null
+    design(144, (0.6, 0.5, 0.4, 0.4), 30, rho=0.2, gate=1, methods=(5, 6), families=(1, 1, 2, 2)),
+    design(144, (0.6, 0.5, 0.4, 0.4), 30, rho=0.2, known=1, gate=2, methods=(1, 5), families=(1, 1, 2, 2)),
     design(138, (0, 0.8, 0.8), 20, methods=(5,)),
     design(144, (0.5, 0.5, 0.5), 20, rho=0.5, methods=(6,)),
+]
+
+
+# With interim analyses after equal steps: the nominal levels of all analyses.
+INTERIM = [
+    (design(140, (0, 0.5, 0.6), 40, methods=(5,)), (0.01, 0.045)),
+    (design(138, (0, 0.7, 0.7, 0), 30, methods=(1,)), (0.005, 0.014, 0.045)),
+    (design(144, (0.5, 0.4, 0.4), 40, rho=0.4, methods=(6,)), (0.02, 0.04)),
+    (design(142, (0, 0.6, 0.6), 30, rho=0.3, known=1, tails=1, methods=(4,)), (0.01, 0.04)),
+    (design(144, (0.6, 0.5, 0, 0.5), 40, rho=0.2, gate=1, methods=(5, 5), families=(1, 1, 2, 2)), (0.01, 0.045)),
 ]
 
 
@@ -230,5 +279,29 @@ def main():
         out.writelines(line + '\n' for line in lines)
 
 
+def write_interim():
+    rng = np.random.default_rng(SEED + 1)
+    lines = []
+    for d, levels in INTERIM:
+        d['levels'] = levels
+        c = contrasts(d)
+        false = np.abs(c @ np.array(d['means'], float)) > 1e-9
+        errors = np.ones(len(false), bool) if false.all() else ~false
+        rates = []
+        for power, hit in ((0, lambda r: r[:, false].any(axis=1)), (1, lambda r: r[:, false].all(axis=1))):
+            rates.append(interim(rng, d, c, null_means(d, false), lambda r: r[:, errors].any(axis=1), power))
+            rates.append(interim(rng, d, c, d['means'], hit, power))
+        lines.append('\t'.join(map(str, (
+            d['test'], d['tails'], d['left'], text(d['means']), d['sd'], d['n'], d['n2'], d['cov'], d['rho'], '-',
+            d['known'], '-', d['gate'], text(d['methods']), text(d['families']), '-', text(levels),
+            *(f'{x:.5f}' for x in rates)))))
+        print(lines[-1], flush=True)
+    with open('checks/data/simulated/multcomp_interim.tsv', 'w', encoding='utf-8') as out:
+        out.write('\t'.join(HEAD[:16] + ['Levels', 'DisjunctiveError', 'Disjunctive', 'ConjunctiveError',
+                                         'Conjunctive']) + '\n')
+        out.writelines(line + '\n' for line in lines)
+
+
 if __name__ == '__main__':
+    write_interim()
     main()

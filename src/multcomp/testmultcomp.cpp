@@ -700,6 +700,30 @@ std::string McProcedure() {
     return gate + " with " + list;
 }
 
+std::string TESTMULTCOMP::Hypothesis(i16 row) {
+    const bool isNull = row == 1;
+    const std::string differs = NoOfTails != OneSided ? "different from"
+                                : LeftTail == True    ? "below"
+                                                      : "above";
+    const std::string relation = isNull ? "equal to" : differs;
+    switch (MultCompKind()) {
+    case Comparison::ControlTest:
+    case Comparison::NormalControlTest:
+        return (isNull ? "each mean " : "some mean ") + relation + " that of the control";
+    case Comparison::PairwiseTest:
+    case Comparison::NormalPairwiseTest:
+        if (isNull)
+            return "all means equal";
+        return NoOfTails != OneSided ? "some means different"
+                                     : "the first mean of some pair " + differs + " the second";
+    case Comparison::EachMeanTest:
+    case Comparison::NormalEachMeanTest:
+        return (isNull ? "each mean " : "some mean ") + relation + " 0";
+    default:
+        return (isNull ? "each linear combination " : "some linear combination ") + relation + " 0";
+    }
+}
+
 void TESTMULTCOMP::GetSimPar() {
     if (!SetUp()) {
         Cancelled = True;

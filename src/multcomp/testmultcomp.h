@@ -35,6 +35,9 @@ struct TESTMULTCOMP {
     static std::vector<Grid> TableGrids(i16 parNo);
     static f32 CalcTablePar(i16 parNo);
 
+    // All hypotheses are true (row 1), or one is false (row 2), in words.
+    static std::string Hypothesis(i16 row);
+
     // Asks for the grids unless they stand; Cancelled, after a message or where the user cancels,
     // if nothing can be simulated.
     //
