@@ -14,6 +14,7 @@ from fractions import Fraction
 import numpy as np
 from scipy import integrate, optimize, stats
 
+import conditional_power
 import lifetable
 
 
@@ -587,3 +588,30 @@ def equivalent_survival(n, hazard=.3, loss=.05, accrual=2, study=5):
 
 show(9331, solve(piecewise_power, 0.80, 20, 500), piecewise_power(100))
 show(9378, solve(equivalent_survival, 0.80, 10, 5000), equivalent_survival(400))
+
+
+# --- Conditional and predictive power -----------------------------------------------------------
+
+def conditional_example(number, look, values, tails, left, future, isPredictive, unknown, low, high,
+                        target, **change):
+    """The power, an unknown at another power, and the power with a change."""
+    def power(**more):
+        return conditional_power.power(look, {**values, **more}, tails, left, future, isPredictive)
+    show(number, power(), solve(lambda x: power(**{unknown: x}), target, low, high),
+         power(**change) if change else math.nan)
+
+
+pressure = dict(alpha=0.025, null=0, truth=5, sd=12, t=0.5, seen=3, n=120, n2=120)
+conditional_example(9701, conditional_power.means_look, pressure, 1, False, 0, False, 'seen', 0.01, 9, 0.5,
+                    seen=3 * math.sqrt(0.5))
+conditional_example(9702, conditional_power.means_look, pressure, 1, False, 1, True, 'seen', 0.01, 9, 0.5,
+                    seen=3 * math.sqrt(0.5))
+response = dict(alpha=0.05, null=0.2, truth=0.35, t=0.5, seen=0.25, n=80)
+conditional_example(9703, conditional_power.proportion_look, response, 1, False, 0, False, 'seen', 0.15, 0.5,
+                    0.2)
+relapse = dict(alpha=0.05, null=0, p1=0.3, p2=0.45, t=0.6, seen1=0.32, difference=0.1, n=150, n2=150)
+conditional_example(9704, conditional_power.proportions_look, relapse, 2, False, 1, True, 'difference', 0.001,
+                    0.5, 0.8)
+survival = dict(alpha=0.025, hr=0.7, t=0.4, seen=0.85, events=300, ratio=1)
+conditional_example(9705, conditional_power.hazards_look, survival, 1, True, 0, False, 'seen', 0.3, 1.6, 0.2)
+conditional_example(9706, conditional_power.hazards_look, survival, 1, True, 1, True, 'seen', 0.3, 0.999, 0.2)

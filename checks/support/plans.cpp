@@ -634,6 +634,13 @@ std::set<i16> WithoutInfluence(const AnalysisChoice& choice) {
         kinds.insert(Kind::H0Location);
     if (Option(choice, Group::H1Slope) == AsDifference)
         kinds.insert(Kind::H0Slope);
+    // What the study was planned for doesn't count where a trial is foreseen without it.
+    if (Option(choice, Group::SlopeProjection) != 0)
+        kinds.insert({Kind::H1Mean, Kind::H1MeanMinusH0, Kind::H1MeanOverH0, Kind::H1Mean1,
+                      Kind::H1Mean2, Kind::H1Mean2Minus1, Kind::H1Mean2Over1, Kind::H1Proportion,
+                      Kind::H1ProportionMinusH0, Kind::H1ProportionOverH0, Kind::H1Proportion1,
+                      Kind::H1Proportion2, Kind::H1Proportion2Minus1, Kind::H1Proportion2Over1,
+                      Kind::H1HazardRatio});
     // The hazards are those of the table, whatever it is called for.
     constexpr i16 piecewiseLifeTable = 394;
     if (choice.MenuNo == piecewiseLifeTable)

@@ -408,6 +408,17 @@ inline constexpr i16 WeightedLogHazardRatio = 352;
 inline constexpr i16 H0WeightedSd = 340;
 inline constexpr i16 H1WeightedSd = 341;
 
+// A look at a trial that goes on
+inline constexpr i16 InformationFraction = 358;
+inline constexpr i16 ObservedMean = 359;
+inline constexpr i16 ObservedMean2Minus1 = 360;
+inline constexpr i16 ConditionalPower = 361;
+inline constexpr i16 ObservedHazardRatio = 362;
+inline constexpr i16 ObservedProportion = 363;
+inline constexpr i16 ObservedProportion2Minus1 = 364;
+inline constexpr i16 ObservedProportion1 = 365;
+inline constexpr i16 PredictivePower = 366;
+
 } // namespace Kind
 
 namespace Group {
@@ -465,6 +476,7 @@ inline constexpr i16 ScaleShift = 51;
 inline constexpr i16 TauOrConcordance = 52;
 inline constexpr i16 SequenceSize2 = 53;
 inline constexpr i16 Given = 55; // sample size, number of events or time at risk
+inline constexpr i16 SlopeProjection = 56;
 inline constexpr i16 HazardEffect = 57;
 inline constexpr i16 RateDistribution = 58;
 

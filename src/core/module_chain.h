@@ -32,6 +32,7 @@
 #include "ranksurv/testspear.h"
 #include "ranksurv/testsurvsim.h"
 #include "ranksurv/testwsign.h"
+#include "tests/groupseqcp.h"
 #include "tests/parbin.h"
 #include "tests/parexp.h"
 #include "tests/parfinite.h"
@@ -346,6 +347,13 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
         return operation.template operator()<TESTLOGRANKSTRATSIM>();
     case 201:
         return operation.template operator()<TESTLOGRANKNONINF>();
+    case 400:
+    case 401:
+    case 402:
+    case 403:
+    case 404:
+    case 405:
+        return operation.template operator()<GROUPSEQCP>();
     default:
         return operation.template operator()<NoModule>();
     }

@@ -164,6 +164,27 @@ std::string ModelPhraseHere() {
     return text + CorrelationPhrase();
 }
 
+// The end of a trial that goes on is foreseen: its test is named without the question.
+bool IsForeseen() {
+    const i16 kind = ParKind(PowerParNo);
+    return IsTest == True && (kind == Kind::ConditionalPower || kind == Kind::PredictivePower);
+}
+
+std::string ForeseenTestPhrase(const std::string& name) {
+    const std::string test = SumPhrase(SplitAtCommas(name).front());
+    return Contains(test, "test") ? "a " + test : "a test of " + test;
+}
+
+// What is assumed for the rest of the trial.
+std::string ProjectionSentence() {
+    constexpr std::string_view assumed[] = {"have the effect under H1", "go on as observed so far",
+                                            "show no effect"};
+    if (!IsForeseen())
+        return "";
+    return " The rest of the trial is assumed to " +
+           std::string(assumed[ChosenOption(Group::SlopeProjection)]) + ".";
+}
+
 std::string TestPhrase() {
     if (IsTest == False)
         return "a test of the parameter " + ParameterPhrase() + " in " +
@@ -171,6 +192,8 @@ std::string TestPhrase() {
     const std::string name = TestNamePhrase();
     if (IsClaim(name))
         return ClaimPhrase(name);
+    if (IsForeseen())
+        return ForeseenTestPhrase(name);
     const bool saysTest =
         Contains(name, "test") || Contains(name, "Test") || Contains(name, "Kolmo");
     return (saysTest ? name : name + " test") + ModelPhraseHere();
@@ -282,7 +305,7 @@ std::string SumStatement() {
     std::string text = FirstSentence(used) + ".";
     if (IsHypothesisTest())
         text += SumGroupClause(used) + TestSentence(used) + ApproximationSentence() +
-                InterimSentences();
+                ProjectionSentence() + InterimSentences();
     else
         text += EstimatedSentence();
     text += LeftOverSentence(used);
