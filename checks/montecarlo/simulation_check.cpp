@@ -24,6 +24,7 @@ constexpr i16 menuWilcoxon = 300;
 constexpr i16 menuOrdered = 301;
 constexpr i16 menuNormalScores = 310;
 constexpr i16 menuTTest = 0;
+constexpr i16 menuOneWay = 10;
 
 class Simulation : public SimulationFixture {
   protected:
@@ -471,6 +472,26 @@ TEST_F(InterimSimulation, AverageSizesAreThoseOfTheCounts) {
     EXPECT_EQ(SampleSizeEstimateText(0), text(69, 0.2 * 900 + 0.3 * 3600 + 0.5 * 8100));
     EXPECT_EQ(SampleSizeEstimateText(1), text(58.5, 0.45 * 900 + 0.15 * 3600 + 0.4 * 8100));
     EXPECT_NE(SampleSizeEstimateText(0).find("0069.0"), std::string::npos);
+}
+
+// Four groups: the first one and three of the other size, or one size for all.
+TEST_F(InterimSimulation, AverageSizesCountAllGroups) {
+    NewTest(menuOneWay);
+    ChooseInterim(1);
+    AcceptOptions();
+    Type(Kind::NoOfGroups, "4");
+    Type(Kind::Size1, "10");
+    Type(Kind::SizeK, "20");
+    Run("1", "1");
+    EXPECT_EQ(SampleSizeEstimateText(0).find("0070.0"), 0U) << SampleSizeEstimateText(0);
+    NewTest(menuOneWay);
+    ChooseInterim(1);
+    Tick(Check::Contrast);
+    AcceptOptions();
+    Type(Kind::NoOfGroups, "4");
+    Type(Kind::SizePerGroup, "15");
+    Run("1", "1");
+    EXPECT_EQ(SampleSizeEstimateText(0).find("0060.0"), 0U) << SampleSizeEstimateText(0);
 }
 
 TEST_F(InterimSimulation, LargeAveragesHaveNoDecimals) {

@@ -39,6 +39,7 @@ Array1<i32> CountAcceptH1;
 namespace {
 
 i16 analyses = 1;  // K
+SizePair groups;   // that have the first and the second size
 i16 simulated = 0; // the analysis that was run last
 std::vector<SimPoint> history;
 i32 historyStep = 1; // replicates between two of its points, at least
@@ -116,6 +117,7 @@ void ReadSizes() {
     SimSize2.ReDim(0, K);
     SimTime.ReDim(0, K);
     const SizePair sizes = CountedSizes();
+    groups = CountedGroups();
     const f64 lastTime = UsesEventTimes() ? StudyTimeOf() : 0;
     for (i16 k = 1; k <= K; ++k) {
         const std::string& text1 = InterimSize1Text(k - 1);
@@ -236,7 +238,8 @@ PowerShare PowerOf(i32 count) {
 f64 SizeAt(i16 k) {
     if (SimTime(analyses) > 0)
         return f64{SimTime(k)};
-    return static_cast<f64>(SimSize1(k)) + static_cast<f64>(SimSize2(k));
+    return groups.First * static_cast<f64>(SimSize1(k)) +
+           groups.Second * static_cast<f64>(SimSize2(k));
 }
 
 // The average size, where share(k) is the probability to stop at analysis k; that of the last one

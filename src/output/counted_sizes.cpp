@@ -20,6 +20,14 @@ f64 NumberOf(i16 parNo) {
     return ReadNumber(ParText(ParKind(parNo)));
 }
 
+// The number of groups of the analysis; 0 where it is none of its parameters.
+f64 NoOfGroups() {
+    for (i16 i = FirstDesignParNo; i <= NoOfPar; ++i)
+        if (ParKind(i) == Kind::NoOfGroups || ParKind(i) == Kind::LevelsA)
+            return CountedSize(NumberOf(i));
+    return 0;
+}
+
 } // namespace
 
 i16 FindSize(std::initializer_list<SizeRole> roles) {
@@ -57,6 +65,19 @@ SizePair CountedSizes() {
         return {0, 0};
     const i16 second = FindSecondSize(SizeRoleOf(ParKind(first)));
     return second == NoPar ? SizePair{CountedSize(NumberOf(first)), 0} : CountedPair(first, second);
+}
+
+SizePair CountedGroups() {
+    const i16 first = FindSize({SizeRole::Single, SizeRole::First});
+    const f64 groups = NoOfGroups();
+    if (first == NoPar || groups < 1)
+        return {1, 1};
+    if (ParKind(first) == Kind::SizePerGroup)
+        return {groups, 0};
+    const i16 second = FindSecondSize(SizeRoleOf(ParKind(first)));
+    const bool isOfAllOthers =
+        second != NoPar && SizeRoleOf(ParKind(second)) == SizeRole::EachOther;
+    return {1, isOfAllOthers ? groups - 1 : 1};
 }
 
 } // namespace quorvanta

@@ -33,4 +33,8 @@ SizePair CountedPair(i16 first, i16 second);
 // of each other group; 0 where there is none.
 SizePair CountedSizes();
 
+// How many groups have the first of these sizes, and how many the second one: 1 of each, but of k
+// groups 1 and k - 1, or k and none where all have one size.
+SizePair CountedGroups();
+
 } // namespace quorvanta
