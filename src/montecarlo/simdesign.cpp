@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/dispatch.h"
+#include "core/general.h"
 #include "core/platform.h"
 #include "core/search.h"
 #include "core/values.h"
@@ -38,7 +39,7 @@ class PowerGiven {
 bool HasDesign() {
     ReadBoundChoice();
     if (BoundType == BoundPowerFamily && !HasValue(ParText(ParKind(PowerParNo)))) {
-        ShowMessage("Power Has No Value.");
+        ShowMessage(StripAmpersand(ParLabel(ParKind(PowerParNo))) + " Has No Value.");
         return false;
     }
     const PowerGiven given;
