@@ -28,7 +28,6 @@ namespace quorvanta::checks {
 namespace {
 
 constexpr i16 MenuMeans = 600;
-constexpr i16 MenuProportions = 620;
 constexpr i16 MenuLogrank = 630;
 
 using Texts = std::map<i16, std::string>;
