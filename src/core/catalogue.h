@@ -152,6 +152,9 @@ bool IsSimOnlyTest(i16 testNo);
 // False for the menu numbers that can't be opened in a Monte Carlo Simulation window.
 bool HasSimWindow(i16 menuNo);
 
+// Is the test a group sequential design?
+bool IsDesignTest(i16 testNo);
+
 // Sets SimDistrNo where TestNo fixes the distribution of the survival times; any other test leaves
 // it alone.
 void SetSimDistr();

@@ -57,7 +57,10 @@ bool EnsureWindow(const AnalysisKey& key, const std::string& caption, bool offer
             return false;
         FileCommand(*windowKind);
     }
-    if (CurrentWindowKind() != SimulationWindow || offerSimulation)
+    // Where a window is asked for, designs have no simulation; one that is open simulates them.
+    const bool isSimulated =
+        offerSimulation || (key.IsTest == True && IsDesignTest(key.TestNo) && HasSimulation(key));
+    if (CurrentWindowKind() != SimulationWindow || isSimulated)
         return AnalysisNo != 0;
     ShowMessage(caption + " Is Not Available as Monte Carlo Simulation.");
     return false;

@@ -133,7 +133,7 @@ std::string DesignSizeCaption(IntColumn column) {
 } // namespace
 
 bool HasIntPar() {
-    if (IsDesign())
+    if (IsGroupSeq == True)
         GsReadDesign();
     return NoOfPar >= 1 &&
            (CurrentWindowKind() == SimulationWindow || (IsDesign() && NoOfInterim > 0));
@@ -152,7 +152,7 @@ std::string IntRowHead(i16 row) {
 }
 
 bool HasIntColumn(IntColumn column) {
-    if (IsDesign() && column != IntColumn::RejectH0)
+    if (IsGroupSeq == True && column != IntColumn::RejectH0)
         return HasDesignColumn(column);
     switch (column) {
     case IntColumn::RejectH0:
@@ -167,7 +167,7 @@ bool HasIntColumn(IntColumn column) {
 }
 
 std::string IntColumnCaption(IntColumn column) {
-    if (IsDesign() && IsSize(column))
+    if (IsGroupSeq == True && IsSize(column))
         return DesignSizeCaption(column);
     switch (column) {
     case IntColumn::RejectH0:
@@ -184,7 +184,7 @@ std::string IntColumnCaption(IntColumn column) {
 }
 
 bool IsIntCellOpen(IntColumn column, i16 row) {
-    if (IsDesign())
+    if (IsGroupSeq == True)
         return !IsSize(column) && BoundType == BoundUserDefined;
     return !IsSize(column) || row + 1 < NoOfAnalyses();
 }
@@ -193,8 +193,8 @@ std::string IntCellText(IntColumn column, i16 row) {
     // What followed from other values.
     if (IsDesign() && Calculated == False && !IsIntCellOpen(column, row))
         return "";
-    return IsDesign() || IsIntCellOpen(column, row) ? StoredCell(column, row)
-                                                    : SizeText(AtLast(column));
+    return IsGroupSeq == True || IsIntCellOpen(column, row) ? StoredCell(column, row)
+                                                            : SizeText(AtLast(column));
 }
 
 std::string IntCellDefault(IntColumn column, i16 row) {
@@ -202,7 +202,7 @@ std::string IntCellDefault(IntColumn column, i16 row) {
         return ParText(ParKind(LevelParNo));
     if (column == IntColumn::AcceptH0)
         return "1";
-    if (IsDesign())
+    if (IsGroupSeq == True)
         return "";
     const f64 step = AtLast(column) * (row + 1) / NoOfAnalyses();
     return SizeText(StudyTimePar() == NoPar ? std::nearbyint(step) : step);

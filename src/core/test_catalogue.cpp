@@ -142,6 +142,11 @@ bool IsSimOnlyTest(i16 testNo) {
     return IsIn(SimOnlyTests, testNo);
 }
 
+bool IsDesignTest(i16 testNo) {
+    constexpr Numbers designs{MeansDesign, 127};
+    return testNo >= designs.First && testNo <= designs.Last;
+}
+
 bool HasSimWindow(i16 menuNo) {
     return !IsIn(NoSimulationMenus, menuNo);
 }

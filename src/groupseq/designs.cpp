@@ -466,7 +466,7 @@ f64 GsAverageSize(bool isH1) {
 }
 
 const char* GsAverageCaption() {
-    if (GsTestKind == GsLogrank)
+    if (GsKindOfTest() == GsLogrank)
         return InterimUnit == 0   ? "Average  Study Time"
                : InterimUnit == 1 ? "Average No of Events"
                                   : "Average Time at Risk";

@@ -14,6 +14,8 @@
 #include "core/platform.h"
 #include "core/records.h"
 #include "core/values.h"
+#include "groupseq/designs.h"
+#include "montecarlo/simdesign.h"
 #include "montecarlo/simstudy.h"
 #include "multcomp/family.h"
 #include "multcomp/procedures.h"
@@ -40,8 +42,10 @@ Array1<i32> CountAcceptH1;
 
 namespace {
 
-i16 analyses = 1;  // K
-SizePair groups;   // that have the first and the second size
+i16 analyses = 1;    // K
+SizePair groups;     // that have the first and the second size
+Array1<f32> timesH0; // (0..K) of the analyses where they are other ones if H0 is true; else empty
+Array1<f32> timesH1;
 i16 simulated = 0; // the analysis that was run last
 McTable rejections;
 std::vector<SimPoint> history;
@@ -114,6 +118,18 @@ f64 StudyTimeOf() {
     return 0;
 }
 
+// A design that waits for its information has times of its own if H0 is true.
+void ReadTimesUnderH0(f64 lastTime) {
+    timesH0.ReDim(1, 0);
+    if (!SimHasTwoClocks())
+        return;
+    timesH1 = SimTime;
+    timesH0.ReDim(0, analyses);
+    for (i16 k = 1; k <= analyses; ++k)
+        timesH0(k) = Single(AtAnalysis(InterimSize2Text(k - 1), k, lastTime));
+    CheckRising(timesH0, "Time for Interim Analysis ", " Is Larger Than for Interim Analysis ");
+}
+
 // Analyses of event times see all subjects, each until the time of the analysis.
 void ReadSizes() {
     const i16 K = analyses;
@@ -136,6 +152,7 @@ void ReadSizes() {
                 " Is Larger Than at Interim Analysis ");
     CheckRising(SimSize2, "Sample Size 2 at Interim Analysis ",
                 " Is Larger Than at Interim Analysis ");
+    ReadTimesUnderH0(lastTime);
 }
 
 // --- Counting -----------------------------------------------------------------------------------
@@ -157,6 +174,8 @@ void AddHundredths(i32& count, f32 p) {
 void RunStudy(i16 IsH1) {
     const Counts counts = CountsOf(IsH1);
     const i16 overAll = static_cast<i16>(analyses + 1);
+    if (timesH0.HighBound() > 0)
+        SimTime = IsH1 != 0 ? timesH1 : timesH0;
     SimStage = 0;
     for (;;) {
         f32 p = 1;
@@ -239,29 +258,31 @@ PowerShare PowerOf(i32 count) {
 }
 
 // The size, or study time, at analysis k.
-f64 SizeAt(i16 k) {
+f64 SizeAt(i16 k, bool isH1) {
     if (SimTime(analyses) > 0)
-        return f64{SimTime(k)};
+        return f64{timesH0.HighBound() < k ? SimTime(k) : isH1 ? timesH1(k) : timesH0(k)};
     return groups.First * static_cast<f64>(SimSize1(k)) +
            groups.Second * static_cast<f64>(SimSize2(k));
 }
 
 // The average size, where share(k) is the probability to stop at analysis k; that of the last one
 // is what is left. The half width is the variance over n, without a root.
-std::string AverageSizeText(Array1<f64> share) {
+std::string AverageSizeText(Array1<f64> share, bool isH1) {
     const i16 K = analyses;
     share(K) = 1;
     f64 mean = 0;
     f64 squares = 0;
     for (i16 k = 1; k < K; ++k) {
-        mean += SizeAt(k) * share(k);
-        squares += share(k) * SizeAt(k) * SizeAt(k);
+        const f64 size = SizeAt(k, isH1);
+        mean += size * share(k);
+        squares += share(k) * size * size;
         share(K) -= share(k);
     }
-    mean += SizeAt(K) * share(K);
-    squares += share(K) * SizeAt(K) * SizeAt(K);
+    const f64 last = SizeAt(K, isH1);
+    mean += last * share(K);
+    squares += share(K) * last * last;
     const f64 halfWidth = 1.96 * (squares - mean * mean) / static_cast<f64>(SimNo);
-    return SimInterval(Single(mean), Single(halfWidth), SizeAt(K) < 1000 ? "0000.0" : "00000");
+    return SimInterval(Single(mean), Single(halfWidth), last < 1000 ? "0000.0" : "00000");
 }
 
 // Points lie closer at the start of a run than later: twice as far apart whenever there are enough.
@@ -407,8 +428,12 @@ void SimRun() {
     IsEquivInterval = ToFlag(ParKind(LevelParNo) == Kind::TestConfidenceLevel);
     ResetCounts();
     ClearFloatFaults();
-    SimReadLimits();
-    ReadSizes();
+    if (IsGroupSeq == True)
+        SimReadDesign();
+    else
+        SimReadLimits();
+    if (Cancelled == False)
+        ReadSizes();
     if (Cancelled == False)
         SelGetSimPar();
     if (Cancelled == True) {
@@ -473,8 +498,14 @@ void SimUpdateDisplay() {
     AddToHistory();
     if (K < 2)
         return;
-    SampleSizeEstimateText(0) = AverageSizeText(stopH0);
-    SampleSizeEstimateText(1) = AverageSizeText(stopH1);
+    SampleSizeEstimateText(0) = AverageSizeText(stopH0, false);
+    SampleSizeEstimateText(1) = AverageSizeText(stopH1, true);
+}
+
+const char* SimAverageCaption() {
+    if (IsGroupSeq == True)
+        return GsAverageCaption();
+    return UsesEventTimes() ? "Average  Study Time" : "Average  Total Size";
 }
 
 std::string SimInterval(f32 estimate, f32 halfWidth, const std::string& picture) {

@@ -37,12 +37,16 @@ void SimStart();
 // The whole run, from the reset of the counts to the release of the windows.
 void SimRun();
 
-// Fills RejectP and AcceptP from the dialog: nothing, or 0, is the significance level and 1. Sets
-// Cancelled, after a message, at a probability outside 0..1.
+// Of a plain test, fills RejectP and AcceptP from the dialog: nothing, or 0, is the significance
+// level and 1. Sets Cancelled, after a message, at a probability outside 0..1.
 void SimReadLimits();
 
 // Every estimate anew, as texts.
 void SimUpdateDisplay();
+
+// What the average over the studies is one of: "Average  Total Size", of times "Average  Study
+// Time", of a design as its window has it.
+const char* SimAverageCaption();
 
 // "Lower   Estimate   Upper": each to four decimals in the picture, the lower one at least 0.
 std::string SimInterval(f32 estimate, f32 halfWidth, const std::string& picture);

@@ -1,7 +1,9 @@
 #include "output/designresults.h"
 
 #include "core/analysis_state.h"
+#include "core/catalogue.h"
 #include "core/platform.h"
+#include "core/records.h"
 #include "groupseq/designs.h"
 #include "groupseq/groupseq.h"
 #include "groupseq/interim.h"
@@ -73,8 +75,13 @@ std::string SizeShown(f64 size) {
     return Format(size, FormatBySize(size));
 }
 
+bool IsSimulated() {
+    return CurrentWindowKind() == SimulationWindow;
+}
+
 bool IsWorkedOut() {
-    return AnalysisNo != 0 && workedOut == AnalysisNo && Calculated == True && IsGroupSeq == True;
+    return AnalysisNo != 0 && workedOut == AnalysisNo && IsGroupSeq == True &&
+           (Calculated == True || IsSimulated());
 }
 
 } // namespace
@@ -90,25 +97,34 @@ void DropDesign() {
     workedOut = 0;
 }
 
-void GsShowResults() {
-    DropDesign();
+namespace {
+
+// The probabilities of a calculation are those of its design; a simulation has its estimates there.
+void KeepInTexts() {
     for (auto* texts : {&SignEstimateText, &PowerEstimateText, &PrAcceptEstimateText})
         texts->Fill("");
     SampleSizeEstimateText.Fill("");
-    if (!GsWorkOut())
-        return;
-    workedOut = AnalysisNo;
-    for (i16 k = 1; k <= NoOfRows(); ++k) {
-        const GsColumn column = GsColumnOf(k);
-        SignEstimateText(k - 1) = ShownExits(f64{column.UppH0}, f64{column.LowH0});
-        PowerEstimateText(k - 1) = ShownExits(f64{column.UppH1}, f64{column.LowH1});
-        PrAcceptEstimateText(k - 1) = ShownAccept(k);
+    i16 i = 0;
+    for (const DesignRow& row : DesignRows()) {
+        SignEstimateText(i) = row.Level;
+        PowerEstimateText(i) = row.Power;
+        PrAcceptEstimateText(i++) = row.Accept;
     }
-    if (NoOfAnal > 1) {
-        SampleSizeEstimateText(0) = SizeShown(GsAverageSize(false));
-        SampleSizeEstimateText(1) = SizeShown(GsAverageSize(true));
-    }
-    ThePlatform().Show(FloatingWindow::SequentialMonitor);
+    const DesignAverage average = AverageOfDesign();
+    SampleSizeEstimateText(0) = average.H0;
+    SampleSizeEstimateText(1) = average.H1;
+}
+
+} // namespace
+
+void GsShowResults() {
+    DropDesign();
+    if (GsWorkOut())
+        workedOut = AnalysisNo;
+    if (!IsSimulated())
+        KeepInTexts();
+    if (workedOut != 0)
+        ThePlatform().Show(FloatingWindow::SequentialMonitor);
 }
 
 std::vector<DesignRow> DesignRows() {
@@ -119,8 +135,9 @@ std::vector<DesignRow> DesignRows() {
         const bool isOverAll = k > NoOfAnal;
         const GsColumn column = GsColumnOf(k);
         rows.push_back({AnalysisName(k), isOverAll ? "" : Format(f64{column.Fraction}, "0.000"),
-                        isOverAll ? "" : ShownBounds(column), SignEstimateText(k - 1),
-                        PowerEstimateText(k - 1), PrAcceptEstimateText(k - 1)});
+                        isOverAll ? "" : ShownBounds(column),
+                        ShownExits(f64{column.UppH0}, f64{column.LowH0}),
+                        ShownExits(f64{column.UppH1}, f64{column.LowH1}), ShownAccept(k)});
     }
     return rows;
 }
@@ -134,9 +151,9 @@ std::string DesignBoundHead() {
 }
 
 DesignAverage AverageOfDesign() {
-    if (!IsWorkedOut() || NoOfAnal == 1 || SampleSizeEstimateText(0).empty())
+    if (!IsWorkedOut() || NoOfAnal == 1)
         return {};
-    return {GsAverageCaption(), SampleSizeEstimateText(0), SampleSizeEstimateText(1)};
+    return {GsAverageCaption(), SizeShown(GsAverageSize(false)), SizeShown(GsAverageSize(true))};
 }
 
 Presentation BoundaryPlot(BoundScale scale) {

@@ -222,7 +222,7 @@ void frmMonte::LayOutRows() {
         for (std::size_t c = 0; c < Columns; ++c)
             estimates_[c][r]->setVisible(row < rows && !captions[c].empty());
     }
-    lblASN_->setText(UsesEventTimes() ? "Average  Study Time" : "Average  Total Size");
+    lblASN_->setText(SimAverageCaption());
     averages_->setVisible(rows > 1);
 }
 
