@@ -20,6 +20,7 @@ if(QUORVANTA_WERROR)
   target_compile_options(quorvanta_flags INTERFACE -Werror)
 endif()
 if(QUORVANTA_SANITIZE)
+  target_compile_definitions(quorvanta_flags INTERFACE QUORVANTA_SANITIZED)
   target_compile_options(quorvanta_flags INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   target_link_options(quorvanta_flags INTERFACE -fsanitize=address,undefined)

@@ -14,6 +14,7 @@ namespace quorvanta::checks {
 namespace {
 
 constexpr i16 unpaired = 0;
+constexpr i16 fisher = 100;
 constexpr i16 paired = 1;
 constexpr i16 equivalence = 800;
 constexpr i16 nonInferiority = 830;
@@ -65,6 +66,22 @@ int ExpectServed(std::span<const MenuItem> items) {
 
 TEST_F(SetUp, EveryTestOfTheMenusIsThere) {
     EXPECT_EQ(ExpectServed(MainMenu()), 142);
+}
+
+// A level of 0.01 to reject would be a confidence level of 0.01 there.
+TEST_F(SetUp, LevelsOfTheAnalysesStayWithTheirTest) {
+    OpenTest(unpaired);
+    AcceptOptions();
+    RejectH0Text(0) = "0.01";
+    AcceptH0Text(0) = "0.9";
+    InterimSize1Text(0) = "20";
+    NewTest(unpaired);
+    EXPECT_EQ(RejectH0Text(0), "0.01") << "the same test, chosen anew";
+    NewTest(equivalence);
+    for (const auto* texts : {&InterimSize1Text, &InterimSize2Text, &RejectH0Text, &AcceptH0Text})
+        EXPECT_EQ((*texts)(0), "");
+    CancelOptions();
+    EXPECT_EQ(RejectH0Text(0), "0.01") << "nothing that was typed is lost";
 }
 
 TEST_F(SetUp, GivingUpTheOptionsBringsTheFormerAnalysisBack) {
@@ -460,7 +477,12 @@ TEST_F(SetUp, TheEntriesOfCurrentAnalysisFollowTheResult) {
     EXPECT_FALSE(GetInfoEnabled(3));
     AcceptOptions();
     EXPECT_TRUE(GetInfoEnabled(3));
-    EXPECT_FALSE(GetInfoEnabled(4)) << "the t-test has no distribution graph";
+    EXPECT_TRUE(GetInfoEnabled(4)) << "the distributions of t";
+    OpenTest(fisher);
+    AcceptOptions();
+    Solve(Kind::Power);
+    EXPECT_TRUE(GetInfoEnabled(3));
+    EXPECT_FALSE(GetInfoEnabled(4)) << "no statistic with a distribution of its own";
 }
 
 } // namespace

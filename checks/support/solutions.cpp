@@ -126,10 +126,13 @@ std::vector<std::string> SolutionColumns() {
     return {"start", "right", "left", "between", "few"};
 }
 
-std::vector<SolutionRow> Solutions(const AnalysisChoice& analysis) {
+std::vector<SolutionRow> Solutions(const AnalysisChoice& analysis, std::size_t step) {
     static const std::vector<ValueSet> sets = ReadValueSets();
     std::vector<SolutionRow> rows;
+    std::size_t next = 0;
     for (const AnalysisChoice& choice : AllChoices(analysis)) {
+        if (next++ % step != 0)
+            continue;
         rows.push_back({Joined(choice), {}});
         for (const ValueSet& set : sets)
             rows.back().Cells.push_back(SolutionsFrom(choice, set.Texts));

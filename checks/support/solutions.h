@@ -4,6 +4,7 @@
 
 #include "support/properties.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -26,7 +27,7 @@ struct SolutionRow {
 // What the cells start from: the catalogue's values, then the sets of plan_values.tsv.
 std::vector<std::string> SolutionColumns();
 
-// The solutions of one analysis, over all its choices and all sets of values.
-std::vector<SolutionRow> Solutions(const AnalysisChoice& analysis);
+// The solutions of one analysis, over all its choices, or one of so many, and all sets of values.
+std::vector<SolutionRow> Solutions(const AnalysisChoice& analysis, std::size_t step = 1);
 
 } // namespace quorvanta::checks

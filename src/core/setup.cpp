@@ -83,6 +83,17 @@ void ShowOptions(StepKind step) {
     ThePlatform().Show(FloatingWindow::Options);
 }
 
+bool AreSame(const AnalysisKey& a, const AnalysisKey& b) {
+    return a.IsTest == b.IsTest &&
+           (a.IsTest == True ? a.TestNo == b.TestNo : a.DistrNo == b.DistrNo);
+}
+
+// Levels and sizes of the analyses of one test say nothing of another one's.
+void ForgetAnalyses() {
+    for (auto* texts : {&InterimSize1Text, &InterimSize2Text, &RejectH0Text, &AcceptH0Text})
+        texts->Fill({});
+}
+
 // The road from an entry of the menus, whose name goes where it belongs, to the options. Nothing of
 // the state changes before it is known that they will be shown.
 template <class Name>
@@ -98,6 +109,8 @@ void NewAnalysis(const AnalysisKey& key, const std::string& caption, bool offerS
     if (!EnsureWindow(key, caption, offerSimulation && HasSimulation(key)))
         return;
     HideWindows(Occasion::NewChoice);
+    if (!AreSame(key, CurrentKey()))
+        ForgetAnalyses();
     Select(key);
     IsGroupSeq = False;
     IsMultComp = False;
