@@ -4,9 +4,9 @@
 #include "core/kinds.h"
 #include "groupseq/boundchoice.h"
 #include "groupseq/groupseq.h"
-#include "ui/boundarypicture.h"
 #include "ui/childwindow.h"
 #include "ui/invariants.h"
+#include "ui/plotpicture.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
 #include "ui/window_fixture.h"
@@ -69,7 +69,7 @@ class DesignWindows : public WindowCheck {
         return hands::TextOf(Stops(), ControlName(name, row));
     }
     QImage Picture() {
-        return hands::Control<BoundaryPicture>(Stops(), "picBoundary")->grab().toImage();
+        return hands::Control<PlotPicture>(Stops(), "picBoundary")->grab().toImage();
     }
 };
 
