@@ -142,7 +142,8 @@ class OutputDevices {
     virtual std::string Bitmap(const Drawing& drawing) = 0;
 };
 
-// All of it in one.
+// All of it in one. Whatever an implementation lays out, paints or waits for, in the midst of a
+// calculation, it leaves the flags of floating-point faults (core/fault.h) as they were.
 class Platform : public Messages, public Windows, public OutputDevices {};
 
 // The platform in use; there is always exactly one after SetPlatform.

@@ -68,6 +68,7 @@ GraphSettings StartSettings(DistrPlotKind kind, const DistrTable& table) {
     settings.YAxis(0) = YLabel(kind, table.IsDiscrete);
     for (int i = 1; i <= 3; ++i)
         settings.XAxis(i) = settings.YAxis(i) = AutoLimit;
+    settings.YAxis(1) = "0";
     if (kind == CdfPlot || kind == SurvivalPlot) {
         settings.YAxis(2) = "1.2";
         settings.YAxis(3) = "0.2";

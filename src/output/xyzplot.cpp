@@ -367,6 +367,8 @@ std::vector<Segment> SegmentsOf(const Layout& layout, const Presentation& graph)
         for (const auto& line : CurveLines(layout, graph, j))
             for (std::size_t k = 1; k < line.size(); ++k)
                 segments.push_back({line[k - 1], line[k]});
+    for (const f64 mark : graph.Marks)
+        segments.push_back({layout.At(mark, layout.Y.Low), layout.At(mark, layout.Y.High)});
     return segments;
 }
 

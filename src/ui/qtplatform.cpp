@@ -1,6 +1,7 @@
 #include "ui/qtplatform.h"
 
 #include "core/analysis_state.h"
+#include "core/fault.h"
 #include "core/records.h"
 #include "ui/frmboundary.h"
 #include "ui/frmgraphortext.h"
@@ -81,6 +82,7 @@ QWidget* QtPlatform::Front() const {
 
 Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
                           const std::string& title) {
+    const FloatFaultsApart apart;
     const KeepFront front(window_);
     QWidget* parent = Front();
     QMessageBox box(parent);
@@ -129,6 +131,7 @@ f64 QtPlatform::Timer() {
 }
 
 void QtPlatform::ShowProgress(i32 total, const std::string& caption) {
+    const FloatFaultsApart apart;
     if (IsTableOrGraph())
         window_.StartRun(total);
     else
@@ -136,6 +139,7 @@ void QtPlatform::ShowProgress(i32 total, const std::string& caption) {
 }
 
 void QtPlatform::StepProgress() {
+    const FloatFaultsApart apart;
     if (IsTableOrGraph())
         window_.StepRun();
     else
@@ -148,16 +152,19 @@ void QtPlatform::HideProgress() {
 }
 
 std::optional<std::string> QtPlatform::AskOpenName(const FileDialog& dialog) {
+    const FloatFaultsApart apart;
     const KeepFront front(window_);
     return window_.Dialogs().AskOpenName(Front(), dialog);
 }
 
 std::optional<std::string> QtPlatform::AskSaveName(const FileDialog& dialog) {
+    const FloatFaultsApart apart;
     const KeepFront front(window_);
     return window_.Dialogs().AskSaveName(Front(), dialog);
 }
 
 std::optional<OutputForm> QtPlatform::AskOutputForm(OutputAction action) {
+    const FloatFaultsApart apart;
     const KeepFront front(window_);
     return frmGraphOrText(Front(), action).Ask();
 }
@@ -171,6 +178,7 @@ void QtPlatform::CopyPicture(const Drawing& drawing) {
 }
 
 void QtPlatform::Print(OutputForm form, const Drawing& drawing) {
+    const FloatFaultsApart apart;
     const KeepFront front(window_);
     PrintWithPreview(Front(), ToQt(AnalysisFileName), form, drawing);
 }
@@ -180,20 +188,24 @@ std::string QtPlatform::Bitmap(const Drawing& drawing) {
 }
 
 std::optional<i16> QtPlatform::AskWindowKind(bool offerSimulation) {
+    const FloatFaultsApart apart;
     return frmNewWindow(&window_, offerSimulation).Ask();
 }
 
 bool QtPlatform::AskGrid() {
+    const FloatFaultsApart apart;
     const KeepFront front(window_);
     return frmGridTable(Front()).Ask();
 }
 
 bool QtPlatform::AskBoundary() {
+    const FloatFaultsApart apart;
     const KeepFront front(window_);
     return frmBoundary(Front()).Ask();
 }
 
 bool QtPlatform::AskDistribution() {
+    const FloatFaultsApart apart;
     const KeepFront front(window_);
     return frmShiftModel(Front()).Ask();
 }
@@ -208,10 +220,12 @@ void QtPlatform::RaiseChild(i16 windowKind, i16 windowNo) {
 }
 
 void QtPlatform::RefreshChild() {
+    const FloatFaultsApart apart;
     window_.RefreshChild();
 }
 
 void QtPlatform::RefreshSimulation() {
+    const FloatFaultsApart apart;
     window_.RefreshSimulation();
 }
 
@@ -220,6 +234,7 @@ void QtPlatform::RefreshOptions() {
 }
 
 void QtPlatform::Show(FloatingWindow window) {
+    const FloatFaultsApart apart;
     window_.ShowFloating(window);
 }
 
