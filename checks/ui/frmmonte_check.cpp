@@ -375,6 +375,7 @@ TEST_F(FamilyWindowCheck, GoesFromItsGridsToItsRejections) {
     auto& table = *hands::Control<QTableWidget>(Child(), "tblReject");
     EXPECT_TRUE(table.isVisible());
     ASSERT_EQ(table.rowCount(), 3);
+    EXPECT_GE(table.viewport()->height(), 3 * table.rowHeight(0)) << "all of them are seen";
     ASSERT_EQ(table.columnCount(), 3);
     EXPECT_EQ(table.horizontalHeaderItem(2)->text(), "Over-All");
     for (int row = 0; row < 3; ++row) {

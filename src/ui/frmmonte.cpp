@@ -12,6 +12,7 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -23,6 +24,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace quorvanta {
 
@@ -259,9 +261,10 @@ void frmMonte::ShowRejections() {
     const bool shown = isOwn && !table.Rows.empty();
     lblReject_->setVisible(shown);
     tblReject_->setVisible(shown);
+    const auto rows = shown ? static_cast<int>(table.Rows.size()) : 0;
+    const bool isNew = rows != std::exchange(shownRejections_, rows);
     if (!shown)
         return;
-    const auto rows = static_cast<int>(table.Rows.size());
     const auto columns = static_cast<int>(table.Heads.size());
     tblReject_->setRowCount(rows);
     tblReject_->setColumnCount(columns);
@@ -276,6 +279,21 @@ void frmMonte::ShowRejections() {
             tblReject_->setItem(r, c, item);
         }
     tblReject_->resizeColumnsToContents();
+    if (isNew)
+        FitRejections(rows);
+}
+
+// Room for the rows that a window can well have.
+void frmMonte::FitRejections(int rows) {
+    constexpr int most = 8;
+    QHeaderView* heads = tblReject_->horizontalHeader();
+    const bool hasHeads = tblReject_->columnCount() > 1; // one for each analysis
+    heads->setVisible(hasHeads);
+    tblReject_->setMinimumHeight(std::min(rows, most) * tblReject_->rowHeight(0) +
+                                 (hasHeads ? heads->sizeHint().height() : 0) +
+                                 2 * tblReject_->frameWidth());
+    fraSim_->layout()->activate();
+    FitToContent();
 }
 
 void frmMonte::ShowProgress() {

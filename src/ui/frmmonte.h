@@ -54,6 +54,7 @@ class frmMonte : public ChildWindow {
     void LayOutRows();
     void ShowProgress();
     void ShowRejections();
+    void FitRejections(int rows);
     void OpenOutputMenu(const QPoint& at);
 
     QLabel* lblHead1_;
@@ -77,6 +78,7 @@ class frmMonte : public ChildWindow {
     QPushButton* cmdExit_;
     QLineEdit* txtHide_;
     int shownRows_ = -1;
+    int shownRejections_ = 0; // rows of the table
 };
 
 } // namespace quorvanta
