@@ -93,6 +93,16 @@ TEST_F(GridWindow, NamesWhatItIsFor) {
     Ask(Means());
 }
 
+TEST_F(GridWindow, ShowsAllOfAFewRowsWithoutATitle) {
+    Grid untitled = Means();
+    untitled.Title.clear();
+    When([this](QWidget& grid) {
+        grid.resize(grid.minimumSizeHint());
+        EXPECT_GE(Table().viewport()->height(), 3 * Table().rowHeight(0));
+    });
+    Ask(untitled);
+}
+
 TEST_F(GridWindow, IsFilledWithTheKeys) {
     When([this](QWidget& grid) {
         TypeText("1");

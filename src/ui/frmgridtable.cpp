@@ -127,6 +127,8 @@ frmGridTable::frmGridTable(QWidget* parent) : QDialog(parent), tblGrid_(new QTab
     column->addStretch(1);
     column->addLayout(buttons);
     DrawGrid();
+    // Few rows are seen without scrolling, whatever height a window manager gives.
+    tblGrid_->setMinimumHeight(SizeOf(*tblGrid_).height());
     MoveToCell(IsLockedCell(1, 1) ? Beside(1) : at_);
 }
 
