@@ -65,6 +65,39 @@ TEST(Solutions, NoFaultAtTheLimitsWhateverTheSizeOfABase) {
                 ExpectSafeWithAnyBase(choice, {});
 }
 
+// A solution depends on the other values alone: not on what stood in the box of the unknown before,
+// be it the dash of a search that found nothing.
+TEST(Solutions, DontDependOnWhatTheUnknownWas) {
+    ScriptedPlatform platform;
+    Main();
+    FileCommand(CalculationWindow);
+    const auto solution = [](const AnalysisChoice& choice, i16 parNo, const char* text) {
+        Start(choice, {});
+        if (text != nullptr)
+            ParText(ParKind(parNo)) = text;
+        Calculated = False;
+        SolveFor(parNo);
+        return HasValue(ParText(ParKind(parNo))) ? ParValue(parNo) : NoValue;
+    };
+    constexpr std::size_t step = 4 * StepOfCases(5);
+    std::size_t next = 0;
+    for (const AnalysisChoice& analysis : ServedAnalyses())
+        for (const AnalysisChoice& choice : AllChoices(analysis)) {
+            if (next++ % step != 0)
+                continue;
+            Start(choice, {});
+            const i16 last = NoOfPar;
+            for (i16 i = 0; i <= last; ++i) {
+                SCOPED_TRACE(Describe(choice) + ", parameter " + std::to_string(i));
+                f64 found = NoValue;
+                ASSERT_NO_THROW(found = solution(choice, i, nullptr));
+                f64 fromDash = NoValue;
+                ASSERT_NO_THROW(fromDash = solution(choice, i, "-"));
+                EXPECT_EQ(fromDash, found);
+            }
+        }
+}
+
 // The figures are defined by where they round, and a compiler that fuses a multiplication with an
 // addition leaves a rounding out: here the rounded product is 1 and the exact one 1 - 2^-60.
 TEST(Solutions, AreNotContracted) {

@@ -139,6 +139,10 @@ f64 FindUnknown() {
     const i16 kind = ParKind(UnknownParNo);
     f64 lower = ParMin(kind);
     f64 upper = ParMax(kind);
+    // An unknown without a value reads as 0, by which an equation may divide where it can't be 0.
+    f64& unknown = ParValue(UnknownParNo);
+    if (unknown == 0 && (lower > 0 || upper < 0))
+        unknown = lower > 0 ? lower : upper;
     ClearFloatFaults();
     SelSearchLimits(lower, upper);
     ThrowIfFloatFault();
