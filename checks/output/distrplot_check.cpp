@@ -156,7 +156,12 @@ TEST_F(DistrPlot, ASurvivalTestShowsItsGroups) {
         EXPECT_NEAR(hazard.Y(i, 1), 0.1, 0.001);
         EXPECT_NEAR(hazard.Y(i, 2), 0.2, 0.002);
     }
+    EXPECT_EQ(hazard.YAxis(1), "0.0");
+    EXPECT_EQ(hazard.YAxis(2), "0.25");
     const Presentation survival = DistrGraph();
+    EXPECT_EQ(survival.XAxis(1), "0") << "no curve begins before the study";
+    EXPECT_EQ(survival.X(1), 0);
+    EXPECT_EQ(ParseNumber(survival.XAxis(2)), f64{survival.X(survival.X.HighBound())});
     EXPECT_EQ(survival.YAxis(0), "Survival Function");
     EXPECT_EQ(survival.XAxis(0), "Time");
     EXPECT_EQ(survival.Y(1, 1), 1);
@@ -226,7 +231,7 @@ TEST_F(DistrFamily, LimitsThatAreTypedHoldForTheTable) {
     EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Xmin Must Be < Xmax."});
     EXPECT_EQ(DistrGraph().XAxis(2), "1");
     ChooseDistrPlot(DensityPlot);
-    EXPECT_EQ(DistrGraph().XAxis(2), "Auto") << "another plot starts anew";
+    EXPECT_EQ(DistrGraphSettings().XAxis(2), "Auto") << "another plot starts anew";
 }
 
 // --- When there is one ---------------------------------------------------------------------------

@@ -1,6 +1,7 @@
 #include "output/distrplot.h"
 
 #include "core/analysis_state.h"
+#include "core/checked_array.h"
 #include "core/menus.h"
 #include "core/records.h"
 #include "numeric/rounding.h"
@@ -68,8 +69,8 @@ GraphSettings StartSettings(DistrPlotKind kind, const DistrTable& table) {
     settings.YAxis(0) = YLabel(kind, table.IsDiscrete);
     for (int i = 1; i <= 3; ++i)
         settings.XAxis(i) = settings.YAxis(i) = AutoLimit;
-    settings.YAxis(1) = "0";
     if (kind == CdfPlot || kind == SurvivalPlot) {
+        settings.YAxis(1) = "0";
         settings.YAxis(2) = "1.2";
         settings.YAxis(3) = "0.2";
     }
@@ -85,11 +86,33 @@ GraphSettings SettingsFor(DistrPlotKind kind, const DistrTable& table) {
     return isSame ? edited.Settings : StartSettings(kind, table);
 }
 
+using AxisTexts = FixedArray<std::string, 0, 3>; // label, minimum, maximum, tick
+
+// The axis with limits in the place of "Auto" that are the next multiples of a round step, no more
+// than so many steps apart: the curves fill the plot from one end to the other.
+AxisTexts WithRoundLimits(const AxisTexts& axis, f64 low, f64 high, f64 mostSteps) {
+    AxisTexts round = axis;
+    if (!(high > low) || !std::isfinite(high - low))
+        return round;
+    f64 step = std::pow(10, std::floor(std::log10((high - low) / mostSteps)));
+    for (const f64 factor : {2.0, 2.5, 2.0}) // 1, 2, 5, 10
+        if (high - low > mostSteps * step)
+            step *= factor;
+    constexpr f64 slack = 1e-6;
+    const f64 first = std::floor(low / step + slack) * step;
+    const f64 last = std::ceil(high / step - slack) * step;
+    const std::string format = TickFormat(Single(step), Single(first));
+    const f64 limits[] = {first, last, step};
+    for (int i = 1; i <= 3; ++i)
+        if (!TypedLimit(axis(i)))
+            round(i) = Format(limits[i - 1], format);
+    return round;
+}
+
 // The x-values of the plot; of counts both ends of each column.
-std::vector<f64> XValues(const DistrTable& table, const GraphSettings& settings,
-                         DistrPlotKind kind) {
-    const f64 low = TypedLimit(settings.XAxis(1)).value_or(table.Low);
-    const f64 high = TypedLimit(settings.XAxis(2)).value_or(table.High);
+std::vector<f64> XValues(const DistrTable& table, const AxisTexts& axis, DistrPlotKind kind) {
+    const f64 low = TypedLimit(axis(1)).value_or(table.Low);
+    const f64 high = TypedLimit(axis(2)).value_or(table.High);
     std::vector<f64> values;
     if (!(high > low) && !table.IsDiscrete)
         return values;
@@ -138,28 +161,37 @@ f32 CellOf(f64 value) {
 Presentation TableOf(DistrPlotKind kind, const DistrTable& table, const GraphSettings& settings) {
     Presentation plot;
     plot.Title = settings.Title;
-    plot.XAxis = settings.XAxis;
+    constexpr f64 mostXSteps = 20;
+    plot.XAxis = WithRoundLimits(settings.XAxis, table.Low, table.High, mostXSteps);
     plot.YAxis = settings.YAxis;
     plot.ZLabel = settings.ZLabel;
     plot.Type = TypeOf(settings.Type.FontName, settings.Type.FontSize, settings.Type.Bold);
     plot.CurveWidth = static_cast<i16>(TypedLimit(settings.CurveWidth).value_or(0));
-    const std::vector<f64> xs = XValues(table, settings, kind);
+    const std::vector<f64> xs = XValues(table, plot.XAxis, kind);
     if (xs.empty() || table.Distributions.empty())
         return plot;
     const int rows = static_cast<int>(xs.size());
     const int columns = static_cast<int>(table.Distributions.size());
     plot.X.ReDim(1, rows);
     plot.Y.ReDim(1, rows, 1, columns);
+    f64 highest = 0;
     for (int i = 1; i <= rows; ++i) {
         const f64 x = xs[static_cast<std::size_t>(i - 1)];
         plot.X(i) = Single(x);
         // Both ends of a column have the value of its count.
         const f64 half = kind == CdfPlot ? 0.0 : 0.5;
         const f64 at = !table.IsDiscrete ? x : i % 2 == 1 ? x + half : x - 1 + half;
-        for (int j = 1; j <= columns; ++j)
-            plot.Y(i, j) =
-                CellOf(ValueAt(table.Distributions[static_cast<std::size_t>(j - 1)], kind, at));
+        for (int j = 1; j <= columns; ++j) {
+            const PlottedDistr& distr = table.Distributions[static_cast<std::size_t>(j - 1)];
+            plot.Y(i, j) = CellOf(ValueAt(distr, kind, at));
+            // Where next to nothing is left a hazard may be of any size.
+            constexpr f64 few = 0.01;
+            if (HasCellValue(plot.Y(i, j)) && (kind != HazardPlot || 1 - distr.Cdf(at) >= few))
+                highest = std::max(highest, f64{plot.Y(i, j)});
+        }
     }
+    constexpr f64 mostYSteps = 10;
+    plot.YAxis = WithRoundLimits(plot.YAxis, 0, highest, mostYSteps);
     for (int j = 1; j <= columns; ++j) {
         const PlottedDistr& distr = table.Distributions[static_cast<std::size_t>(j - 1)];
         plot.ZTexts.push_back(distr.Label);

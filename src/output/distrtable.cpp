@@ -197,6 +197,11 @@ bool IsOneTailed(StatisticLaw law) {
     return law == StatisticLaw::FRatio || law == StatisticLaw::ChiSquare;
 }
 
+bool IsFromZero(StatisticLaw law) {
+    return IsOneTailed(law) || law == StatisticLaw::VarianceShare ||
+           law == StatisticLaw::VarianceRatio;
+}
+
 bool IsUsable(const TestStatistic& s) {
     const bool isTwo = NoOfTails == TwoOneSided && !IsOneTailed(s.Law);
     if (s.Law == StatisticLaw::Normal)
@@ -249,7 +254,7 @@ DistrTable StatisticTable(const TestStatistic& s) {
     table.High = -Everything;
     constexpr f64 seen = 0.0005; // a share on either side is left out
     for (const PlottedDistr& distr : table.Distributions) {
-        table.Low = MinOf(table.Low, QuantileOf(distr.Cdf, seen));
+        table.Low = MinOf(table.Low, IsFromZero(s.Law) ? 0 : QuantileOf(distr.Cdf, seen));
         table.High = MaxOf(table.High, QuantileOf(distr.Cdf, 1 - seen));
     }
     return table;

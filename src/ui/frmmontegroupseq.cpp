@@ -156,8 +156,11 @@ void frmMonteGroupSeq::Refresh() {
             label->setVisible(i < rows.size());
         }
     }
-    for (QLabel* label : lblPair_)
-        label->setText(ToQt(DesignPairHead()));
+    const QString pair = ToQt(DesignPairHead());
+    for (QLabel* label : lblPair_) {
+        label->setText(pair);
+        label->setVisible(!pair.isEmpty());
+    }
     const std::string bounds = DesignBoundHead();
     lblHead1_->setText(bounds.empty() ? "Boundaries" : "Boundaries\n" + ToQt(bounds));
     const DesignAverage average = AverageOfDesign();
