@@ -17,6 +17,7 @@
 #include "output/counted_sizes.h"
 #include "output/designresults.h"
 #include "output/statement.h"
+#include "support/design_answers.h"
 #include "support/grid_filling.h"
 #include "support/number.h"
 #include "support/solving_fixture.h"
@@ -56,21 +57,7 @@ class GroupSeqDesigns : public SolvingFixture {
     void Plan(i16 type, const std::string& par, const std::vector<std::string>& fractions,
               const GridRowTexts& levels = {}) {
         NoOfInterim = static_cast<i16>(fractions.size());
-        platform.BoundaryChoices = {[type, par] {
-            ChooseBoundType(type);
-            if (!FamilyParCaption(type).empty())
-                FamilyParText = par;
-            return AcceptBoundary();
-        }};
-        platform.GridFillings.clear();
-        if (!levels.empty())
-            platform.GridFillings.push_back([levels] { return FillCurrentGrid(levels); });
-        platform.GridFillings.push_back([fractions] {
-            GridRowTexts rows;
-            for (const std::string& fraction : fractions)
-                rows.push_back({fraction});
-            return FillCurrentGrid(rows);
-        });
+        AnswerDesign(platform, type, par, fractions, levels);
     }
 
     static Values ValuesOf(const std::string& text) {

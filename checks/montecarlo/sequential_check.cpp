@@ -13,6 +13,7 @@
 #include "montecarlo/simstudy.h"
 #include "numeric/rounding.h"
 #include "output/designresults.h"
+#include "support/design_answers.h"
 #include "support/grid_filling.h"
 #include "support/number.h"
 #include "support/simulation_fixture.h"
@@ -76,21 +77,7 @@ class SequentialSimulation : public SimulationFixture {
     // What the user will answer when the run starts: boundaries, levels of his own, fractions.
     void Answer(i16 type, const std::string& par, const std::vector<std::string>& fractions,
                 const GridRowTexts& levels = {}) {
-        platform.BoundaryChoices = {[type, par] {
-            ChooseBoundType(type);
-            if (!FamilyParCaption(type).empty())
-                FamilyParText = par;
-            return AcceptBoundary();
-        }};
-        platform.GridFillings.clear();
-        if (!levels.empty())
-            platform.GridFillings.push_back([levels] { return FillCurrentGrid(levels); });
-        platform.GridFillings.push_back([fractions] {
-            GridRowTexts rows;
-            for (const std::string& fraction : fractions)
-                rows.push_back({fraction});
-            return FillCurrentGrid(rows);
-        });
+        AnswerDesign(platform, type, par, fractions, levels);
     }
 
     // Opens the design with effects and sizes in these forms, and types its values.
@@ -233,6 +220,7 @@ TEST_F(SequentialSimulation, StandsBesideTheExactDesign) {
 TEST_F(SequentialSimulation, ShowsTheLevelsAndSizesOfTheDesign) {
     Answer(BoundOBrienFleming, "", {"0.25", "0.5"});
     OpenMeans(2, TwoSided);
+    EXPECT_EQ(IntCellDefault(IntColumn::RejectH0, 0), "") << "no level before the boundaries";
     Run("10", "1");
     EXPECT_EQ(SimSize1, CellsOf<i16>({0, 10, 20, 40}));
     EXPECT_EQ(IntCellText(IntColumn::Size1, 0), "10");

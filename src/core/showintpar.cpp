@@ -198,6 +198,8 @@ std::string IntCellText(IntColumn column, i16 row) {
 }
 
 std::string IntCellDefault(IntColumn column, i16 row) {
+    if (IsGroupSeq == True && !IsIntCellOpen(column, row))
+        return ""; // it follows from the boundaries
     if (column == IntColumn::RejectH0)
         return ParText(ParKind(LevelParNo));
     if (column == IntColumn::AcceptH0)
