@@ -8,7 +8,7 @@ namespace quorvanta {
 
 // Of Student's t with df > 0 and non-centrality delta at t: the integral over the standard
 // deviation (N. L. Johnson, S. Kotz and N. Balakrishnan, Continuous Univariate Distributions, vol.
-// 2, 2nd edition, 1995, chapter 31). Good to 1e-8.
+// 2, 2nd edition, 1995, chapter 31). Good to 1e-7.
 f64 StudentDensity(f64 t, f64 df, f64 delta);
 
 // Of chi-square with df > 0 and non-centrality lambda >= 0: the mean of central densities over a
