@@ -88,9 +88,9 @@ bool WasFilled(const Array2<std::string>& store) {
 }
 
 bool WasFilled(const Array2<f32>& store) {
-    if (store.HighBound1() != 1 || store.HighBound2() != 1)
-        return store.HighBound1() > 1 || store.HighBound2() > 1;
-    return f64{store(1, 1)} != NoValue && store(1, 1) != 1;
+    if (store.HighBound1() == 1 && store.HighBound2() == 1)
+        return f64{store(1, 1)} != NoValue && store(1, 1) != 1;
+    return store.HighBound1() > 1 || store.HighBound2() > 1;
 }
 
 std::string StoredText(i16 store, i16 row, i16 column, const std::string& otherwise) {

@@ -219,11 +219,10 @@ std::string SizeText(f64 size, bool isWhole) {
 } // namespace
 
 i16 GsKindOfTest() {
-    constexpr i16 student = 125;
     constexpr i16 proportions = 126;
     constexpr i16 logrank = 127;
     switch (IsTest == True ? TestNo : i16{0}) {
-    case student:
+    case StudentDesign:
         return GsStudent;
     case proportions:
         return GsProportions;

@@ -239,9 +239,7 @@ Presentation FillDistrTable(DistrPlotKind kind) {
 }
 
 Presentation DistrGraph() {
-    const DistrTable table = CurrentDistributions();
-    const DistrPlotKind kind = KindIn(table);
-    return TableOf(kind, table, SettingsFor(kind, table));
+    return FillDistrTable(CurrentDistrPlot());
 }
 
 std::string DistrGraphInWords() {

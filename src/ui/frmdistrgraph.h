@@ -9,7 +9,6 @@
 #include <vector>
 
 class QHBoxLayout;
-class QPushButton;
 class QRadioButton;
 
 namespace quorvanta {
