@@ -521,6 +521,75 @@ TEST(Axes, HugeLimitsEnd) {
 
 // --- Presentations ----------------------------------------------------------------------------
 
+// --- Areas and marks -----------------------------------------------------------------------------
+
+// The upright lines of a drawing inside its frame, but for the frame's own and the ticks.
+std::vector<std::vector<Point>> UprightLines(const RecordingSurface& drawn) {
+    const auto& frame = drawn.Lines.front().Points;
+    std::vector<std::vector<Point>> upright;
+    for (const auto& line : drawn.Lines) {
+        const bool isUpright = line.Points.size() == 2 && line.Points[0].X == line.Points[1].X;
+        constexpr f64 tick = 0.06;
+        if (isUpright && std::fabs(line.Points[0].Y - line.Points[1].Y) > tick + 1e-9 &&
+            line.Points[0].X > frame[0].X && line.Points[0].X < frame[1].X)
+            upright.push_back(line.Points);
+    }
+    return upright;
+}
+
+// A curve at 0 up to x = 2 and at 20 from there on, in a frame from 0 to 4 and from 0 to 40.
+TEST_F(Plot, AnAreaIsHatchedFromTheAxisToTheCurve) {
+    SetCurves({0, 2, 2, 4}, {{0, 0, 20, 20}});
+    Presentation plot = PresentationOf(AnalysisNo);
+    for (auto* axis : {&plot.XAxis, &plot.YAxis}) {
+        (*axis)(1) = "0";
+        (*axis)(2) = axis == &plot.XAxis ? "4" : "40";
+    }
+    plot.Areas = {{1, 1, 3}};
+    RecordingSurface drawn(Width, Height);
+    ASSERT_TRUE(PlotGraph(drawn, plot));
+    const auto& frame = Frame(drawn);
+    const f64 left = frame[0].X;
+    const f64 width = frame[1].X - left;
+    const f64 bottom = frame[2].Y;
+    const f64 height = bottom - frame[0].Y;
+    const auto lines = UprightLines(drawn);
+    EXPECT_GT(lines.size(), 15U);
+    for (const auto& line : lines) {
+        const f64 x = (line[0].X - left) / width * 4;
+        EXPECT_GE(x, 2 - 1e-9) << "nothing to hatch where the curve is on the axis";
+        EXPECT_LE(x, 3 + 1e-9);
+        EXPECT_NEAR(std::max(line[0].Y, line[1].Y), bottom, 1e-9);
+        EXPECT_NEAR(std::min(line[0].Y, line[1].Y), bottom - height / 2, 1e-9);
+    }
+}
+
+TEST_F(Plot, AMarkGoesFromTheTopToTheBottom) {
+    Presentation plot = PresentationOf(AnalysisNo);
+    plot.XAxis(1) = "0";
+    plot.XAxis(2) = "4";
+    plot.Marks = {1, 5, -1}; // the others are outside
+    RecordingSurface drawn(Width, Height);
+    ASSERT_TRUE(PlotGraph(drawn, plot));
+    const auto& frame = Frame(drawn);
+    const auto lines = UprightLines(drawn);
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_NEAR(lines[0][0].X, frame[0].X + (frame[1].X - frame[0].X) / 4, 1e-9);
+    EXPECT_NEAR(std::fabs(lines[0][1].Y - lines[0][0].Y), frame[2].Y - frame[0].Y, 1e-9);
+}
+
+TEST_F(Plot, TheLegendMayHaveWords) {
+    SetCurves({0, 1}, {{0, 1}, {1, 2}});
+    Presentation plot = PresentationOf(AnalysisNo);
+    plot.ZLabel = "Hypothesis";
+    plot.ZTexts = {"H0", "H1"};
+    RecordingSurface drawn(Width, Height);
+    ASSERT_TRUE(PlotGraph(drawn, plot));
+    EXPECT_NE(drawn.Find("H0"), nullptr);
+    EXPECT_NE(drawn.Find("H1"), nullptr);
+    EXPECT_EQ(drawn.Find("0.1"), nullptr) << "not the numbers";
+}
+
 TEST_F(Plot, AWindowBehindPresentsItsOwnResult) {
     for (int window = 0; window < 2; ++window) {
         FileCommand(GraphWindow);

@@ -430,7 +430,8 @@ void DrawAreas(Surface& surface, const Layout& layout, const Presentation& graph
             const auto y = CurveAt(graph, area.Curve, x);
             const auto line =
                 y ? Clip({layout.At(x, 0), layout.At(x, *y)}, layout.Plot) : std::nullopt;
-            if (line)
+            // Where the curve is on the axis there is nothing to hatch.
+            if (line && std::fabs(line->To.Y - line->From.Y) * surface.PixelsPerInch() >= 1)
                 surface.Line(line->From, line->To);
         }
     }
