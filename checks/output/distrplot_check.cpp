@@ -9,6 +9,7 @@
 #include "output/distrplot.h"
 #include "output/distrtable.h"
 #include "support/number.h"
+#include "support/simulation_fixture.h"
 #include "support/solving_fixture.h"
 
 #include <cmath>
@@ -195,6 +196,65 @@ TEST_F(DistrFamily, TheDensitiesOfH0AndH1) {
     EXPECT_EQ(cdf.YAxis(3), "0.2");
     EXPECT_EQ(cdf.X.HighBound(), 401) << "a point at each end of each step";
     EXPECT_EQ(cdf.ZTexts, (std::vector<std::string>{"H0", "H1"}));
+}
+
+// Where a family alone is chosen, the analysis itself says where its groups lie. Ordinates of the
+// normal and of the Laplace density: 1 / sqrt(2 pi) = 0.3989423 and 1/2, divided by the scale.
+class DistrOfGroups : public SimulationFixture {
+  protected:
+    DistrTable Choose(i16 code) {
+        ClearDistrRows();
+        SelectDistr({code, 0, 1});
+        StoreDistrRow(1);
+        return CurrentDistributions();
+    }
+};
+
+TEST_F(DistrOfGroups, OfATestOfScalesTheyHaveItsScales) {
+    OpenSimulation(330); // Siegel-Tukey
+    ReopenOptions();
+    Pick(Group::H1Scale2, 0);
+    AcceptOptions();
+    Type(Kind::H1Scale1, "2");
+    Type(Kind::H1Scale2, "5");
+    const DistrTable two = Choose(SimNormal);
+    ASSERT_EQ(two.Distributions.size(), 2U);
+    EXPECT_NEAR(two.Distributions[0].Density(0), 0.3989423 / 2, 1e-6);
+    EXPECT_NEAR(two.Distributions[1].Density(0), 0.3989423 / 5, 1e-6);
+    Type(Kind::H1Scale2, "4");
+    EXPECT_NEAR(CurrentDistributions().Distributions[1].Density(0), 0.3989423 / 4, 1e-6)
+        << "a value typed later";
+
+    ReopenOptions();
+    Pick(Group::H1Scale2, 1);
+    AcceptOptions();
+    Type(Kind::H1Scale2Over1, "2.5");
+    const DistrTable one = Choose(SimLaplace);
+    ASSERT_EQ(one.Distributions.size(), 2U);
+    EXPECT_NEAR(one.Distributions[0].Density(0), 0.5, 1e-6) << "scale 1 under H0";
+    EXPECT_NEAR(one.Distributions[1].Density(0), 0.5 / 2.5, 1e-6);
+}
+
+TEST_F(DistrOfGroups, OfATestOfLocationsTheyAreShifted) {
+    OpenSimulation(310); // normal scores
+    Type(Kind::H1Mean2Minus1, "3");
+    Type(Kind::Sd, "2");
+    const DistrTable two = Choose(SimNormal);
+    ASSERT_EQ(two.Distributions.size(), 2U);
+    EXPECT_NEAR(two.Distributions[0].Density(0), 0.3989423 / 2, 1e-6);
+    EXPECT_NEAR(two.Distributions[1].Density(3), 0.3989423 / 2, 1e-6);
+
+    OpenSimulation(311); // Kruskal-Wallis
+    Type(Kind::NoOfGroups, "3");
+    Type(Kind::SdOfMeans, "2");
+    Type(Kind::Sd, "1");
+    const DistrTable groups = Choose(SimNormal);
+    ASSERT_EQ(groups.Distributions.size(), 4U);
+    EXPECT_EQ(groups.Distributions[0].Label, "H0");
+    EXPECT_EQ(groups.Distributions[3].Label, "Group 3");
+    // Equally spaced with this standard deviation: at 0, 2 sqrt(3/2) and 4 sqrt(3/2).
+    EXPECT_NEAR(groups.Distributions[2].Density(2.4494897), 0.3989423, 1e-5);
+    EXPECT_NEAR(groups.Distributions[3].Cdf(4.8989795), 0.5, 1e-5);
 }
 
 // Beyond the end of a uniform distribution nothing is left to have a hazard.

@@ -112,6 +112,15 @@ std::optional<DistrList> SelTableDistr(i16 parNo) {
     });
 }
 
+std::vector<NamedDistr> SelGroupDistr() {
+    return WithModule(CurrentKey(), []<class M>() -> std::vector<NamedDistr> {
+        if constexpr (requires { M::GroupDistr(); })
+            return M::GroupDistr();
+        else
+            return {};
+    });
+}
+
 f32 SelCalcTablePar(i16 parNo) {
     return WithModule(CurrentKey(), [parNo]<class M>() -> f32 {
         if constexpr (requires { M::CalcTablePar(parNo); })

@@ -31,6 +31,9 @@ f64 SelRootFunction();
 bool SelIsTablePar(i16 parNo);
 std::vector<Grid> SelTableGrids(i16 parNo);
 std::optional<DistrList> SelTableDistr(i16 parNo);
+// The distributions of the groups where a family alone is chosen and the analysis' own values give
+// their locations and scales, H0 first; empty for other analyses.
+std::vector<NamedDistr> SelGroupDistr();
 f32 SelCalcTablePar(i16 parNo);
 void SelRenewTablePars();
 void SelSetLabels();

@@ -260,13 +260,13 @@ auto WithModule(const AnalysisKey& key, Operation operation) {
     case 101:
     case 102:
     case 103:
-        return operation.template operator()<TESTSURVSIM<TESTLIFETABLEWEIB>>();
+        return operation.template operator()<TESTLOGRANKWEIB>();
     case 35:
     case 89:
     case 94:
     case 99:
     case 104:
-        return operation.template operator()<TESTSURVSIM<TESTLIFETABLEPWEXP>>();
+        return operation.template operator()<TESTLOGRANKPWEXP>();
     case 38:
     case 39:
         return operation.template operator()<TESTCOX>();

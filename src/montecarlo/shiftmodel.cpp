@@ -672,6 +672,11 @@ void SimulateFamily(DistrList list) {
     SimulateDistr(family);
 }
 
+DistrRow SimulatedDistr(f32 location, f32 scale) {
+    return {SimDistrNo, IsOffered(DistrList::ShiftModels, SimDistrNo) ? location : SimDistrPar,
+            scale};
+}
+
 void SimulateDistr(const DistrRow& distr) {
     SimDistrNo = distr.Code;
     SimDistrPar = distr.Par1;

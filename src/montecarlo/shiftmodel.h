@@ -54,6 +54,12 @@ void StoreDistrRow(i16 step);
 void SetNullFromShift();
 void SetNullFromScale();
 
+// A distribution beside the name of the hypothesis, or of the group, that it belongs to.
+using NamedDistr = std::pair<std::string, DistrRow>;
+
+// The family that SimulateFamily selected: at this location, or with its shape, and of this scale.
+DistrRow SimulatedDistr(f32 location, f32 scale);
+
 // "Normal Distribution"; empty for a code that there is none of.
 std::string SimDistrName(i16 code);
 // "Normal Distribution, m = 0.5, s = 1".

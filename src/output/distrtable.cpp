@@ -348,8 +348,18 @@ bool HasFamily() {
     return false;
 }
 
+bool AllValuesAreThere() {
+    for (i16 i = 0; i <= NoOfPar; ++i)
+        if (i != UnknownParNo && !(ParValue(i) < NoValue))
+            return false;
+    return true;
+}
+
 // H0 first. Of a shift model H0 is the same distribution with location 0.
-std::vector<std::pair<std::string, DistrRow>> FamilyRows() {
+std::vector<NamedDistr> FamilyRows() {
+    if (AllValuesAreThere() && SelCheckPar())
+        if (auto groups = SelGroupDistr(); !groups.empty())
+            return groups;
     const DistrRow last = Distr(NoOfDistr());
     if (NoOfDistr() > 1)
         return {{"H0", Distr(1)}, {"H1", last}};
@@ -377,10 +387,16 @@ PlottedDistr FamilyDistr(const std::string& label, const DistrRow& row) {
     return {label, cdf, density};
 }
 
+bool HasScale(const NamedDistr& row) {
+    return row.second.Par2 > 0 && f64{row.second.Par2} < NoValue;
+}
+
 DistrTable FamilyTable() {
     DistrTable table{.Kind = DistrTableKind::Family};
     table.What = "x-value";
-    const auto rows = FamilyRows();
+    const std::vector<NamedDistr> rows = FamilyRows();
+    if (!std::ranges::all_of(rows, HasScale))
+        return {};
     table.IsDiscrete = IsDiscreteDistr(rows.back().second);
     table.Low = Everything;
     table.High = -Everything;

@@ -13,6 +13,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <string>
 
 namespace quorvanta {
 
@@ -87,6 +88,15 @@ std::optional<DistrList> RankGroupsTest::TableDistr(i16 parNo) {
 f32 RankGroupsTest::CalcTablePar(i16 parNo) {
     return parNo == scale ? Single(ParValue(scale))
                           : Single(EffectFromGrids(Tested(), AnovaEffectType::SdOfMeans));
+}
+
+// Under H0 all groups have location 0.
+std::vector<NamedDistr> RankGroupsTest::GroupDistr() {
+    GetSimPar();
+    std::vector<NamedDistr> rows = {{"H0", SimulatedDistr(0, SimScale1)}};
+    for (i16 j = 1; j <= locations.HighBound(); ++j)
+        rows.emplace_back("Group " + std::to_string(j), SimulatedDistr(locations(j), SimScale1));
+    return rows;
 }
 
 void RankGroupsTest::GetSimPar() {

@@ -22,6 +22,7 @@ struct RankGroupsTest {
     static std::vector<Grid> TableGrids(i16 parNo);
     static std::optional<DistrList> TableDistr(i16 parNo);
     static f32 CalcTablePar(i16 parNo);
+    static std::vector<NamedDistr> GroupDistr();
 
     static void GetSimPar();
     static void SimSample(i16 n1, i16 n2, bool isH1);

@@ -49,6 +49,11 @@ f32 TESTNORMSCORE::CalcTablePar(i16 parNo) {
     return Single(ParValue(parNo));
 }
 
+std::vector<NamedDistr> TESTNORMSCORE::GroupDistr() {
+    GetSimPar();
+    return {{"H0", SimulatedDistr(SimLoc1, SimScale1)}, {"H1", SimulatedDistr(SimLoc2, SimScale2)}};
+}
+
 void TESTNORMSCORE::GetSimPar() {
     SimulateFamily(DistrList::ShiftModels);
     SimLoc1 = 0;

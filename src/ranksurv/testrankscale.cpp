@@ -73,8 +73,19 @@ std::optional<DistrList> RankScaleTest::TableDistr(i16 /*parNo*/) {
     return FamilyList();
 }
 
+// What is chosen is kept with the scale of the analysis, for what is told of it.
 f32 RankScaleTest::CalcTablePar(i16 parNo) {
+    GroupDistr();
     return Single(ParValue(parNo));
+}
+
+std::vector<NamedDistr> RankScaleTest::GroupDistr() {
+    GetSimPar();
+    SelectDistr(SimulatedDistr(SimLoc2, SimScale2));
+    StoreDistrRow(1);
+    SetNullFromScale();
+    return {{"H0", hypotheses.HasTwo() ? SimulatedDistr(SimLoc1, SimScale1) : Distr(1)},
+            {"H1", Distr(2)}};
 }
 
 void RankScaleTest::GetSimPar() {

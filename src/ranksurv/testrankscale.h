@@ -6,6 +6,7 @@
 #include "montecarlo/shiftmodel.h"
 
 #include <optional>
+#include <vector>
 
 namespace quorvanta {
 
@@ -18,6 +19,7 @@ struct RankScaleTest {
     static bool IsTablePar(i16 parNo);
     static std::optional<DistrList> TableDistr(i16 parNo);
     static f32 CalcTablePar(i16 parNo);
+    static std::vector<NamedDistr> GroupDistr();
 
     static void GetSimPar();
     static void SimSample(i16 n1, i16 n2, bool isH1);

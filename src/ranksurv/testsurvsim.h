@@ -5,6 +5,8 @@
 
 #include "core/gridtable.h"
 #include "core/types.h"
+#include "ranksurv/testlifetablepwexp.h"
+#include "ranksurv/testlifetableweib.h"
 
 #include <vector>
 
@@ -30,5 +32,10 @@ struct TESTSURVSIM {
     static void SimSample(i16 n1, i16 n2, bool isH1) { LifeTable::SimSample(n1, n2, isH1); }
     static f32 SimTest(i16 n1, i16 n2) { return LifeTable::SimTest(n1, n2); }
 };
+
+// By the model of survival: Weibull, gamma and lognormal; piecewise exponential. Their shares that
+// survive are those of the life-table tests (SurvivalAtModel, IntervalProbs).
+using TESTLOGRANKWEIB = TESTSURVSIM<TESTLIFETABLEWEIB>;
+using TESTLOGRANKPWEXP = TESTSURVSIM<TESTLIFETABLEPWEXP>;
 
 } // namespace quorvanta
