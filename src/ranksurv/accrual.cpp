@@ -9,7 +9,9 @@
 #include "numeric/rounding.h"
 #include "output/format.h"
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <string>
 
 namespace quorvanta {
@@ -65,6 +67,27 @@ Grid TableOf(i16 intervals) {
             .Title = tableTitle,
             .RowHeads = "Interval",
             .ColumnHeads = tableHeads};
+}
+
+// A search for a size asks for the same variances with each trial value: those of both groups, and
+// of both pooled. The least recent of a few gives way to a new one.
+using VarianceOf = std::array<f32, 5>; // hazard, loss; accrual time, study time, accrual rate
+
+template <class Formula>
+f32 Remembered(const VarianceOf& values, Formula variance) {
+    struct Known {
+        VarianceOf Values{-1}; // no hazard
+        f32 Variance = 0;
+    };
+    static std::array<Known, 4> known;
+    static std::size_t oldest = 0;
+    for (const Known& row : known)
+        if (row.Values == values)
+            return row.Variance;
+    Known& row = known[oldest];
+    oldest = (oldest + 1) % known.size();
+    row = {values, variance()};
+    return row.Variance;
 }
 
 // --- What the table must be ---------------------------------------------------------------------
@@ -172,6 +195,12 @@ f64 Accrual::ShareLeaving(f64 rate) const {
     return ShareLeavingBy(rate, StudyTime());
 }
 
+std::optional<std::array<f32, 3>> Accrual::Times() const {
+    if (intervals_ != 0 || ParValue(time_) == 0)
+        return std::nullopt;
+    return std::array{Single(ParValue(time_)), Single(ParValue(study_)), Single(ParValue(rate_))};
+}
+
 f64 Accrual::StudyTime() const {
     return f64{Single(ParValue(study_))};
 }
@@ -254,9 +283,14 @@ std::vector<Grid> Accrual::Grids() const {
 // Of those who leave, lambda/(lambda + eta) have the event. At the very end of the range, where
 // nobody does, the variance stays a number of 32 bits.
 f32 HazardVariance(const Accrual& accrual, f32 lambda, f32 eta) {
-    constexpr f64 largest = 1e30;
-    const f64 rate = f64{lambda} + f64{eta};
-    return Single(MinOf(largest, rate * f64{lambda} / accrual.ShareLeaving(rate)));
+    const auto variance = [&] {
+        constexpr f64 largest = 1e30;
+        const f64 rate = f64{lambda} + f64{eta};
+        return Single(MinOf(largest, rate * f64{lambda} / accrual.ShareLeaving(rate)));
+    };
+    const auto times = accrual.Times();
+    return times ? Remembered({lambda, eta, (*times)[0], (*times)[1], (*times)[2]}, variance)
+                 : variance();
 }
 
 f64 ShareLeaving(f64 rate, f64 shape, f64 accrual, f64 study) {

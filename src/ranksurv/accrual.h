@@ -6,6 +6,8 @@
 #include "core/types.h"
 #include "montecarlo/survivalsim.h"
 
+#include <array>
+#include <optional>
 #include <vector>
 
 namespace quorvanta {
@@ -42,6 +44,10 @@ class Accrual {
     // they stay; and the time up to which that is the share of all who enter.
     f64 ShareFollowed(f64 time) const;
     f64 Certain() const;
+
+    // Accrual time, study time and accrual rate, of which all shares follow; none where there is a
+    // table, or an accrual time of 0 that is still to become the shortest.
+    std::optional<std::array<f32, 3>> Times() const;
 
     // Accrual and study time of the simulated studies.
     void Prepare(SurvivalPlan& plan) const;
