@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Reference values for the log-rank tests and the tests of exponential survival, written to
-checks/data/validation/logrank.tsv and checks/data/validation/logrank_simulated.tsv.
+checks/data/validation/logrank.tsv and checks/data/validation/logrank_simulated.tsv; and figures that are
+printed elsewhere, written to checks/data/validation/logrank_published.tsv.
 
 Independent of the program. The probability of an event is integrated numerically over the time of
 entry (scipy.integrate.quad), for every model of accrual; powers are those of the published formulas
@@ -601,6 +602,36 @@ def weighted_effect(strata, total, accrual):
 HEAD = ['Analysis', 'Samples', 'Tails', 'Left', 'Checks', 'Groups', 'Values', 'Unknown', 'Exact', 'Tolerance']
 
 
+# --- Printed figures ----------------------------------------------------------------------------
+
+def published():
+    """Figures as they are printed; those that are rounded up lie at most one rounding step below."""
+    rows = []
+    # M. A. Phadnis, J. B. Wetmore, M. S. Mayo, Statistics in Medicine 36, 2017, 4121-4140, table 3: deaths
+    # in all, rounded up to an even number, of a log-rank test at 0.05, one-sided, with a power of 0.80
+    # under proportional hazards.
+    for ratio, deaths in {0.85: 938, 0.8: 498, 0.75: 300, 0.7: 196, 0.65: 134, 0.6: 96, 0.55: 70, 0.5: 52,
+                          0.45: 40, 0.4: 30}.items():
+        rows.append(row(SCHOENFELD, 2, 1, True, [4, 33], {}, {0: 0.05, 1: 0.8, 264: ratio, 5: 1}, 99,
+                        deaths - 1, 1))
+    # K. Anderson, gsDesign (R package), checks of its nSurv: deaths as the procedure SEQDESIGN of SAS 9.4
+    # gives them, and the power that East 6.5 gives.
+    rows.append(row(SCHOENFELD, 2, 1, True, [4, 33], {}, {0: 0.025, 1: 0.9, 264: 0.5, 5: 1}, 99, 87.4793,
+                    0.05))
+    rows.append(row(SCHOENFELD, 2, 1, True, [4, 33], {}, {0: 0.025, 264: 0.5, 99: 39.02121789, 5: 1}, 1,
+                    0.58120457, NORMAL))
+    # The same, printed results of its nSurvival, the method of Lachin and Foulkes (1986) on the scale of
+    # log hazards: patients in all, rounded up to an even number.
+    groups = {5: 0, 8: 0, 2: 2, 55: 0}
+    for hazard1, hazard2, loss, accrual, study, patients in [(0.2, 0.1, 0.1, 0.5, 2, 430),
+                                                             (math.log(2) / 8, 0.7 * math.log(2) / 8, 0.001,
+                                                              12, 28, 422)]:
+        values = {0: 0.025, 1: 0.9, 9: hazard1, 73: hazard2, 332: 1, 13: loss, 45: loss, 33: 0, 10: accrual,
+                  11: study, 5: 1}
+        rows.append(row(GEORGE, 2, 1, True, [], groups, values, 4, patients / 2 - 0.5, 0.5))
+    write('logrank_published', 'Printed figures; the program has their sources.', rows)
+
+
 def write(name, comment, rows):
     with open(f'checks/data/validation/{name}.tsv', 'w', encoding='utf-8') as file:
         file.write(f'# Written by checks/reference/logrank.py. {comment}\n')
@@ -616,6 +647,7 @@ if __name__ == '__main__':
     interval_cases()
     stratified_cases()
     write('logrank', 'Log-rank tests and tests of exponential survival.', ROWS)
+    published()
     simulations()
     write('logrank_simulated', f'Simulated log-rank tests, {SIMULATED} replicates with seed {SEED}.', SIMULATIONS)
     print(len(ROWS), 'rows,', len(SIMULATIONS), 'simulated')
