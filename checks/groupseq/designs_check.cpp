@@ -800,6 +800,51 @@ TEST_F(DesignTables, AreThoseOfTheirPoints) {
     EXPECT_TRUE(platform.BoundaryChoices.empty());
 }
 
+// The spending function alpha t^2: at 0.4 of the information 0.16 of the level is spent, so that of
+// the levels 0.05 and 0.01 the first analysis has 0.008 and 0.0016, to the error of the quantiles.
+// Sizes at 0.4 and 0.7 of the largest and the smallest of the table, as a size is shown.
+TEST_F(DesignTables, AreStatedWithTheirRanges) {
+    OpenTable();
+    RunOrCancel();
+    ASSERT_EQ(Calculated, True);
+    const auto size = [](f64 fraction, i16 i, i16 j) {
+        return std::to_string(std::lround(fraction * f64{TableY(i, j)}));
+    };
+    const std::string text = SumStatement();
+    EXPECT_NE(text.find(" The significance levels at the interim and final analysis are 0.0016 to "
+                        "0.00799, "),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find(" The cumulative sample sizes at the interim analyses are " +
+                        size(0.4, 3, 1) + " to " + size(0.4, 1, 2) + " and " + size(0.7, 3, 1) +
+                        " to " + size(0.7, 1, 2) + "."),
+              std::string::npos)
+        << text;
+
+    // The table of a window stays with it.
+    const i16 table = AnalysisNo;
+    NewWindow(CalculationWindow);
+    NewTest(MenuMeans);
+    AcceptOptions();
+    SwitchAnalysis(table);
+    EXPECT_EQ(SumStatement(), text);
+    TypedAxisText(AxisText::ZValues, "0.05");
+    RunOrCancel();
+    const std::string one = SumStatement();
+    EXPECT_NE(one.find(" final analysis are 0.00799, "), std::string::npos) << one;
+}
+
+// Levels of the user's own are the same at all points.
+TEST_F(DesignTables, OfLevelsOfOnesOwnAreStatedWithThese) {
+    OpenTable();
+    Plan(BoundUserDefined, "", {"0.4", "0.7"}, {{"0.01", "1"}, {"0.02", "1"}, {"0.04", "1"}});
+    RunOrCancel();
+    RunOrCancel(); // the levels are shown before
+    const std::string text = SumStatement();
+    EXPECT_NE(text.find(" final analysis are 0.01, 0.02 and 0.04 respectively."), std::string::npos)
+        << text;
+}
+
 TEST_F(DesignTables, AreCancelledBetweenTwoEvaluations) {
     OpenTable();
     platform.ClockStep = 2; // so long that the progress shows

@@ -279,6 +279,7 @@ void LoadAnalysis() {
     TableX = status.TableX;
     TableY = status.TableY;
     ZValues = status.ZValues;
+    TableDesigns = status.TableDesigns;
     TableYKind = status.TableYKind;
     TableYMin = GraphYMin = status.TableYMin;
     TableYMax = GraphYMax = status.TableYMax;

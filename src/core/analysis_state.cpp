@@ -63,6 +63,7 @@ f32 TableYMax;
 f32 TableYMin;
 f32 GraphYMax;
 f32 GraphYMin;
+DesignRanges TableDesigns;
 Array1<std::string> OutTitle;
 FixedArray<std::string, 0, 3> OutXAxis;
 FixedArray<std::string, 0, 3> OutYAxis;
@@ -186,6 +187,7 @@ void ResetResults() {
     TableX = {};
     TableY = {};
     ZValues = {};
+    TableDesigns = {};
     TableYKind = 0;
     TableYMax = -99999.0F;
     TableYMin = 99999.0F;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "core/checked_array.h"
+#include "core/form.h"
 #include "core/types.h"
 
 #include <string>
@@ -119,6 +120,17 @@ extern f32 TableYMax;
 extern f32 TableYMin;
 extern f32 GraphYMax;
 extern f32 GraphYMin;
+
+// The levels and sizes of the analyses of a design, over all designs of a table or graph: each from
+// the lowest to the highest, the first analysis first. Empty for anything else; sizes that there
+// are none of are empty as well.
+struct DesignRanges {
+    std::vector<Range> Reject;
+    std::vector<Range> Accept;
+    std::vector<Range> Size1;
+    std::vector<Range> Size2;
+};
+extern DesignRanges TableDesigns;
 
 // --- Titles, axes and type of a table or graph ------------------------------------------------
 

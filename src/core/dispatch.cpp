@@ -76,6 +76,14 @@ void SelSearchLimits(f64& lower, f64& upper) {
         GsSearchLimits(lower, upper);
 }
 
+// A search may end with another value than the solution.
+void SelNoteDesign(DesignRanges& ranges) {
+    if (IsGroupSeq == False)
+        return;
+    SelRootFunction();
+    GsNoteDesign(ranges);
+}
+
 f64 SelRootFunction() {
     return WithModule(CurrentKey(), []<class M>() -> f64 {
         if constexpr (requires { M::RootFunction(); })

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/analysis_key.h"
+#include "core/analysis_state.h"
 #include "core/gridtable.h"
 #include "core/types.h"
 #include "montecarlo/shiftmodel.h"
@@ -28,6 +29,8 @@ void SelSetParList();
 bool SelCheckPar();
 void SelSearchLimits(f64& lower, f64& upper);
 f64 SelRootFunction();
+// Widens these ranges to what the design of the values as they stand has; nothing without a design.
+void SelNoteDesign(DesignRanges& ranges);
 bool SelIsTablePar(i16 parNo);
 std::vector<Grid> SelTableGrids(i16 parNo);
 std::optional<DistrList> SelTableDistr(i16 parNo);

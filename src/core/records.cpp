@@ -117,6 +117,7 @@ void StoreResult(AnalysisResult& result) {
     result.TableX = TableX;
     result.TableY = TableY;
     result.ZValues = ZValues;
+    result.TableDesigns = TableDesigns;
     result.TableYKind = TableYKind;
     result.TableYMin = TableYMin;
     result.TableYMax = TableYMax;
@@ -159,6 +160,7 @@ void ClearResult() {
     TableX = {};
     TableY = {};
     ZValues = {};
+    TableDesigns = {};
     TableYMin = GraphYMin = static_cast<f32>(NoValue);
     TableYMax = GraphYMax = -static_cast<f32>(NoValue);
     ClearEstimates();

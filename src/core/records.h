@@ -118,6 +118,7 @@ struct AnalysisResult {
     Array1<f32> TableX;
     Array2<f32> TableY;
     Array1<f32> ZValues;
+    DesignRanges TableDesigns;
     i16 TableYKind = 0;
     f32 TableYMin = 0;
     f32 TableYMax = 0;

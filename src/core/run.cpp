@@ -211,6 +211,7 @@ struct RunValues {
         TableX = std::move(X);
         TableY = std::move(Y);
         ZValues = std::move(Z);
+        TableDesigns = std::move(Designs);
         TableYKind = ParKind(UnknownParNo);
         TableYMin = GraphYMin = YMin;
         TableYMax = GraphYMax = YMax;
@@ -220,6 +221,7 @@ struct RunValues {
     Array1<f32> X;
     Array2<f32> Y;
     Array1<f32> Z;
+    DesignRanges Designs;
     f32 YMin = static_cast<f32>(NoValue);
     f32 YMax = -static_cast<f32>(NoValue);
 };
@@ -270,7 +272,12 @@ void CalcRun() {
             if (std::trunc(root) == rangeEnd)
                 root = NoValue;
             values.Store(k, j, x, root);
-            progress.Step();
+            if (root < NoValue && Cancelled == False) {
+                ParValue(UnknownParNo) = root;
+                SelNoteDesign(values.Designs);
+            }
+            if (Cancelled == False)
+                progress.Step();
             return Cancelled == False;
         });
         wasShown = progress.IsShown();

@@ -8,6 +8,7 @@
 #include "core/kinds.h"
 #include "core/options.h"
 #include "core/platform.h"
+#include "core/values.h"
 #include "groupseq/boundchoice.h"
 #include "groupseq/groupseq.h"
 #include "numeric/rounding.h"
@@ -15,6 +16,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -351,6 +354,38 @@ bool ReadInterimLevels() {
         LevelAccept(k) = Single(accept == 0 ? 1 : accept);
     }
     return true;
+}
+
+namespace {
+
+using TextsOfSizes = FixedArray<std::string, 0, 5>;
+
+// An analysis without a text has no range, and none after it has.
+void Widen(std::vector<Range>& ranges, const TextsOfSizes& texts) {
+    for (i16 k = 1; k <= NoOfAnal && HasValue(texts(k - 1)); ++k) {
+        const auto at = static_cast<std::size_t>(k - 1);
+        const f64 value = ReadNumber(texts(k - 1));
+        if (at == ranges.size())
+            ranges.push_back({value, value});
+        ranges[at] = {MinOf(ranges[at].Min, value), MaxOf(ranges[at].Max, value)};
+    }
+}
+
+} // namespace
+
+// The texts of the analysis stay what the user entered.
+void GsNoteDesign(DesignRanges& ranges) {
+    TextsOfSizes* const shown[] = {&RejectH0Text, &AcceptH0Text, &InterimSize1Text,
+                                   &InterimSize2Text};
+    std::vector<Range>* const widened[] = {&ranges.Reject, &ranges.Accept, &ranges.Size1,
+                                           &ranges.Size2};
+    const TextsOfSizes entered[] = {*shown[0], *shown[1], *shown[2], *shown[3]};
+    WriteInterimLevels();
+    WriteInterimSizes();
+    for (std::size_t i = 0; i < std::size(shown); ++i) {
+        Widen(*widened[i], *shown[i]);
+        *shown[i] = entered[i];
+    }
 }
 
 void WriteInterimLevels() {

@@ -2,6 +2,7 @@
 // enters them and as the windows show them.
 #pragma once
 
+#include "core/analysis_state.h"
 #include "core/types.h"
 
 #include <functional>
@@ -64,5 +65,8 @@ bool ReadInterimLevels();
 
 // Writes the nominal levels of the design into these texts.
 void WriteInterimLevels();
+
+// Widens the ranges to the levels and sizes of the design as these texts would show them.
+void GsNoteDesign(DesignRanges& ranges);
 
 } // namespace quorvanta

@@ -10,6 +10,8 @@
 #include "output/statement_clauses.h"
 #include "output/statement_words.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -22,38 +24,63 @@ std::string AnalysisName(i16 k) {
 }
 
 using AnalysisTexts = FixedArray<std::string, 0, 5>;
+using Ranges = std::vector<Range>;
 
-bool HasLevels(const AnalysisTexts& texts) {
-    for (i16 k = 1; k <= NoOfAnalyses(); ++k)
-        if (ReadNumber(texts(k - 1)) != 0)
-            return true;
-    return false;
-}
-
-std::string LevelText(const AnalysisTexts& texts, i16 k) {
-    return NumberInFull(ReadNumber(texts(k - 1)));
-}
-
-std::string RejectSentence() {
-    std::vector<std::string> levels;
+Ranges Entered(const AnalysisTexts& texts) {
+    Ranges ranges;
     for (i16 k = 1; k <= NoOfAnalyses(); ++k) {
-        // Nothing entered stands for the significance level.
-        const bool isEntered = ReadNumber(RejectH0Text(k - 1)) != 0;
-        levels.push_back(isEntered ? LevelText(RejectH0Text, k)
-                                   : NumberInFull(NominalLevel(LevelParNo)));
+        const f64 value = ReadNumber(texts(k - 1));
+        ranges.push_back({value, value});
     }
-    return " The significance levels at the interim and final analysis are " + SumList(levels) +
-           " respectively.";
+    return ranges;
+}
+
+// Sizes of a second sample only where there is one.
+Ranges EnteredSizes(const AnalysisTexts& texts) {
+    return HasValue(texts(0)) ? Entered(texts) : Ranges{};
+}
+
+// No level at all is no design. Nothing entered at one analysis stands for the significance level.
+DesignRanges EnteredDesign() {
+    DesignRanges design;
+    for (const Range& level : Entered(RejectH0Text)) {
+        const f64 nominal = NominalLevel(LevelParNo);
+        design.Reject.push_back(level.Min == 0 ? Range{nominal, nominal} : level);
+    }
+    if (std::ranges::all_of(Entered(RejectH0Text), [](const Range& r) { return r.Min == 0; }))
+        design.Reject.clear();
+    design.Accept = Entered(AcceptH0Text);
+    design.Size1 = EnteredSizes(InterimSize1Text);
+    design.Size2 = EnteredSizes(InterimSize2Text);
+    return design;
+}
+
+// The designs of a table or graph have levels and sizes from the lowest to the highest.
+std::string RangeText(const Range& range) {
+    const std::string low = NumberInFull(range.Min);
+    const std::string high = NumberInFull(range.Max);
+    return low == high ? low : low + " to " + high;
+}
+
+std::vector<std::string> Texts(const Ranges& ranges) {
+    std::vector<std::string> list;
+    for (const Range& range : ranges)
+        list.push_back(RangeText(range));
+    return list;
+}
+
+std::string RejectSentence(const Ranges& levels) {
+    return " The significance levels at the interim and final analysis are " +
+           SumList(Texts(levels)) + " respectively.";
 }
 
 // H0 may be accepted at some analyses only: nothing, or 1, is no level at all.
-std::string AcceptSentence() {
+std::string AcceptSentence(const Ranges& accept) {
     std::vector<std::string> levels;
-    for (i16 k = 1; k <= NoOfAnalyses(); ++k) {
-        const f64 level = ReadNumber(AcceptH0Text(k - 1));
-        if (level != 0 && level != 1)
-            levels.push_back(LevelText(AcceptH0Text, k) + " (" + AnalysisName(k) + ")");
-    }
+    for (std::size_t i = 0; i < accept.size(); ++i)
+        if (accept[i].Max != 0 && accept[i].Min != 1)
+            levels.push_back(RangeText(accept[i]) + " (" + AnalysisName(static_cast<i16>(i + 1)) +
+                             ")");
     if (levels.empty())
         return "";
     const bool isOne = levels.size() == 1;
@@ -61,24 +88,15 @@ std::string AcceptSentence() {
            (isOne ? " is " : " are ") + SumList(levels) + ".";
 }
 
-std::vector<std::string> TextsOfAnalyses(const AnalysisTexts& texts, i16 last) {
-    std::vector<std::string> list;
-    for (i16 k = 1; k <= last; ++k)
-        list.push_back(LevelText(texts, k));
-    return list;
-}
-
 // Analyses at shares of the information take place at another time if H0 is true.
-std::string TimesSentence() {
-    std::string text =
-        " The analyses occur at " + SumList(TextsOfAnalyses(InterimSize1Text, NoOfAnalyses()));
-    if (HasValue(InterimSize2Text(0)))
-        text += " under H1, and at " + SumList(TextsOfAnalyses(InterimSize2Text, NoOfAnalyses())) +
-                " under H0";
+std::string TimesSentence(const DesignRanges& design) {
+    std::string text = " The analyses occur at " + SumList(Texts(design.Size1));
+    if (!design.Size2.empty())
+        text += " under H1, and at " + SumList(Texts(design.Size2)) + " under H0";
     return text + ".";
 }
 
-// What the texts of the sizes count: subjects, or what the log-rank test may be given instead.
+// What the sizes count: subjects, or what the log-rank test may be given instead.
 std::string CountedName(bool isOne) {
     if (IsGroupSeq == False || GsKindOfTest() != GsLogrank)
         return isOne ? "sample size" : "sample sizes";
@@ -88,19 +106,19 @@ std::string CountedName(bool isOne) {
     return isOne ? "time at risk" : "times at risk";
 }
 
-std::string SizesSentence() {
+std::string SizesSentence(const DesignRanges& design) {
     const bool isDesign = IsGroupSeq == True && CurrentWindowKind() != SimulationWindow;
     if (isDesign)
         GsReadDesign();
-    if ((UsesEventTimes() && !isDesign) || !HasValue(InterimSize1Text(0)))
+    if ((UsesEventTimes() && !isDesign) || design.Size1.empty())
         return "";
     if (isDesign && HasInterimTimes())
-        return TimesSentence();
-    const bool isPair = HasValue(InterimSize2Text(0));
+        return TimesSentence(design);
+    const bool isPair = !design.Size2.empty();
     std::vector<std::string> sizes;
-    for (i16 k = 1; k < NoOfAnalyses(); ++k) {
-        const std::string first = LevelText(InterimSize1Text, k);
-        sizes.push_back(isPair ? "(" + first + "," + LevelText(InterimSize2Text, k) + ")" : first);
+    for (std::size_t i = 0; i + 1 < design.Size1.size(); ++i) {
+        const std::string first = RangeText(design.Size1[i]);
+        sizes.push_back(isPair ? "(" + first + "," + RangeText(design.Size2[i]) + ")" : first);
     }
     const bool isOne = sizes.size() == 1 && !isPair;
     return " The cumulative " + CountedName(isOne) + (isPair ? " (Sample 1, Sample 2)" : "") +
@@ -111,9 +129,12 @@ std::string SizesSentence() {
 } // namespace
 
 std::string InterimSentences() {
-    if (NoOfAnalyses() == 1 || IsTableOrGraph() || !HasLevels(RejectH0Text))
+    if (NoOfAnalyses() == 1)
         return "";
-    return RejectSentence() + AcceptSentence() + SizesSentence();
+    const DesignRanges design = IsTableOrGraph() ? TableDesigns : EnteredDesign();
+    if (design.Reject.empty())
+        return "";
+    return RejectSentence(design.Reject) + AcceptSentence(design.Accept) + SizesSentence(design);
 }
 
 } // namespace quorvanta
