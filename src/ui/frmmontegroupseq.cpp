@@ -1,7 +1,6 @@
 #include "ui/frmmontegroupseq.h"
 
-#include "core/platform.h"
-#include "output/xyzplot.h"
+#include "output/printcopy.h"
 #include "ui/plotpicture.h"
 #include "ui/qttext.h"
 
@@ -136,6 +135,7 @@ QGroupBox* frmMonteGroupSeq::MakePicture() {
     };
     add("cmdPrintPicture", "&Print", &frmMonteGroupSeq::cmdPrintPicture_Click);
     add("cmdCopyPicture", "C&opy", &frmMonteGroupSeq::cmdCopyPicture_Click);
+    add("cmdSavePicture", "&Save", &frmMonteGroupSeq::cmdSavePicture_Click);
     auto* column = new QVBoxLayout(box);
     column->addWidget(picBoundary_, 1);
     column->addLayout(bar);
@@ -183,17 +183,20 @@ void frmMonteGroupSeq::optBoundScale_Click(i16 i) {
     DrawPicture();
 }
 
+void frmMonteGroupSeq::GiveOut(OutputAction action) {
+    OutputPicture(action, BoundaryPlot(scale_), "Stopping Boundaries");
+}
+
 void frmMonteGroupSeq::cmdPrintPicture_Click() {
-    const Presentation plot = BoundaryPlot(scale_);
-    if (plot.HasResult())
-        ThePlatform().Print(OutputForm::Picture,
-                            [plot](Surface& surface) { PlotGraph(surface, plot); });
+    GiveOut(OutputAction::Print);
 }
 
 void frmMonteGroupSeq::cmdCopyPicture_Click() {
-    const Presentation plot = BoundaryPlot(scale_);
-    if (plot.HasResult())
-        ThePlatform().CopyPicture([plot](Surface& surface) { PlotGraph(surface, plot); });
+    GiveOut(OutputAction::Copy);
+}
+
+void frmMonteGroupSeq::cmdSavePicture_Click() {
+    GiveOut(OutputAction::Save);
 }
 
 } // namespace quorvanta

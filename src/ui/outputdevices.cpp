@@ -3,7 +3,6 @@
 #include "ui/paintsurface.h"
 
 #include <QApplication>
-#include <QBuffer>
 #include <QClipboard>
 #include <QMimeData>
 #include <QPainter>
@@ -14,38 +13,17 @@ namespace quorvanta {
 
 namespace {
 
-constexpr f64 InchesPerMetre = 1 / 0.0254;
-constexpr int DotsPerInch = 300;
 constexpr f64 MarginMillimetres = 20;
 
 } // namespace
 
-void CopyTextToClipboard(const QString& plain, const QByteArray& rtf) {
+void CopyTextToClipboard(const QString& plain, const QByteArray& rtf, const QString& html) {
     auto* data = new QMimeData; // the clipboard takes it over
     data->setText(plain);
     data->setData("text/rtf", rtf);
     data->setData("application/rtf", rtf);
+    data->setHtml(html);
     QApplication::clipboard()->setMimeData(data);
-}
-
-QImage PictureOf(const Drawing& drawing, QSizeF inches) {
-    QImage image((inches * DotsPerInch).toSize(), QImage::Format_RGB32);
-    const int dotsPerMetre = qRound(DotsPerInch * InchesPerMetre);
-    image.setDotsPerMeterX(dotsPerMetre);
-    image.setDotsPerMeterY(dotsPerMetre);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    PaintSurface surface(painter, {.Inches = inches, .TurnPage = {}});
-    drawing(surface);
-    return image;
-}
-
-QByteArray BitmapOf(const Drawing& drawing, QSizeF inches) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    PictureOf(drawing, inches).convertToFormat(QImage::Format_RGB888).save(&buffer, "BMP");
-    return bytes;
 }
 
 void PrintOn(QPrinter& printer, const Drawing& drawing) {
