@@ -2,11 +2,15 @@
 
 #include "ui/paintsurface.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QPainter>
 #include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPrinter>
 
 namespace quorvanta {
@@ -50,6 +54,15 @@ void PrintWithPreview(QWidget* parent, const QString& title, OutputForm form,
     QPrintPreviewDialog preview(&printer, parent);
     preview.setObjectName("printPreview");
     preview.setWindowTitle(title);
+    // Qt leaves these without names.
+    if (auto* pages = preview.findChild<QPrintPreviewWidget*>()) {
+        pages->setAccessibleName(QObject::tr("Pages"));
+        for (auto* view : pages->findChildren<QAbstractScrollArea*>())
+            view->setAccessibleName(pages->accessibleName());
+    }
+    for (auto* box : preview.findChildren<QLineEdit*>())
+        if (qobject_cast<QComboBox*>(box->parentWidget()) == nullptr)
+            box->setAccessibleName(QObject::tr("Page"));
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
                      [&drawing](QPrinter* pages) { PrintOn(*pages, drawing); });
     preview.exec();
