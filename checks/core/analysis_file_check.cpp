@@ -120,13 +120,21 @@ TEST_F(Files, SaveAsksForANameThatStartsAsTheCaptionWithoutBlanks) {
 
 TEST_F(Files, OutputsAskForNamesOfTheirOwnKind) {
     OpenInWindow(CalculationWindow, unpaired);
-    EXPECT_EQ(AskFileName("rtf"), "");
-    EXPECT_EQ(AskFileName("bmp"), "");
-    ASSERT_EQ(platform.FileDialogs.size(), 2U);
-    EXPECT_EQ(platform.FileDialogs[0].Filter, "Text Files (*.rtf)|*.rtf");
+    EXPECT_EQ(AskFileName(TextForms, "Table"), "");
+    EXPECT_EQ(AskFileName(TableForms, "Table"), "");
+    EXPECT_EQ(AskFileName(PictureForms, "Table"), "");
+    ASSERT_EQ(platform.FileDialogs.size(), 3U);
+    EXPECT_EQ(platform.FileDialogs[0].Filter, "Text Files (*.rtf)|*.rtf|Web Pages (*.html)|*.html");
     EXPECT_EQ(platform.FileDialogs[0].DefaultExtension, "rtf");
-    EXPECT_EQ(platform.FileDialogs[1].Filter, "Graph Files (*.bmp)|*.bmp");
-    EXPECT_EQ(platform.FileDialogs[1].DefaultExtension, "bmp");
+    EXPECT_EQ(platform.FileDialogs[1].Filter, "Text Files (*.rtf)|*.rtf|Web Pages (*.html)|*.html|"
+                                              "CSV Tables (*.csv)|*.csv");
+    EXPECT_EQ(platform.FileDialogs[2].Filter,
+              "Graph Files (*.bmp)|*.bmp|PNG Pictures (*.png)|*.png|SVG Drawings (*.svg)|*.svg|"
+              "PDF Documents (*.pdf)|*.pdf");
+    EXPECT_EQ(platform.FileDialogs[2].DefaultExtension, "bmp");
+    for (const FileDialog& dialog : platform.FileDialogs)
+        EXPECT_EQ(dialog.FilterIndex, 1) << "the told form, unless another is chosen";
+    EXPECT_EQ(platform.FileDialogs[0].Title, "Save Table");
 }
 
 TEST_F(Files, ExitClosesTheMainWindow) {
@@ -187,8 +195,9 @@ TEST_F(Files, AnAnalysisWithAFileProposesItsNameAndFolder) {
     SaveTo("My Study.dim");
     std::filesystem::create_directory(folder.Path("other"));
     const auto expectProposed = [this](const std::string& name, const std::string& place) {
-        for (const char* extension : {"dim", "rtf"}) {
-            AskFileName(extension);
+        for (const std::span<const FileForm> forms :
+             {std::span<const FileForm>(AnalysisForms), TextForms}) {
+            AskFileName(forms, "Table");
             EXPECT_EQ(platform.FileDialogs.back().FileName, name);
             EXPECT_EQ(platform.FileDialogs.back().Folder, place);
         }
@@ -378,7 +387,7 @@ TEST_F(Files, NameProposedIsTheCaptionUpToDim) {
     OpenInWindow(CalculationWindow, unpaired);
     const auto proposed = [this](const std::string& caption) {
         AnalysisFileName = caption;
-        AskFileName("dim");
+        AskFileName(AnalysisForms, "Table");
         return platform.FileDialogs.back().FileName;
     };
     EXPECT_EQ(proposed("Calculation 1"), "Calculation1");

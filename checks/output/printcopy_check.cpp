@@ -6,11 +6,13 @@
 #include "core/save_file.h"
 #include "core/setup.h"
 #include "core/showpar.h"
+#include "output/document.h"
 #include "output/printcopy.h"
 #include "output/rtf.h"
 #include "output/saving.h"
 #include "output/statement.h"
 #include "support/analysis_fixture.h"
+#include "support/csv_reader.h"
 #include "support/recording_surface.h"
 #include "support/rtf_reader.h"
 #include "support/temporary_folder.h"
@@ -78,6 +80,7 @@ TEST_F(Outputs, ACalculationIsCopiedWithItsStatement) {
     EXPECT_NE(text.find("\n\n" + SumStatement()), std::string::npos) << "one paragraph";
     EXPECT_NE(text.find("The test used is"), std::string::npos);
     EXPECT_EQ(platform.RtfClipboard.substr(0, 6), "{\\rtf0");
+    EXPECT_EQ(platform.HtmlClipboard, HtmlOf(ResultDocument()));
     const ShownRtf rtf = Read(platform.RtfClipboard);
     const std::u16string size(ParText(size1).begin(), ParText(size1).end());
     EXPECT_NE(rtf.Text.find(u"\nSample Size 1\t" + size + u"\n"), std::u16string::npos);
@@ -151,9 +154,72 @@ TEST_F(Outputs, SavesAGraphAsABitmap) {
     platform.BitmapBytes = "BM....";
     platform.FileNames.push_back(folder.Path("g.bmp"));
     FileCommand(FileSaveOutput);
-    EXPECT_EQ(platform.FileDialogs[0].Filter, "Graph Files (*.bmp)|*.bmp");
+    EXPECT_TRUE(platform.FileDialogs[0].Filter.starts_with("Graph Files (*.bmp)|*.bmp|"));
     EXPECT_EQ(Saved("g.bmp"), "BM....");
     EXPECT_EQ(platform.FormsAsked, std::vector<OutputAction>{OutputAction::Save});
+}
+
+// The extension of the name says in which form; any other name is that of the told one.
+TEST_F(Outputs, SavesATableInTheFormOfItsName) {
+    OpenWithResult(TableWindow);
+    const auto saved = [this](const std::string& name) {
+        platform.FileNames.push_back(folder.Path(name));
+        FileCommand(FileSaveOutput);
+        return Saved(name);
+    };
+    EXPECT_EQ(saved("t.rtf"), RtfOf(ResultDocument()));
+    EXPECT_EQ(saved("t.HTML"), HtmlOf(ResultDocument()));
+    EXPECT_EQ(saved("t.csv"), CsvOf(ResultDocument()));
+    EXPECT_EQ(saved("t"), RtfOf(ResultDocument()));
+    const CsvRecords csv = ReadCsv(Saved("t.csv"));
+    const TableBlock block = ResultDocument().Table.Blocks.at(0);
+    ASSERT_EQ(csv.size(), block.Rows.size() + 1);
+    for (std::size_t k = 0; k < block.Rows.size(); ++k)
+        for (std::size_t j = 0; j < block.Rows[k].size(); ++j)
+            EXPECT_EQ(csv[k + 1][j], TrimmedCell(block.Rows[k][j]));
+    const auto& notes = csv[1];
+    EXPECT_EQ(std::vector(notes.end() - 3, notes.end()),
+              (std::vector<std::string>{ParListName, SumStatement(), "Quorvanta 3.0"}));
+}
+
+TEST_F(Outputs, TheStatementAloneHasNoTable) {
+    OpenWithResult(TableWindow);
+    platform.Show(FloatingWindow::Summary);
+    platform.FileNames.push_back(folder.Path("s.html"));
+    FileCommand(FileSaveOutput);
+    EXPECT_EQ(platform.FileDialogs[0].Filter, "Text Files (*.rtf)|*.rtf|Web Pages (*.html)|*.html");
+    EXPECT_EQ(Saved("s.html"), HtmlOf(StatementDocument()));
+    EXPECT_EQ(Saved("s.html").find("<table"), std::string::npos);
+    EXPECT_NE(Saved("s.html").find("<p>Quorvanta 3.0</p>"), std::string::npos);
+}
+
+TEST_F(Outputs, SavesAGraphWithItsNotes) {
+    OpenWithResult(GraphWindow);
+    OutTitle.ReDim(0, 1);
+    OutTitle(0) = "One";
+    OutTitle(1) = "Two";
+    for (const char* name : {"g.png", "g.svg", "g.PDF"}) {
+        platform.OutputForms = {OutputForm::Picture};
+        platform.FileNames.push_back(folder.Path(name));
+        FileCommand(FileSaveOutput);
+        EXPECT_EQ(Saved(name), platform.PictureBytes);
+        EXPECT_EQ(platform.Notes.back().Title, "One Two");
+        EXPECT_EQ(platform.Notes.back().Statement, SumStatement());
+    }
+}
+
+// A picture that can't be made leaves the old file.
+TEST_F(Outputs, NothingIsSavedOverAFile) {
+    OpenWithResult(GraphWindow);
+    ASSERT_TRUE(SaveFile(folder.Path("g.png"), "old"));
+    platform.OutputForms = {OutputForm::Picture};
+    platform.PictureBytes = "";
+    platform.FileNames.push_back(folder.Path("g.png"));
+    FileCommand(FileSaveOutput);
+    EXPECT_EQ(Saved("g.png"), "old");
+    EXPECT_EQ(platform.Statuses,
+              std::vector<std::string>{"The Output Can't Be Saved. The File " +
+                                       folder.Path("g.png") + " Can't Be Written."});
 }
 
 TEST_F(Outputs, AnOutputThatCantBeWrittenEndsLikeACancel) {

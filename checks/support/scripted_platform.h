@@ -34,10 +34,13 @@ class ScriptedPlatform : public Platform {
     std::vector<OutputAction> FormsAsked;
     std::string PlainClipboard;
     std::string RtfClipboard;
+    std::string HtmlClipboard;
     std::vector<Drawing> Printed;
     std::vector<OutputForm> PrintedForms;
     std::vector<Drawing> CopiedPictures;
-    std::string BitmapBytes = "BM";    // what Bitmap answers
+    std::string BitmapBytes = "BM";    // what PictureFile answers for a bitmap,
+    std::string PictureBytes = "P";    // and for any other form
+    std::vector<PictureNotes> Notes;   // of the files of pictures
     std::vector<std::string> Children; // captions of the windows opened
     std::set<FloatingWindow> Shown;
     std::vector<std::string> Statuses; // lines of the status line
@@ -115,16 +118,22 @@ class ScriptedPlatform : public Platform {
         OutputForms.pop_front();
         return form;
     }
-    void CopyText(const std::string& plain, const std::string& rtf) override {
+    void CopyText(const std::string& plain, const std::string& rtf,
+                  const std::string& html) override {
         PlainClipboard = plain;
         RtfClipboard = rtf;
+        HtmlClipboard = html;
     }
     void CopyPicture(const Drawing& drawing) override { CopiedPictures.push_back(drawing); }
     void Print(OutputForm form, const Drawing& drawing) override {
         PrintedForms.push_back(form);
         Printed.push_back(drawing);
     }
-    std::string Bitmap(const Drawing& /*drawing*/) override { return BitmapBytes; }
+    std::string PictureFile(PictureFormat format, const Drawing& /*drawing*/,
+                            const PictureNotes& notes) override {
+        Notes.push_back(notes);
+        return format == PictureFormat::Bitmap ? BitmapBytes : PictureBytes;
+    }
     void OpenChild(i16 /*windowKind*/, i16 /*windowNo*/, i16 /*analysisNo*/,
                    const std::string& caption) override {
         Children.push_back(caption);

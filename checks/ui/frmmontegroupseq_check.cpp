@@ -4,12 +4,13 @@
 #include "core/kinds.h"
 #include "groupseq/boundchoice.h"
 #include "groupseq/groupseq.h"
+#include "output/statement.h"
 #include "ui/childwindow.h"
 #include "ui/invariants.h"
+#include "ui/output_fixture.h"
 #include "ui/plotpicture.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
-#include "ui/window_fixture.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -24,7 +25,7 @@
 namespace quorvanta {
 namespace {
 
-class DesignWindows : public WindowCheck {
+class DesignWindows : public OutputCheck {
   protected:
     // One mean, two-sided, with so many interim analyses; the boundaries are chosen so, and the
     // fractions typed.
@@ -154,6 +155,11 @@ TEST_F(DesignWindows, DrawTheirBoundaries) {
     QApplication::clipboard()->clear();
     hands::Click(Stops(), "cmdCopyPicture");
     EXPECT_TRUE(QApplication::clipboard()->mimeData()->hasImage());
+    NameNextFile("bounds.svg");
+    hands::Click(Stops(), "cmdSavePicture");
+    EXPECT_EQ(Messages.FileQuestions, QStringList{"Save Stopping Boundaries"});
+    EXPECT_NE(ContentOf("bounds.svg").find("<svg"), std::string::npos);
+    EXPECT_NE(ContentOf("bounds.svg").find(SumStatement().substr(0, 40)), std::string::npos);
     // A design of other values has another picture.
     Type(PlaceOf("S&ignificance Level"), "0.01");
     Press(PlaceOf("Sample Si&ze"));

@@ -8,6 +8,8 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QTest>
 
@@ -38,6 +40,13 @@ void MessageReader::Answer(QFileDialog& dialog) {
     if (FileNames.empty()) {
         QTest::keyClick(&dialog, Qt::Key_Escape);
         return;
+    }
+    if (!FileTypes.empty()) {
+        auto* type = dialog.findChild<QComboBox*>("fileTypeCombo");
+        QTest::keyClick(type, Qt::Key_Home);
+        for (int i = 0; i < FileTypes.front(); ++i)
+            QTest::keyClick(type, Qt::Key_Down);
+        FileTypes.pop_front();
     }
     name->setText(FileNames.front());
     FileNames.pop_front();

@@ -33,6 +33,7 @@ class MessageReader {
     QStringList FileProposals;                       // the names that they start with
     QStringList FileFolders;                         // the folders that they start in
     std::deque<QString> FileNames; // their answers in order; after the last: given up
+    std::deque<int> FileTypes;     // and how many types down the list from the first
     QMessageBox::Icon LastIcon = QMessageBox::NoIcon;
     QMessageBox::StandardButtons LastButtons;
 

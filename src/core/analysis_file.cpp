@@ -195,7 +195,7 @@ void OpenAnalysis() {
 void SaveAnalysis() {
     if (!HasAnalysisToSave())
         return;
-    const std::string path = AskFileName(AnalysisExtension);
+    const std::string path = AskFileName(AnalysisForms, ChildKindName());
     if (!path.empty())
         WriteAnalysisFile(path);
 }

@@ -62,6 +62,13 @@ std::string WithPoints(std::string_view text) {
 
 } // namespace
 
+std::string OneLine(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines)
+        text += (text.empty() || line.empty() ? "" : " ") + line;
+    return text;
+}
+
 f64 ReadNumber(std::string_view text) {
     return Val(WithPoints(text));
 }

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quorvanta {
 
@@ -53,6 +54,9 @@ char UpperCase(char c);
 
 // The text without any "&".
 std::string StripAmpersand(std::string_view text);
+
+// Lines as one, with a blank where one ended.
+std::string OneLine(const std::vector<std::string>& lines);
 
 // The number that an entered text stands for: a comma counts as a decimal point, reading stops at
 // the first character that is not part of a number, a text without a number is 0.

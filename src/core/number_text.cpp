@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <string>
 
 namespace quorvanta {
@@ -85,6 +86,19 @@ f64 Val(std::string_view text) {
     if (!number)
         throw RunTimeError(Fault::Overflow);
     return *number;
+}
+
+std::optional<std::string> DecimalText(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return std::nullopt;
+    std::string number(text.substr(first, text.find_last_not_of(' ') - first + 1));
+    std::ranges::replace(number, ',', '.');
+    f64 x = 0;
+    const char* const end = number.data() + number.size();
+    const auto result = std::from_chars(number.data(), end, x);
+    const bool isNumber = result.ec == std::errc{} && result.ptr == end && std::isfinite(x);
+    return isNumber ? std::optional(number) : std::nullopt;
 }
 
 } // namespace quorvanta

@@ -4,6 +4,7 @@
 #include "core/types.h"
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace quorvanta {
@@ -16,5 +17,9 @@ std::optional<f64> NumberIn(std::string_view text);
 
 // The same; a number too large for 64 bits is a RunTimeError (Overflow).
 f64 Val(std::string_view text);
+
+// A text that is a number and nothing else, blanks around it aside, as every program reads it: with
+// a decimal point where a comma was typed. Nothing for any other text.
+std::optional<std::string> DecimalText(std::string_view text);
 
 } // namespace quorvanta

@@ -31,15 +31,25 @@ class Surface;
 // A file dialog: what it says and what it starts with.
 struct FileDialog {
     std::string Title;
-    std::string Filter;           // pairs of a name and a mask: "All Files (*.*)|*.*|..."
-    i16 FilterIndex = 1;          // the pair in use, from 1
-    std::string FileName;         // the name proposed
-    std::string Folder;           // to start in; empty: that of the last file
-    std::string DefaultExtension; // added to a name to save to that does not end with it
+    std::string Filter;   // pairs of a name and a mask: "All Files (*.*)|*.*|..."
+    i16 FilterIndex = 1;  // the pair in use, from 1
+    std::string FileName; // the name proposed
+    std::string Folder;   // to start in; empty: that of the last file
+    // Added to a name to save to that ends with none of the masks, where the mask in use has none.
+    std::string DefaultExtension;
 };
 
 enum class OutputAction { Print, Copy, Save };
 enum class OutputForm { Picture, Text };
+
+// The forms of a picture's file. All but the bitmap carry notes.
+enum class PictureFormat { Bitmap, Png, Svg, Pdf };
+
+// What a reader needs to make a picture again, beside the name of the program. UTF-8, any text.
+struct PictureNotes {
+    std::string Title;
+    std::string Statement;
+};
 
 // Draws an output on any surface that it is handed, as often as it is asked to.
 using Drawing = std::function<void(Surface&)>;
@@ -133,13 +143,15 @@ class OutputDevices {
     // Asks whether a graph goes out as a picture or as a text; nothing when the user cancels.
     virtual std::optional<OutputForm> AskOutputForm(OutputAction action) = 0;
 
-    // Outputs. A text goes to the clipboard as plain text and as RTF. Printing shows a preview; a
-    // picture starts on a page that is wider than high.
-    virtual void CopyText(const std::string& plain, const std::string& rtf) = 0;
+    // Outputs. A text goes to the clipboard as plain text, as RTF and as HTML. Printing shows a
+    // preview; a picture starts on a page that is wider than high.
+    virtual void CopyText(const std::string& plain, const std::string& rtf,
+                          const std::string& html) = 0;
     virtual void CopyPicture(const Drawing& drawing) = 0;
     virtual void Print(OutputForm form, const Drawing& drawing) = 0;
-    // The drawing as the bytes of a bitmap file.
-    virtual std::string Bitmap(const Drawing& drawing) = 0;
+    // The drawing as the bytes of a file; empty if they can't be made.
+    virtual std::string PictureFile(PictureFormat format, const Drawing& drawing,
+                                    const PictureNotes& notes) = 0;
 };
 
 // All of it in one. Whatever an implementation lays out, paints or waits for, in the midst of a

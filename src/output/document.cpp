@@ -3,7 +3,10 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
+#include "core/program_name.h"
 #include "core/records.h"
+#include "output/csv.h"
+#include "output/html.h"
 #include "output/rtf.h"
 #include "output/rtf_table.h"
 #include "output/statement.h"
@@ -118,6 +121,18 @@ std::string PlainText(const OutputDocument& document) {
 std::string RtfOf(const OutputDocument& document) {
     const std::string table = IsEmpty(document.Table) ? "" : RtfTable(document.Table) + "\\par ";
     return RtfDocumentOf(table + RtfText(document.Statement));
+}
+
+std::string HtmlOf(const OutputDocument& document) {
+    const std::string title =
+        document.Table.Title.empty() ? ParListName : document.Table.Title.front();
+    return HtmlPage(title, document.Statement,
+                    HtmlTable(document.Table) + HtmlParagraphs(document.Statement) +
+                        HtmlParagraphs(ProgramNameAndVersion));
+}
+
+std::string CsvOf(const OutputDocument& document) {
+    return CsvTable(document.Table, document.Statement);
 }
 
 Point DrawDocument(Surface& surface, const OutputDocument& document) {

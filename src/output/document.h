@@ -26,6 +26,12 @@ std::string PlainText(const OutputDocument& document);
 // The same as an RTF document, in which a table is one.
 std::string RtfOf(const OutputDocument& document);
 
+// The same as a web page that names the program.
+std::string HtmlOf(const OutputDocument& document);
+
+// The table, with the statement and the name of the program, as comma-separated values.
+std::string CsvOf(const OutputDocument& document);
+
 // Draws the document with the statement under the table, in lines as wide as the page; on a
 // surface without pages, in lines as WrapText breaks them. Returns its right and its lower edge.
 Point DrawDocument(Surface& surface, const OutputDocument& document);

@@ -2,6 +2,7 @@
 
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
+#include "core/general.h"
 #include "core/records.h"
 #include "core/showpar.h"
 #include "core/values.h"
@@ -15,8 +16,22 @@ namespace quorvanta {
 
 namespace {
 
+PictureFormat FormatOf(const std::string& path) {
+    const std::string extension = ExtensionOf(path);
+    if (extension == "png")
+        return PictureFormat::Png;
+    if (extension == "svg")
+        return PictureFormat::Svg;
+    return extension == "pdf" ? PictureFormat::Pdf : PictureFormat::Bitmap;
+}
+
+PictureNotes NotesOf(const Presentation& graph) {
+    return {OneLine(graph.Title), StatementText()};
+}
+
 // The picture of a graph; false if it was given up or could not be saved.
-bool GiveOutPicture(OutputAction action, const Presentation& graph) {
+bool GiveOutPicture(OutputAction action, const Presentation& graph,
+                    const std::string& name = WindowKindName()) {
     const auto draw = [graph](Surface& surface) { PlotGraph(surface, graph); };
     switch (action) {
     case OutputAction::Print:
@@ -31,8 +46,16 @@ bool GiveOutPicture(OutputAction action, const Presentation& graph) {
     case OutputAction::Save:
         break;
     }
-    const std::string path = AskFileName("bmp");
-    return !path.empty() && WriteTextFile(path, ThePlatform().Bitmap(draw));
+    const std::string path = AskFileName(PictureForms, name);
+    return !path.empty() &&
+           WriteTextFile(path, ThePlatform().PictureFile(FormatOf(path), draw, NotesOf(graph)));
+}
+
+std::string FileText(const std::string& path, const OutputDocument& document) {
+    const std::string extension = ExtensionOf(path);
+    if (extension == "html")
+        return HtmlOf(document);
+    return extension == "csv" ? CsvOf(document) : RtfOf(document);
 }
 
 bool GiveOutText(OutputAction action, const OutputDocument& document) {
@@ -42,13 +65,14 @@ bool GiveOutText(OutputAction action, const OutputDocument& document) {
                             [document](Surface& surface) { DrawDocument(surface, document); });
         return true;
     case OutputAction::Copy:
-        ThePlatform().CopyText(PlainText(document), RtfOf(document));
+        ThePlatform().CopyText(PlainText(document), RtfOf(document), HtmlOf(document));
         return true;
     case OutputAction::Save:
         break;
     }
-    const std::string path = AskFileName("rtf");
-    return !path.empty() && WriteTextFile(path, RtfOf(document));
+    const std::string path = AskFileName(
+        document.Table.Blocks.empty() ? TextForms : std::span(TableForms), WindowKindName());
+    return !path.empty() && WriteTextFile(path, FileText(path, document));
 }
 
 bool GiveOut(OutputAction action) {
@@ -97,6 +121,11 @@ void TellCopied() {
 void OutputDistrGraph(OutputAction action) {
     if (HasOutput() && GiveOutPicture(action, DistrGraph()) && action == OutputAction::Copy)
         TellCopied();
+}
+
+void OutputPicture(OutputAction action, const Presentation& picture, const std::string& name) {
+    if (picture.HasResult())
+        GiveOutPicture(action, picture, name);
 }
 
 void OutputResult(OutputAction action) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/platform.h"
+#include "output/presentation.h"
 
 #include <string>
 
@@ -24,5 +25,9 @@ void OutputResult(OutputAction action);
 
 // The same for the picture of the Distribution Graph window.
 void OutputDistrGraph(OutputAction action);
+
+// The same, without a message, for a picture that a window shows beside its texts; nothing happens
+// without a result. The name is that of the picture in the question for a file.
+void OutputPicture(OutputAction action, const Presentation& picture, const std::string& name);
 
 } // namespace quorvanta

@@ -5,7 +5,6 @@
 #include "core/floating_windows.h"
 #include "core/general.h"
 #include "core/platform.h"
-#include "core/program_name.h"
 #include "core/records.h"
 #include "core/save_file.h"
 
@@ -47,17 +46,14 @@ std::string WindowKindName() {
     return ChildKindName();
 }
 
-std::string AskFileName(const std::string& extension) {
+std::string AskFileName(std::span<const FileForm> forms, const std::string& what) {
     FileDialog dialog;
-    dialog.Title = "Save " + WindowKindName();
-    dialog.DefaultExtension = extension;
-    if (extension == AnalysisExtension) {
-        dialog.Title = "Save " + ChildKindName();
-        dialog.Filter = std::string(ProgramName) + " Files (*.dim)|*.dim";
-    } else if (extension == "bmp") {
-        dialog.Filter = "Graph Files (*.bmp)|*.bmp";
-    } else {
-        dialog.Filter = "Text Files (*.rtf)|*.rtf";
+    dialog.DefaultExtension = forms.front().Extension;
+    dialog.Title = "Save " + what;
+    for (const FileForm& form : forms) {
+        const std::string mask = "*." + std::string(form.Extension);
+        dialog.Filter +=
+            (dialog.Filter.empty() ? "" : "|") + std::string(form.Name) + " (" + mask + ")|" + mask;
     }
     const std::filesystem::path own = AnalysisNo > 0 ? AnalysisState(AnalysisNo).Path : "";
     if (own.empty()) {
@@ -70,8 +66,16 @@ std::string AskFileName(const std::string& extension) {
     return ThePlatform().AskSaveName(dialog).value_or("");
 }
 
+std::string ExtensionOf(const std::string& path) {
+    const std::string extension = std::filesystem::path(path).extension().string();
+    std::string letters;
+    for (const char c : extension)
+        letters += LowerCase(c);
+    return letters.empty() ? "" : letters.substr(1);
+}
+
 bool WriteTextFile(const std::string& path, const std::string& text) {
-    const bool isSaved = SaveFile(path, text);
+    const bool isSaved = !text.empty() && SaveFile(path, text);
     ThePlatform().ShowStatus(
         isSaved ? "" : "The Output Can't Be Saved. The File " + path + " Can't Be Written.");
     return isSaved;

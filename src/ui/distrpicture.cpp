@@ -1,5 +1,6 @@
 #include "ui/distrpicture.h"
 
+#include "ui/accessible.h"
 #include "ui/colors.h"
 #include "ui/qttext.h"
 
@@ -62,6 +63,7 @@ QString Number(f64 x) {
 
 DistrPicture::DistrPicture(QWidget* parent) : QWidget(parent) {
     setObjectName("picDistr");
+    MakeAccessiblePicture(*this);
     setAccessibleName(tr("Picture of the distributions"));
 }
 

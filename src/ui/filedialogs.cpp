@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <algorithm>
+
 namespace quorvanta {
 
 namespace {
@@ -22,11 +24,28 @@ QStringList FiltersOf(const std::string& filter) {
     return filters;
 }
 
-// The name with the extension, whatever other points it has: "Phase 2.5" becomes "Phase 2.5.dim",
-// which the filter finds again.
-QString WithExtension(const QString& path, const QString& extension) {
-    const QString ending = "." + extension;
-    return path.endsWith(ending, Qt::CaseInsensitive) ? path : path + ending;
+// The endings that the masks ask for, in the order of the filters; none for "*.*".
+QStringList EndingsOf(const std::string& filter) {
+    const QStringList parts = ToQt(filter).split('|');
+    QStringList endings;
+    for (qsizetype i = 1; i < parts.size(); i += 2)
+        endings << (parts[i] == "*.*" ? QString() : parts[i].mid(1));
+    return endings;
+}
+
+// The name with an extension, whatever other points it has: "Phase 2.5" becomes "Phase 2.5.dim",
+// which the filter finds again. A name that ends as one of the other filters asks has chosen that.
+QString WithExtension(const QString& path, const FileDialog& dialog, const QString& chosenFilter) {
+    const QStringList endings = EndingsOf(dialog.Filter);
+    for (const QString& ending : endings)
+        if (!ending.isEmpty() && path.endsWith(ending, Qt::CaseInsensitive))
+            return path;
+    // A dialog that hides the details of its filters may answer without them.
+    const QStringList filters = FiltersOf(dialog.Filter);
+    const auto chosen = std::ranges::find_if(
+        filters, [&](const QString& filter) { return filter.startsWith(chosenFilter); });
+    const QString ending = endings.value(chosen - filters.begin());
+    return path + (ending.isEmpty() ? "." + ToQt(dialog.DefaultExtension) : ending);
 }
 
 Answer AskToReplace(const QString& path) {
@@ -54,7 +73,7 @@ std::optional<std::string> FileDialogs::AskSaveName(QWidget* parent, const FileD
     window.setOption(QFileDialog::DontConfirmOverwrite);
     Prepare(window, dialog);
     while (const auto typed = Ask(window)) {
-        const QString path = WithExtension(*typed, ToQt(dialog.DefaultExtension));
+        const QString path = WithExtension(*typed, dialog, window.selectedNameFilter());
         const Answer answer = QFileInfo(path).isFile() ? AskToReplace(path) : Answer::Yes;
         if (answer == Answer::Yes)
             return FromQt(path);

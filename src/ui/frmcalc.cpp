@@ -55,6 +55,7 @@ frmCalc::frmCalc(i16 windowNo, i16 analysisNo)
     lblGetCalc_->setText("Double-click Blue Text to Calculate the Value from Table(s).");
 
     txtHide_->setObjectName("txtHide");
+    txtHide_->setAccessibleName(tr("Calculation"));
     txtHide_->setFixedSize(0, 0);
     txtHide_->setFocusPolicy(Qt::NoFocus);
     txtHide_->setReadOnly(true);

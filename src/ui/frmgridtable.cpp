@@ -4,6 +4,7 @@
 #include "core/gridpaste.h"
 #include "core/reading.h"
 #include "core/typed_text.h"
+#include "ui/accessible.h"
 #include "ui/gridbox.h"
 #include "ui/qttext.h"
 
@@ -327,6 +328,7 @@ void frmGridTable::cmdCopyGrid_Click() {
 frmGridTable0::frmGridTable0(QWidget* parent) : QDialog(parent), tabs_(new QTabWidget(this)) {
     setObjectName("frmGridTable0");
     tabs_->setObjectName("tabGrids");
+    NameTabs(*tabs_, tr("Input grids"));
     auto* column = new QVBoxLayout(this);
     column->addWidget(tabs_);
 }

@@ -2,6 +2,7 @@
 
 #include "core/help_numbers.h"
 #include "core/program_name.h"
+#include "ui/accessible.h"
 #include "ui/helppage.h"
 
 #include <QAction>
@@ -48,6 +49,7 @@ frmHelp::frmHelp(const QString& file) : library_(file), txtPage_(new HelpPage(li
 
     tabHelp_ = new QTabWidget(this);
     tabHelp_->setObjectName("tabHelp");
+    NameTabs(*tabHelp_, tr("Ways to find a page"));
     tabHelp_->addTab(MakeContents(), tr("&Contents"));
     tabHelp_->addTab(MakeIndex(), tr("&Index"));
     tabHelp_->addTab(MakeSearch(), tr("&Search"));

@@ -139,6 +139,11 @@ void frmMain::MakeMenus() {
     mnuOutput_ = new QMenu(this);
     mnuOutput_->setObjectName(EntryName(OutputMenu()));
     FillMenu(*mnuOutput_, OutputMenu().Children);
+    mnuOutput_->setAccessibleName(tr("Output"));
+    // Qt tells screen readers the entry that opens a menu, but not the menu.
+    for (QMenu* menu : findChildren<QMenu*>())
+        if (!menu->title().isEmpty())
+            menu->setAccessibleName(menu->title().remove('&'));
 }
 
 void frmMain::FillMenu(QMenu& menu, std::span<const MenuItem> items) {

@@ -97,6 +97,7 @@ frmMonte::frmMonte(i16 windowNo, i16 analysisNo)
     connect(cmdPause_, &QPushButton::clicked, this, &frmMonte::cmdPause_Click);
     connect(cmdExit_, &QPushButton::clicked, this, &frmMonte::cmdExit_Click);
     txtHide_->setObjectName("txtHide");
+    txtHide_->setAccessibleName(tr("Simulation"));
     txtHide_->setFocusPolicy(Qt::NoFocus);
     txtHide_->setReadOnly(true);
     txtHide_->setFrame(false);

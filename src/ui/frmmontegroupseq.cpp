@@ -1,7 +1,6 @@
 #include "ui/frmmontegroupseq.h"
 
-#include "core/platform.h"
-#include "output/xyzplot.h"
+#include "output/printcopy.h"
 #include "ui/plotpicture.h"
 #include "ui/qttext.h"
 
@@ -34,6 +33,17 @@ constexpr int HeadRow = 0;
 constexpr int PairRow = 1;
 constexpr int FirstRow = 2;
 
+constexpr const char* FractionHead = "Information Fraction";
+constexpr const char* BoundaryHead = "Boundaries";
+constexpr const char* LevelHead = "Actual Significance Level";
+constexpr const char* PowerHead = "Power";
+constexpr const char* AcceptHead = "Pr(Accept H0 if H1 true)";
+
+// What a screen reader says of a cell: its column, its line, its text.
+QString Spoken(const QString& column, const QString& line, const QString& text) {
+    return column.isEmpty() || text.isEmpty() ? text : column + ", " + line + ": " + text;
+}
+
 } // namespace
 
 frmMonteGroupSeq::frmMonteGroupSeq(QWidget* parent)
@@ -54,12 +64,12 @@ QLabel* frmMonteGroupSeq::MakeLabel(const QString& name, const QString& text) {
 }
 
 void frmMonteGroupSeq::AddHeads(QGridLayout& grid) {
-    lblHead1_ = MakeLabel("lblHead1", "Boundaries");
-    grid.addWidget(MakeLabel("lblFractionHead", "Information Fraction"), HeadRow, FractionColumn);
+    lblHead1_ = MakeLabel("lblHead1", BoundaryHead);
+    grid.addWidget(MakeLabel("lblFractionHead", FractionHead), HeadRow, FractionColumn);
     grid.addWidget(lblHead1_, HeadRow, BoundaryColumn);
-    grid.addWidget(MakeLabel("lblSignLevel", "Actual Significance Level"), HeadRow, SignColumn);
-    grid.addWidget(MakeLabel("lblPower", "Power"), HeadRow, PowerColumn);
-    grid.addWidget(MakeLabel("lblPrAccept", "Pr(Accept H0 if H1 true)"), HeadRow, AcceptColumn);
+    grid.addWidget(MakeLabel("lblSignLevel", LevelHead), HeadRow, SignColumn);
+    grid.addWidget(MakeLabel("lblPower", PowerHead), HeadRow, PowerColumn);
+    grid.addWidget(MakeLabel("lblPrAccept", AcceptHead), HeadRow, AcceptColumn);
     lblPair_ = {MakeLabel("lblSignEst"), MakeLabel("lblPowerEst")};
     grid.addWidget(lblPair_[0], PairRow, SignColumn);
     grid.addWidget(lblPair_[1], PairRow, PowerColumn);
@@ -136,6 +146,7 @@ QGroupBox* frmMonteGroupSeq::MakePicture() {
     };
     add("cmdPrintPicture", "&Print", &frmMonteGroupSeq::cmdPrintPicture_Click);
     add("cmdCopyPicture", "C&opy", &frmMonteGroupSeq::cmdCopyPicture_Click);
+    add("cmdSavePicture", "&Save", &frmMonteGroupSeq::cmdSavePicture_Click);
     auto* column = new QVBoxLayout(box);
     column->addWidget(picBoundary_, 1);
     column->addLayout(bar);
@@ -147,13 +158,21 @@ void frmMonteGroupSeq::Refresh() {
     for (std::size_t i = 0; i < lines_.size(); ++i) {
         const DesignRow row = i < rows.size() ? rows[i] : DesignRow{};
         const Line& line = lines_[i];
-        const std::pair<QLabel*, const std::string*> cells[] = {
-            {line.lblInterimAnalysis, &row.Analysis}, {line.lblFraction, &row.Fraction},
-            {line.lblBoundary, &row.Boundaries},      {line.lblSignEstimate, &row.Level},
-            {line.lblPowerEstimate, &row.Power},      {line.lblPrAcceptEstimate, &row.Accept}};
-        for (const auto& [label, text] : cells) {
-            label->setText(ToQt(*text));
-            label->setVisible(i < rows.size());
+        const struct {
+            QLabel* Label;
+            const std::string& Text;
+            const char* What;
+        } cells[] = {{line.lblInterimAnalysis, row.Analysis, ""},
+                     {line.lblFraction, row.Fraction, FractionHead},
+                     {line.lblBoundary, row.Boundaries, BoundaryHead},
+                     {line.lblSignEstimate, row.Level, LevelHead},
+                     {line.lblPowerEstimate, row.Power, PowerHead},
+                     {line.lblPrAcceptEstimate, row.Accept, AcceptHead}};
+        for (const auto& cell : cells) {
+            cell.Label->setText(ToQt(cell.Text));
+            cell.Label->setVisible(i < rows.size());
+            cell.Label->setAccessibleName(
+                Spoken(cell.What, ToQt(row.Analysis), cell.Label->text()));
         }
     }
     const QString pair = ToQt(DesignPairHead());
@@ -162,11 +181,13 @@ void frmMonteGroupSeq::Refresh() {
         label->setVisible(!pair.isEmpty());
     }
     const std::string bounds = DesignBoundHead();
-    lblHead1_->setText(bounds.empty() ? "Boundaries" : "Boundaries\n" + ToQt(bounds));
+    lblHead1_->setText(bounds.empty() ? BoundaryHead : QString(BoundaryHead) + "\n" + ToQt(bounds));
     const DesignAverage average = AverageOfDesign();
     lblASN_->setText(ToQt(average.Caption));
     lblASNH0_->setText(ToQt(average.H0));
     lblASNH1_->setText(ToQt(average.H1));
+    for (const auto& [label, head] : {std::pair(lblASNH0_, lblH0True_), {lblASNH1_, lblH1True_}})
+        label->setAccessibleName(Spoken(lblASN_->text().simplified(), head->text(), label->text()));
     for (QWidget* part : {static_cast<QWidget*>(lblASN_), static_cast<QWidget*>(lblASNH0_),
                           static_cast<QWidget*>(lblASNH1_), static_cast<QWidget*>(lblH0True_),
                           static_cast<QWidget*>(lblH1True_), lnASN_})
@@ -183,17 +204,20 @@ void frmMonteGroupSeq::optBoundScale_Click(i16 i) {
     DrawPicture();
 }
 
+void frmMonteGroupSeq::GiveOut(OutputAction action) {
+    OutputPicture(action, BoundaryPlot(scale_), "Stopping Boundaries");
+}
+
 void frmMonteGroupSeq::cmdPrintPicture_Click() {
-    const Presentation plot = BoundaryPlot(scale_);
-    if (plot.HasResult())
-        ThePlatform().Print(OutputForm::Picture,
-                            [plot](Surface& surface) { PlotGraph(surface, plot); });
+    GiveOut(OutputAction::Print);
 }
 
 void frmMonteGroupSeq::cmdCopyPicture_Click() {
-    const Presentation plot = BoundaryPlot(scale_);
-    if (plot.HasResult())
-        ThePlatform().CopyPicture([plot](Surface& surface) { PlotGraph(surface, plot); });
+    GiveOut(OutputAction::Copy);
+}
+
+void frmMonteGroupSeq::cmdSavePicture_Click() {
+    GiveOut(OutputAction::Save);
 }
 
 } // namespace quorvanta

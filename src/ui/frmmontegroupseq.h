@@ -2,6 +2,7 @@
 // average size, and its boundaries as a picture.
 #pragma once
 
+#include "core/platform.h"
 #include "output/designresults.h"
 
 #include <QDialog>
@@ -29,6 +30,7 @@ class frmMonteGroupSeq : public QDialog {
     void optBoundScale_Click(i16 i);
     void cmdPrintPicture_Click();
     void cmdCopyPicture_Click();
+    void cmdSavePicture_Click();
 
   private:
     // Analyses at most, and the line of all of them.
@@ -49,6 +51,7 @@ class frmMonteGroupSeq : public QDialog {
     void AddHeads(QGridLayout& grid);
     void AddAverages(QGridLayout& grid);
     void DrawPicture();
+    void GiveOut(OutputAction action);
     QLabel* MakeLabel(const QString& name, const QString& text = {});
 
     std::array<Line, Rows> lines_{};

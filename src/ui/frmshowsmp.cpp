@@ -117,6 +117,7 @@ QVBoxLayout* frmShowSmp::MakeRightColumn() {
     lstParList_ = new QListWidget(this);
     lstParList_->setObjectName("lstParList");
     lblParameter_->setBuddy(lstParList_);
+    lstParList_->setAccessibleName("Parameter"); // a list isn't called by its label
     connect(lstParList_, &QListWidget::currentRowChanged, this, &frmShowSmp::lstParList_Click);
     column->addWidget(lblParameter_);
     column->addWidget(lstParList_);

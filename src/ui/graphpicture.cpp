@@ -1,6 +1,7 @@
 #include "ui/graphpicture.h"
 
 #include "output/xyzplot.h"
+#include "ui/accessible.h"
 #include "ui/paintsurface.h"
 #include "ui/qttext.h"
 
@@ -21,6 +22,7 @@ QSizeF InchesOf(const QWidget& widget) {
 GraphPicture::GraphPicture(i16 analysisNo, QWidget* parent)
     : QWidget(parent), analysisNo_(analysisNo) {
     setObjectName("PicGraph");
+    MakeAccessiblePicture(*this);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }

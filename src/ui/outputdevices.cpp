@@ -2,50 +2,32 @@
 
 #include "ui/paintsurface.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
-#include <QBuffer>
 #include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QPainter>
 #include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPrinter>
 
 namespace quorvanta {
 
 namespace {
 
-constexpr f64 InchesPerMetre = 1 / 0.0254;
-constexpr int DotsPerInch = 300;
 constexpr f64 MarginMillimetres = 20;
 
 } // namespace
 
-void CopyTextToClipboard(const QString& plain, const QByteArray& rtf) {
+void CopyTextToClipboard(const QString& plain, const QByteArray& rtf, const QString& html) {
     auto* data = new QMimeData; // the clipboard takes it over
     data->setText(plain);
     data->setData("text/rtf", rtf);
     data->setData("application/rtf", rtf);
+    data->setHtml(html);
     QApplication::clipboard()->setMimeData(data);
-}
-
-QImage PictureOf(const Drawing& drawing, QSizeF inches) {
-    QImage image((inches * DotsPerInch).toSize(), QImage::Format_RGB32);
-    const int dotsPerMetre = qRound(DotsPerInch * InchesPerMetre);
-    image.setDotsPerMeterX(dotsPerMetre);
-    image.setDotsPerMeterY(dotsPerMetre);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    PaintSurface surface(painter, {.Inches = inches, .TurnPage = {}});
-    drawing(surface);
-    return image;
-}
-
-QByteArray BitmapOf(const Drawing& drawing, QSizeF inches) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    PictureOf(drawing, inches).convertToFormat(QImage::Format_RGB888).save(&buffer, "BMP");
-    return bytes;
 }
 
 void PrintOn(QPrinter& printer, const Drawing& drawing) {
@@ -72,6 +54,15 @@ void PrintWithPreview(QWidget* parent, const QString& title, OutputForm form,
     QPrintPreviewDialog preview(&printer, parent);
     preview.setObjectName("printPreview");
     preview.setWindowTitle(title);
+    // Qt leaves these without names.
+    if (auto* pages = preview.findChild<QPrintPreviewWidget*>()) {
+        pages->setAccessibleName(QObject::tr("Pages"));
+        for (auto* view : pages->findChildren<QAbstractScrollArea*>())
+            view->setAccessibleName(pages->accessibleName());
+    }
+    for (auto* box : preview.findChildren<QLineEdit*>())
+        if (qobject_cast<QComboBox*>(box->parentWidget()) == nullptr)
+            box->setAccessibleName(QObject::tr("Page"));
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
                      [&drawing](QPrinter* pages) { PrintOn(*pages, drawing); });
     preview.exec();

@@ -1,11 +1,9 @@
-// Where outputs go: the clipboard, printers and bitmaps.
+// Where outputs go: the clipboard and printers.
 #pragma once
 
 #include "core/platform.h"
 
 #include <QByteArray>
-#include <QImage>
-#include <QSizeF>
 #include <QString>
 
 class QPrinter;
@@ -13,14 +11,8 @@ class QWidget;
 
 namespace quorvanta {
 
-// The text as plain text and as RTF.
-void CopyTextToClipboard(const QString& plain, const QByteArray& rtf);
-
-// The drawing on white paper of that size, in the resolution of print.
-QImage PictureOf(const Drawing& drawing, QSizeF inches);
-
-// The bytes of a bitmap file of it.
-QByteArray BitmapOf(const Drawing& drawing, QSizeF inches);
+// The text as plain text, as RTF and as HTML.
+void CopyTextToClipboard(const QString& plain, const QByteArray& rtf, const QString& html);
 
 // Draws on the pages of the printer.
 void PrintOn(QPrinter& printer, const Drawing& drawing);

@@ -1,6 +1,7 @@
 #include "ui/plotpicture.h"
 
 #include "output/xyzplot.h"
+#include "ui/accessible.h"
 #include "ui/paintsurface.h"
 #include "ui/qttext.h"
 
@@ -11,6 +12,7 @@ namespace quorvanta {
 
 PlotPicture::PlotPicture(const QString& name, QWidget* parent) : QWidget(parent) {
     setObjectName(name);
+    MakeAccessiblePicture(*this);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 

@@ -11,6 +11,7 @@
 #include "ui/frmprogress.h"
 #include "ui/frmshiftmodel.h"
 #include "ui/outputdevices.h"
+#include "ui/picturefiles.h"
 #include "ui/qttext.h"
 
 #include <QApplication>
@@ -169,8 +170,9 @@ std::optional<OutputForm> QtPlatform::AskOutputForm(OutputAction action) {
     return frmGraphOrText(Front(), action).Ask();
 }
 
-void QtPlatform::CopyText(const std::string& plain, const std::string& rtf) {
-    CopyTextToClipboard(ToQt(plain), QByteArray::fromStdString(rtf));
+void QtPlatform::CopyText(const std::string& plain, const std::string& rtf,
+                          const std::string& html) {
+    CopyTextToClipboard(ToQt(plain), QByteArray::fromStdString(rtf), ToQt(html));
 }
 
 void QtPlatform::CopyPicture(const Drawing& drawing) {
@@ -183,8 +185,9 @@ void QtPlatform::Print(OutputForm form, const Drawing& drawing) {
     PrintWithPreview(Front(), ToQt(AnalysisFileName), form, drawing);
 }
 
-std::string QtPlatform::Bitmap(const Drawing& drawing) {
-    return BitmapOf(drawing, window_.PictureInches()).toStdString();
+std::string QtPlatform::PictureFile(PictureFormat format, const Drawing& drawing,
+                                    const PictureNotes& notes) {
+    return PictureFileOf(format, drawing, window_.PictureInches(), notes).toStdString();
 }
 
 std::optional<i16> QtPlatform::AskWindowKind(bool offerSimulation) {

@@ -30,10 +30,12 @@ class QtPlatform : public Platform {
     std::optional<std::string> AskOpenName(const FileDialog& dialog) override;
     std::optional<std::string> AskSaveName(const FileDialog& dialog) override;
     std::optional<OutputForm> AskOutputForm(OutputAction action) override;
-    void CopyText(const std::string& plain, const std::string& rtf) override;
+    void CopyText(const std::string& plain, const std::string& rtf,
+                  const std::string& html) override;
     void CopyPicture(const Drawing& drawing) override;
     void Print(OutputForm form, const Drawing& drawing) override;
-    std::string Bitmap(const Drawing& drawing) override;
+    std::string PictureFile(PictureFormat format, const Drawing& drawing,
+                            const PictureNotes& notes) override;
     bool AskGrid() override;
     bool AskBoundary() override;
     bool AskDistribution() override;

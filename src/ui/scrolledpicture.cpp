@@ -1,5 +1,6 @@
 #include "ui/scrolledpicture.h"
 
+#include "ui/accessible.h"
 #include "ui/paintsurface.h"
 
 #include <QContextMenuEvent>
@@ -32,6 +33,7 @@ ScrolledPicture::ScrolledPicture(const QString& pictureName, Drawer draw, QWidge
       picture_(new QWidget(area_)), HScroll1_(new QScrollBar(Qt::Horizontal, this)),
       VScroll1_(new QScrollBar(Qt::Vertical, this)) {
     picture_->setObjectName(pictureName);
+    MakeAccessiblePicture(*picture_);
     picture_->setFocusPolicy(Qt::StrongFocus);
     picture_->installEventFilter(this);
     area_->setAutoFillBackground(true);

@@ -1,5 +1,6 @@
 #include "ui/simpicture.h"
 
+#include "ui/accessible.h"
 #include "ui/colors.h"
 
 #include <QPainter>
@@ -36,6 +37,7 @@ Extent ExtentOf(const std::vector<SimPoint>& points) {
 
 SimPicture::SimPicture(QWidget* parent) : QWidget(parent) {
     setObjectName("picEstimate");
+    MakeAccessiblePicture(*this);
     setAccessibleName(tr("Picture of the estimate as the simulation goes on"));
 }
 
