@@ -29,13 +29,13 @@ QString WithExtension(const QString& path, const QString& extension) {
     return path.endsWith(ending, Qt::CaseInsensitive) ? path : path + ending;
 }
 
+} // namespace
+
 Answer AskToReplace(const QString& path) {
     return ThePlatform().MsgBox(FromQt(QFileInfo(path).fileName()) + " Already Exists." + CrLf +
                                     CrLf + "Replace It?",
                                 Buttons::YesNoCancel, Icon::Exclamation, "");
 }
-
-} // namespace
 
 std::optional<std::string> FileDialogs::AskOpenName(QWidget* parent, const FileDialog& dialog) {
     QFileDialog window(parent);
