@@ -3,6 +3,16 @@
 # The figures of this program are defined by the order of its roundings, so no compiler may fuse a
 # multiplication with an addition or reorder a sum: contraction is off and fast-math is used nowhere.
 add_library(quorvanta_flags INTERFACE)
+if(MSVC)
+  # Never tried. Strict: nothing is contracted, and the status flags that are read after each
+  # evaluation are those of the code as it is written.
+  target_compile_options(quorvanta_flags INTERFACE /W4 /fp:strict /utf-8 /permissive- /EHsc /bigobj)
+  target_compile_definitions(quorvanta_flags INTERFACE NOMINMAX _CRT_SECURE_NO_WARNINGS)
+  if(QUORVANTA_WERROR)
+    target_compile_options(quorvanta_flags INTERFACE /WX)
+  endif()
+  return()
+endif()
 target_compile_options(quorvanta_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -ffp-contract=off)
 # Faults are read from the processor's status flags, never from errno: a square root is one

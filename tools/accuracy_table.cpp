@@ -1,13 +1,14 @@
 // Writes docs/accuracy.md: how far each distribution function is from the exact one, over the
 // values of checks/data/exact.csv.
-#include "support/number.h"
-#include "support/reference.h"
+#include "validation/functions.h"
+#include "validation/number.h"
 
 #include <cmath>
 #include <fstream>
 #include <iostream>
 
 using namespace quorvanta;
+using namespace quorvanta::validation;
 
 namespace {
 
@@ -60,11 +61,11 @@ The corners worth knowing:
 )";
 
 std::string Number(f64 x) {
-    return checks::NumberText(x, 6);
+    return NumberText(x, 6);
 }
 
 std::string Deviation(f64 x) {
-    return checks::NumberText(x, 1, std::chars_format::scientific);
+    return NumberText(x, 1, std::chars_format::scientific);
 }
 
 // A deviation and the row where it is the largest so far.

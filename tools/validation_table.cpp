@@ -8,18 +8,21 @@
 #include "core/general.h"
 #include "montecarlo/simulation.h"
 #include "output/format.h"
+#include "output/formatpar.h"
 #include "output/statement_simulation.h"
-#include "support/number.h"
-#include "support/scripted_platform.h"
-#include "support/validation.h"
+#include "validation/cases.h"
+#include "validation/number.h"
+#include "validation/run.h"
+#include "validation/silentplatform.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <tuple>
@@ -30,43 +33,70 @@ namespace {
 using namespace quorvanta;
 
 std::string Rounded(f64 value) {
-    return checks::NumberText(value, 6);
+    return validation::NumberText(value, 6);
 }
 
-// The comment lines at the head of a validation file: where its values come from.
 std::string SourceOf(const std::filesystem::path& path) {
     std::ifstream file(path);
-    std::string source;
-    std::string line;
-    while (std::getline(file, line) && line.rfind('#', 0) == 0)
-        source += line.substr(1) + "\n";
-    return source;
+    return validation::SourceOf({std::istreambuf_iterator<char>(file), {}});
 }
 
-// "proportions_exact" in words.
-std::string TitleOf(const std::filesystem::path& path) {
-    std::string title = path.stem().string();
-    title.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(title.front())));
-    if (const std::size_t at = title.find('_'); at != std::string::npos)
-        title.replace(at, 1, ", ");
-    return title;
+// Solved sizes beside the exact ones, both as the whole numbers that are shown.
+class WholeSizes {
+  public:
+    void Meet(i16 kind, f64 exact, f64 solution) {
+        if (!IsCountKind(kind) || solution == NoValue)
+            return;
+        const f64 difference = WholeCount(kind, solution) - WholeCount(kind, exact);
+        ++sizes_;
+        larger_ += difference > 0 ? 1 : 0;
+        smaller_ += difference < 0 ? 1 : 0;
+        largest_ = std::max(largest_, std::fabs(difference));
+        largestShare_ = std::max(largestShare_, std::fabs(difference) / WholeCount(kind, exact));
+    }
+
+    void Add(const WholeSizes& other) {
+        sizes_ += other.sizes_;
+        larger_ += other.larger_;
+        smaller_ += other.smaller_;
+        largest_ = std::max(largest_, other.largest_);
+        largestShare_ = std::max(largestShare_, other.largestShare_);
+    }
+
+    void Write(const std::string& title, std::ostream& out) const {
+        if (sizes_ == 0)
+            return;
+        const int differ = larger_ + smaller_;
+        out << "| " << title << " | " << sizes_ << " | " << differ << " | "
+            << Format(100.0 * differ / sizes_, "0.0") << " % | " << larger_ << " | " << smaller_
+            << " | " << Format(largest_, "0") << " | " << Format(100 * largestShare_, "0.0")
+            << " % |\n";
+    }
+
+  private:
+    int sizes_ = 0;
+    int larger_ = 0;
+    int smaller_ = 0;
+    f64 largest_ = 0;
+    f64 largestShare_ = 0;
+};
+
+// Values that were simulated, or printed in round numbers, are not the exact ones.
+bool IsExact(const std::filesystem::path& path) {
+    const std::string stem = path.stem().string();
+    return !stem.ends_with("_simulated") && !stem.ends_with("_simulation") &&
+           !stem.ends_with("_published");
 }
 
-// "Power 0.8; Standard Deviation 1", of the analysis in the state.
-std::string ValuesOf(const checks::CaseWithValues& row) {
-    std::string values;
-    for (const auto& [kind, value] : row.Values)
-        values += (values.empty() ? "" : "; ") + StripAmpersand(ParLabel(kind)) + " " + value;
-    return values;
-}
-
-void WriteFile(const std::filesystem::path& path, std::ostream& out) {
-    out << "\n## " << TitleOf(path) << "\n\n" << SourceOf(path) << "\n";
+void WriteFile(const std::filesystem::path& path, WholeSizes& sizes, std::ostream& out) {
+    out << "\n## " << validation::TitleOf(path.stem().string()) << "\n\n"
+        << SourceOf(path) << "\n\n";
     out << "| Analysis | Values | Solved for | Exact | Quorvanta | Deviation |\n";
     out << "|---|---|---|---|---|---|\n";
-    for (const checks::ValidationCase& row : checks::ReadValidation(path.string())) {
-        const f64 solution = checks::SolveCase(row);
-        out << "| " << ParListName << " | " << ValuesOf(row) << " | "
+    for (const validation::ValidationCase& row : validation::ReadValidation(path.string())) {
+        const f64 solution = validation::SolveCase(row);
+        sizes.Meet(row.UnknownKind, row.Exact, solution);
+        out << "| " << ParListName << " | " << validation::ValuesOf(row) << " | "
             << StripAmpersand(ParLabel(row.UnknownKind)) << " | " << Rounded(row.Exact) << " | "
             << Rounded(solution) << " | " << Rounded(solution - row.Exact) << " |\n";
     }
@@ -79,12 +109,12 @@ constexpr i32 studies = 100000;
 // What a simulated analysis should come to, column by column of its window: the rates that are
 // known.
 struct KnownRates {
-    checks::CaseWithValues Analysis;
+    validation::CaseWithValues Analysis;
     std::map<i16, f64> Rates;
 };
 
-bool IsSameAnalysis(const checks::CaseWithValues& a, const checks::CaseWithValues& b) {
-    const auto key = [](const checks::CaseWithValues& row) {
+bool IsSameAnalysis(const validation::CaseWithValues& a, const validation::CaseWithValues& b) {
+    const auto key = [](const validation::CaseWithValues& row) {
         return std::tie(row.Analysis, row.NoOfSamples, row.NoOfTails, row.Left, row.Checks,
                         row.Groups, row.Values);
     };
@@ -94,11 +124,11 @@ bool IsSameAnalysis(const checks::CaseWithValues& a, const checks::CaseWithValue
 std::vector<KnownRates> ReadRates(const std::filesystem::path& path) {
     std::vector<KnownRates> known;
     if (path.filename() == "parametric.tsv") {
-        for (const checks::SimulationCase& row : checks::ReadSimulationCases(path.string()))
+        for (const validation::SimulationCase& row : validation::ReadSimulationCases(path.string()))
             known.push_back({row, {{i16{0}, row.Size}, {i16{1}, row.Power}}});
         return known;
     }
-    for (const checks::ValidationCase& row : checks::ReadValidation(path.string())) {
+    for (const validation::ValidationCase& row : validation::ReadValidation(path.string())) {
         if (known.empty() || !IsSameAnalysis(known.back().Analysis, row))
             known.push_back({row, {}});
         known.back().Rates[row.UnknownKind] = row.Exact;
@@ -121,22 +151,22 @@ std::string Decimals(f64 value) {
 }
 
 void WriteRates(const std::filesystem::path& path, const std::string& title, std::ostream& out) {
-    out << "\n## " << title << "\n\n" << SourceOf(path) << "\n";
+    out << "\n## " << title << "\n\n" << SourceOf(path) << "\n\n";
     out << "| Analysis | Values | Estimated | Known | Simulated | Deviation | Standard error |\n";
     out << "|---|---|---|---|---|---|---|\n";
     for (const KnownRates& known : ReadRates(path)) {
         // An analysis of a distribution starts as the last one was left.
         ParListNo = known.Analysis.ParListNo;
         ProcedureNo = known.Analysis.ProcedureNo;
-        checks::SetUpWithValues(known.Analysis);
+        validation::SetUpWithValues(known.Analysis);
         MaxNoOfSimText = std::to_string(studies);
         SeedText = "20261122";
         SimStart();
         if (SimNo != studies)
-            throw std::runtime_error("no simulation of " + checks::Describe(known.Analysis));
+            throw std::runtime_error("no simulation of " + validation::Describe(known.Analysis));
         for (const auto& [column, rate] : known.Rates) {
             const f64 share = static_cast<f64>(CountOf(column)) / studies;
-            out << "| " << ParListName << " | " << ValuesOf(known.Analysis) << " | "
+            out << "| " << ParListName << " | " << validation::ValuesOf(known.Analysis) << " | "
                 << CaptionOf(column) << " | " << Decimals(rate) << " | " << Decimals(share) << " | "
                 << Decimals(share - rate) << " | "
                 << Decimals(std::sqrt(share * (1 - share) / studies)) << " |\n";
@@ -153,24 +183,53 @@ void WriteSimulations(std::ostream& out) {
     WriteRates(data / "simulated/survival.tsv", "Simulated survival", out);
 }
 
-void WriteTables(std::ostream& out) {
-    ScriptedPlatform platform;
-    Main();
-    FileCommand(CalculationWindow);
+std::vector<std::filesystem::path> ValidationFiles() {
     std::vector<std::filesystem::path> files;
     for (const auto& entry :
          std::filesystem::directory_iterator(SOURCE_DIR "/checks/data/validation"))
         files.push_back(entry.path());
     std::sort(files.begin(), files.end());
+    return files;
+}
+
+void WriteTables(std::ostream& out) {
+    validation::SilentPlatform platform;
+    Main();
+    FileCommand(CalculationWindow);
+    std::ostringstream tables;
+    std::ostringstream sizes;
+    WholeSizes allSizes;
+    const auto write = [&](const std::filesystem::path& file) {
+        WholeSizes own;
+        WriteFile(file, own, tables);
+        if (IsExact(file)) {
+            own.Write(validation::TitleOf(file.stem().string()), sizes);
+            allSizes.Add(own);
+        }
+    };
+    for (const auto& file : ValidationFiles())
+        write(file);
     out << "# Validation\n\n"
            "Solutions of the program beside exact values of other origin. Sizes are compared "
            "before they are\nrounded up. The program's approximations of the normal and t "
            "distributions account for the deviations\n(see accuracy.md). Simulated "
            "levels and powers are shares of 100,000 studies from the seed 20261122,\nbeside those "
            "that are exact or that another program has simulated. Written by "
-           "`validation_table`.\n";
-    for (const auto& file : files)
-        WriteFile(file, out);
+           "`validation_table`.\n\n"
+           "## Whole sizes\n\n"
+           "A size goes into a protocol as a whole number. How many of the sizes and other counts "
+           "solved below\n"
+           "differ as whole numbers from the exact ones, and by how much at most. The exact "
+           "solutions of most\n"
+           "cases of conditional power and of multiple comparisons are whole numbers by "
+           "construction, so that\n"
+           "the smallest deviation upward counts there. Sizes of a handful to thirty, of which\n"
+           "checks/data/whole_sizes.tsv has 1353, are all the exact ones.\n\n"
+           "| Cases | Sizes | Differ | Share | Larger | Smaller | Largest difference | Of the "
+           "size |\n|---|---|---|---|---|---|---|---|\n"
+        << sizes.str();
+    allSizes.Write("All", out);
+    out << tables.str();
     WriteSimulations(out);
 }
 

@@ -1,3 +1,4 @@
+#include "core/file_calls.h"
 #include "core/save_file.h"
 #include "support/refusals.h"
 #include "support/temporary_folder.h"
@@ -146,7 +147,7 @@ TEST_F(SaveFiles, SavesWhereTheModeCanNotBeChanged) {
     folder_.Write("a.dim", "a longer old content");
     ASSERT_EQ(::chmod(folder_.Path("a.dim").c_str(), 0620), 0);
     const ino_t former = Status("a.dim").st_ino;
-    EXPECT_TRUE(SaveFile(folder_.Path("a.dim"), "new", {.ChangeMode = Refuse}));
+    EXPECT_TRUE(SaveFileBy({.ChangeMode = Refuse}, folder_.Path("a.dim"), "new"));
     EXPECT_EQ(Content("a.dim"), "new");
     EXPECT_EQ(Status("a.dim").st_mode & 0777U, 0620U);
     EXPECT_EQ(Status("a.dim").st_ino, former);
@@ -157,7 +158,7 @@ TEST_F(SaveFiles, SavesWhereTheModeCanNotBeChanged) {
 TEST_F(SaveFiles, ReplacesWhereEveryFileHasTheSameMode) {
     ASSERT_TRUE(SaveFile(folder_.Path("a.dim"), "old"));
     const mode_t mode = Status("a.dim").st_mode;
-    EXPECT_TRUE(SaveFile(folder_.Path("a.dim"), "new", {.ChangeMode = Refuse}));
+    EXPECT_TRUE(SaveFileBy({.ChangeMode = Refuse}, folder_.Path("a.dim"), "new"));
     EXPECT_EQ(Content("a.dim"), "new");
     EXPECT_EQ(Status("a.dim").st_mode, mode);
 }
@@ -165,9 +166,9 @@ TEST_F(SaveFiles, ReplacesWhereEveryFileHasTheSameMode) {
 TEST_F(SaveFiles, SavesWhereARenameIsRefused) {
     folder_.Write("a.dim", "old");
     EXPECT_TRUE(
-        SaveFile(folder_.Path("a.dim"), "a longer new content", {.Rename = RefuseToRename}));
+        SaveFileBy({.Rename = RefuseToRename}, folder_.Path("a.dim"), "a longer new content"));
     EXPECT_EQ(Content("a.dim"), "a longer new content");
-    EXPECT_FALSE(SaveFile(folder_.Path("b.dim"), "new", {.Rename = RefuseToRename}));
+    EXPECT_FALSE(SaveFileBy({.Rename = RefuseToRename}, folder_.Path("b.dim"), "new"));
     EXPECT_EQ(folder_.Names(), std::vector<std::string>{"a.dim"});
 }
 
@@ -201,7 +202,7 @@ TEST_F(SaveFiles, WritesOverNothingWithoutACopy) {
 TEST_F(SaveFiles, LeavesFormerCopiesAlone) {
     folder_.Write("a.dim", "old");
     folder_.Write("a.dim.old", "the user's");
-    EXPECT_TRUE(SaveFile(folder_.Path("a.dim"), "new", {.Rename = RefuseToRename}));
+    EXPECT_TRUE(SaveFileBy({.Rename = RefuseToRename}, folder_.Path("a.dim"), "new"));
     EXPECT_EQ(Content("a.dim"), "new");
     EXPECT_EQ(Content("a.dim.old"), "the user's");
     EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"a.dim", "a.dim.old"}));

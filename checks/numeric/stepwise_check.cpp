@@ -1,6 +1,7 @@
 // The rounding points: every distribution function against a second evaluation of its steps,
 // written independently in another language (checks/reference/stepwise.py), bit by bit.
 #include "core/fault.h"
+#include "numeric/rounding.h"
 #include "support/reference.h"
 
 #include <gtest/gtest.h>

@@ -97,6 +97,8 @@ for tails in (1, 2):
         add(test, tails, 0, 1, m, k, 30, True, 0.025, 0.01)
 
 with open('checks/data/adjusted_values.tsv', 'w', encoding='utf-8') as out:
+    out.write('# Critical values of adjusted tests, computed by '
+              'checks/reference/adjusted_values.py (scipy).\n')
     out.write('Test\tTails\tMethod\tRank\tFamily\tGroups\tDf\tKnown\tError\tWeighted\tExact\t'
               'Tolerance\n')
     out.writelines('\t'.join(map(str, r)) + '\n' for r in ROWS)

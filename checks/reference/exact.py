@@ -820,7 +820,8 @@ def discrete():
 
 
 if __name__ == "__main__":
-    print("# Written by exact.py: function, arguments, exact value, tolerance.")
+    print("# Exact values computed by checks/reference/exact.py (mpmath, scipy): "
+          "function, arguments, value, tolerance.")
     normal()
     gamma_beta()
     student()

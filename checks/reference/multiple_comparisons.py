@@ -163,6 +163,8 @@ def write_quantiles():
             add(DUNNETT, df, 0.05, 4, r)
             add(DUNNETT, df, 0.1, 5, r)
     with open('checks/data/multiple_comparisons.tsv', 'w', encoding='utf-8') as out:
+        out.write('# Critical values of simultaneous intervals, computed by '
+                  'checks/reference/multiple_comparisons.py (numpy, scipy).\n')
         out.write('Function\tDf\tAlpha\tGroups\tRatio\tExact\tTolerance\n')
         out.writelines(line + '\n' for line in lines)
     print(len(lines), 'quantiles')

@@ -238,10 +238,6 @@ std::string Describe(const AnalysisChoice& choice) {
     return text;
 }
 
-std::ostream& operator<<(std::ostream& out, const AnalysisChoice& choice) {
-    return out << Describe(choice);
-}
-
 void Start(const AnalysisChoice& choice, const Values& values) {
     ResetTexts();
     SetUp(choice);
@@ -433,3 +429,7 @@ void ExpectMonotoneIn(i16 sizeKind, const AnalysisChoice& choice, const Values& 
 }
 
 } // namespace quorvanta::checks
+
+std::ostream& quorvanta::validation::operator<<(std::ostream& out, const AnalysisChoice& choice) {
+    return out << checks::Describe(choice);
+}

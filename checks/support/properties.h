@@ -32,7 +32,6 @@ std::vector<AnalysisChoice> AllChoices(const AnalysisChoice& analysis,
 
 // The choice in words, for the message of a failed check.
 std::string Describe(const AnalysisChoice& choice);
-std::ostream& operator<<(std::ostream& out, const AnalysisChoice& choice);
 
 // Sets the analysis up with these values, as texts and as ParValue.
 void Start(const AnalysisChoice& choice, const Values& values);
@@ -70,3 +69,10 @@ void ExpectMonotoneIn(i16 sizeKind, const AnalysisChoice& choice, const Values& 
                       f64 from = 0);
 
 } // namespace quorvanta::checks
+
+// Where the name of its type is looked for.
+namespace quorvanta::validation {
+
+std::ostream& operator<<(std::ostream& out, const AnalysisChoice& choice);
+
+} // namespace quorvanta::validation

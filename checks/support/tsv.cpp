@@ -23,7 +23,10 @@ std::vector<std::string> Cells(const std::string& line) {
 std::vector<std::vector<std::string>> ReadTsv(const std::string& fileName) {
     std::ifstream file(std::string(CHECK_DATA_DIR) + "/" + fileName);
     std::string line;
-    if (!std::getline(file, line))
+    do
+        std::getline(file, line);
+    while (file && line.starts_with('#'));
+    if (!file)
         throw std::runtime_error("no data in " + fileName);
     const std::size_t columns = Cells(line).size();
     std::vector<std::vector<std::string>> rows;

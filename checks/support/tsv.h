@@ -1,4 +1,5 @@
-// Reference data as text: tab-separated columns, the first line names them.
+// Reference data as text: tab-separated columns, the first line names them, after lines
+// of comment that begin with "#".
 #pragma once
 
 #include <string>

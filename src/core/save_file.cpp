@@ -1,9 +1,12 @@
 #include "core/save_file.h"
 
+#include "core/file_calls.h"
+
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
@@ -212,7 +215,7 @@ bool WriteInPlace(const fs::path& target, const FileStatus& former, std::string_
 
 } // namespace
 
-bool SaveFile(const std::string& path, std::string_view bytes, const FileCalls& calls) {
+bool SaveFileBy(const FileCalls& calls, const std::string& path, std::string_view bytes) {
     const fs::path target = Target(path);
     if (!MayReplace(target))
         return false;
@@ -227,6 +230,14 @@ bool SaveFile(const std::string& path, std::string_view bytes, const FileCalls& 
     SyncFolder(folder);
     RemoveLeftovers(folder);
     return true;
+}
+
+bool SaveFile(const std::string& path, std::string_view bytes) {
+    return SaveFileBy({}, path, bytes);
+}
+
+void OutliveFileSizeLimit() {
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 std::optional<std::string> LoadFile(const std::string& path, std::size_t maxBytes) {

@@ -48,13 +48,13 @@ QString WithExtension(const QString& path, const FileDialog& dialog, const QStri
     return path + (ending.isEmpty() ? "." + ToQt(dialog.DefaultExtension) : ending);
 }
 
+} // namespace
+
 Answer AskToReplace(const QString& path) {
     return ThePlatform().MsgBox(FromQt(QFileInfo(path).fileName()) + " Already Exists." + CrLf +
                                     CrLf + "Replace It?",
                                 Buttons::YesNoCancel, Icon::Exclamation, "");
 }
-
-} // namespace
 
 std::optional<std::string> FileDialogs::AskOpenName(QWidget* parent, const FileDialog& dialog) {
     QFileDialog window(parent);

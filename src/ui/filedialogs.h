@@ -13,6 +13,9 @@ class QWidget;
 
 namespace quorvanta {
 
+// Asks whether a file that exists may be replaced: Yes, No (by another name) or Cancel.
+Answer AskToReplace(const QString& path);
+
 class FileDialogs {
   public:
     // Ask for a name as the dialog says; nothing when the user gives up. Where it names no folder

@@ -1,10 +1,15 @@
 #include "ui/frmabout.h"
 
+#include "core/platform.h"
 #include "core/program_name.h"
+#include "ui/filedialogs.h"
+#include "ui/frmvalidate.h"
 #include "ui/qttext.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QDir>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QIcon>
 #include <QLabel>
@@ -39,6 +44,12 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     text->setMinimumWidth(56 * fontMetrics().averageCharWidth());
 
     auto* buttons = new QDialogButtonBox(this);
+    QPushButton* cmdValidate = buttons->addButton("&Validate...", QDialogButtonBox::ActionRole);
+    cmdValidate->setObjectName("cmdValidate");
+    cmdValidate->setToolTip(tr("Computes the published and the independently computed values that "
+                               "the program is checked with, and writes a report."));
+    cmdValidate->setAutoDefault(false);
+    connect(cmdValidate, &QPushButton::clicked, this, &frmAbout::cmdValidate_Click);
     QPushButton* cmdOK = buttons->addButton("OK", QDialogButtonBox::AcceptRole);
     cmdOK->setObjectName("cmdOK");
     connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
@@ -50,6 +61,22 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     grid->addWidget(name, 0, 1);
     grid->addWidget(text, 1, 1);
     grid->addWidget(buttons, 2, 0, 1, 2);
+}
+
+void frmAbout::cmdValidate_Click() {
+    const FileDialog dialog{.Title = "Save Validation Report",
+                            .Filter = "PDF Files (*.pdf)|*.pdf",
+                            .FileName = std::string(ProgramName) + " Validation",
+                            .Folder = "",
+                            .DefaultExtension = "pdf"};
+    const auto pdf = ThePlatform().AskSaveName(dialog);
+    if (!pdf)
+        return;
+    const QFileInfo file(ToQt(*pdf));
+    const QString text = file.dir().filePath(file.completeBaseName() + ".txt");
+    if (QFileInfo(text).isFile() && AskToReplace(text) != Answer::Yes)
+        return;
+    frmValidate(this, frmValidate::InstalledProgram(), file.filePath(), text).exec();
 }
 
 } // namespace quorvanta

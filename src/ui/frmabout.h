@@ -10,6 +10,9 @@ class frmAbout : public QDialog {
 
   public:
     explicit frmAbout(QWidget* parent);
+
+    // Validates the program, with a report where the user wants it.
+    void cmdValidate_Click();
 };
 
 } // namespace quorvanta

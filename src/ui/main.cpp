@@ -1,14 +1,12 @@
+#include "core/save_file.h"
 #include "ui/application.h"
 #include "ui/frmsplash.h"
 #include "ui/program.h"
 
 #include <QTimer>
 
-#include <csignal>
-
 int main(int argc, char** argv) {
-    // A file that would grow beyond what the user may write is a failed save, not the end.
-    std::signal(SIGXFSZ, SIG_IGN);
+    quorvanta::OutliveFileSizeLimit();
     quorvanta::Application application(argc, argv);
     quorvanta::Program program;
     quorvanta::frmSplash().exec();

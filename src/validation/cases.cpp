@@ -1,4 +1,4 @@
-#include "support/validation.h"
+#include "validation/cases.h"
 
 #include "core/analysis_state.h"
 #include "core/driver.h"
@@ -8,7 +8,7 @@
 #include "core/setup.h"
 #include "core/typed_text.h"
 #include "core/values.h"
-#include "support/number.h"
+#include "validation/number.h"
 
 #include <algorithm>
 #include <array>
@@ -17,7 +17,7 @@
 #include <stdexcept>
 #include <utility>
 
-namespace quorvanta::checks {
+namespace quorvanta::validation {
 
 namespace {
 
@@ -99,10 +99,7 @@ void Parse(const std::string& line, SimulationCase& row) {
 }
 
 template <class Case>
-std::vector<Case> ReadCases(const std::string& path) {
-    std::ifstream file(path);
-    if (!file)
-        throw std::runtime_error("no file " + path);
+std::vector<Case> ReadCases(std::istream& file) {
     std::vector<Case> cases;
     std::string line;
     bool isHead = true;
@@ -114,6 +111,13 @@ std::vector<Case> ReadCases(const std::string& path) {
         isHead = false;
     }
     return cases;
+}
+
+std::ifstream OpenFile(const std::string& path) {
+    std::ifstream file(path);
+    if (!file)
+        throw std::runtime_error("no file " + path);
+    return file;
 }
 
 i16 PositionOf(i16 kind) {
@@ -235,12 +239,18 @@ void FillAccrual(const AccrualTable& table) {
     }
 }
 
+std::vector<ValidationCase> ReadValidation(std::istream& file) {
+    return ReadCases<ValidationCase>(file);
+}
+
 std::vector<ValidationCase> ReadValidation(const std::string& path) {
-    return ReadCases<ValidationCase>(path);
+    std::ifstream file = OpenFile(path);
+    return ReadCases<ValidationCase>(file);
 }
 
 std::vector<SimulationCase> ReadSimulationCases(const std::string& path) {
-    return ReadCases<SimulationCase>(path);
+    std::ifstream file = OpenFile(path);
+    return ReadCases<SimulationCase>(file);
 }
 
 void Open(const AnalysisChoice& choice) {
@@ -294,11 +304,15 @@ f64 SolveCase(const ValidationCase& validation) {
     return ParValue(UnknownParNo);
 }
 
-std::string Describe(const CaseWithValues& values) {
-    std::string text = ParListName;
+std::string ValuesOf(const CaseWithValues& values) {
+    std::string text;
     for (const auto& [kind, value] : values.Values)
-        text += " " + StripAmpersand(ParLabel(kind)) + " = " + value + ";";
+        text += (text.empty() ? "" : "; ") + StripAmpersand(ParLabel(kind)) + " " + value;
     return text;
 }
 
-} // namespace quorvanta::checks
+std::string Describe(const CaseWithValues& values) {
+    return ParListName + " " + ValuesOf(values);
+}
+
+} // namespace quorvanta::validation
