@@ -16,6 +16,7 @@ from scipy import integrate, optimize, stats
 
 import conditional_power
 import lifetable
+import sequential_trials
 
 
 def two_sided_t(alpha, ncp, df):
@@ -615,3 +616,30 @@ conditional_example(9704, conditional_power.proportions_look, relapse, 2, False,
 survival = dict(alpha=0.025, hr=0.7, t=0.4, seen=0.85, events=300, ratio=1)
 conditional_example(9705, conditional_power.hazards_look, survival, 1, True, 0, False, 'seen', 0.3, 1.6, 0.2)
 conditional_example(9706, conditional_power.hazards_look, survival, 1, True, 1, True, 'seen', 0.3, 0.999, 0.2)
+
+
+# --- Group sequential designs -------------------------------------------------------------------
+
+def sequential(n, effect, sd, t, kind, samples, alpha=0.05):
+    """Two-sided, by exact integration: normal data with a known standard deviation."""
+    upp = sequential_trials.bounds(kind, 0, t, alpha, 2)
+    drift = effect / (sd * math.sqrt(samples / n))
+    return sum(sequential_trials.exact(None, upp, t, drift, 2, False)[0])
+
+
+def sequential_t(n, *design, alpha=0.05):
+    """Student's test at the end, with the non-centrality of the fixed test that has the same normal power."""
+    samples = design[-1]
+    z = stats.norm.ppf(1 - alpha / 2)
+    return two_sided_t(alpha, z + stats.norm.ppf(sequential(n, *design)), samples * (n - 1))
+
+
+fifths = (0.2, 0.4, 0.6, 0.8, 1)
+show(9425, solve(lambda n: sequential(n, 10, 20, fifths, sequential_trials.OBRIEN, 2), 0.90, 10, 500),
+     sequential(100, 8, 20, fifths, sequential_trials.OBRIEN, 2))
+thirds = (0.333333, 0.666667, 1)
+show(47, solve(lambda n: sequential_t(n, 10, 20, thirds, sequential_trials.OBRIEN, 2), 0.80, 10, 300),
+     sequential(65, 10, 20, thirds, sequential_trials.OBRIEN, 2),
+     solve(lambda d: sequential_t(50, d, 20, thirds, sequential_trials.OBRIEN, 2), 0.80, 5, 20))
+show(48, solve(lambda n: sequential_t(n, 5, 10, (0.5, 1), sequential_trials.POCOCK, 1), 0.90, 10, 300),
+     solve(lambda d: sequential_t(40, d, 10, (0.5, 1), sequential_trials.POCOCK, 1), 0.90, 3, 10))

@@ -145,44 +145,51 @@ def two_samples(menu, tails, groups, values, test, draw, n1, n2, shift=0.0, scal
         row(menu, 2, tails, groups, text, unknown, lambda: test(draw(n1), draw(n2) * s + d, tails))
 
 
-print(f'''# Rates of rejection in {STUDIES} studies simulated by checks/reference/ranksim.py (numpy, seed {SEED}).
-# The tests are normal approximations without a correction: their levels are those of few values.''')
-print('Analysis\tSamples\tTails\tLeft\tChecks\tGroups\tValues\tUnknown\tExact\tTolerance')
-shift = math.sqrt(2) * stats.norm.ppf(0.7)
 wilcoxon = linear(lambda i, n: i, rank_sum_moments)
-for tails, n1, n2 in [(2, 30, 30), (1, 10, 20), (2, 8, 8)]:
-    two_samples(300, tails, '2=0', '152=0.7', wilcoxon, normal, n1, n2, shift)
 scores = linear(lambda i, n: stats.norm.ppf(i / (n + 1)))
-for tails, n1, n2 in [(2, 30, 30), (1, 10, 20)]:
-    two_samples(310, tails, '2=0', '62=0.7;2=1', scores, normal, n1, n2, 0.7)
 siegel = linear(siegel_score, rank_sum_moments, -1)
 ansari = linear(lambda i, n: min(i, n + 1 - i), None, -1)
 klotz = linear(lambda i, n: stats.norm.ppf(i / (n + 1)) ** 2)
 mood = linear(lambda i, n: (i - (n + 1) / 2) ** 2)
 conover = linear(lambda i, n: i * i)
 savage = linear(lambda i, n: sum(1 / (n - j + 1) for j in range(1, i + 1)) - 1)
-for menu, test, draw in [(330, siegel, normal), (331, ansari, normal), (332, klotz, normal),
-                         (333, mood, normal), (334, conover, exponential),
-                         (350, savage, exponential)]:
-    for tails, n1, n2 in [(2, 30, 30), (1, 10, 21)]:
-        two_samples(menu, tails, '16=0,2=0', '26=1;141=2', test, draw, n1, n2, 0, 2)
-for tails, n1, n2 in [(2, 30, 30), (1, 10, 20)]:
-    row(340, 2, tails, '2=0', f'0=0.05;4={n1};37={n2}', 0,
-        lambda: kolmogorov(normal(n1), normal(n2), tails))
-move = stats.norm.ppf(0.75) / math.sqrt(2)
-for tails, n in [(2, 40), (1, 12)]:
-    text = f'0=0.05;153={stats.norm.cdf(move):.9g};154=0.75;85={n}'
-    for unknown, d in enumerate([0.0, move]):
-        row(360, 1, tails, '', text, unknown, lambda: signed_rank(normal(n) + d, None, tails))
-for n1, n2 in [(20, 20), (5, 8)]:
-    text = f'0=0.05;34=0.4;2=1;17=3;4={n1};149={n2}'
-    groups = [n1, n2, n2]
-    row(311, 3, 2, '18=0', text, 0, lambda: kruskal([normal(n) for n in groups]))
-    row(312, 3, 2, '18=0', text, 0, lambda: jonckheere([normal(n) for n in groups]))
-for tails, n in [(2, 30), (1, 10)]:
-    for unknown, rho in enumerate([0.0, 0.5]):
-        row(490, 1, tails, '23=0', f'0=0.05;185=0;186=0.5;14={n}', unknown,
-            lambda: spearman(*pairs(n, rho), tails))
-    for unknown, tau in enumerate([0.0, 0.4]):
-        row(491, 1, tails, '52=0', f'0=0.05;331=0.4;14={n}', unknown,
-            lambda: kendall(*pairs(n, math.sin(math.pi * tau / 2)), tails))
+
+
+def main():
+    print(f'''# Rates of rejection in {STUDIES} studies simulated by checks/reference/ranksim.py (numpy, seed {SEED}).
+# The tests are normal approximations without a correction: their levels are those of few values.''')
+    print('Analysis\tSamples\tTails\tLeft\tChecks\tGroups\tValues\tUnknown\tExact\tTolerance')
+    shift = math.sqrt(2) * stats.norm.ppf(0.7)
+    for tails, n1, n2 in [(2, 30, 30), (1, 10, 20), (2, 8, 8)]:
+        two_samples(300, tails, '2=0', '152=0.7', wilcoxon, normal, n1, n2, shift)
+    for tails, n1, n2 in [(2, 30, 30), (1, 10, 20)]:
+        two_samples(310, tails, '2=0', '62=0.7;2=1', scores, normal, n1, n2, 0.7)
+    for menu, test, draw in [(330, siegel, normal), (331, ansari, normal), (332, klotz, normal),
+                             (333, mood, normal), (334, conover, exponential),
+                             (350, savage, exponential)]:
+        for tails, n1, n2 in [(2, 30, 30), (1, 10, 21)]:
+            two_samples(menu, tails, '16=0,2=0', '26=1;141=2', test, draw, n1, n2, 0, 2)
+    for tails, n1, n2 in [(2, 30, 30), (1, 10, 20)]:
+        row(340, 2, tails, '2=0', f'0=0.05;4={n1};37={n2}', 0,
+            lambda: kolmogorov(normal(n1), normal(n2), tails))
+    move = stats.norm.ppf(0.75) / math.sqrt(2)
+    for tails, n in [(2, 40), (1, 12)]:
+        text = f'0=0.05;153={stats.norm.cdf(move):.9g};154=0.75;85={n}'
+        for unknown, d in enumerate([0.0, move]):
+            row(360, 1, tails, '', text, unknown, lambda: signed_rank(normal(n) + d, None, tails))
+    for n1, n2 in [(20, 20), (5, 8)]:
+        text = f'0=0.05;34=0.4;2=1;17=3;4={n1};149={n2}'
+        groups = [n1, n2, n2]
+        row(311, 3, 2, '18=0', text, 0, lambda: kruskal([normal(n) for n in groups]))
+        row(312, 3, 2, '18=0', text, 0, lambda: jonckheere([normal(n) for n in groups]))
+    for tails, n in [(2, 30), (1, 10)]:
+        for unknown, rho in enumerate([0.0, 0.5]):
+            row(490, 1, tails, '23=0', f'0=0.05;185=0;186=0.5;14={n}', unknown,
+                lambda: spearman(*pairs(n, rho), tails))
+        for unknown, tau in enumerate([0.0, 0.4]):
+            row(491, 1, tails, '52=0', f'0=0.05;331=0.4;14={n}', unknown,
+                lambda: kendall(*pairs(n, math.sin(math.pi * tau / 2)), tails))
+
+
+if __name__ == '__main__':
+    main()

@@ -305,7 +305,8 @@ def strata():
     print([r / drawn for r in rejected])
 
 
-if '--strata' in sys.argv:
-    strata()
-else:
-    main()
+if __name__ == '__main__':
+    if '--strata' in sys.argv:
+        strata()
+    else:
+        main()

@@ -44,6 +44,18 @@ void SimulateInEngine(const help::Example& example);
 // Does the window show that, and is what it estimates within its limits?
 void ExpectEstimate(const help::ExampleEstimate& estimate, const std::string& shown);
 
+// What a simulation has come to, as texts; each row begins with its name.
+struct SimulationReading {
+    std::vector<std::vector<std::string>> Estimates; // by analysis, the last one over all
+    std::vector<std::string> Averages;               // if H0 is true, if H1 is
+    std::vector<std::string> RejectionHeads;
+    std::vector<std::vector<std::string>> Rejections; // by the number of the hypothesis
+};
+
+// Does the window show what the page says, and is that what it estimates? The level and the power
+// of the whole study have to be within their limits, any other share within four standard errors.
+void ExpectSimulation(const help::ExampleSimulation& simulation, const SimulationReading& reading);
+
 // Is this what the example says, and does the example agree with its exact value? Reports what
 // differs as failures of the running check.
 void ExpectReading(const help::ExampleStep& step, const ExampleReading& reading);

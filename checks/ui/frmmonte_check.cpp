@@ -338,7 +338,6 @@ class FamilyWindowCheck : public WindowCheck {
         if (at == lists.size())
             return;
         hands::WhenModal("frmGridTable", [this, lists, at](QWidget& grid) {
-            captions_ << hands::Control<QPushButton>(grid, "cmdOK")->text();
             std::feraiseexcept(FE_INVALID); // as painting does on some displays
             for (const QString& text : lists[at]) {
                 auto* cell = hands::Control(grid, "txtText");
@@ -346,12 +345,13 @@ class FamilyWindowCheck : public WindowCheck {
                 QTest::keyClicks(cell, text);
                 QTest::keyClick(cell, Qt::Key_Return);
             }
+            captions_ << hands::TextOf(grid, "cmdOK");
             FillGrids(lists, at + 1);
             hands::Click(grid, "cmdOK");
         });
     }
 
-    QStringList captions_;
+    QStringList captions_; // of the button, once a grid is filled
 };
 
 TEST_F(FamilyWindowCheck, GoesFromItsGridsToItsRejections) {
@@ -370,7 +370,7 @@ TEST_F(FamilyWindowCheck, GoesFromItsGridsToItsRejections) {
     hands::Click(Dialog(), "cmdOK");
     EXPECT_EQ(Messages.Texts, QStringList());
     EXPECT_EQ(SimNo, 1000);
-    EXPECT_EQ(captions_.mid(0, 2), (QStringList{"&Next", "&Next"}));
+    EXPECT_EQ(captions_, (QStringList{"&Next", "&Next", "C&alculate"}));
     EXPECT_EQ(hands::TextOf(Child(), "lblReject"), "Prob (Reject Test No)");
     auto& table = *hands::Control<QTableWidget>(Child(), "tblReject");
     EXPECT_TRUE(table.isVisible());
@@ -384,6 +384,39 @@ TEST_F(FamilyWindowCheck, GoesFromItsGridsToItsRejections) {
         EXPECT_EQ(table.item(row, 1 - family)->text(), "     --");
     }
     EXPECT_NE(hands::TextOf(Child(), "lblSignEstimate(0)"), "");
+}
+
+// Only families with weights ask for a further grid; the button follows what is typed.
+TEST_F(FamilyWindowCheck, TheGridOfMethodsSaysWhetherWeightsFollow) {
+    hands::Click(Options(), "chkCheck(1)"); // serial gatekeeping
+    AcceptOptions();
+    hands::TypeInto(Dialog(), "txtParValue(3)", "3"); // levels
+    QStringList captions;
+    hands::WhenModal("frmGridTable", [&captions](QWidget& means) {
+        const auto type = [](QWidget& grid, const QString& text) {
+            QTest::keyClick(hands::Control(grid, "txtText"), Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(hands::Control(grid, "txtText"), text);
+        };
+        for (const char* mean : {"1", "1", "0"}) {
+            type(means, mean);
+            QTest::keyClick(hands::Control(means, "txtText"), Qt::Key_Return);
+        }
+        hands::WhenModal("frmGridTable", [&captions, type](QWidget& families) {
+            hands::WhenModal("frmGridTable", [&captions, type](QWidget& methods) {
+                for (const char* method : {"0", "5", "", "0", "1"}) {
+                    type(methods, method);
+                    if (*method == '\0')
+                        QTest::keyClick(hands::Control(methods, "txtText"), Qt::Key_Delete);
+                    captions << hands::TextOf(methods, "cmdOK");
+                }
+                hands::Click(methods, "cmdCancel");
+            });
+            hands::Click(families, "cmdOK"); // all in the first family
+        });
+        hands::Click(means, "cmdOK");
+    });
+    hands::Click(Dialog(), "cmdOK");
+    EXPECT_EQ(captions, (QStringList{"&Next", "C&alculate", "C&alculate", "&Next", "C&alculate"}));
 }
 
 TEST_F(FamilyWindowCheck, ACancelledGridStartsNothing) {

@@ -16,6 +16,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QTableWidget>
 #include <QTest>
 
 #include <cstdlib>
@@ -87,33 +88,74 @@ class ExampleInWindows : public WindowCheck,
         Tick(example.Ticked);
         for (const std::string& caption : example.Chosen)
             Choose(caption);
+        if (!example.Adjustment.empty())
+            ChooseAdjustment(example.Adjustment);
         if (example.Design.Interim > 0)
-            ChooseDesign(example.Design);
+            ChooseDesign(example.Design, example.Simulation.Tables);
+        else if (example.Simulation.Opened.empty())
+            FillGrids(example.Simulation.Tables);
         hands::Click(Options(), "cmdOK");
         hands::Settle();
     }
 
+    // Fills the grids that are asked for one after the other by key, from cell to cell, and accepts
+    // each.
+    void FillGrids(const std::vector<help::ExampleTable>& tables, std::size_t at = 0) {
+        if (at == tables.size())
+            return;
+        hands::WhenModal("frmGridTable", [this, tables, at](QWidget& grid) {
+            const std::string& title = tables[at].Label;
+            if (!title.empty()) {
+                EXPECT_EQ(FromQt(hands::TextOf(grid, "lblGridTitle")), title);
+            }
+            QWidget* cell = hands::Control(grid, "txtText");
+            for (const auto& row : tables[at].Rows)
+                for (const std::string& text : row) {
+                    QTest::keyClick(cell, Qt::Key_A, Qt::ControlModifier);
+                    QTest::keyClicks(cell, ToQt(text));
+                    QTest::keyClick(cell, Qt::Key_Return);
+                }
+            ++gridsFilled_;
+            FillGrids(tables, at + 1);
+            hands::Click(grid, "cmdOK");
+        });
+    }
+
+    int GridsFilled() const { return gridsFilled_; }
+
   private:
+    void ChooseAdjustment(const std::string& name) {
+        hands::WhenModal("frmAdjustMethod", [name](QWidget& window) {
+            hands::Click(window, ControlName("optMethod", help::AdjustmentOfName(name)));
+            hands::Click(window, "cmdOK");
+        });
+        hands::Click(Options(), "cmdMethod");
+    }
+
     // The number of interim analyses, and the windows that will ask for the boundaries and the
-    // fractions.
-    void ChooseDesign(const help::ExampleDesign& design) {
+    // fractions, and for these tables.
+    void ChooseDesign(const help::ExampleDesign& design,
+                      const std::vector<help::ExampleTable>& tables) {
         hands::Click(Options(), ControlName("optInterim", design.Interim));
-        hands::WhenModal("frmBoundary", [design](QWidget& window) {
+        std::vector<help::ExampleTable> all;
+        if (!design.Fractions.empty())
+            all.emplace_back();
+        for (const std::string& fraction : design.Fractions)
+            all.back().Rows.push_back({fraction});
+        all.insert(all.end(), tables.begin(), tables.end());
+        if (design.Boundaries.empty())
+            return FillGrids(all);
+        hands::WhenModal("frmBoundary", [this, design, all](QWidget& window) {
             const i16 type = help::BoundaryOfName(design.Boundaries);
             hands::Click(window, ControlName("OptBoundary", type));
             if (!design.Parameter.empty())
                 hands::TypeInto(window, "txtFamilyPar", ToQt(design.Parameter));
-            hands::WhenModal("frmGridTable", [design](QWidget& grid) {
-                QWidget* cell = hands::Control(grid, "txtText");
-                for (const std::string& fraction : design.Fractions) {
-                    QTest::keyClicks(cell, ToQt(fraction));
-                    QTest::keyClick(cell, Qt::Key_Return);
-                }
-                hands::Click(grid, "cmdOK");
-            });
+            FillGrids(all);
             hands::Click(window, "cmdOK");
         });
     }
+
+    int gridsFilled_ = 0;
 };
 
 class HelpExampleInWindows : public ExampleInWindows {
@@ -135,26 +177,19 @@ class HelpExampleInWindows : public ExampleInWindows {
     void FillTable(const help::ExampleTable& table) {
         if (table.Label.empty())
             return;
-        bool filled = false;
-        hands::WhenModal("frmGridTable", [&](QWidget& grid) {
-            QWidget* cell = hands::Control(grid, "txtText");
-            for (const auto& row : table.Rows)
-                for (const std::string& text : row) {
-                    QTest::keyClicks(cell, ToQt(text));
-                    QTest::keyClick(cell, Qt::Key_Return);
-                }
-            hands::Click(grid, "cmdOK");
-            filled = true;
-        });
+        const int before = GridsFilled();
+        FillGrids({{"", table.Rows}});
         const QString box = ControlName("txtParValue", RowOf(table.Label));
         QTest::mouseDClick(hands::Control(Child(), box), Qt::LeftButton);
         hands::Settle();
-        EXPECT_TRUE(filled) << "no grid for " << table.Label;
+        EXPECT_EQ(GridsFilled(), before + 1) << "no grid for " << table.Label;
     }
 
     // The page has its number from its analysis: they have to be the same.
     static void ExpectMenusOfItsNumber() {
         const HelpSubject subject = HelpSubjectOf(GetParam().Number);
+        if (subject.Topic != HelpTopic::Example)
+            return;
         const MenuPath path = subject.IsTest == True ? PathToTest(subject.TestNo)
                                                      : PathToDistribution(subject.DistrNo);
         std::vector<std::string> captions;
@@ -178,7 +213,9 @@ TEST_P(HelpExampleInWindows, SaysWhatTheWindowShows) {
                               {FromQt(hands::TextOf(Child(), ControlName("txtParValue", row))),
                                ParValue(UnknownParNo), IsCountKind(ParKind(UnknownParNo))});
     }
-    EXPECT_EQ(HelpExample(), GetParam().Number);
+    if (HelpSubjectOf(GetParam().Number).Topic == HelpTopic::Example) {
+        EXPECT_EQ(HelpExample(), GetParam().Number);
+    }
     QStringList told;
     for (const std::string& message : example.Told)
         told << ToQt(message);
@@ -296,6 +333,73 @@ class HelpSimulationInWindows : public ExampleInWindows {
         ADD_FAILURE() << "no label " << label;
         return "cmdOK";
     }
+
+    // The windows that ask for the distributions from here to there, one after the other.
+    static void AnswerDistributions(const std::vector<help::ExampleDistribution>& distributions,
+                                    std::size_t at, std::size_t end) {
+        if (at == end)
+            return;
+        hands::WhenModal("frmShiftModel", [distributions, at, end](QWidget& window) {
+            const help::ExampleDistribution& chosen = distributions[at];
+            hands::Click(window,
+                         ControlName("OptDistribution", help::ButtonOfDistribution(chosen.Name)));
+            for (std::size_t k = 0; k < chosen.Parameters.size(); ++k)
+                hands::TypeInto(window, ControlName("txtDistrPar", static_cast<int>(k)),
+                                ToQt(chosen.Parameters[k]));
+            AnswerDistributions(distributions, at + 1, end);
+            hands::Click(window, "cmdOK");
+        });
+    }
+
+    // Each blue box, with the distributions that it asks for.
+    void ChooseDistributions(const std::vector<help::ExampleDistribution>& distributions) {
+        for (std::size_t at = 0; at < distributions.size();) {
+            std::size_t end = at + 1;
+            while (end < distributions.size() &&
+                   distributions[end].Label == distributions[at].Label)
+                ++end;
+            AnswerDistributions(distributions, at, end);
+            QTest::mouseDClick(hands::Control(Dialog(), BoxOf(distributions[at].Label)),
+                               Qt::LeftButton);
+            hands::Settle();
+            at = end;
+        }
+    }
+
+    // The grids of the blue box.
+    void OpenGrids(const help::ExampleSimulation& simulation) {
+        FillGrids(simulation.Tables);
+        QTest::mouseDClick(hands::Control(Dialog(), BoxOf(simulation.Opened)), Qt::LeftButton);
+        hands::Settle();
+        EXPECT_EQ(GridsFilled(), static_cast<int>(simulation.Tables.size()));
+    }
+
+    // What the window shows.
+    checks::SimulationReading Reading() {
+        checks::SimulationReading reading;
+        const auto shown = [this](const QString& label) {
+            return FromQt(hands::TextOf(Child(), label));
+        };
+        for (int row = 0; row <= MaxPar; ++row) {
+            const auto* head = Child().findChild<QLabel*>(ControlName("lblInterimAnalysis", row));
+            if (head == nullptr || !head->isVisible())
+                break;
+            reading.Estimates.push_back({FromQt(head->text())});
+            for (const char* column :
+                 {"lblSignEstimate", "lblPowerEstimate", "lblPrAcceptEstimate"})
+                reading.Estimates.back().push_back(shown(ControlName(column, row)));
+        }
+        reading.Averages = {shown("lblASNH0Est"), shown("lblASNH1Est")};
+        const auto& table = *hands::Control<QTableWidget>(Child(), "tblReject");
+        for (int column = 0; column < table.columnCount() && table.isVisible(); ++column)
+            reading.RejectionHeads.push_back(FromQt(table.horizontalHeaderItem(column)->text()));
+        for (int test = 0; test < table.rowCount() && table.isVisible(); ++test) {
+            reading.Rejections.push_back({std::to_string(test + 1)});
+            for (int column = 0; column < table.columnCount(); ++column)
+                reading.Rejections.back().push_back(FromQt(table.item(test, column)->text()));
+        }
+        return reading;
+    }
 };
 
 TEST_P(HelpSimulationInWindows, ShowsWhatThePageSays) {
@@ -304,14 +408,21 @@ TEST_P(HelpSimulationInWindows, ShowsWhatThePageSays) {
     ChooseOptions(example, "mnuFile(3)");
     for (const auto& [label, text] : simulation.Set)
         hands::TypeInto(Dialog(), BoxOf(label), ToQt(text));
+    for (std::size_t k = 0; k < simulation.Levels.size(); ++k)
+        hands::TypeInto(Dialog(), ControlName("txtRejectH0", static_cast<int>(k)),
+                        ToQt(simulation.Levels[k]));
+    ChooseDistributions(simulation.Distributions);
+    if (!simulation.Opened.empty())
+        OpenGrids(simulation);
     hands::TypeInto(Dialog(), "txtMaxNoOfSim", ToQt(simulation.Maximum));
     hands::TypeInto(Dialog(), "txtSeed", ToQt(simulation.Seed));
     hands::Click(Dialog(), "cmdOK");
-    EXPECT_EQ(Messages.Texts, QStringList());
-    const auto shown = [this](const char* label) { return FromQt(hands::TextOf(Child(), label)); };
-    EXPECT_EQ(shown("lblSimValue"), " " + simulation.Maximum);
-    checks::ExpectEstimate(simulation.Level, shown("lblSignEstimate(0)"));
-    checks::ExpectEstimate(simulation.Power, shown("lblPowerEstimate(0)"));
+    QStringList told;
+    for (const std::string& message : example.Told)
+        told << ToQt(message);
+    EXPECT_EQ(Messages.Texts, told);
+    EXPECT_EQ(hands::TextOf(Child(), "lblSimValue"), ToQt(" " + simulation.Maximum));
+    checks::ExpectSimulation(simulation, Reading());
 }
 
 INSTANTIATE_TEST_SUITE_P(Topics, HelpSimulationInWindows,

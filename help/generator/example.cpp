@@ -8,6 +8,8 @@
 #include "core/setup.h"
 #include "groupseq/boundchoice.h"
 #include "groupseq/groupseq.h"
+#include "montecarlo/shiftmodel.h"
+#include "multcomp/family.h"
 
 #include <span>
 #include <sstream>
@@ -83,6 +85,8 @@ bool TakeOption(Example& example, const std::string& name, const std::string& te
         example.Ticked.push_back(text);
     else if (name == "choose")
         example.Chosen.push_back(text);
+    else if (name == "adjust")
+        example.Adjustment = text;
     else if (name == "told")
         example.Told.push_back(text);
     else if (name == "source")
@@ -119,12 +123,23 @@ bool TakeStep(Example& example, const std::string& name, const std::string& text
     return true;
 }
 
-void TakeExactRow(ExampleRun& run, const std::string& text) {
-    std::vector<std::string> cells = Cells(text);
-    if (run.Rows.empty() || run.Rows.back().X != cells.front() ||
-        run.Rows.back().Shown.size() + 1 != cells.size())
+void TakeRow(std::vector<RunRow>& rows, const std::string& text) {
+    const std::vector<std::string> cells = Cells(text);
+    rows.push_back({cells.front(), {cells.begin() + 1, cells.end()}, {}});
+}
+
+void TakeExactRow(std::vector<RunRow>& rows, const std::string& text) {
+    const std::vector<std::string> cells = Cells(text);
+    if (rows.empty() || rows.back().X != cells.front() ||
+        rows.back().Shown.size() + 1 != cells.size())
         Refuse("not the exact row of the row before", text);
-    run.Rows.back().Exact.assign(cells.begin() + 1, cells.end());
+    rows.back().Exact.assign(cells.begin() + 1, cells.end());
+}
+
+void RequireExactRows(const std::vector<RunRow>& rows) {
+    for (const RunRow& row : rows)
+        if (row.Exact.empty())
+            Refuse("no exact row", row.X);
 }
 
 // A line that is nothing but the text of a field.
@@ -150,28 +165,72 @@ bool TakeRun(ExampleRun& run, const std::string& name, const std::string& text) 
     } else if (name == "tolerance") {
         run.Tolerance = Val(text);
     } else if (name == "row") {
-        const std::vector<std::string> cells = Cells(text);
-        run.Rows.push_back({cells.front(), {cells.begin() + 1, cells.end()}, {}});
+        TakeRow(run.Rows, text);
     } else if (name == "exact") {
-        TakeExactRow(run, text);
+        TakeExactRow(run.Rows, text);
     } else {
         return false;
     }
     return true;
 }
 
+// A line of what a simulation shows beside its two estimates.
+bool TakeRowOfSimulation(ExampleSimulation& simulation, const std::string& name,
+                         const std::string& text) {
+    if (name == "row")
+        TakeRow(simulation.Analyses, text);
+    else if (name == "exact")
+        TakeExactRow(simulation.Analyses, text);
+    else if (name == "reject heads")
+        simulation.RejectionHeads = Cells(text);
+    else if (name == "reject")
+        TakeRow(simulation.Rejections, text);
+    else if (name == "exact reject")
+        TakeExactRow(simulation.Rejections, text);
+    else if (name == "average")
+        simulation.Average.Shown = Cells(text);
+    else if (name == "exact average")
+        simulation.Average.Exact = Cells(text);
+    else if (name == "tolerance")
+        simulation.AverageTolerance = Val(text);
+    else
+        return false;
+    return true;
+}
+
+void TakeDistribution(ExampleSimulation& simulation, const std::string& text) {
+    const std::vector<std::string> cells = Cells(text);
+    if (cells.size() < 2)
+        Refuse("no distribution", text);
+    simulation.Distributions.push_back({cells[0], cells[1], {cells.begin() + 2, cells.end()}});
+}
+
 // A line of a simulation.
 bool TakeSimulation(ExampleSimulation& simulation, const std::string& name,
                     const std::string& text) {
     const std::pair<const char*, std::string*> fields[] = {
-        {"maximum", &simulation.Maximum},         {"seed", &simulation.Seed},
-        {"level", &simulation.Level.Shown},       {"power", &simulation.Power.Shown},
-        {"exact level", &simulation.Level.Exact}, {"exact power", &simulation.Power.Exact}};
-    if (name == "set") {
-        simulation.Set.push_back(Typed(text));
+        {"maximum", &simulation.Maximum},
+        {"seed", &simulation.Seed},
+        {"open", &simulation.Opened},
+        {"level", &simulation.Level.Shown},
+        {"power", &simulation.Power.Shown},
+        {"exact level", &simulation.Level.Exact},
+        {"exact power", &simulation.Power.Exact}};
+    if (TakeField(fields, name, text))
         return true;
-    }
-    return TakeField(fields, name, text);
+    if (name == "set")
+        simulation.Set.push_back(Typed(text));
+    else if (name == "reject below")
+        simulation.Levels = Cells(text);
+    else if (name == "distribution")
+        TakeDistribution(simulation, text);
+    else if (name == "table")
+        simulation.Tables.push_back({text, {}});
+    else if (name == "fill" && !simulation.Tables.empty())
+        simulation.Tables.back().Rows.push_back(Cells(text));
+    else
+        return TakeRowOfSimulation(simulation, name, text);
+    return true;
 }
 
 // Hands every line to what takes it.
@@ -207,7 +266,7 @@ i16 IndexOf(const char* const (&captions)[Count], const std::string& caption) {
 }
 
 void ChooseParameter(const std::string& caption) {
-    const auto list = DistrParList(DistrNo);
+    const auto list = OfferedParLists();
     for (std::size_t i = 0; i < list.size(); ++i)
         if (list[i] == caption)
             return ChooseParList(static_cast<i16>(i));
@@ -248,9 +307,7 @@ Example ParseRun(const std::string& lines) {
     });
     if (example.Run.Rows.empty())
         Refuse("no row", lines);
-    for (const RunRow& row : example.Run.Rows)
-        if (row.Exact.empty())
-            Refuse("no exact row", row.X);
+    RequireExactRows(example.Run.Rows);
     return example;
 }
 
@@ -259,9 +316,14 @@ Example ParseSimulation(const std::string& lines) {
     TakeLines(lines, [&example](const std::string& name, const std::string& text) {
         return TakeOption(example, name, text) || TakeSimulation(example.Simulation, name, text);
     });
-    for (const ExampleEstimate& estimate : {example.Simulation.Level, example.Simulation.Power})
+    const ExampleSimulation& simulation = example.Simulation;
+    for (const ExampleEstimate& estimate : {simulation.Level, simulation.Power})
         if (estimate.Shown.empty() || estimate.Exact.empty())
             Refuse("no estimate", lines);
+    RequireExactRows(simulation.Analyses);
+    RequireExactRows(simulation.Rejections);
+    if (simulation.Average.Shown.size() != simulation.Average.Exact.size())
+        Refuse("an average without its exact value", lines);
     return example;
 }
 
@@ -315,8 +377,27 @@ void ChooseOptions(const Example& example) {
         ChooseIntPar(i, 0);
     for (const std::string& caption : example.Chosen)
         ChooseForm(caption);
+    if (!AdjustMethodNames().empty())
+        ChooseAdjustMethod(AdjustmentOfName(example.Adjustment));
+    else if (!example.Adjustment.empty())
+        Refuse("no method of adjustment", example.Adjustment);
     if (InterimShown)
         ChooseInterim(example.Design.Interim);
+}
+
+i16 AdjustmentOfName(const std::string& name) {
+    const std::vector<std::string> names = AdjustMethodNames();
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (name.empty() || names[i] == name)
+            return static_cast<i16>(i);
+    Refuse("no such method of adjustment", name);
+}
+
+i16 ButtonOfDistribution(const std::string& name) {
+    for (i16 button = 0; button <= static_cast<i16>(ShiftList.HighBound()); ++button)
+        if (SimDistrName(ShiftList(button)) == name)
+            return button;
+    Refuse("no such distribution", name);
 }
 
 i16 BoundaryOfName(const std::string& name) {

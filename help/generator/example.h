@@ -8,6 +8,7 @@
 //   left tail:  "yes" ticks the box; without this line it is not ticked
 //   tick:       a check box, one line each; all others are not ticked
 //   choose:     a form of an interchangeable parameter, one line each
+//   adjust:     the method of the window "Adjustment Method"; without this line it is the first
 //   interim:    the number of interim analyses of a group sequential design, and what it asks for:
 //   boundaries:, boundary parameter:   as the window of the boundaries has them
 //   fractions:  of the information, of the interim analyses, joined by " | "
@@ -34,13 +35,27 @@
 //
 // A worked simulation is a block "```simulation": the same lines up to source:, and then
 //   set:          label = text, one line for each parameter but the one that is estimated
+//   reject below: the levels of the interim analyses of what is no design, joined by " | "
 //   maximum:      Max. No of Simulations: a multiple of 1000, so that the last estimates are those
 //                 of the end
 //   seed:         Random Seed
-//   level:        what the window shows at the end: lower limit, estimate and upper limit of the
-//                 significance level
-//   power:        likewise
+//   distribution: label of a blue box | a distribution of its list | its parameters; a second line
+//                 for the same box where it asks for two
+//   open:         the label whose blue box opens the input grids; without it the start asks for
+//   them table:        the title of an input grid, in their order fill:         a line of that
+//   grid, its cells joined by " | " level:        what the window shows at the end: lower limit,
+//   estimate and upper limit in its
+//                 first column, of the whole study where there are interim analyses
+//   power:        likewise, in its second column
 //   exact level:, exact power:   what they estimate, of other origin
+//   row:          analysis | first column | second column | third column, where there are interim
+//                 analyses; the third one where something is accepted
+//   exact:        the same row, of other origin
+//   average:      if H0 is true | if H1 is, what stands there of the average size
+//   exact average:, tolerance:   of other origin, and what ours may differ from it
+//   reject heads: the heads of the table of rejections where it has several columns
+//   reject:       number of a hypothesis | what that table shows of it
+//   exact reject: the same row, of other origin
 // Captions and labels are written without the "&" before their accelerator.
 #pragma once
 
@@ -103,12 +118,28 @@ struct ExampleEstimate {
     std::string Exact;
 };
 
+// A distribution that is chosen for a blue box.
+struct ExampleDistribution {
+    std::string Label;
+    std::string Name;
+    std::vector<std::string> Parameters;
+};
+
 struct ExampleSimulation {
     std::vector<std::pair<std::string, std::string>> Set; // label, text
+    std::vector<std::string> Levels;                      // of interim analyses
     std::string Maximum;
     std::string Seed;
+    std::vector<ExampleDistribution> Distributions;
+    std::string Opened;               // the label of the blue box; empty: the start asks
+    std::vector<ExampleTable> Tables; // with their titles for labels
     ExampleEstimate Level;
     ExampleEstimate Power;
+    std::vector<RunRow> Analyses; // X is the name of the analysis
+    RunRow Average;               // X is empty; if H0 is true, and if H1 is
+    f64 AverageTolerance = 0;
+    std::vector<std::string> RejectionHeads;
+    std::vector<RunRow> Rejections; // X is the number of the hypothesis
 };
 
 struct Example {
@@ -120,6 +151,7 @@ struct Example {
     bool LeftTail = false;
     std::vector<std::string> Ticked;
     std::vector<std::string> Chosen;
+    std::string Adjustment; // empty: the first method, or there is none
     ExampleDesign Design;
     std::vector<std::string> Told;
     std::string Source;
@@ -154,6 +186,14 @@ const MenuItem& MenuEntry(const std::vector<std::string>& captions);
 // Chooses the analysis and its options in the engine; the options stay open. A window has to be
 // open. Throws std::runtime_error for a caption that is not offered.
 void ChooseOptions(const Example& example);
+
+// The place of that name among the methods of adjustment of the current analysis; the first one for
+// an empty name. Throws std::runtime_error if there is none of that name.
+i16 AdjustmentOfName(const std::string& name);
+
+// The button of that distribution in the list that is being chosen from; throws std::runtime_error
+// if there is none.
+i16 ButtonOfDistribution(const std::string& name);
 
 // The type of boundaries of that name; throws std::runtime_error if there is none.
 i16 BoundaryOfName(const std::string& name);

@@ -5,11 +5,16 @@
 #include "core/dispatch.h"
 #include "core/general.h"
 #include "core/gridtable.h"
+#include "core/help_numbers.h"
 #include "core/number_text.h"
+#include "core/option_choice.h"
 #include "generator/example.h"
 #include "generator/markdown.h"
 #include "generator/parameterlists.h"
+#include "montecarlo/simulation.h"
+#include "multcomp/family.h"
 #include "output/format.h"
+#include "output/statement_simulation.h"
 
 #include <algorithm>
 #include <iterator>
@@ -23,8 +28,10 @@ namespace {
 
 using Rows = std::vector<std::pair<std::string, std::string>>;
 
+constexpr const char* tableBegin = "<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\">\n";
+
 std::string TableHtml(const Rows& rows) {
-    std::string html = "<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\">\n";
+    std::string html = tableBegin;
     for (const auto& [name, value] : rows)
         html += "<tr><td>" + Escape(name) + "</td><td><b>" + Escape(value) + "</b></td></tr>\n";
     return html + "</table>\n";
@@ -37,10 +44,10 @@ bool IsChoice(const FixedArray<bool, 1, 3>& offered) {
 // What the option window shows, with the choices of the example.
 Rows OptionRows() {
     Rows rows;
-    if (IsTest == False) {
+    if (IsTest == False)
         rows.emplace_back("Procedure", ProcedureCaption(ProcedureNo));
-        rows.emplace_back("Parameter", DistrParList(DistrNo)[static_cast<std::size_t>(ParListNo)]);
-    }
+    if (const auto lists = OfferedParLists(); !lists.empty())
+        rows.emplace_back("Parameter", lists[static_cast<std::size_t>(ChosenParList())]);
     if (SamplesShown && IsChoice(SamplesOffered))
         rows.emplace_back("No Of Samples", SamplesCaption(NoOfSamples));
     if (TailsShown && IsChoice(TailsOffered))
@@ -59,6 +66,8 @@ Rows OptionRows() {
         rows.emplace_back("Interchangeable Parameters" + (caption.empty() ? "" : ", " + caption),
                           StripAmpersand(IntParOption(IntParValue(group), group)));
     }
+    if (!AdjustMethodNames().empty())
+        rows.emplace_back("Adjustment Method", AdjustMethodName(AdjustMethod));
     if (InterimShown)
         rows.emplace_back("Number Of Interim Analyses", std::to_string(NoOfInterim));
     return rows;
@@ -98,8 +107,7 @@ std::string FilledTableHtml(const ExampleTable& table, const Grid& grid) {
     std::vector<std::string> heads;
     for (i16 column = 1; column <= grid.Columns; ++column)
         heads.push_back(GridHeadOf(grid.ColumnHeads, grid.Columns, column));
-    std::string html = "<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\">\n" +
-                       RowHtml("th", grid.RowHeads, heads);
+    std::string html = tableBegin + RowHtml("th", grid.RowHeads, heads);
     for (std::size_t i = 0; i < table.Rows.size(); ++i)
         html += RowHtml("td", std::to_string(i + 1), table.Rows[i]);
     return "<li>Double-click the box of <b>" + Escape(table.Label) +
@@ -154,6 +162,9 @@ Rows SimulationInputs(const ExampleSimulation& simulation) {
     if (labels.size() != static_cast<std::size_t>(NoOfPar)) // all but what is estimated
         throw std::runtime_error("example: not every parameter has a value");
     Rows rows = simulation.Set;
+    for (std::size_t k = 0; k < simulation.Levels.size(); ++k)
+        rows.emplace_back("Interim Analysis " + std::to_string(k + 1) + ", Reject H0 if p<",
+                          simulation.Levels[k]);
     rows.emplace_back("Max. No of Simulations", simulation.Maximum);
     rows.emplace_back("Random Seed", simulation.Seed);
     return rows;
@@ -165,8 +176,7 @@ std::vector<std::string> Words(const std::string& text) {
 }
 
 std::string RunHtmlTable(const ExampleRun& run, std::vector<std::string> RunRow::*cells) {
-    std::string html = "<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\">\n" +
-                       RowHtml("th", run.X + " \\ " + run.Z, Words(run.Values));
+    std::string html = tableBegin + RowHtml("th", run.X + " \\ " + run.Z, Words(run.Values));
     for (const RunRow& row : run.Rows)
         html += RowHtml("td", row.X, row.*cells);
     return html + "</table>\n";
@@ -184,6 +194,85 @@ std::string OptionsHtml() {
            "</li>\n";
 }
 
+// The distributions of a simulation, in their order.
+std::string DistributionsHtml(const ExampleSimulation& simulation) {
+    std::string html;
+    for (const ExampleDistribution& distribution : simulation.Distributions) {
+        PositionOfLabel(distribution.Label);
+        html += "<li>Double-click the blue box of <b>" + Escape(distribution.Label) +
+                "</b> and choose <b>" + Escape(distribution.Name) + "</b>";
+        for (std::size_t i = 0; i < distribution.Parameters.size(); ++i)
+            html += std::string(i == 0 ? " with " : " and ") + Escape(distribution.Parameters[i]);
+        html += ".</li>\n";
+    }
+    return html;
+}
+
+// The input grids of a simulation, in their order.
+std::string TablesHtml(const ExampleSimulation& simulation) {
+    std::string html;
+    if (!simulation.Opened.empty()) {
+        PositionOfLabel(simulation.Opened);
+        html += "<li>Double-click the blue box of <b>" + Escape(simulation.Opened) + "</b>.</li>\n";
+    }
+    for (const ExampleTable& table : simulation.Tables) {
+        html += "<li>Fill the table <b>" + Escape(table.Label) + "</b>:\n" + tableBegin;
+        for (std::size_t i = 0; i < table.Rows.size(); ++i)
+            html += RowHtml("td", std::to_string(i + 1), table.Rows[i]);
+        html += "</table>\n</li>\n";
+    }
+    return html;
+}
+
+// A row of a simulation, each figure with what it estimates.
+std::string EstimateRowHtml(const RunRow& row) {
+    std::vector<std::string> cells;
+    for (std::size_t i = 0; i < row.Shown.size(); ++i) {
+        cells.push_back(row.Shown[i]);
+        cells.push_back(row.Exact[i]);
+    }
+    return RowHtml("td", row.X, cells);
+}
+
+constexpr const char* estimateHead = "Lower   Estimate   Upper";
+constexpr const char* referenceHead = "Reference value";
+
+std::string EstimatesHtml(const ExampleSimulation& simulation) {
+    const EstimateCaptions captions = CaptionsOfEstimates();
+    std::string html = tableBegin + RowHtml("th", "", {estimateHead, referenceHead});
+    html += EstimateRowHtml({captions.Sign, {simulation.Level.Shown}, {simulation.Level.Exact}});
+    html += EstimateRowHtml({captions.Power, {simulation.Power.Shown}, {simulation.Power.Exact}});
+    html += "</table>\n";
+    if (!simulation.Analyses.empty()) {
+        std::vector<std::string> heads;
+        for (const std::string& caption : {captions.Sign, captions.Power, captions.PrAccept})
+            if (heads.size() < 2 * simulation.Analyses.front().Shown.size())
+                heads.insert(heads.end(), {caption, referenceHead});
+        html += tableBegin + RowHtml("th", "", heads);
+        for (const RunRow& row : simulation.Analyses)
+            html += EstimateRowHtml(row);
+        html += "</table>\n";
+    }
+    if (!simulation.Average.Shown.empty())
+        html += tableBegin +
+                RowHtml("th", "", {"H0 is True", referenceHead, "H1 is True", referenceHead}) +
+                EstimateRowHtml(
+                    {SimAverageCaption(), simulation.Average.Shown, simulation.Average.Exact}) +
+                "</table>\n";
+    if (simulation.Rejections.empty())
+        return html;
+    std::vector<std::string> heads;
+    for (std::size_t i = 0; i < simulation.Rejections.front().Shown.size(); ++i)
+        heads.insert(heads.end(),
+                     {i < simulation.RejectionHeads.size() ? simulation.RejectionHeads[i]
+                                                           : std::string("Rejected"),
+                      referenceHead});
+    html += tableBegin + RowHtml("th", "Prob (Reject Test No)", heads);
+    for (const RunRow& row : simulation.Rejections)
+        html += EstimateRowHtml(row);
+    return html + "</table>\n";
+}
+
 // What the program says of the values that it starts with.
 std::string ToldHtml(const Example& example) {
     std::string html;
@@ -194,7 +283,7 @@ std::string ToldHtml(const Example& example) {
 }
 
 std::string DesignHtml(const ExampleDesign& design) {
-    if (design.Interim == 0)
+    if (design.Boundaries.empty())
         return "";
     BoundaryOfName(design.Boundaries);
     Rows fractions;
@@ -219,12 +308,21 @@ std::string Result(const std::string& wanted, const std::vector<ExampleStep>& st
 
 } // namespace
 
+namespace {
+
+// The page of an analysis has its number from it.
+void RequireNumber(i32 number) {
+    if (HelpSubjectOf(number).Topic == HelpTopic::Example && HelpExample() != number)
+        throw std::runtime_error("example: its analysis has the number " +
+                                 std::to_string(HelpExample()));
+}
+
+} // namespace
+
 std::string ExampleHtml(const std::string& lines, i32 number) {
     const Example example = ParseExample(lines);
     ChooseOptions(example);
-    if (HelpExample() != number)
-        throw std::runtime_error("example: its analysis has the number " +
-                                 std::to_string(HelpExample()));
+    RequireNumber(number);
     std::string html = "<ol>\n<li>Choose the menu <b>" + MenuPathHtml(example) +
                        "</b>. If no window is open, the program asks for one: take <b>New "
                        "Calculation</b> and press <b>Continue</b>.</li>\n" +
@@ -252,32 +350,33 @@ std::string RunHtml(const std::string& lines) {
            "<p>Source: " + Escape(example.Source) + "</p>\n";
 }
 
-std::string SimulationHtml(const std::string& lines) {
+std::string SimulationHtml(const std::string& lines, i32 number) {
     const Example example = ParseSimulation(lines);
     const ExampleSimulation& simulation = example.Simulation;
     ShowWindowOf(SimulationWindow);
     ChooseOptions(example);
+    RequireNumber(number);
     std::string html =
         "<ol>\n<li>Choose the menu <b>File › New Monte Carlo Simulation</b>, then <b>" +
         MenuPathHtml(example) + "</b>.</li>\n" + OptionsHtml();
     SelSetParList();
-    html += "<li>Type these values, then press <b>OK</b>:\n" +
-            TableHtml(SimulationInputs(simulation)) + "</li>\n<li>Read at the end of the run:\n" +
-            "<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\">\n" +
-            RowHtml("th", "", {"Lower   Estimate   Upper", "Exact value"}) +
-            RowHtml("td", "Actual Significance Level",
-                    {simulation.Level.Shown, simulation.Level.Exact}) +
-            RowHtml("td", "Power", {simulation.Power.Shown, simulation.Power.Exact}) +
-            "</table>\n</li>\n</ol>\n";
+    const std::string tables = TablesHtml(simulation);
+    html += "<li>Type these values:\n" + TableHtml(SimulationInputs(simulation)) + "</li>\n" +
+            DistributionsHtml(simulation) + (simulation.Opened.empty() ? "" : tables) +
+            "<li>Press <b>OK</b>.</li>\n" + ToldHtml(example) + DesignHtml(example.Design) +
+            (simulation.Opened.empty() ? tables : "") + "<li>Read at the end of the run:\n" +
+            EstimatesHtml(simulation) + "</li>\n</ol>\n";
     ShowWindowOf(CalculationWindow); // which all other pages are about
     return html + "<p>Source: " + Escape(example.Source) + "</p>\n";
 }
 
 std::string WithResults(const std::string& topicText) {
+    const std::string begin = "{result ";
+    if (topicText.find(begin) == std::string::npos)
+        return topicText;
     const Example example = ExampleOf(topicText);
     std::string text;
     std::size_t done = 0;
-    const std::string begin = "{result ";
     for (std::size_t at = topicText.find(begin); at != std::string::npos;
          at = topicText.find(begin, done)) {
         text += topicText.substr(done, at - done);

@@ -17,10 +17,10 @@ std::string ExampleHtml(const std::string& lines, i32 number);
 std::string RunHtml(const std::string& lines);
 
 // The HTML of the block of a simulation: what to choose and type, and what the window shows at its
-// end. Throws std::runtime_error for one that leaves a parameter open.
-std::string SimulationHtml(const std::string& lines);
+// end. Throws std::runtime_error as ExampleHtml does.
+std::string SimulationHtml(const std::string& lines, i32 number);
 
-// The text of a topic with an example, with "{result 1}" and its fellows replaced by what its
+// The text of a topic, with "{result 1}" and its fellows replaced by what its
 // steps read; "{result 1:2}" is rounded to two decimals.
 std::string WithResults(const std::string& topicText);
 

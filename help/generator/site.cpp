@@ -81,15 +81,14 @@ class Builder {
     }
 
     std::string TopicHtml(const Topic& topic, Page& page) {
-        const bool isExample = HelpSubjectOf(topic.Number).Topic == HelpTopic::Example;
-        return ToHtml(isExample ? WithResults(topic.Text) : topic.Text,
+        return ToHtml(WithResults(topic.Text),
                       [&](const std::string& name, const std::string& lines) {
                           if (name == "example")
                               return ExampleHtml(lines, topic.Number);
                           if (name == "run")
                               return RunHtml(lines);
                           if (name == "simulation")
-                              return SimulationHtml(lines);
+                              return SimulationHtml(lines, topic.Number);
                           if (name == "parameters")
                               return AllParametersHtml(texts_, page.Keywords);
                           page.IsProof = page.IsProof || name == "document" || name == "chapters";

@@ -284,7 +284,10 @@ const Grid& CurrentGrid() {
 }
 
 bool GridIsLast() {
-    return GridNo == static_cast<i16>(sequence.size()) && !CurrentGrid().Next;
+    if (GridNo < static_cast<i16>(sequence.size()))
+        return false;
+    const Grid& grid = CurrentGrid();
+    return !grid.Next || (grid.HasNext && !grid.HasNext(GridCells(GridText)));
 }
 
 std::string GridCaption() {

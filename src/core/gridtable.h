@@ -77,8 +77,10 @@ struct Grid {
     // be entered, empty for all others.
     std::function<std::string(i16 row, i16 column)> StartOf = nullptr;
     std::function<std::string(i16 row, i16 column)> Fixed = nullptr;
-    // The grids that follow, where only what was filled in says which.
+    // The grids that follow, where only what was filled in says which; and, where there may be
+    // none, whether with these cells there are any.
     std::function<std::vector<Grid>()> Next = nullptr;
+    std::function<bool(const GridCells&)> HasNext = nullptr;
 };
 
 // --- What a test asks ---------------------------------------------------------------------------
@@ -117,7 +119,7 @@ extern i16 GridNo;                   // its place in the sequence, from 1
 const Grid& CurrentGrid();
 bool GridIsLast();
 std::string GridCaption();   // of the window
-std::string GridOkCaption(); // of its button: "&Next", "C&alculate"
+std::string GridOkCaption(); // of its button, as the cells stand: "&Next", "C&alculate"
 
 // The head of the line of that number.
 std::string GridHeadOf(const std::string& heads, i16 lines, i16 line);

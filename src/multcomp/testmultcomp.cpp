@@ -255,6 +255,13 @@ std::vector<Grid> WeightGrids() {
              }}};
 }
 
+bool HasWeights(const GridCells& methods) {
+    for (i16 column = 1; column <= methods.Columns(); ++column)
+        if (methods.Has(1, column) && methods.Value(1, column) == Adjust::Weighted)
+            return true;
+    return false;
+}
+
 // The method of each family.
 std::vector<Grid> MethodGrids() {
     const std::vector<f32> noLevels(static_cast<std::size_t>(NoOfAnalyses()), 0.0F);
@@ -275,7 +282,8 @@ std::vector<Grid> MethodGrids() {
              .ColumnHeads = Listed(heads),
              .Check = IsMethodNumber,
              .Start = std::to_string(AdjustMethod),
-             .Next = WeightGrids}};
+             .Next = WeightGrids,
+             .HasNext = HasWeights}};
 }
 
 Grid FamilyGrid() {

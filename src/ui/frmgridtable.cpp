@@ -114,7 +114,7 @@ frmGridTable::frmGridTable(QWidget* parent) : QDialog(parent), tblGrid_(new QTab
     cmdCopyGrid->setToolTip(tr("Copies all cells, for a spreadsheet; a block of figures that was "
                                "copied there is pasted into the cells from the box on."));
     QPushButton* cmdCancel = MakeButton("cmdCancel", "&Cancel", &frmGridTable::cmdCancel_Click);
-    cmdOK_ = MakeButton("cmdOK", ToQt(GridOkCaption()), &frmGridTable::cmdOK_Click);
+    cmdOK_ = MakeButton("cmdOK", "", &frmGridTable::cmdOK_Click);
 
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(cmdClearRow);
@@ -198,6 +198,7 @@ void frmGridTable::DrawGrid() {
     for (i16 row = 1; row <= CurrentGrid().Rows; ++row)
         DrawRow(row);
     DrawSums();
+    ShowOkCaption();
     txtText_->Write(ToQt(GridText(at_.Row, at_.Column)));
 }
 
@@ -218,6 +219,10 @@ void frmGridTable::DrawSums() {
         item.setText(ToQt(RowSumText(row)));
         item.setFlags(Qt::ItemIsEnabled);
     }
+}
+
+void frmGridTable::ShowOkCaption() {
+    cmdOK_->setText(ToQt(GridOkCaption()));
 }
 
 void frmGridTable::PlaceBox() {
@@ -296,6 +301,7 @@ void frmGridTable::txtText_Change() {
     if (CurrentGrid().Symmetric)
         DrawRow(at_.Column);
     DrawSums();
+    ShowOkCaption();
 }
 
 void frmGridTable::cmdOK_Click() {

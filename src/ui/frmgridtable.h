@@ -39,6 +39,8 @@ class frmGridTable : public QDialog {
     void DrawGrid();
     void DrawRow(i16 row);
     void DrawSums();
+    // Whether another grid follows can depend on what is typed.
+    void ShowOkCaption();
     void PlaceBox();
     void MoveToCell(GridCell cell);
     bool LeaveFor(GridCell cell);
