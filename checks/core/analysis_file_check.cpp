@@ -23,6 +23,7 @@
 #include <filesystem>
 #include <functional>
 #include <limits>
+#include <map>
 #include <sys/stat.h>
 
 namespace quorvanta::checks {
@@ -611,6 +612,47 @@ TEST_F(GridFiles, AValueThatDerivesFromAGridComesBackWithIt) {
     GetFromTable(PositionOf(Kind::SdOfMeans));
     EXPECT_EQ(ParText(Kind::SdOfMeans), derived) << "a cancel keeps the value";
     EXPECT_EQ(HasGridData, True);
+}
+
+// Seven grids, each of the largest size that its store has: all that a record has room for.
+TEST_F(GridFiles, TheLargestGridsComeBackCellForCell) {
+    OpenInWindow(CalculationWindow, menuOneWay);
+    constexpr i16 rows = 10;
+    const std::map<i16, i16> columns{{1, 10}, {2, 1}, {4, 10}, {5, 10}, {8, 10}, {9, 10}};
+    const auto cell = [](i16 store, int i, int j) {
+        return static_cast<f32>(1000 * store + 20 * i + j) / 8;
+    };
+    const auto add = [](i16 store, i16 width) {
+        ++NoOfGrids;
+        GridKind(NoOfGrids) = store;
+        GridRows(NoOfGrids) = rows;
+        GridCols(NoOfGrids) = width;
+    };
+    NoOfGrids = 0;
+    for (const auto& [store, width] : columns) {
+        add(store, width);
+        GridData(store).ReDim(0, rows, 0, width);
+        for (int i = 1; i <= rows; ++i)
+            for (int j = 1; j <= width; ++j)
+                GridData(store)(i, j) = cell(store, i, j);
+    }
+    add(TextStore, 11);
+    GridTexts.ReDim(0, rows, 0, 11);
+    GridTexts(rows, 11) = "1/3";
+    HasGridData = True;
+    const std::string path = SaveTo("largest.dim");
+    ResetGrids();
+    Open(path);
+    EXPECT_EQ(HasGridData, True);
+    EXPECT_EQ(NoOfGrids, 7);
+    for (const auto& [store, width] : columns) {
+        ASSERT_EQ(GridData(store).HighBound1(), rows) << store;
+        ASSERT_EQ(GridData(store).HighBound2(), width) << store;
+        for (int i = 1; i <= rows; ++i)
+            for (int j = 1; j <= width; ++j)
+                EXPECT_EQ(GridData(store)(i, j), cell(store, i, j)) << store;
+    }
+    EXPECT_EQ(GridTexts(rows, 11), "1/3");
 }
 
 TEST_F(GridFiles, ATableTakesAValueFromItsGrid) {

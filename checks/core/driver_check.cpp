@@ -441,6 +441,32 @@ TEST_F(Run, AHundredStepsAreTheMost) {
     EXPECT_EQ(Calculated, False);
 }
 
+// The range that the catalogue gives the shape of a lognormal distribution, as it comes.
+TEST_F(Run, TheRangeOfTheShapeIsRefusedUntilTheUserChangesIt) {
+    OpenDistribution(DistrLognormal, 0, ProcedureTest);
+    ChooseSamples(OneSample);
+    Pick(Group::H1Median, AsValue);
+    AcceptOptions();
+    Analysis(AnalysisNo).WindowKind = TableWindow;
+    const i16 shape = 27;
+    ASSERT_GE(PositionOf(shape), 0);
+    XParNo = PositionOf(shape);
+    ZParNo = PositionOf(alpha);
+    ParZValuesText(alpha) = "0.05";
+    platform.Messages.clear();
+    Calculated = False;
+    CalcRun();
+    EXPECT_EQ(platform.Texts(), std::vector<std::string>{"Maximum Number of Steps Is 100."});
+    EXPECT_EQ(Calculated, False);
+    platform.Messages.clear();
+    Cancelled = False;
+    ParXmaxText(shape) = "2.18";
+    CalcRun();
+    EXPECT_TRUE(platform.Messages.empty());
+    EXPECT_EQ(Calculated, True);
+    EXPECT_EQ(TableX.HighBound(), 100);
+}
+
 TEST_F(Run, AnAbsurdNumberOfStepsIsRefused) {
     Prepare("0", "99999999999999999999999999999999999999999999999999", "0.00000000000000000001");
     CalcRun();

@@ -325,6 +325,7 @@ TEST_F(GroupSeqBounds, OfOneAnalysisInvertTheDistribution) {
         EXPECT_NEAR(f64{NorCdf(BoundC1)}, 1 - alpha, 4e-6);
         EXPECT_NEAR(f64{BoundC1}, f64{NorInv(Single(1 - alpha))}, 5e-4);
         EXPECT_EQ(ExitUpp(0), ExitUpp(1));
+        EXPECT_EQ(ExitUpp(1), Single(1 - f64{NorCdf(UppBound(1))})) << "nothing is summed up";
     }
 }
 

@@ -282,6 +282,44 @@ TEST_F(GroupSeqDesigns, OfThePowerFamilyBetweenLimitsRunWithTwoTails) {
     EXPECT_EQ(NoOfTails, TwoOneSided);
 }
 
+// The smaller margin counts, on either side, and the boundaries are those of two tails.
+TEST_F(GroupSeqDesigns, OfThePowerFamilyBetweenLimitsHaveTheSmallerMargin) {
+    const auto sizeBetween = [this](const char* left, const char* right) {
+        Plan(BoundPowerFamily, "-0.5", {"0.5"});
+        return Solve(MenuChoice(MenuMeans, OneSample, TwoOneSided),
+                     {{Kind::SignificanceLevel, "0.05"},
+                      {Kind::MeanLeftLimit, left},
+                      {Kind::MeanRightLimit, right},
+                      {Kind::H1Mean, "0"},
+                      {Kind::Sd, "1"},
+                      {Kind::Power, "0.9"}},
+                     Kind::Size);
+    };
+    const f64 size = sizeBetween("-0.3", "0.3");
+    ASSERT_NE(size, NoValue);
+    EXPECT_NEAR(sizeBetween("-0.3", "0.5") / size, 1, 1e-5);
+    EXPECT_NEAR(sizeBetween("-0.5", "0.3") / size, 1, 1e-5);
+    EXPECT_NEAR(sizeBetween("-0.5", "0.5") / size, 0.36, 0.001) << "(0.3/0.5)^2";
+    EXPECT_EQ(NoOfTails, TwoOneSided);
+    const Array1<f32> upper = UppBound;
+    const Array1<f32> lower = LowBound;
+    // A difference of the margin's size in a two-sided test.
+    Plan(BoundPowerFamily, "-0.5", {"0.5"});
+    EXPECT_NEAR(Solve(MenuChoice(MenuMeans, OneSample, TwoSided, {{Group::H1Mean, 0}}),
+                      {{Kind::SignificanceLevel, "0.05"},
+                       {Kind::H0Mean, "0"},
+                       {Kind::H1Mean, "0.3"},
+                       {Kind::Sd, "1"},
+                       {Kind::Power, "0.9"}},
+                      Kind::Size) /
+                    size,
+                1, 0.001);
+    for (i16 k = 1; k <= 2; ++k) {
+        EXPECT_NEAR(UppBound(k), upper(k), 1e-3) << k;
+        EXPECT_NEAR(LowBound(k), lower(k), 1e-3) << k;
+    }
+}
+
 TEST_F(GroupSeqDesigns, WithoutASolutionSaySo) {
     Plan(BoundPowerFamily, "0", {"0.333", "0.667"});
     Solve(MenuChoice(MenuMeans, OneSample, TwoSided, {{Group::H1Mean, 0}}),
@@ -321,12 +359,18 @@ TEST_F(GroupSeqDesigns, OfLevelsOfTheUserShowThemFirst) {
 
 TEST_F(GroupSeqDesigns, OfOneAnalysisHaveNoLineOfAll) {
     NoOfInterim = 0;
+    int asked = 0;
+    platform.GridFillings.emplace_back([&asked] {
+        ++asked;
+        return false;
+    });
     Solve(MenuChoice(MenuMeans, OneSample, TwoSided, {{Group::H1Mean, 0}}),
           {{Kind::H1Mean, "0.5"}, {Kind::Sd, "1"}}, Kind::Size);
     const auto rows = DesignRows();
     ASSERT_EQ(rows.size(), 1U);
     EXPECT_EQ(rows[0].Analysis, "Final Analysis");
     EXPECT_TRUE(AverageOfDesign().Caption.empty());
+    EXPECT_EQ(asked, 0) << "there are no fractions to ask for";
 }
 
 TEST_F(GroupSeqDesigns, ShowTheirStops) {

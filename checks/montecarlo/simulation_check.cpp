@@ -95,6 +95,20 @@ TEST_F(Simulation, NothingEnteredIsTheLevelAndNoEarlyAcceptance) {
     EXPECT_EQ(AcceptP(1), 1.0F);
 }
 
+// Neither 0 nor 1 nor nothing ever accepts H0 early.
+TEST_F(Simulation, AnAcceptLimitOf0Or1NeverAccepts) {
+    Type(Kind::H1ProbabilityOfOrder, "0.5");
+    for (const char* text : {"", "0", "1"}) {
+        AcceptH0Text(0) = text;
+        Run("300", "4");
+        EXPECT_EQ(AcceptP(1), 1.0F) << text;
+        EXPECT_EQ(CountAcceptH1(1), 0) << text;
+    }
+    AcceptH0Text(0) = "0.5";
+    Run("300", "4");
+    EXPECT_NEAR(CountAcceptH1(1), 150, 40);
+}
+
 TEST_F(Simulation, LimitsMayHaveADecimalComma) {
     RejectH0Text(0) = "0,025";
     AcceptH0Text(0) = "0,5";

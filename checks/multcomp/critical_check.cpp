@@ -188,9 +188,14 @@ TEST_F(Critical, AWeightOf0HasACriticalValueBeyondAllStatistics) {
     TestNo = 138;
     NoOfTails = TwoSided;
     WeightedLevel = 0;
-    EXPECT_GE(McCritValue(1, 3, 20, 0.95F, Adjust::Weighted), 100);
-    KnownVariance = true;
-    EXPECT_EQ(McCritValue(1, 3, 20, 0.95F, Adjust::Weighted), 100);
+    for (const bool known : {false, true})
+        for (const i16 tails : {OneSided, TwoSided})
+            for (const f32 df : {1.0F, 2.0F, 20.0F, 250.0F, 100000.0F}) {
+                KnownVariance = known;
+                NoOfTails = tails;
+                EXPECT_TRUE(std::isinf(McCritValue(1, 3, df, 0.95F, Adjust::Weighted)))
+                    << df << ", known " << known;
+            }
 }
 
 // --- Families

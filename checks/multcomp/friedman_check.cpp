@@ -164,6 +164,22 @@ TEST_F(Friedman, ComponentsCanOnlyCorrelateSoMuch) {
     EXPECT_EQ(OutputReady, True);
 }
 
+TEST_F(Friedman, IsThereAsASimulationOnly) {
+    FileCommand(CalculationWindow);
+    platform.Messages.clear();
+    platform.Answers = {Answer::Cancel};
+    NewTest(menuFriedman);
+    EXPECT_EQ(
+        platform.Texts(),
+        (std::vector<std::string>{"Friedman's test Is Only Available as Monte Carlo Simulation."}));
+    EXPECT_EQ(CurrentWindowKind(), CalculationWindow);
+    EXPECT_TRUE(TestName.empty());
+    NewTest(menuFriedman); // OK opens its window
+    EXPECT_EQ(CurrentWindowKind(), SimulationWindow);
+    EXPECT_EQ(TestNo, 377);
+    EXPECT_TRUE(HasSimulation({.IsTest = True, .TestNo = 377}));
+}
+
 TEST_F(Friedman, HasNoMethodOfAdjustment) {
     EXPECT_TRUE(AdjustMethodNames().empty());
     EXPECT_EQ(MultCompKind(), Comparison::BlocksTest);

@@ -1,4 +1,5 @@
 // Procedures of many hypotheses, data set for data set and over many of them.
+#include "core/fault.h"
 #include "core/kinds.h"
 #include "multcomp/family.h"
 #include "multcomp/mccritical.h"
@@ -114,6 +115,8 @@ TEST_F(Procedures, WeightsShareTheLevel) {
     FamilyWeight(2)(1, 1) = 0;
     McAllCrit({Large});
     EXPECT_EQ(Rejected({1.66F, 50}), (Flags{true, false}));
+    // However large its statistic is.
+    EXPECT_EQ(Rejected({1.66F, 1e30F}), (Flags{true, false}));
 }
 
 TEST_F(Procedures, ASerialGateStopsAtAnAcceptedTest) {
@@ -122,6 +125,32 @@ TEST_F(Procedures, ASerialGateStopsAtAnAcceptedTest) {
     Families({1, 1, 2, 2}, Adjust::Bonferroni); // 1.960
     EXPECT_EQ(Rejected({2, 1.9F, 9, 9}), (Flags{true, false, false, false}));
     EXPECT_EQ(Rejected({2, 2, 2, 1}), (Flags{true, true, true, false}));
+}
+
+// Without a weight at the second analysis the first hypothesis can't be rejected there, but what
+// the first analysis rejected opens the gate.
+TEST_F(Procedures, AGateStaysOpenWithoutAWeight) {
+    EachMean({1, 1});
+    SerialGate = 1;
+    McSetUpFamilies({{1, 2}, {1, 2}}, {0.025F, 0.025F}, Adjust::Weighted);
+    for (i16 k = 1; k <= 2; ++k)
+        for (i16 f = 1; f <= 2; ++f)
+            FamilyWeight(1)(f, k) = k == 2 && f == 1 ? 0 : 1;
+    McAllCrit({Large, Large});
+    const auto last = [](f32 first) {
+        Array1<f32> z(1, 2);
+        z(1) = first;
+        McRunOne(z, 1, Large, UnderH1);
+        z(1) = 0;
+        z(2) = 9;
+        return McRunOne(z, 2, Large, UnderH1);
+    };
+    ClearFloatFaults();
+    EXPECT_TRUE(last(9).Rejected(1));
+    EXPECT_TRUE(last(9).Rejected(2));
+    EXPECT_FALSE(HasFloatFault());
+    EXPECT_FALSE(last(0).Rejected(1));
+    EXPECT_FALSE(last(0).Rejected(2));
 }
 
 // One of two rejected hands on half of the level: 2.241 where 1.960 is that of all of it.

@@ -475,6 +475,9 @@ TEST_F(EachMean, WithoutAFalseHypothesisThePowerIs1) {
         Accept();
         RunWith({"0", "0", "0"});
         EXPECT_EQ(CountRejectH1(1), definition == AveragePower ? -100000 : 1000);
+        // The display at replicate 1000 comes ahead of it.
+        EXPECT_EQ(PowerEstimateText(0), definition == AveragePower ? "0.9680   0.9990   1.0300"
+                                                                   : "0.9970   0.9990   1.0010");
         EXPECT_NEAR(static_cast<f64>(CountRejectH0(1)) / 1000, 0.05, 0.025);
     }
 }

@@ -131,6 +131,14 @@ TEST(Gamma, Edges) {
     EXPECT_NEAR(GammaDensity(0, 2, 1), 0.5, 1e-5);
 }
 
+// An integral from 0 to 0 would be divided by a gamma function that these shapes have no value of.
+TEST(Gamma, AtZeroNothingIsIntegrated) {
+    ClearFloatFaults();
+    for (const f32 shape : {-2.0F, -0.5F, 0.0F, 0.5F, 1.0F, 3.0F, 500.0F})
+        EXPECT_EQ(GammaCdf(0, 1, shape), 0.0F) << shape;
+    EXPECT_FALSE(HasFloatFault());
+}
+
 TEST(Gamma, FarOutEverythingHasHappened) {
     // With the peak in a few millionths of the range, the integrator would step over it.
     EXPECT_EQ(GammaCdf(1e6F, 1, 2), 1.0F);

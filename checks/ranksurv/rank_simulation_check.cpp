@@ -7,6 +7,7 @@
 #include "montecarlo/rankscores.h"
 #include "montecarlo/shiftmodel.h"
 #include "montecarlo/simstudy.h"
+#include "numeric/probdist_discrete.h"
 #include "numeric/randdist.h"
 #include "numeric/rnd.h"
 #include "ranksurv/testchi2gof.h"
@@ -268,6 +269,27 @@ TEST_F(RankSimulation, GoodnessOfFitByHand) {
     EXPECT_EQ(TESTCHI2GOF::SimTest(0, 0), 1.0F);
 }
 
+// A category of which H0 says that it does not occur counts as one of 1e-5: a single observation in
+// it makes (1 - 1e-5 n)^2/(1e-5 n), 998 of 100, and rejects.
+TEST_F(RankSimulation, AnObservationWhereNoneIsExpectedRejects) {
+    OpenSimulation(menuGoodnessOfFit);
+    Type(Kind::NoOfCategories, "3");
+    Type(Kind::NonCentrality, "0.1");
+    HasGridData = True;
+    GridData(1).ReDim(0, 2, 0, 3);
+    GridData(1)(1, 1) = GridData(1)(1, 2) = 0.5F;
+    for (int j = 1; j <= 3; ++j)
+        GridData(1)(2, j) = j == 3 ? 0.2F : 0.4F;
+    Run("200", "1");
+    EXPECT_EQ(CountRejectH1(1), 200) << "none of the samples was without one";
+    EXPECT_LT(CountRejectH0(1), 30);
+    SetStudy({50, 49, 1}, {});
+    EXPECT_EQ(TESTCHI2GOF::SimTest(100, 0), 0.0F);
+    SetStudy({60, 40, 0}, {});
+    // 100/50 + 100/50 + 1e-3 with two degrees of freedom.
+    EXPECT_NEAR(TESTCHI2GOF::SimTest(100, 0), std::exp(-4.001 / 2), 1e-3);
+}
+
 TEST_F(RankSimulation, KruskalWallisByHand) {
     OpenSimulation(menuKruskal);
     Type(Kind::NoOfGroups, "3");
@@ -344,6 +366,13 @@ TEST_F(RankSimulation, KolmogorovSmirnovPassesOverTies) {
     NoOfTails = TwoSided;
     SetStudy({1, 1, 1}, {1, 1, 1});
     EXPECT_EQ(TESTKOLSMITWO::SimTest(3, 3), 1.0F);
+    // Among the ones and twos that both have, 1/6 is the largest distance, whatever the order in
+    // which they are counted: one after the other it would be 4/6.
+    SetStudy({1, 1, 1, 1, 2, 2}, {1, 1, 1, 2, 2, 2});
+    const f32 tied = TESTKOLSMITWO::SimTest(6, 6);
+    EXPECT_NEAR(tied, 1 - KolSmiTwoCdf(6, 6, 1.0F / 6, 0), 1e-6);
+    SetStudy({1, 1, 1, 2, 2, 2}, {1, 1, 1, 1, 2, 2});
+    EXPECT_EQ(TESTKOLSMITWO::SimTest(6, 6), tied);
 }
 
 // Runs aa b a bb in the order: 4 runs, n1 = n2 = 3: mean 4, so p is a half.

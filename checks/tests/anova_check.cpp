@@ -257,6 +257,33 @@ TEST_F(Anova, OneObservationInEachCellOfAnAdditiveDesignIsABlockDesign) {
     EXPECT_EQ(PowerNow(), cells);
 }
 
+// Five in each of 3 x 4 cells leave 60 - 3 - 4 + 1 = 54; with interaction 48. scipy's non-central
+// F, the means of A with a standard deviation of 0.4 and so lambda 60 x 0.16.
+TEST_F(Anova, AnAdditiveDesignHasTheErrorOfItsInteractionToo) {
+    const auto power = [this](bool additive) {
+        OpenPlain(twoWay);
+        if (additive)
+            Tick(Check::Additive);
+        AcceptOptions();
+        Put(Kind::SignificanceLevel, "0.05");
+        Put(Kind::SdOfMeans, "0.4");
+        Put(Kind::Sd, "1");
+        Put(Kind::LevelsA, "3");
+        Put(Kind::LevelsB, "4");
+        Put(additive ? Kind::AdditiveSizePerCell : Kind::SizePerCell, "5");
+        return PowerNow();
+    };
+    f32 df1 = 2;
+    f32 lambda = 9.6F;
+    for (const bool additive : {true, false}) {
+        f32 df2 = additive ? 54 : 48;
+        const f32 critical = FInv(0.95F, df1, df2);
+        EXPECT_NEAR(power(additive), 1 - f64{NcFCdf(critical, df1, df2, lambda)}, 1e-6);
+    }
+    EXPECT_NEAR(power(true), 0.77443, 0.001);
+    EXPECT_NEAR(power(false), 0.77134, 0.001);
+}
+
 // --- Squares -------------------------------------------------------------------------------------
 
 // Four squares of size 4. Own rows and columns leave 33 degrees of freedom, rows and columns that

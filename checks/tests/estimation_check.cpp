@@ -171,6 +171,27 @@ TEST_F(Estimation, WithoutAnEffectTheTestOfAScaleKeepsItsLevel) {
         }
 }
 
+// The two chi-square routines, one after the other: what is left of the level is theirs to say.
+TEST_F(Estimation, WithoutAnEffectAVarianceHasItsQuantileAndItsDistribution) {
+    Open(DistrNormal, 3, ProcedureTest, OneSample, OneSided);
+    AcceptOptions();
+    Put(Kind::H0Sd, 2);
+    Put(Kind::H1Sd, 2);
+    for (const f32 level : {0.01F, 0.05F, 0.2F})
+        for (const f32 n : {2.0F, 6.0F, 11.0F, 12.0F, 41.0F, 300.0F}) {
+            Put(Kind::Size, f64{n});
+            Put(Kind::SignificanceLevel, f64{level});
+            ParValue(0) = f64{level};
+            const f32 df = n - 1;
+            LeftTail = True;
+            EXPECT_NEAR(PowerNow(), f64{Chi2Cdf(Chi2Inv(level, df), df)}, 2e-6)
+                << level << " " << n;
+            LeftTail = False;
+            EXPECT_NEAR(PowerNow(), 1 - f64{Chi2Cdf(Chi2Inv(1 - level, df), df)}, 2e-6)
+                << level << " " << n;
+        }
+}
+
 TEST_F(Estimation, AKnownMeanIsWorthOneObservation) {
     const auto power = [this](i16 parListNo, f64 n) {
         Open(DistrNormal, parListNo, ProcedureTest, OneSample, OneSided);

@@ -3,6 +3,7 @@
 #include "core/kinds.h"
 #include "core/option_choice.h"
 #include "core/options.h"
+#include "numeric/probdist.h"
 #include "support/analysis_fixture.h"
 #include "tests/powereq.h"
 #include "tests/testbioeq.h"
@@ -84,6 +85,42 @@ TEST_F(Means, TwoOneSidedTestsOfExchangedLimitsHaveNoPower) {
     Put(Kind::MeanLeftLimit, 0.1);
     Put(Kind::MeanRightLimit, 0.1);
     EXPECT_LE(PowerNow(), 0);
+}
+
+// Known deviations, so that nothing but the quantile and the distribution function is approximated.
+TEST_F(Means, TheNormalTestHasTheSameEdges) {
+    OpenDistribution(DistrNormal, 0, ProcedureTest);
+    ChooseSamples(OneSample);
+    ChooseTails(TwoSided);
+    Pick(Group::H1Mean, 0);
+    AcceptOptions();
+    Put(Kind::SignificanceLevel, 0.05);
+    Put(Kind::H0Mean, 3);
+    Put(Kind::H1Mean, 3);
+    Put(Kind::Sd, 2);
+    Put(Kind::Size, 25);
+    // NorInv(0.975) is 4.3e-4 too large: times the density there, 0.0584, and twice.
+    const f64 level = PowerNow();
+    EXPECT_NEAR(level, 0.05, 5.2e-5);
+    EXPECT_NEAR(level, 2 * (1 - f64{NorCdf(NorInv(0.975F))}), 2e-7);
+    Put(Kind::H1Mean, 4);
+    // Phi(2.5 - 1.959964) + Phi(-2.5 - 1.959964), and with a target of 0.4 what is left of it.
+    EXPECT_NEAR(PowerNow(), 0.7054180, powerError);
+    ParValue(PowerParNo) = 0.4;
+    EXPECT_NEAR(SelRootFunction(), 0.3054180, powerError);
+    OpenDistribution(DistrNormal, 0, ProcedureTest);
+    ChooseTails(TwoOneSided);
+    AcceptOptions();
+    Put(Kind::SignificanceLevel, 0.05);
+    Put(Kind::H1Mean, 3);
+    Put(Kind::Sd, 2);
+    Put(Kind::Size, 25);
+    Put(Kind::MeanLeftLimit, 3);
+    Put(Kind::MeanRightLimit, 3);
+    EXPECT_NEAR(PowerNow(), 2 * 0.05 - 1, 1e-4) << "limits that meet";
+    Put(Kind::MeanLeftLimit, 5);
+    Put(Kind::MeanRightLimit, 1);
+    EXPECT_NEAR(PowerNow(), -1, 1e-4) << "limits exchanged: the value is not clamped";
 }
 
 TEST_F(Means, ASecondSampleOfNobodyIsRefused) {

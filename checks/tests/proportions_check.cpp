@@ -380,6 +380,26 @@ TEST_F(ProportionTests, TheSizeOfAnExactFormHasThePowerAskedFor) {
                     }
 }
 
+// Of 20 subjects, P(X >= 10) at 0.5 is 0.5881, and P(X >= 9) 0.7483: no level has a power between
+// them. The search ends at the jump, 0.0480, where the equation does not hold.
+TEST_F(ProportionTests, ALevelAtWhichAnExactPowerJumpsIsNone) {
+    const AnalysisChoice exact = Distribution(DistrBinomial, OneSample, OneSided, {Check::Exact});
+    Values values{{Kind::Power, "0.65"},
+                  {Kind::H0Proportion, "0.3"},
+                  {Kind::H1Proportion, "0.5"},
+                  {Kind::Size, "20"}};
+    EXPECT_EQ(SolutionOf(exact, values, Kind::SignificanceLevel), NoValue);
+    ASSERT_EQ(platform.Messages.size(), 1U);
+    EXPECT_TRUE(platform.Messages[0].Text.starts_with("Can't Be Calculated."));
+    EXPECT_GT(std::fabs(TryValue(0.0479)), 0.001);
+    EXPECT_GT(std::fabs(TryValue(0.0481)), 0.001);
+    // A power that there is has its levels.
+    values[Kind::Power] = "0.5881";
+    const f64 level = SolutionOf(exact, values, Kind::SignificanceLevel);
+    EXPECT_GT(level, 0.0479);
+    EXPECT_LT(level, 0.1134);
+}
+
 // --- Single rules ------------------------------------------------------------------------------
 
 TEST_F(ProportionTests, TheCorrectionOfOneSampleIsHalfASubjectOnEitherSide) {

@@ -406,6 +406,20 @@ TEST_F(Repeated, ACorrelationOfOneIsRefused) {
     EXPECT_EQ(Solve(Kind::Power), "1");
 }
 
+// Where the limits are passed by: the error within is 0, and no number holds the non-centrality.
+TEST_F(Repeated, ACorrelationOfOneLeavesNoErrorWithin) {
+    EXPECT_EQ(ErrorTermsOf(CorrelationStructure::CompoundSymmetry, 4, 2, 1).Within, 0.0F);
+    EXPECT_GT(ErrorTermsOf(CorrelationStructure::CompoundSymmetry, 4, 2, 0.99999F).Within, 0.0F);
+    OpenPlain(oneWithin);
+    AcceptOptions();
+    ParValue(PositionOf(Kind::Correlation)) = 1;
+    platform.Messages.clear();
+    EXPECT_FALSE(SelCheckPar());
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{
+                  "Correlation Coefficient Has To Be Less Than or Equal to 0.99999."});
+}
+
 TEST_F(Repeated, ACommonCorrelationThatNoMeasurementsCanHaveIsRefused) {
     OpenPlain(oneWithin);
     AcceptOptions();

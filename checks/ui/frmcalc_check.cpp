@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QIcon>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -295,6 +296,20 @@ TEST_F(CalcWindow, MarksATextThatIsReadAsAnotherNumber) {
     EXPECT_EQ(hands::TextOf(Window(), "lblStatus"), hint);
     EXPECT_EQ(Box(sd_).accessibleDescription(), state);
     EXPECT_EQ(Box(sd_).toolTip(), "");
+}
+
+// Each drawing of an icon of its own would be kept for a while after its window is gone.
+TEST_F(CalcWindow, ItsBoxesShareTheirIcons) {
+    for (const char* action : {"actReading", "actTables"}) {
+        const auto icon = [&](int i) { return Box(i).findChild<QAction*>(action)->icon(); };
+        EXPECT_FALSE(icon(sd_).isNull());
+        EXPECT_EQ(icon(sd_).cacheKey(), icon(power_).cacheKey()) << action;
+        const qint64 before = icon(sd_).cacheKey();
+        Trigger("mnuFile(0)");
+        Trigger("mnuStudent(0)");
+        AcceptOptions();
+        EXPECT_EQ(icon(0).cacheKey(), before) << action << " of another window";
+    }
 }
 
 TEST_F(CalcWindow, KeepsTheCursorWhereTheRefusedCharacterWas) {

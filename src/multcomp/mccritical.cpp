@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace quorvanta {
 
@@ -112,6 +113,9 @@ f32 WidthIntegral(f32 c, f32 k, f32 df, i16 funcNo) {
 }
 
 f32 McTailValue(f32 p, f32 df) {
+    // The quantiles end at marks, which a statistic may pass.
+    if (p <= 0)
+        return std::numeric_limits<f32>::infinity();
     return KnownVariance ? -NorInv(p) : -TInv(p, df);
 }
 

@@ -26,7 +26,7 @@ f32 QuantileIntegral(f32 df, f32 alpha, i16 funcNo);
 f32 WidthIntegral(f32 c, f32 k, f32 df, i16 funcNo);
 
 // The point that a statistic exceeds with probability p: of Student's t, or with KnownVariance of
-// the normal distribution. A p of 0 has a point beyond all statistics, 100 or more.
+// the normal distribution. That of a p of 0 is infinite.
 f32 McTailValue(f32 p, f32 df);
 
 // The critical value of one hypothesis of a family of noInFamily, under an AdjustMethod, at the

@@ -390,7 +390,7 @@ class Analysis {
         Passed passed;
         for (i16 t = 1; t <= size; ++t) {
             const f32 crit = TestCrit(t)(f, k_);
-            if (z_(tests_(t)) > crit) {
+            if (rejectedBefore(tests_(t)) || z_(tests_(t)) > crit) {
                 passed.Spent += 1 - f64{NorCdf(crit)};
                 const i16 last = method == Adjust::Hochberg ? size : t;
                 for (i16 s = t; s <= last; ++s)

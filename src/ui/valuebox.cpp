@@ -10,10 +10,12 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFocusEvent>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
 #include <QPalette>
+#include <QPointer>
 #include <QSignalBlocker>
 #include <QStringList>
 #include <QStyle>
@@ -57,13 +59,29 @@ bool IsModifier(int key) {
            key == Qt::Key_AltGr || key == Qt::Key_Meta;
 }
 
+// The icons that all boxes share, as long as the application lives. Those of an icon of its own
+// would stay among the kept pixmaps when the box is gone.
+class Icons : public QObject {
+  public:
+    static const Icons& Shared() {
+        static QPointer<Icons> icons;
+        if (icons.isNull())
+            icons = new Icons;
+        return *icons;
+    }
+
+    const QIcon Mark = QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
+    const QIcon Tables = QApplication::style()->standardIcon(QStyle::SP_FileDialogDetailedView);
+
+  private:
+    Icons() : QObject(qApp) {}
+};
+
 } // namespace
 
 ValueBox::ValueBox(QWidget* parent)
-    : QLineEdit(parent), mark_(addAction(style()->standardIcon(QStyle::SP_MessageBoxWarning),
-                                         QLineEdit::LeadingPosition)),
-      table_(addAction(style()->standardIcon(QStyle::SP_FileDialogDetailedView),
-                       QLineEdit::TrailingPosition)) {
+    : QLineEdit(parent), mark_(addAction(Icons::Shared().Mark, QLineEdit::LeadingPosition)),
+      table_(addAction(Icons::Shared().Tables, QLineEdit::TrailingPosition)) {
     mark_->setVisible(false);
     mark_->setObjectName("actReading");
     table_->setVisible(false);
