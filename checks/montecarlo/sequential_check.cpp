@@ -303,6 +303,24 @@ TEST_F(SequentialSimulation, OfAPowerFamilyNeedsThePower) {
     EXPECT_LT(AcceptP(1), 1);
 }
 
+// The design of a closed window is not that of the next analysis of its number.
+TEST_F(SequentialSimulation, OfAClosedWindowIsForgotten) {
+    Answer(BoundPocock, "", {"0.5"});
+    OpenMeans(1);
+    Run("10", "1");
+    ASSERT_FALSE(DesignRows().empty());
+    const i16 number = AnalysisNo;
+    CloseMode = CloseByUser;
+    for (i16 n = number; n >= 1; --n)
+        ChildClosed(n);
+    while (AnalysisNo < number)
+        NewWindow(SimulationWindow);
+    NewTest(MenuMeans);
+    AcceptOptions();
+    EXPECT_EQ(IsGroupSeq, True);
+    EXPECT_TRUE(DesignRows().empty());
+}
+
 // An interim bound that two one-sided tests can't cross.
 TEST_F(SequentialSimulation, NothingReachesABoundThatCantBeReached) {
     Answer(BoundOBrienFleming, "", {"0.2"});

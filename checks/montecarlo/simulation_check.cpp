@@ -374,6 +374,24 @@ TEST_F(Simulation, ATypedValueMakesTheEstimatesGo) {
     EXPECT_FALSE(GetInfoEnabled(3));
 }
 
+// Numbers begin anew when all windows are closed: the picture and the rejections of a run belong to
+// no later analysis.
+TEST_F(Simulation, ARunIsNotThatOfALaterAnalysis) {
+    Run("10", "1");
+    EXPECT_EQ(SimAnalysis(), AnalysisNo);
+    const i16 number = AnalysisNo;
+    CloseMode = CloseByUser;
+    for (i16 n = number; n >= 1; --n)
+        ChildClosed(n);
+    ASSERT_EQ(AnalysisNo, 0);
+    EXPECT_EQ(SimAnalysis(), 0);
+    while (AnalysisNo < number)
+        OpenSimulation(menuTTest);
+    EXPECT_NE(SimAnalysis(), AnalysisNo);
+    Run("10", "1");
+    EXPECT_EQ(SimAnalysis(), AnalysisNo);
+}
+
 TEST_F(Simulation, ForeseesItsEnd) {
     std::vector<f64> left;
     platform.OnDoEvents = [&] {

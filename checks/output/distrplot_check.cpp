@@ -294,6 +294,30 @@ TEST_F(DistrFamily, LimitsThatAreTypedHoldForTheTable) {
     EXPECT_EQ(DistrGraphSettings().XAxis(2), "Auto") << "another plot starts anew";
 }
 
+// What was typed for an analysis whose window is closed is not that of the next one of its number.
+TEST_F(DistrFamily, SettingsOfAnotherAnalysisAreNotTaken) {
+    ChooseFamily({SimNormal, 0, 1}, {SimNormal, 0.5F, 1});
+    ChooseDistrPlot(CdfPlot);
+    GraphSettings settings = DistrGraphSettings();
+    settings.Title = {"Mine"};
+    ASSERT_TRUE(ApplyDistrGraphSettings(settings));
+    const i16 number = AnalysisNo;
+    const std::string headline = Headline();
+    CloseMode = CloseByUser;
+    for (i16 n = number; n >= 1; --n)
+        ChildClosed(n);
+    while (AnalysisNo < number) {
+        FileCommand(CalculationWindow);
+        NewTest(300);
+        AcceptOptions();
+    }
+    Solve(Kind::Power);
+    ChooseFamily({SimNormal, 0, 1}, {SimNormal, 0.5F, 1});
+    ChooseDistrPlot(CdfPlot);
+    ASSERT_EQ(Headline(), headline);
+    EXPECT_NE(DistrGraphSettings().Title, std::vector<std::string>{"Mine"});
+}
+
 // --- When there is one ---------------------------------------------------------------------------
 
 TEST_F(DistrPlot, TheMenuOffersItWithTheResult) {

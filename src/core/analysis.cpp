@@ -19,6 +19,8 @@ namespace quorvanta {
 
 namespace {
 
+i32 openings = 0; // of windows, however often all were closed
+
 void ResetRecords() {
     Analysis.ReDim(0, 0);
     AnalysisState.ReDim(0, 0);
@@ -231,6 +233,7 @@ void NewWindow(i16 windowKind) {
     AnalysisNo = static_cast<i16>(Analysis.HighBound() + 1);
     Analysis.ReDimPreserve(AnalysisNo);
     AnalysisState.ReDimPreserve(AnalysisNo);
+    AnalysisState(AnalysisNo).Opening = ++openings;
     Analysis(AnalysisNo).WindowKind = windowKind;
     Analysis(AnalysisNo).WindowNo = windowNo;
     AnalysisFileName = ChildCaption(windowKind, windowNo);

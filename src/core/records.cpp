@@ -129,6 +129,10 @@ Array1<AnalysisRecord> Analysis;
 Array1<AnalysisStatus> AnalysisState;
 FixedArray<i16, 0, 3> FormCount;
 
+i32 OpeningOf(i16 analysisNo) {
+    return analysisNo <= AnalysisState.HighBound() ? AnalysisState(analysisNo).Opening : 0;
+}
+
 i16 CurrentWindowKind() {
     return AnalysisNo > 0 ? Analysis(AnalysisNo).WindowKind : i16{-1};
 }

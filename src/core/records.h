@@ -149,6 +149,7 @@ struct AnalysisStep {
 
 // What is known of an analysis beside its record.
 struct AnalysisStatus : AnalysisResult {
+    i32 Opening = 0;     // which of all windows that were ever opened is its own
     i16 Changed = False; // -1: differs from its file
     i16 Closed = False;  // -1: the window has been closed
     std::string Path;    // of its file; empty: it was neither opened from one nor saved
@@ -162,6 +163,10 @@ extern Array1<AnalysisStatus> AnalysisState;
 
 // Windows ever opened of each kind since all were closed: the number of the next is one more.
 extern FixedArray<i16, 0, 3> FormCount;
+
+// Which of all windows that were ever opened is that of the analysis; 0 if it has none. What
+// outlives an analysis knows it by this: its number is given again once all windows are closed.
+i32 OpeningOf(i16 analysisNo);
 
 // Kind of the current analysis' window; -1 when none is open.
 i16 CurrentWindowKind();

@@ -46,7 +46,8 @@ i16 analyses = 1;    // K
 SizePair groups;     // that have the first and the second size
 Array1<f32> timesH0; // (0..K) of the analyses where they are other ones if H0 is true; else empty
 Array1<f32> timesH1;
-i16 simulated = 0; // the analysis that was run last
+i16 simulated = 0; // the analysis that was run last, and its window
+i32 simulatedOpening = 0;
 McTable rejections;
 std::vector<SimPoint> history;
 i32 historyStep = 1; // replicates between two of its points, at least
@@ -446,6 +447,7 @@ void SimRun() {
     rejections = {};
     historyStep = 1;
     simulated = AnalysisNo;
+    simulatedOpening = OpeningOf(AnalysisNo);
     StartStream();
     ReadMaximum();
     {
@@ -578,7 +580,7 @@ const McTable& SimRejections() {
 }
 
 i16 SimAnalysis() {
-    return simulated;
+    return OpeningOf(simulated) == simulatedOpening ? simulated : i16{0};
 }
 
 } // namespace quorvanta

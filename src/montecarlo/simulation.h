@@ -80,7 +80,8 @@ const std::vector<SimPoint>& SimHistory();
 // rows for any other analysis.
 const McTable& SimRejections();
 
-// The number of the analysis whose run that is; 0 before the first.
+// The number of the analysis whose run that is; 0 before the first, and when all windows were
+// closed since.
 i16 SimAnalysis();
 
 } // namespace quorvanta

@@ -17,8 +17,8 @@ namespace quorvanta {
 
 namespace {
 
-// The analysis whose design is worked out.
-i16 workedOut = 0;
+// The window of the analysis whose design is worked out.
+i32 workedOut = 0;
 
 constexpr const char* Blanks = "   ";
 
@@ -80,7 +80,7 @@ bool IsSimulated() {
 }
 
 bool IsWorkedOut() {
-    return AnalysisNo != 0 && workedOut == AnalysisNo && IsGroupSeq == True &&
+    return AnalysisNo != 0 && workedOut == OpeningOf(AnalysisNo) && IsGroupSeq == True &&
            (Calculated == True || IsSimulated());
 }
 
@@ -120,7 +120,7 @@ void KeepInTexts() {
 void GsShowResults() {
     DropDesign();
     if (GsWorkOut())
-        workedOut = AnalysisNo;
+        workedOut = OpeningOf(AnalysisNo);
     if (!IsSimulated())
         KeepInTexts();
     if (workedOut != 0)

@@ -21,7 +21,7 @@ constexpr f64 Steps = 400; // of a continuous plot
 
 // What the user has set, and for which analysis.
 struct Edited {
-    i16 Analysis = 0;
+    i32 Opening = 0;
     std::string Headline;
     DistrPlotKind Kind = SurvivalPlot;
     GraphSettings Settings;
@@ -81,8 +81,8 @@ GraphSettings StartSettings(DistrPlotKind kind, const DistrTable& table) {
 }
 
 GraphSettings SettingsFor(DistrPlotKind kind, const DistrTable& table) {
-    const bool isSame =
-        edited.Analysis == AnalysisNo && edited.Kind == kind && edited.Headline == Headline();
+    const bool isSame = edited.Opening == OpeningOf(AnalysisNo) && edited.Kind == kind &&
+                        edited.Headline == Headline();
     return isSame ? edited.Settings : StartSettings(kind, table);
 }
 
@@ -261,7 +261,7 @@ GraphSettings DistrGraphSettings() {
 bool ApplyDistrGraphSettings(const GraphSettings& settings) {
     if (!CheckSettings(settings))
         return false;
-    edited = {AnalysisNo, Headline(), CurrentDistrPlot(), settings};
+    edited = {OpeningOf(AnalysisNo), Headline(), CurrentDistrPlot(), settings};
     return true;
 }
 
