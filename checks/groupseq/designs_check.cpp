@@ -651,6 +651,23 @@ TEST_F(GroupSeqDesigns, OfOneAnalysisAreTheFixedTestOfMeans) {
             }
 }
 
+// On the scale of the arc-sine n = ((z.975 + z.9)/(asin(sqrt 0.5) - asin(sqrt 0.3)))^2/2 = 124.095
+// in each group. O'Brien and Fleming's design of two analyses needs 1.007 times as many (C. Jennison
+// and B. W. Turnbull, Group Sequential Methods, 2000, table 2.4).
+TEST_F(GroupSeqDesigns, OfProportionsMayBeOfTheirArcSine) {
+    AnalysisChoice choice = MenuChoice(620, TwoSamples, TwoSided, {{Group::Proportion2, 0}});
+    choice.Checks = {Check::ArcSine};
+    const Values values{{Kind::SignificanceLevel, "0.05"},
+                        {Kind::Power, "0.9"},
+                        {Kind::H0Proportion2Minus1, "0"},
+                        {Kind::H1Proportion1, "0.3"},
+                        {Kind::H1Proportion2, "0.5"}};
+    NoOfInterim = 0;
+    EXPECT_NEAR(Solve(choice, values, Kind::Size1) / 124.095, 1, 0.001);
+    Plan(BoundOBrienFleming, "", {"0.5"});
+    EXPECT_NEAR(Solve(choice, values, Kind::Size1) / (1.007 * 124.095), 1, 0.001);
+}
+
 // --- At any moment ------------------------------------------------------------------------------
 
 TEST_F(GroupSeqDesigns, CancelledAtAnyMomentLeaveNothingHalfDone) {

@@ -41,10 +41,10 @@
 //   seed:         Random Seed
 //   distribution: label of a blue box | a distribution of its list | its parameters; a second line
 //                 for the same box where it asks for two
-//   open:         the label whose blue box opens the input grids; without it the start asks for
-//   them table:        the title of an input grid, in their order fill:         a line of that
-//   grid, its cells joined by " | " level:        what the window shows at the end: lower limit,
-//   estimate and upper limit in its
+//   open:         the label whose blue box opens the grids; without it the start asks for them
+//   table:        the title of an input grid, in their order
+//   fill:         a line of that grid, its cells joined by " | "
+//   level:        what the window shows at the end: lower limit, estimate and upper limit in its
 //                 first column, of the whole study where there are interim analyses
 //   power:        likewise, in its second column
 //   exact level:, exact power:   what they estimate, of other origin

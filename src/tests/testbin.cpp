@@ -65,9 +65,7 @@ f64 OneSampleEq(const ProportionValues& values) {
 void TESTBIN::SetupTest() {
     if (IsTest == False || IsGroupSeq == True)
         OfferSamples({OneSample, TwoSamples});
-    OfferChecks({Check::Correction});
-    if (IsGroupSeq == False)
-        OfferChecks({Check::ArcSine});
+    OfferChecks({Check::Correction, Check::ArcSine});
     if (NoOfSamples == OneSample && IsGroupSeq == False) // no boundaries of an exact test
         OfferChecks({Check::Exact});
     OfferProportions(IsOdds());

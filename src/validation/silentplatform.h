@@ -38,10 +38,12 @@ class SilentPlatform : public Platform {
     std::optional<OutputForm> AskOutputForm(OutputAction /*action*/) override {
         return std::nullopt;
     }
-    void CopyText(const std::string& /*plain*/, const std::string& /*rtf*/) override {}
+    void CopyText(const std::string&, const std::string&, const std::string&) override {}
     void CopyPicture(const Drawing& /*drawing*/) override {}
     void Print(OutputForm /*form*/, const Drawing& /*drawing*/) override {}
-    std::string Bitmap(const Drawing& /*drawing*/) override { return ""; }
+    std::string PictureFile(PictureFormat, const Drawing&, const PictureNotes&) override {
+        return {};
+    }
     void OpenChild(i16 /*windowKind*/, i16 /*windowNo*/, i16 /*analysisNo*/,
                    const std::string& /*caption*/) override {}
     void RaiseChild(i16 /*windowKind*/, i16 /*windowNo*/) override {}
