@@ -1,4 +1,5 @@
 #include "core/showpar.h"
+#include "output/curvestyles.h"
 #include "output/scale.h"
 #include "output/xyzplot.h"
 #include "support/analysis_fixture.h"
@@ -334,6 +335,86 @@ TEST(CurvePens, ASolidLineOfAPrinterHasItsOwnWidth) {
 TEST(CurvePens, AnyNumberIsAWidthThatCanBeDrawn) {
     EXPECT_EQ(CurvePen(1, -7, false).Width, 1);
     EXPECT_EQ(CurvePen(1, 32767, false).Width, 50);
+}
+
+// --- Safe styles ------------------------------------------------------------------------------
+
+class SafeStyles : public Plot {
+  protected:
+    SafeStyles() { ChosenCurveStyles = CurveStyles::Safe; }
+    ~SafeStyles() override { ChosenCurveStyles = CurveStyles::Colours; }
+
+    using Strokes = std::vector<std::vector<Point>>;
+
+    // The mark of curve j around the origin.
+    static Strokes MarkOf(int j) {
+        RecordingSurface alone(1, 1);
+        DrawCurveMark(alone, j, {0, 0});
+        Strokes strokes;
+        for (const auto& line : alone.Lines)
+            strokes.push_back(line.Points);
+        return strokes;
+    }
+};
+
+TEST_F(SafeStyles, CurvesDifferWithoutTheirColours) {
+    constexpr int different = 35;
+    for (int j = 1; j <= different; ++j)
+        for (int k = 1; k < j; ++k) {
+            const bool sameLine = CurvePen(static_cast<i16>(j), 4, false).Style ==
+                                  CurvePen(static_cast<i16>(k), 4, false).Style;
+            EXPECT_FALSE(sameLine && MarkOf(j) == MarkOf(k)) << j << " and " << k;
+        }
+    EXPECT_EQ(MarkOf(1), MarkOf(8));
+    for (int j = 1; j <= 7; ++j)
+        for (int k = 1; k < j; ++k)
+            EXPECT_NE(SafeColour(j), SafeColour(k)) << j << " and " << k;
+}
+
+TEST_F(SafeStyles, CurvesHaveTheirMarksAtTheirPoints) {
+    OutZLabel = "Level";
+    SetCurves({0, 1, 2}, {{1, 2, 3}, {2, 4, 6}, {3, 6, 9}});
+    Draw();
+    for (int j = 1; j <= 3; ++j) {
+        const auto strokes = MarkOf(j);
+        int marks = 0;
+        for (const auto& line : surface.Lines) {
+            const bool isStroke =
+                line.With.Colour == SafeColour(j) && line.Points.size() == strokes.front().size() &&
+                line.Points.size() > 3 && std::fabs(line.Points[0].X - line.Points[1].X) < 0.1;
+            marks += isStroke ? 1 : 0;
+            EXPECT_TRUE(!isStroke || line.With.Style == SolidLine);
+        }
+        EXPECT_EQ(marks, 4) << "three points and the legend, curve " << j;
+    }
+}
+
+// Hundreds of points have as many marks as can be told from each other.
+TEST_F(SafeStyles, MarksKeepApart) {
+    std::vector<Point> line;
+    for (int k = 0; k <= 500; ++k)
+        line.push_back({k * 0.01, 1 + 0.001 * k});
+    for (int j = 1; j <= 3; ++j) {
+        const auto marks = CurveMarks(line, j);
+        EXPECT_GE(marks.size(), 11U);
+        EXPECT_LE(marks.size(), 13U);
+        for (std::size_t k = 1; k < marks.size(); ++k)
+            EXPECT_GE(marks[k].X - marks[k - 1].X, 0.38);
+    }
+    EXPECT_NE(CurveMarks(line, 1).front(), CurveMarks(line, 2).front());
+    EXPECT_EQ(CurveMarks(std::vector<Point>{{0, 0}}, 2).size(), 1U) << "a dot";
+}
+
+TEST_F(Plot, NoCurveHasAMarkUnlessItIsAskedFor) {
+    SetCurves({0, 1, 2}, {{1, 2, 3}, {2, 4, 6}});
+    Draw();
+    const std::size_t plain = surface.Lines.size();
+    ChosenCurveStyles = CurveStyles::Safe;
+    Draw();
+    EXPECT_GT(surface.Lines.size(), plain);
+    ChosenCurveStyles = CurveStyles::Colours;
+    Draw();
+    EXPECT_EQ(surface.Lines.size(), plain);
 }
 
 TEST_F(Plot, TheLegendShowsEachCurve) {

@@ -352,7 +352,7 @@ TEST_F(GraphWindowCheck, FollowsTheEyeWithTheTabKeyInEditGraph) {
             for (const char* name :
                  {"txtTitle", "txtXmin", "txtXmax", "txtXtick", "txtXLabel", "txtYmin", "txtYmax",
                   "txtYtick", "txtYLabel", "txtZLabel", "cbFontName", "txtFontSize", "chkFontBold",
-                  "txtCurveWidth", "cmdOK", "cmdCancel"}) {
+                  "txtCurveWidth", "cbCurveStyles", "cmdOK", "cmdCancel"}) {
                 EXPECT_EQ(QApplication::focusWidget(), hands::Control(dialog, name)) << name;
                 QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
             }

@@ -30,7 +30,9 @@ inline constexpr i16 DashDotLine = 3;
 inline constexpr i16 DashDotDotLine = 4;
 
 struct Pen {
-    i16 Colour = 0; // of the table of 16: 0 black, 1 blue, 2 green, 3 cyan, 4 red, ... 15 white
+    // Of the table of 16: 0 black, 1 blue, 2 green, 3 cyan, 4 red, ... 15 white. From 16 to 21
+    // those of the safe styles: blue, vermillion, bluish green, reddish purple, orange, sky blue.
+    i16 Colour = 0;
     i16 Style = SolidLine;
     f64 Width = 1; // half points
 };

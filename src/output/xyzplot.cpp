@@ -3,6 +3,7 @@
 #include "core/codepage.h"
 #include "core/general.h"
 #include "core/platform.h"
+#include "output/curvestyles.h"
 #include "output/format.h"
 #include "output/scale.h"
 
@@ -262,7 +263,23 @@ std::vector<std::vector<Point>> CurveLines(const Layout& layout, const Presentat
 }
 
 Pen PenOf(const Surface& surface, const Presentation& graph, int j) {
-    return CurvePen(static_cast<i16>(j), graph.CurveWidth, surface.IsPrinter());
+    Pen pen = CurvePen(static_cast<i16>(j), graph.CurveWidth, surface.IsPrinter());
+    if (ChosenCurveStyles == CurveStyles::Safe)
+        pen.Colour = SafeColour(j);
+    return pen;
+}
+
+// The marks of curve j, if curves have marks: thin, whatever the curve is.
+void DrawMarksOf(Surface& surface, const Presentation& graph, int j, std::span<const Point> at) {
+    if (ChosenCurveStyles != CurveStyles::Safe)
+        return;
+    constexpr f64 markWidth = 2;
+    Pen pen = PenOf(surface, graph, j);
+    pen.Style = SolidLine;
+    pen.Width = MinOf(pen.Width, markWidth);
+    surface.SetPen(pen);
+    for (const Point& point : at)
+        DrawCurveMark(surface, j, point);
 }
 
 // The z-values with a sample of their curves, as much as an area has room for: where that is not
@@ -341,6 +358,8 @@ class Legend {
             const f64 top = y + (index % rows_) * H;
             surface_.SetPen(PenOf(surface_, graph_, index + 1));
             surface_.Line({left, top + H / 2}, {left + SampleLength, top + H / 2});
+            const Point middle[] = {{left + SampleLength / 2, top + H / 2}};
+            DrawMarksOf(surface_, graph_, index + 1, middle);
             surface_.Text({left + SampleLength + padding_, top}, entries_[i]);
         }
     }
@@ -448,9 +467,12 @@ void DrawMarks(Surface& surface, const Layout& layout, const Presentation& graph
 
 void DrawCurves(Surface& surface, const Layout& layout, const Presentation& graph) {
     for (int j = 1; j <= graph.Y.HighBound2(); ++j) {
+        const auto lines = CurveLines(layout, graph, j);
         surface.SetPen(PenOf(surface, graph, j));
-        for (const auto& line : CurveLines(layout, graph, j))
+        for (const auto& line : lines)
             surface.Polyline(line);
+        for (const auto& line : lines)
+            DrawMarksOf(surface, graph, j, CurveMarks(line, j));
     }
 }
 

@@ -7,9 +7,11 @@ namespace quorvanta {
 
 namespace {
 
-constexpr QRgb Table[] = {0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080,
-                          0x808000, 0xC0C0C0, 0x808080, 0x0000FF, 0x00FF00, 0x00FFFF,
-                          0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF};
+constexpr QRgb Table[] = {0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080, 0x808000,
+                          0xC0C0C0, 0x808080, 0x0000FF, 0x00FF00, 0x00FFFF, 0xFF0000, 0xFF00FF,
+                          0xFFFF00, 0xFFFFFF,
+                          // of Okabe and Ito: see output/curvestyles.h
+                          0x0072B2, 0xD55E00, 0x009E73, 0xCC79A7, 0xE69F00, 0x56B4E9};
 
 f64 Luminance(const QColor& color) {
     const auto linear = [](float component) {

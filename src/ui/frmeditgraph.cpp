@@ -1,11 +1,14 @@
 #include "ui/frmeditgraph.h"
 
+#include "output/curvestyles.h"
 #include "output/settings.h"
 #include "ui/editbuttons.h"
 #include "ui/qttext.h"
 #include "ui/titlefield.h"
 #include "ui/typefields.h"
 
+#include <QApplication>
+#include <QComboBox>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -50,6 +53,11 @@ frmEditGraph::frmEditGraph(const GraphSettings& settings, Apply apply, QWidget* 
     txtZLabel_ = MakeField(*form, "&ZAxis:", "txtZLabel", settings.ZLabel);
     type_ = std::make_unique<TypeFields>(*form, settings.Type, "Font &Bold", this);
     txtCurveWidth_ = MakeField(*form, "Curve Width:", "txtCurveWidth", settings.CurveWidth);
+    cbCurveStyles_ = new QComboBox(this);
+    cbCurveStyles_->setObjectName("cbCurveStyles");
+    cbCurveStyles_->addItems({"Sixteen Colours", "Safe for Colour Blindness and Print"});
+    cbCurveStyles_->setCurrentIndex(static_cast<int>(ChosenCurveStyles));
+    form->addRow("C&urve Styles:", cbCurveStyles_);
     form->addRow(MakeEditButtons(*this, [this] { cmdOK_Click(); }));
 }
 
@@ -85,10 +93,20 @@ void frmEditGraph::cmdOK_Click() {
     settings.ZLabel = FromQt(txtZLabel_->text());
     settings.Type = type_->Settings();
     settings.CurveWidth = FromQt(txtCurveWidth_->text());
-    if (apply_(settings))
-        accept();
-    else
-        FocusRefused(*this);
+    if (!apply_(settings))
+        return FocusRefused(*this);
+    TakeCurveStyles();
+    accept();
+}
+
+// They are those of all graphs, also of those in the windows behind.
+void frmEditGraph::TakeCurveStyles() {
+    const auto chosen = static_cast<CurveStyles>(cbCurveStyles_->currentIndex());
+    if (chosen == ChosenCurveStyles)
+        return;
+    ChosenCurveStyles = chosen;
+    for (QWidget* widget : QApplication::allWidgets())
+        widget->update();
 }
 
 } // namespace quorvanta

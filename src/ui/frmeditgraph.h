@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 
+class QComboBox;
 class QFormLayout;
 class QLineEdit;
 
@@ -34,6 +35,7 @@ class frmEditGraph : public QDialog {
     void cmdOK_Click();
 
   private:
+    void TakeCurveStyles();
     using AxisTexts = FixedArray<std::string, 0, 3>; // label, minimum, maximum, tick
     using AxisFields = std::array<QLineEdit*, 4>;
 
@@ -47,6 +49,7 @@ class frmEditGraph : public QDialog {
     AxisFields yAxis_{};
     QLineEdit* txtZLabel_;
     QLineEdit* txtCurveWidth_;
+    QComboBox* cbCurveStyles_;
     std::unique_ptr<TypeFields> type_;
 };
 
