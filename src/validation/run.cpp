@@ -248,8 +248,8 @@ Verdict Finding::Judgement() const {
 }
 
 std::vector<CaseSection> ReadSections(std::vector<DataFile> files) {
-    std::ranges::stable_partition(
-        files, [](const DataFile& file) { return file.Name.starts_with(caseFolder); });
+    std::stable_partition(files.begin(), files.end(),
+                          [](const DataFile& file) { return file.Name.starts_with(caseFolder); });
     std::vector<CaseSection> sections;
     for (const DataFile& file : files) {
         const Reader reader = ReaderOf(file.Name);
