@@ -14,6 +14,7 @@
 #include "ui/frmabout.h"
 #include "ui/frmprogress.h"
 #include "ui/frmsplash.h"
+#include "ui/frmvalidate.h"
 #include "ui/helpviewer.h"
 #include "ui/program.h"
 #include "ui/qttext.h"
@@ -26,6 +27,7 @@
 #include <QFile>
 #include <QMenu>
 #include <QPainter>
+#include <QProgressBar>
 #include <QTest>
 
 #include <algorithm>
@@ -396,6 +398,17 @@ void TakeSimulation(frmMain& window, Photographer& photographer) {
     photographer.Take("frmShowIntPar", Floating(window, FloatingWindow::InterimParameters));
 }
 
+void TakeValidation(frmMain& window, Photographer& photographer) {
+    const QDir home(QDir::homePath());
+    frmValidate validation(&window, VALIDATE_PROGRAM, home.filePath("Quorvanta Validation.pdf"),
+                           home.filePath("Quorvanta Validation.txt"));
+    validation.show();
+    const auto& bar = *hands::Control<QProgressBar>(validation, "pgrProgress");
+    constexpr int longest = 120000; // milliseconds
+    (void)QTest::qWaitFor([&bar] { return bar.isHidden(); }, longest);
+    photographer.Take("frmValidate", validation);
+}
+
 void TakePictures(frmMain& window, const QString& folder) {
     Photographer photographer(window, folder);
     window.resize(1180, 760);
@@ -407,6 +420,7 @@ void TakePictures(frmMain& window, const QString& folder) {
     frmSplash splash;
     photographer.Take("frmSplash", splash);
     photographer.TakeModal("frmAbout", "frmAbout", [&window] { frmAbout(&window).exec(); });
+    TakeValidation(window, photographer);
     TakeCalculation(window, photographer);
     TakeGrids(window, photographer);
     TakeFiles(photographer);
