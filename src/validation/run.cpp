@@ -10,6 +10,7 @@
 #include "multcomp/mccritical.h"
 #include "numeric/rounding.h"
 #include "validation/cases.h"
+#include "validation/cells.h"
 #include "validation/functions.h"
 #include "validation/number.h"
 
@@ -124,17 +125,6 @@ f32 Single(const Cells& row, const std::string& name) {
 }
 i16 Whole(const Cells& row, const std::string& name) {
     return ToI16(ParseNumber(row.at(name)));
-}
-
-std::vector<std::string> CellsOf(const std::string& line) {
-    std::vector<std::string> cells{""};
-    for (const char c : line) {
-        if (c == '\t')
-            cells.emplace_back();
-        else
-            cells.back() += c;
-    }
-    return cells;
 }
 
 std::vector<Cells> ReadTable(const DataFile& file) {
