@@ -4,12 +4,14 @@
 #include "tour/hands.h"
 #include "tour/windows.h"
 #include "ui/application.h"
+#include "ui/frmvalidate.h"
 #include "ui/program.h"
 #include "ui/qttext.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QPainter>
+#include <QProgressBar>
 #include <QTest>
 
 #include <algorithm>
@@ -144,6 +146,18 @@ class Photographer : public WindowVisitor {
     int saved_ = 0;
 };
 
+// Its report told, with the values of the program itself.
+void TakeValidation(frmMain& window, Photographer& photographer) {
+    const QDir home(QDir::homePath());
+    frmValidate validation(&window, VALIDATE_PROGRAM, home.filePath("Quorvanta Validation.pdf"),
+                           home.filePath("Quorvanta Validation.txt"));
+    validation.show();
+    const auto& bar = *hands::Control<QProgressBar>(validation, "pgrProgress");
+    constexpr int longest = 120000; // milliseconds
+    (void)QTest::qWaitFor([&bar] { return bar.isHidden(); }, longest);
+    photographer.Take("frmValidate", validation);
+}
+
 } // namespace
 
 } // namespace quorvanta
@@ -165,6 +179,7 @@ int main(int argc, char** argv) {
     quorvanta::Program program;
     quorvanta::Photographer photographer(program.Window(), arguments[1]);
     quorvanta::WalkWindows(program.Window(), photographer);
+    quorvanta::TakeValidation(program.Window(), photographer);
     photographer.Check(20);
     return 0;
 }

@@ -1,24 +1,11 @@
 #include "support/tsv.h"
 
+#include "validation/cells.h"
+
 #include <fstream>
 #include <stdexcept>
 
 namespace quorvanta::checks {
-
-namespace {
-
-std::vector<std::string> Cells(const std::string& line) {
-    std::vector<std::string> cells{""};
-    for (const char c : line) {
-        if (c == '\t')
-            cells.emplace_back();
-        else
-            cells.back() += c;
-    }
-    return cells;
-}
-
-} // namespace
 
 std::vector<std::vector<std::string>> ReadTsv(const std::string& fileName) {
     std::ifstream file(std::string(CHECK_DATA_DIR) + "/" + fileName);
@@ -28,10 +15,10 @@ std::vector<std::vector<std::string>> ReadTsv(const std::string& fileName) {
     while (file && line.starts_with('#'));
     if (!file)
         throw std::runtime_error("no data in " + fileName);
-    const std::size_t columns = Cells(line).size();
+    const std::size_t columns = validation::CellsOf(line).size();
     std::vector<std::vector<std::string>> rows;
     while (std::getline(file, line)) {
-        rows.push_back(Cells(line));
+        rows.push_back(validation::CellsOf(line));
         if (rows.back().size() != columns)
             throw std::runtime_error(fileName + ": " + line);
     }

@@ -162,7 +162,7 @@ class ValidateWindow : public OutputCheck {
   protected:
     // Chooses "About...", presses its button; `act` then has the window of the validation.
     void ValidateFromAbout(std::function<void(QWidget&)> act) {
-        hands::WhenModal("frmAbout", [this, act](QWidget& about) {
+        hands::WhenModal("frmAbout", [act](QWidget& about) {
             if (act)
                 hands::WhenModal("frmValidate", act);
             hands::Click(about, "cmdValidate");

@@ -225,7 +225,7 @@ TEST_F(HelpWindow, FindsThePagesOfProofLast) {
     const QStringList found = Search("power");
     const qsizetype proof = found.indexOf("Estimation");
     ASSERT_GE(proof, 0) << "a chapter of the comparison with exact values";
-    for (const char* title : {"Few, df", "Means", "Proportions, published"})
+    for (const char* title : {"Few degrees of freedom", "Means", "Proportions, published"})
         EXPECT_GT(found.indexOf(title), found.indexOf("The main window")) << title;
     for (const char* title : {"Student's t-test, unpaired", "The Summary window"})
         EXPECT_LT(found.indexOf(title), proof) << title;

@@ -43,15 +43,18 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     text->setWordWrap(true);
     text->setMinimumWidth(56 * fontMetrics().averageCharWidth());
 
-    auto* buttons = new QDialogButtonBox(this);
-    QPushButton* cmdValidate = buttons->addButton("&Validate...", QDialogButtonBox::ActionRole);
+    auto* cmdValidate = new QPushButton("&Validate...", this);
     cmdValidate->setObjectName("cmdValidate");
     cmdValidate->setToolTip(tr("Computes the published and the independently computed values that "
                                "the program is checked with, and writes a report."));
     cmdValidate->setAutoDefault(false);
     connect(cmdValidate, &QPushButton::clicked, this, &frmAbout::cmdValidate_Click);
+
+    auto* buttons = new QDialogButtonBox(this);
     QPushButton* cmdOK = buttons->addButton("OK", QDialogButtonBox::AcceptRole);
     cmdOK->setObjectName("cmdOK");
+    cmdOK->setDefault(true);
+    cmdOK->setFocus();
     connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
 
     auto* grid = new QGridLayout(this);
@@ -60,7 +63,8 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     grid->addWidget(icon, 0, 0, 2, 1);
     grid->addWidget(name, 0, 1);
     grid->addWidget(text, 1, 1);
-    grid->addWidget(buttons, 2, 0, 1, 2);
+    grid->addWidget(cmdValidate, 2, 0, 1, 2, Qt::AlignLeft);
+    grid->addWidget(buttons, 2, 1);
 }
 
 void frmAbout::cmdValidate_Click() {

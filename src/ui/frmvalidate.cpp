@@ -56,6 +56,7 @@ frmValidate::frmValidate(QWidget* parent, const QString& program, const QString&
     column->addWidget(lblResult_);
     column->addWidget(pgrProgress_);
     column->addWidget(buttons);
+    column->setSizeConstraint(QLayout::SetFixedSize); // grows with its text
 
     connect(&process_, &QProcess::readyReadStandardOutput, this, &frmValidate::ReadProgress);
     connect(&process_, &QProcess::finished, this, &frmValidate::Finished);
@@ -112,19 +113,20 @@ void frmValidate::Finished(int exitCode, QProcess::ExitStatus status) {
     constexpr int notRun = 2;
     if (status != QProcess::NormalExit || exitCode >= notRun) {
         const QString problem = QString::fromUtf8(process_.readAllStandardError()).trimmed();
-        return Tell(tr("The validation could not be done.\n\n%1").arg(problem));
+        return ShowResult(tr("The validation could not be done.\n\n%1").arg(problem));
     }
-    Tell(answer_ + "\n\n" + SaveReport());
+    ShowResult(answer_ + "\n\n" + SaveReport());
 }
 
 // What ended before it began: all else is told when it has finished.
 void frmValidate::Failed(QProcess::ProcessError error) {
     if (error == QProcess::FailedToStart)
-        Tell(tr("The validation could not be done.\n\nThe program quorvanta-validate can't be "
-                "started."));
+        ShowResult(
+            tr("The validation could not be done.\n\nThe program quorvanta-validate can't be "
+               "started."));
 }
 
-void frmValidate::Tell(const QString& result) {
+void frmValidate::ShowResult(const QString& result) {
     lblResult_->setText(result);
     pgrProgress_->hide();
     cmdCancel_->setText(tr("OK"));

@@ -42,7 +42,7 @@ class frmValidate : public QDialog {
     void Finished(int exitCode, QProcess::ExitStatus status);
     void Failed(QProcess::ProcessError error);
     QString SaveReport() const;
-    void Tell(const QString& result);
+    void ShowResult(const QString& result);
 
     QString pdfPath_;
     QString textPath_;

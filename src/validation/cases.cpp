@@ -8,6 +8,7 @@
 #include "core/setup.h"
 #include "core/typed_text.h"
 #include "core/values.h"
+#include "validation/cells.h"
 #include "validation/number.h"
 
 #include <algorithm>
@@ -21,17 +22,9 @@ namespace quorvanta::validation {
 
 namespace {
 
+// The parts of a list; none of an empty text.
 std::vector<std::string> Split(const std::string& text, char separator) {
-    std::vector<std::string> parts{""};
-    for (const char c : text) {
-        if (c == separator)
-            parts.emplace_back();
-        else
-            parts.back() += c;
-    }
-    if (parts.size() == 1 && parts[0].empty())
-        parts.clear();
-    return parts;
+    return text.empty() ? std::vector<std::string>{} : CellsOf(text, separator);
 }
 
 i16 Number(const std::string& text) {

@@ -40,7 +40,7 @@ std::string VerdictCell(Verdict verdict) {
 }
 
 std::string QuestionCell(const Result& result) {
-    return result.Fault.empty() ? result.Question : "Run-time error: " + result.Fault;
+    return result.Fault.empty() ? result.Question : "Can't be computed: " + result.Fault;
 }
 
 Line LineOf(const Result& result) {

@@ -10,6 +10,7 @@
 #include "multcomp/mccritical.h"
 #include "numeric/rounding.h"
 #include "validation/cases.h"
+#include "validation/cells.h"
 #include "validation/functions.h"
 #include "validation/number.h"
 
@@ -126,17 +127,6 @@ i16 Whole(const Cells& row, const std::string& name) {
     return ToI16(ParseNumber(row.at(name)));
 }
 
-std::vector<std::string> CellsOf(const std::string& line) {
-    std::vector<std::string> cells{""};
-    for (const char c : line) {
-        if (c == '\t')
-            cells.emplace_back();
-        else
-            cells.back() += c;
-    }
-    return cells;
-}
-
 std::vector<Cells> ReadTable(const DataFile& file) {
     std::istringstream text(file.Bytes);
     std::vector<std::string> names;
@@ -248,8 +238,8 @@ Verdict Finding::Judgement() const {
 }
 
 std::vector<CaseSection> ReadSections(std::vector<DataFile> files) {
-    std::ranges::stable_partition(
-        files, [](const DataFile& file) { return file.Name.starts_with(caseFolder); });
+    std::stable_partition(files.begin(), files.end(),
+                          [](const DataFile& file) { return file.Name.starts_with(caseFolder); });
     std::vector<CaseSection> sections;
     for (const DataFile& file : files) {
         const Reader reader = ReaderOf(file.Name);

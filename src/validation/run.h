@@ -33,7 +33,7 @@ struct Finding {
     f64 Expected = 0;
     f64 Found = 0;       // no number where the engine has none
     f64 Allowed = 0;     // the deviation allowed, absolutely; infinite: not bounded
-    std::string Fault{}; // the run-time error in place of a value
+    std::string Fault{}; // why there is no value
 
     f64 Deviation() const { return Found - Expected; }
     Verdict Judgement() const;
