@@ -152,9 +152,12 @@ Rows RunInputs(const ExampleRun& run) {
 }
 
 // The values of the step "Type these values" of a simulation; refuses a parameter that is left to
-// chance.
+// chance: one that is not typed and derives from no table.
 Rows SimulationInputs(const ExampleSimulation& simulation) {
     std::set<std::string> labels;
+    for (i16 i = 0; i <= NoOfPar && !simulation.Tables.empty(); ++i)
+        if (SelIsTablePar(i))
+            labels.insert(StripAmpersand(ParLabel(ParKind(i))));
     for (const auto& value : simulation.Set) {
         PositionOfLabel(value.first);
         labels.insert(value.first);

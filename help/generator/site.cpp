@@ -163,13 +163,14 @@ class Builder {
     }
 
     // A menu with analyses that have a topic, as the menu bar has it.
-    void AddMenu(const MenuItem& menu, Entry& parent) {
+    void AddMenu(const MenuItem& menu, Entry& parent, const std::string& above = "") {
+        const std::string path = above + StripAmpersand(menu.Caption) + " › ";
         Entry entry{StripAmpersand(menu.Caption), "", {}};
         for (const MenuItem& item : menu.Children) {
             if (item.Action == MenuAction::Submenu)
-                AddMenu(item, entry);
+                AddMenu(item, entry, path);
             else if (item.Action == MenuAction::Test || item.Action == MenuAction::Distribution)
-                AddAnalysis(item, entry);
+                AddAnalysis(item, entry, path);
         }
         const auto own = topics_.find(menu.HelpNo);
         const bool hasOwn = menu.HelpNo != 0 && own != topics_.end() && own->second.Section.empty();
@@ -187,7 +188,8 @@ class Builder {
         parent.Children.push_back(std::move(entry));
     }
 
-    void AddAnalysis(const MenuItem& item, Entry& parent) {
+    // The description begins with the way to it, which is what the search finds it by.
+    void AddAnalysis(const MenuItem& item, Entry& parent, const std::string& path) {
         HelpSubject analysis;
         analysis.Topic = HelpTopic::Description;
         analysis.IsTest = ToFlag(item.Action == MenuAction::Test);
@@ -207,7 +209,9 @@ class Builder {
             if (subject.Topic == HelpTopic::Example && HelpDescriptionOf(subject) == description)
                 entry.Children.push_back(TopicEntry(topic));
         }
-        PageOfTopic(description).Body += "<h2>More</h2>\n" + ListHtml(entry.Children);
+        std::string& body = PageOfTopic(description).Body;
+        body = "<p class=\"facts\">" + Escape(path + StripAmpersand(item.Caption)) + "</p>\n" +
+               body + "<h2>More</h2>\n" + ListHtml(entry.Children);
         parent.Children.push_back(std::move(entry));
     }
 
