@@ -68,6 +68,8 @@ TEST_F(HelpTextSearch, PutsAWholePhraseFirst) {
     Add("e", "x", "<p>Means › Tests › One way</p>");
     EXPECT_EQ(Find("means tests one way"), "ed");
     EXPECT_EQ(Find("means tests one"), "de");
+    Add("f", "Example: means, tests, one way", "<p>means tests one way</p>");
+    EXPECT_EQ(Find("means tests one way"), "fed") << "in the title first";
 }
 
 TEST_F(HelpTextSearch, ReadsCharactersThatAreMarksInHtml) {

@@ -42,7 +42,7 @@ bool IsChoice(const FixedArray<bool, 1, 3>& offered) {
 }
 
 // What the option window shows, with the choices of the example.
-Rows OptionRows() {
+Rows OptionRows(const Example& example) {
     Rows rows;
     if (IsTest == False)
         rows.emplace_back("Procedure", ProcedureCaption(ProcedureNo));
@@ -66,7 +66,7 @@ Rows OptionRows() {
         rows.emplace_back("Interchangeable Parameters" + (caption.empty() ? "" : ", " + caption),
                           StripAmpersand(IntParOption(IntParValue(group), group)));
     }
-    if (!AdjustMethodNames().empty())
+    if (!example.Adjustment.empty())
         rows.emplace_back("Adjustment Method", AdjustMethodName(AdjustMethod));
     if (InterimShown)
         rows.emplace_back("Number Of Interim Analyses", std::to_string(NoOfInterim));
@@ -192,8 +192,8 @@ std::string MenuPathHtml(const Example& example) {
     return menus;
 }
 
-std::string OptionsHtml() {
-    return "<li>Choose these options, then press <b>OK</b>:\n" + TableHtml(OptionRows()) +
+std::string OptionsHtml(const Example& example) {
+    return "<li>Choose these options, then press <b>OK</b>:\n" + TableHtml(OptionRows(example)) +
            "</li>\n";
 }
 
@@ -329,7 +329,7 @@ std::string ExampleHtml(const std::string& lines, i32 number) {
     std::string html = "<ol>\n<li>Choose the menu <b>" + MenuPathHtml(example) +
                        "</b>. If no window is open, the program asks for one: take <b>New "
                        "Calculation</b> and press <b>Continue</b>.</li>\n" +
-                       OptionsHtml() + DesignHtml(example.Design) + ToldHtml(example);
+                       OptionsHtml(example) + DesignHtml(example.Design) + ToldHtml(example);
     SelSetParList();
     RequireAllTyped(example.Steps.front());
     for (const ExampleStep& step : example.Steps)
@@ -342,7 +342,7 @@ std::string RunHtml(const std::string& lines) {
     const ExampleRun& run = example.Run;
     ChooseOptions(example);
     std::string html = "<ol>\n<li>Choose the menu <b>File › New " + run.Window + "</b>, then <b>" +
-                       MenuPathHtml(example) + "</b>.</li>\n" + OptionsHtml();
+                       MenuPathHtml(example) + "</b>.</li>\n" + OptionsHtml(example);
     SelSetParList();
     html += "<li>Choose the axes, type the values, and press <b>OK</b>:\n" +
             TableHtml(RunInputs(run)) + "</li>\n";
@@ -361,7 +361,7 @@ std::string SimulationHtml(const std::string& lines, i32 number) {
     RequireNumber(number);
     std::string html =
         "<ol>\n<li>Choose the menu <b>File › New Monte Carlo Simulation</b>, then <b>" +
-        MenuPathHtml(example) + "</b>.</li>\n" + OptionsHtml();
+        MenuPathHtml(example) + "</b>.</li>\n" + OptionsHtml(example);
     SelSetParList();
     const std::string tables = TablesHtml(simulation);
     html += "<li>Type these values:\n" + TableHtml(SimulationInputs(simulation)) + "</li>\n" +

@@ -178,15 +178,17 @@ bool HelpSearch::HasAll(const Text& text, const QList<Wanted>& wanted) {
                        [&text](const Wanted& one) { return CountOf(text, one) > 0; });
 }
 
-// How near a page comes to what was asked: it has that title; has the words side by side, many of
-// them that mean little alone; has them in its title; has them.
+// How near a page comes to what was asked: it has that title; has the words side by side in its
+// title, or many of them, which mean little alone, in its text; has them in its title; has them.
 int HelpSearch::RankOf(const PageText& page, const QList<Wanted>& wanted, const Text& phrase) {
     constexpr qsizetype many = 4;
     if (page.Title.Words == phrase.Words)
         return 0;
-    if (wanted.size() >= many && page.Body.Stems.contains(phrase.Stems))
+    if (page.Title.Stems.contains(phrase.Stems))
         return 1;
-    return HasAll(page.Title, wanted) ? 2 : 3;
+    if (wanted.size() >= many && page.Body.Stems.contains(phrase.Stems))
+        return 2;
+    return HasAll(page.Title, wanted) ? 3 : 4;
 }
 
 void HelpSearch::FindExactly(const QString& words, QList<const PageText*>& found) const {

@@ -28,10 +28,10 @@ class HelpSearch {
     // The pages that have all words, in whatever form ("round up" finds "rounded up"); the last
     // word may be the beginning of one. Upper and lower case are the same; parts that belong
     // together ("t-test") have to stand together. First the page with that very title, then those
-    // that have four words or more side by side as they are asked for, those that have them in
-    // their title, those that have the last one whole, those that have them most often, then those
-    // that have other words for the same, and last the pages of proof, which have a little of
-    // everything.
+    // with the words side by side in it, those that have four or more of them side by side, those
+    // that have all in their title, those that have the last one whole, those that have them most
+    // often, then those that have other words for the same, and last the pages of proof, which have
+    // a little of everything.
     QList<HelpHit> Find(const QString& words) const;
 
   private:
