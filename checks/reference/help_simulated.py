@@ -234,6 +234,18 @@ def futility_design(number):
              n * (1 - sum(leave[:-1])))
 
 
+def own_levels(number):
+    """80 subjects, mean 0.4, deviation 1.5, one-sided, with levels of one's own for both decisions."""
+    t, n = [0.5, 1], 80
+    upp, low = list(stats.norm.isf([0.005, 0.022])), list(stats.norm.isf([0.5, 0.022]))
+    for h, drift in enumerate((0.0, 0.4 * math.sqrt(n) / 1.5)):
+        up, lo = gs.exits(low, upp, t, drift)
+        show(number, f'rejections under H{h}, over all', [*up, sum(up)])
+        show(number, f'acceptances under H{h}', lo)
+        leave = up + lo if h else lo
+        show(number, f'average under H{h}', n / 2 * leave[0] + n * (1 - leave[0]))
+
+
 def survival_design(number):
     """Two groups of 80 with hazards of 0.35 and 0.2, accrual over 2 of 5 years, O'Brien and Fleming's boundaries
     at half of the information 1/(1/E1 + 1/E2) and at the end, two-sided at 0.05; times in years."""
@@ -332,7 +344,7 @@ SURVIVAL[9503] = ('logrank', 'exponential', 0.3, 0.2, study(0.05, 0.05, 2, 5, 12
 
 OTHERS = {9326: goodness, 9407: goodness, 9408: goodness, 9410: distances, 9480: strata, 9484: strata, 72: interim_families,
           9428: survival_design, 73: mean_design, 74: student_design, 75: proportion_design,
-          76: futility_design}
+          76: futility_design, 77: own_levels}
 
 
 def main():

@@ -293,11 +293,33 @@ std::string DesignHtml(const ExampleDesign& design) {
     for (const std::string& fraction : design.Fractions)
         fractions.emplace_back("Interim Analysis " + std::to_string(fractions.size() + 1),
                                fraction);
+    std::string levels;
+    for (std::size_t k = 0; k < design.Levels.size(); ++k)
+        levels += RowHtml(
+            "td",
+            k + 1 == design.Levels.size() ? "Final" : "Interim Analysis " + std::to_string(k + 1),
+            design.Levels[k]);
+    if (!levels.empty())
+        levels = "Fill the levels, and press <b>Next</b>:\n" + std::string(tableBegin) +
+                 RowHtml("th", "", {"Reject H0 if p<", "Accept H0 if p>"}) + levels +
+                 "</table></li>\n<li>";
     return "<li>Choose the boundaries <b>" + Escape(design.Boundaries) + "</b>" +
            (design.Parameter.empty() ? "" : ", type <b>" + Escape(design.Parameter) + "</b>,") +
-           " and press <b>Next</b>. Fill the information fractions, then press "
+           " and press <b>Next</b>. " + levels +
+           "Fill the information fractions, then press "
            "<b>Calculate</b>:\n" +
            TableHtml(fractions) + "</li>\n";
+}
+
+// From the values that are typed to the run: what comes before OK, and what OK asks for. The levels
+// of boundaries of the user's own are shown before the next OK runs.
+std::string RunStepsHtml(const Example& example) {
+    const std::string press = "<li>Press <b>OK</b>";
+    const std::string tables = TablesHtml(example.Simulation);
+    const bool isOpened = !example.Simulation.Opened.empty();
+    return (isOpened ? tables : "") + press + ".</li>\n" + ToldHtml(example) +
+           DesignHtml(example.Design) + (isOpened ? "" : tables) +
+           (example.Design.Levels.empty() ? "" : press + " again.</li>\n");
 }
 
 // "2" stands for what the second step reads, "2:3" for the same with three decimals.
@@ -363,12 +385,9 @@ std::string SimulationHtml(const std::string& lines, i32 number) {
         "<ol>\n<li>Choose the menu <b>File › New Monte Carlo Simulation</b>, then <b>" +
         MenuPathHtml(example) + "</b>.</li>\n" + OptionsHtml(example);
     SelSetParList();
-    const std::string tables = TablesHtml(simulation);
     html += "<li>Type these values:\n" + TableHtml(SimulationInputs(simulation)) + "</li>\n" +
-            DistributionsHtml(simulation) + (simulation.Opened.empty() ? "" : tables) +
-            "<li>Press <b>OK</b>.</li>\n" + ToldHtml(example) + DesignHtml(example.Design) +
-            (simulation.Opened.empty() ? tables : "") + "<li>Read at the end of the run:\n" +
-            EstimatesHtml(simulation) + "</li>\n</ol>\n";
+            DistributionsHtml(simulation) + RunStepsHtml(example) +
+            "<li>Read at the end of the run:\n" + EstimatesHtml(simulation) + "</li>\n</ol>\n";
     ShowWindowOf(CalculationWindow); // which all other pages are about
     return html + "<p>Source: " + Escape(example.Source) + "</p>\n";
 }

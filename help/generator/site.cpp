@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <fstream>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 
 namespace quorvanta::help {
@@ -17,6 +18,7 @@ namespace quorvanta::help {
 namespace {
 
 constexpr i32 startNumber = 0;
+constexpr i32 glossaryNumber = 55; // which each description refers to
 
 std::string LinkHtml(const Entry& entry) {
     return "<a href=\"" + entry.File + "\">" + Escape(entry.Title) + "</a>";
@@ -27,6 +29,23 @@ std::string ListHtml(const std::vector<Entry>& entries) {
     for (const Entry& entry : entries)
         html += "<li>" + LinkHtml(entry) + "</li>\n";
     return html + "</ul>\n";
+}
+
+// "Term: what it means", line by line; each term is a word of the index.
+std::string GlossaryHtml(const std::string& lines, std::vector<Keyword>& keywords) {
+    std::string html;
+    std::istringstream text(lines);
+    for (std::string line; std::getline(text, line);) {
+        const std::size_t end = line.find(": ");
+        if (end == std::string::npos)
+            throw std::runtime_error("no meaning: " + line);
+        const std::string term = line.substr(0, end);
+        const std::string place = "term" + std::to_string(keywords.size());
+        keywords.push_back({term, place});
+        html += "<p><a name=\"" + place + "\"></a><b>" + Escape(term) + ".</b> " +
+                ToHtml(line.substr(end + 2)).substr(std::string("<p>").size());
+    }
+    return html;
 }
 
 class Builder {
@@ -89,6 +108,8 @@ class Builder {
                               return RunHtml(lines);
                           if (name == "simulation")
                               return SimulationHtml(lines, topic.Number);
+                          if (name == "glossary")
+                              return GlossaryHtml(lines, page.Keywords);
                           if (name == "parameters")
                               return AllParametersHtml(texts_, page.Keywords);
                           page.IsProof = page.IsProof || name == "document" || name == "chapters";
@@ -209,9 +230,12 @@ class Builder {
             if (subject.Topic == HelpTopic::Example && HelpDescriptionOf(subject) == description)
                 entry.Children.push_back(TopicEntry(topic));
         }
+        std::vector<Entry> links = entry.Children;
+        if (const auto glossary = topics_.find(glossaryNumber); glossary != topics_.end())
+            links.push_back(TopicEntry(glossary->second));
         std::string& body = PageOfTopic(description).Body;
         body = "<p class=\"facts\">" + Escape(path + StripAmpersand(item.Caption)) + "</p>\n" +
-               body + "<h2>More</h2>\n" + ListHtml(entry.Children);
+               body + "<h2>More</h2>\n" + ListHtml(links);
         parent.Children.push_back(std::move(entry));
     }
 

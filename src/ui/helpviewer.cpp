@@ -41,6 +41,7 @@ constexpr struct {
     {"frmGridTable", 34},     {"frmGridTable0", 34},  {"frmShiftModel", 35},
     {"frmAdjustMethod", 22},  {"frmShowIntPar", 36},  {"frmBoundary", 38},
     {"frmMonteGroupSeq", 38}, {"frmProgress", 51},    {"frmAbout", 52},
+    {"frmValidate", 59},
 };
 
 // The topic of a child window of that kind.
