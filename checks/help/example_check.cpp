@@ -1,10 +1,13 @@
 // Every worked example of the help, played through the engine: the page says what the program
 // shows, and both agree with the exact value.
+#include "core/catalogue.h"
 #include "core/help_numbers.h"
 #include "montecarlo/simulation.h"
 #include "output/statement_simulation.h"
 #include "support/analysis_fixture.h"
 #include "support/example.h"
+
+#include <set>
 
 namespace quorvanta::checks {
 namespace {
@@ -48,6 +51,29 @@ TEST_P(HelpSimulations, SayWhatTheProgramCounts) {
             reading.Rejections.back().push_back(cell);
     }
     ExpectSimulation(example.Simulation, reading);
+}
+
+class AllSimulations : public AnalysisFixture {};
+
+// On the page of its own example, or on one that shows it among others.
+TEST_F(AllSimulations, HaveAnExample) {
+    std::set<i32> played;
+    FileCommand(SimulationWindow);
+    for (const ExampleTopic& topic : ReadSimulations()) {
+        help::ChooseOptions(topic.Example);
+        played.insert(HelpDescription());
+    }
+    int analyses = 0;
+    for (i32 number = 301; number < 900; ++number) {
+        const HelpSubject subject = HelpSubjectOf(number);
+        if (subject.Topic != HelpTopic::Description)
+            continue;
+        if (subject.IsTest == True && !HasSimWindow(PathToTest(subject.TestNo).back()->MenuNo))
+            continue;
+        ++analyses;
+        EXPECT_TRUE(played.contains(number)) << number << ", " << HelpSubjectName(subject);
+    }
+    EXPECT_EQ(analyses, 100);
 }
 
 INSTANTIATE_TEST_SUITE_P(Topics, HelpSimulations, ::testing::ValuesIn(ReadSimulations()),

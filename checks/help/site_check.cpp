@@ -131,6 +131,14 @@ TEST_F(HelpSite, HasNoBrokenLink) {
               (std::vector<std::string>{"1.html: 2.html", "1.html: 1.html#b"}));
 }
 
+TEST_F(HelpSite, LeadsFromEveryDescriptionToTheGlossary) {
+    constexpr i32 glossary = 55;
+    EXPECT_GT(PageOfNumber(glossary).Keywords.size(), 60U) << "each term is in the index";
+    for (const HelpSubject& analysis : Served())
+        EXPECT_TRUE(Has(PageOfNumber(HelpDescriptionOf(analysis)).Body, "\"55.html\""))
+            << HelpDescriptionOf(analysis);
+}
+
 TEST_F(HelpSite, HasEveryPageOnceAndInTheContents) {
     std::set<std::string> files;
     for (const Page& page : Help().Pages) {

@@ -12,7 +12,7 @@ import math
 import sys
 
 import numpy as np
-from scipy import stats
+from scipy import optimize, stats
 
 import friedman
 import group_sequential as gs
@@ -84,15 +84,24 @@ def survival(number):
     show(number, 'level, power', rates)
 
 
+# Number: hazards of group 1 and 2 and sizes of each stratum, the loss rate, accrual and study time.
+# Survival by the end of the study is what 9480 enters: all patients are there from the beginning.
+STRATA = {
+    9480: (((-math.log(.5), -math.log(.66), 30, 30), (-math.log(.2), -math.log(.38), 40, 80)), 0, 0, 1),
+    9484: (((.2, .12, 30, 30), (.6, .36, 40, 80)), .05, 2, 5),
+}
+
+
 def strata(number):
     """Two strata of 60 and 120 patients; the larger one has twice as many in group 2."""
+    groups, loss, accrual, total = STRATA[number]
     rng = np.random.default_rng([SEED, number])
     rates = [0, 0]
     for _ in range(STUDIES // surv.BLOCK):
         for h in (0, 1):
             score = variance = 0
-            for a, b, n1, n2 in ((.2, .12, 30, 30), (.6, .36, 40, 80)):
-                v = study(.05, .05, 2, 5, n1, n2)
+            for a, b, n1, n2 in groups:
+                v = study(loss, loss, accrual, total, n1, n2)
                 s, w = surv.score('logrank', surv.studies(rng, 'exponential', a, b if h else a, v), v)
                 score, variance = score + s, variance + w
             rates[h] += (abs(score / np.sqrt(variance)) > stats.norm.ppf(0.975)).sum() / STUDIES
@@ -225,6 +234,52 @@ def futility_design(number):
              n * (1 - sum(leave[:-1])))
 
 
+def own_levels(number):
+    """80 subjects, mean 0.4, deviation 1.5, one-sided, with levels of one's own for both decisions."""
+    t, n = [0.5, 1], 80
+    upp, low = list(stats.norm.isf([0.005, 0.022])), list(stats.norm.isf([0.5, 0.022]))
+    for h, drift in enumerate((0.0, 0.4 * math.sqrt(n) / 1.5)):
+        up, lo = gs.exits(low, upp, t, drift)
+        show(number, f'rejections under H{h}, over all', [*up, sum(up)])
+        show(number, f'acceptances under H{h}', lo)
+        leave = up + lo if h else lo
+        show(number, f'average under H{h}', n / 2 * leave[0] + n * (1 - leave[0]))
+
+
+def survival_design(number):
+    """Two groups of 80 with hazards of 0.35 and 0.2, accrual over 2 of 5 years, O'Brien and Fleming's boundaries
+    at half of the information 1/(1/E1 + 1/E2) and at the end, two-sided at 0.05; times in years."""
+    n, accrual, total, hazards = 80, 2, 5, (0.35, 0.2)
+    upp = seq.bounds(seq.OBRIEN, 0, [0.5, 1], 0.05, 2)
+    rng = np.random.default_rng([SEED, number])
+
+    def events(hazard, t):
+        first = max(t - accrual, 0)  # the shortest time that a patient has been there
+        there = min(accrual, t)
+        return there - (math.exp(-hazard * first) - math.exp(-hazard * t)) / hazard
+
+    shares, times = [], []
+    for pair in ((hazards[0], hazards[0]), hazards):
+        information = lambda t: 1 / sum(1 / events(h, t) for h in pair)
+        times.append(optimize.brentq(lambda t: information(t) - information(total) / 2, 0.1, total))
+        second = np.repeat([False, True], n) * np.ones((surv.BLOCK, 1), bool)
+        rates = np.zeros(2)
+        for _ in range(STUDIES // surv.BLOCK):
+            entry = rng.random(second.shape) * accrual
+            life = rng.exponential(size=second.shape) / np.where(second, pair[1], pair[0])
+            going = np.ones(surv.BLOCK, bool)
+            for k, now in enumerate((times[-1], total)):
+                follow = now - entry
+                there = follow > 0
+                data = np.where(there, np.minimum(life, follow), np.inf), (life < follow) & there, there, second
+                score, variance = surv.score('logrank', data, {})
+                rejected = going & (np.abs(score / np.sqrt(variance)) > upp[k])
+                rates[k] += rejected.sum() / STUDIES
+                going &= ~rejected
+        shares.append(rates)
+    stops(number, *shares, [times[1], total])
+
+
 def interim_families(number):
     """Three comparisons with a control at three analyses, Bonferroni: mc.INTERIM has the design. A study ends
     with the first rejection; it counts where one of the hypotheses in question was rejected."""
@@ -250,8 +305,46 @@ def interim_families(number):
         show(number, f'test {test + 1}, over all', [*tests[h, :, test], tests[h, :, test].sum()])
 
 
-OTHERS = {9484: strata, 72: interim_families, 73: mean_design, 74: student_design, 75: proportion_design,
-          76: futility_design}
+def goodness(number):
+    """Pearson's statistic of the categories of a table: proportions under H0, under H1, subjects."""
+    null, real, n = GOODNESS[number]
+    rng = np.random.default_rng([SEED, number])
+    critical = stats.chi2.isf(0.05, len(null) - 1)
+    expected = n * np.array(null)
+    show(number, 'level, power', [
+        (((rng.multinomial(n, p, STUDIES) - expected) ** 2 / expected).sum(axis=1) > critical).mean()
+        for p in (null, real)])
+
+
+# The categories of the examples' own tables.
+GOODNESS = {
+    9326: ((0.5625, 0.1875, 0.1875, 0.0625), (0.5, 0.2, 0.2, 0.1), 300),
+    9407: ((0.135, 0.271, 0.271, 0.18, 0.143), (0.2, 0.26, 0.22, 0.15, 0.17), 200),
+    9408: ((0.125,) * 8, (0.09, 0.11, 0.13, 0.15, 0.15, 0.14, 0.12, 0.11), 400),
+}
+
+
+def distances(number):
+    """Kolmogorov's and Smirnov's test of a standard normal distribution, 40 values of one shifted by 0.5."""
+    rng = np.random.default_rng([SEED, number])
+    n, critical = 40, stats.kstwo.isf(0.05, 40)
+    up, down = np.arange(1, n + 1) / n, np.arange(n) / n
+    rates = []
+    for mean in (0, 0.5):
+        f = stats.norm.cdf(np.sort(rng.normal(mean, 1, (STUDIES, n)), axis=1))
+        d = np.maximum((up - f).max(axis=1), (f - down).max(axis=1))
+        rates.append((d > critical).mean())
+    show(number, 'level, power', rates)
+
+
+SURVIVAL[9331] = ('lifetable', 'piecewise', None, None,
+                  {**study(0, 0, 2, 5, 200, 200), **table((0, .2, .2, .05, .05), (1, .4, .2, .05, .05),
+                                                          (3, .3, .25, .05, .05))})
+SURVIVAL[9503] = ('logrank', 'exponential', 0.3, 0.2, study(0.05, 0.05, 2, 5, 120, 120))
+
+OTHERS = {9326: goodness, 9407: goodness, 9408: goodness, 9410: distances, 9480: strata, 9484: strata, 72: interim_families,
+          9428: survival_design, 73: mean_design, 74: student_design, 75: proportion_design,
+          76: futility_design, 77: own_levels}
 
 
 def main():

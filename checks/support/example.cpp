@@ -101,6 +101,8 @@ void FillDesign(const help::ExampleDesign& design) {
             FamilyParText = design.Parameter;
         return AcceptBoundary();
     });
+    if (!design.Levels.empty())
+        platform.GridFillings.emplace_back([&design] { return FillCurrentGrid(design.Levels); });
     platform.GridFillings.emplace_back([&design] {
         GridRowTexts rows;
         for (const std::string& fraction : design.Fractions)
@@ -143,6 +145,8 @@ void SimulateInEngine(const help::Example& example) {
     MaxNoOfSimText = simulation.Maximum;
     SeedText = simulation.Seed;
     SimStart();
+    if (!example.Design.Levels.empty())
+        SimStart(); // the first one has shown them
     EXPECT_TRUE(dynamic_cast<ScriptedPlatform&>(ThePlatform()).GridFillings.empty());
 }
 

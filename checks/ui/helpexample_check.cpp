@@ -138,6 +138,8 @@ class ExampleInWindows : public WindowCheck,
                       const std::vector<help::ExampleTable>& tables) {
         hands::Click(Options(), ControlName("optInterim", design.Interim));
         std::vector<help::ExampleTable> all;
+        if (!design.Levels.empty())
+            all.push_back({"", design.Levels});
         if (!design.Fractions.empty())
             all.emplace_back();
         for (const std::string& fraction : design.Fractions)
@@ -417,6 +419,8 @@ TEST_P(HelpSimulationInWindows, ShowsWhatThePageSays) {
     hands::TypeInto(Dialog(), "txtMaxNoOfSim", ToQt(simulation.Maximum));
     hands::TypeInto(Dialog(), "txtSeed", ToQt(simulation.Seed));
     hands::Click(Dialog(), "cmdOK");
+    if (!example.Design.Levels.empty())
+        hands::Click(Dialog(), "cmdOK"); // the first one has shown them
     QStringList told;
     for (const std::string& message : example.Told)
         told << ToQt(message);

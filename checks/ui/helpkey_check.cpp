@@ -47,7 +47,7 @@ class HelpKey : public WindowCheck {
             texts << (button->isVisible() ? button->text() : "");
         int words = 0;
         for (QString text : texts) {
-            text.remove('&').remove(QRegularExpression(":$|^Copy as "));
+            text = text.remove('&').remove(QRegularExpression(":$|^Copy as ")).simplified();
             words += text.isEmpty() ? 0 : 1;
             EXPECT_TRUE(page.contains(text)) << number << ": " << qPrintable(text);
         }
@@ -201,6 +201,29 @@ TEST_F(HelpKey, ExplainsAnOutput) {
     ExpectExplained(output, 30);
     EXPECT_EQ(PageInModal("frmEditTable", ClickIn(output, "cmdEditOutput")), "26.html");
     EXPECT_EQ(PageInModal("printPreview", ClickIn(output, "cmdPrintOutput")), "31.html");
+}
+
+TEST_F(HelpKey, ExplainsADesign) {
+    Trigger("mnuFile(0)");
+    Trigger("mnuGrpSeqNorm(0)");
+    hands::Click(Options(), "optInterim(1)");
+    EXPECT_EQ(PageInModal("frmBoundary", [this] { AcceptOptions(); }), "38.html");
+    hands::WhenModal("frmBoundary", [](QWidget& boundaries) {
+        hands::WhenModal("frmGridTable", [](QWidget& fractions) {
+            QTest::keyClicks(hands::Control(fractions, "txtText"), "0.5");
+            hands::Click(fractions, "cmdOK");
+        });
+        hands::Click(boundaries, "cmdOK");
+    });
+    Press(1); // the power
+    QWidget& stops = *Window().Floating(FloatingWindow::SequentialMonitor);
+    ASSERT_TRUE(stops.isVisible());
+    EXPECT_EQ(PageAt(stops), "38.html");
+    for (auto* figure : stops.findChildren<QLabel*>(
+             QRegularExpression("^lbl(InterimAnalysis|Fraction|Boundary|SignEstimate|PowerEstimate|"
+                                "PrAcceptEstimate|ASNH)")))
+        figure->hide();
+    ExpectExplained(stops, 38);
 }
 
 // The reader of messages would answer before the key came.

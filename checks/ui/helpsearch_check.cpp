@@ -56,6 +56,22 @@ TEST_F(HelpTextSearch, PutsTitlesFirstThenWhatOccursOften) {
     EXPECT_EQ(Find("power"), "bca");
 }
 
+TEST_F(HelpTextSearch, PutsThePageOfThatTitleFirstOfAll) {
+    Add("d", "Power of the Power", "<p>Power, power, power</p>");
+    Add("e", "Power", "<p>Power</p>");
+    EXPECT_EQ(Find("power"), "edbca");
+}
+
+// Four words or more that stand side by side are worth more than a title that has them all.
+TEST_F(HelpTextSearch, PutsAWholePhraseFirst) {
+    Add("d", "Tests, means, one way", "<p>one test, one way, means, tests</p>");
+    Add("e", "x", "<p>Means › Tests › One way</p>");
+    EXPECT_EQ(Find("means tests one way"), "ed");
+    EXPECT_EQ(Find("means tests one"), "de");
+    Add("f", "Example: means, tests, one way", "<p>means tests one way</p>");
+    EXPECT_EQ(Find("means tests one way"), "fed") << "in the title first";
+}
+
 TEST_F(HelpTextSearch, ReadsCharactersThatAreMarksInHtml) {
     EXPECT_EQ(Find("5 6"), "b");
     EXPECT_EQ(Find("amp"), "");

@@ -60,6 +60,8 @@ bool TakeDesign(ExampleDesign& design, const std::string& name, const std::strin
         design.Boundaries = text;
     else if (name == "boundary parameter")
         design.Parameter = text;
+    else if (name == "levels")
+        design.Levels.push_back(Cells(text));
     else if (name == "fractions")
         design.Fractions = Cells(text);
     else

@@ -11,6 +11,8 @@
 //   adjust:     the method of the window "Adjustment Method"; without this line it is the first
 //   interim:    the number of interim analyses of a group sequential design, and what it asks for:
 //   boundaries:, boundary parameter:   as the window of the boundaries has them
+//   levels:     of the user's own boundaries: that for rejecting and that for accepting H0, joined
+//               by " | ", one line for each analysis
 //   fractions:  of the information, of the interim analyses, joined by " | "
 //   told:       what the program says when the options are accepted, where it solves for the
 //               power at once
@@ -78,7 +80,8 @@ struct ExampleTable {
 struct ExampleDesign {
     i16 Interim = 0; // none: it is asked for nothing
     std::string Boundaries;
-    std::string Parameter; // of the boundaries; empty: they have none
+    std::string Parameter;                        // of the boundaries; empty: they have none
+    std::vector<std::vector<std::string>> Levels; // of the user's own boundaries, by analysis
     std::vector<std::string> Fractions;
 };
 

@@ -42,7 +42,7 @@ bool IsChoice(const FixedArray<bool, 1, 3>& offered) {
 }
 
 // What the option window shows, with the choices of the example.
-Rows OptionRows() {
+Rows OptionRows(const Example& example) {
     Rows rows;
     if (IsTest == False)
         rows.emplace_back("Procedure", ProcedureCaption(ProcedureNo));
@@ -66,7 +66,7 @@ Rows OptionRows() {
         rows.emplace_back("Interchangeable Parameters" + (caption.empty() ? "" : ", " + caption),
                           StripAmpersand(IntParOption(IntParValue(group), group)));
     }
-    if (!AdjustMethodNames().empty())
+    if (!example.Adjustment.empty())
         rows.emplace_back("Adjustment Method", AdjustMethodName(AdjustMethod));
     if (InterimShown)
         rows.emplace_back("Number Of Interim Analyses", std::to_string(NoOfInterim));
@@ -152,9 +152,12 @@ Rows RunInputs(const ExampleRun& run) {
 }
 
 // The values of the step "Type these values" of a simulation; refuses a parameter that is left to
-// chance.
+// chance: one that is not typed and derives from no table.
 Rows SimulationInputs(const ExampleSimulation& simulation) {
     std::set<std::string> labels;
+    for (i16 i = 0; i <= NoOfPar && !simulation.Tables.empty(); ++i)
+        if (SelIsTablePar(i))
+            labels.insert(StripAmpersand(ParLabel(ParKind(i))));
     for (const auto& value : simulation.Set) {
         PositionOfLabel(value.first);
         labels.insert(value.first);
@@ -189,8 +192,8 @@ std::string MenuPathHtml(const Example& example) {
     return menus;
 }
 
-std::string OptionsHtml() {
-    return "<li>Choose these options, then press <b>OK</b>:\n" + TableHtml(OptionRows()) +
+std::string OptionsHtml(const Example& example) {
+    return "<li>Choose these options, then press <b>OK</b>:\n" + TableHtml(OptionRows(example)) +
            "</li>\n";
 }
 
@@ -290,11 +293,33 @@ std::string DesignHtml(const ExampleDesign& design) {
     for (const std::string& fraction : design.Fractions)
         fractions.emplace_back("Interim Analysis " + std::to_string(fractions.size() + 1),
                                fraction);
+    std::string levels;
+    for (std::size_t k = 0; k < design.Levels.size(); ++k)
+        levels += RowHtml(
+            "td",
+            k + 1 == design.Levels.size() ? "Final" : "Interim Analysis " + std::to_string(k + 1),
+            design.Levels[k]);
+    if (!levels.empty())
+        levels = "Fill the levels, and press <b>Next</b>:\n" + std::string(tableBegin) +
+                 RowHtml("th", "", {"Reject H0 if p<", "Accept H0 if p>"}) + levels +
+                 "</table></li>\n<li>";
     return "<li>Choose the boundaries <b>" + Escape(design.Boundaries) + "</b>" +
            (design.Parameter.empty() ? "" : ", type <b>" + Escape(design.Parameter) + "</b>,") +
-           " and press <b>Next</b>. Fill the information fractions, then press "
+           " and press <b>Next</b>. " + levels +
+           "Fill the information fractions, then press "
            "<b>Calculate</b>:\n" +
            TableHtml(fractions) + "</li>\n";
+}
+
+// From the values that are typed to the run: what comes before OK, and what OK asks for. The levels
+// of boundaries of the user's own are shown before the next OK runs.
+std::string RunStepsHtml(const Example& example) {
+    const std::string press = "<li>Press <b>OK</b>";
+    const std::string tables = TablesHtml(example.Simulation);
+    const bool isOpened = !example.Simulation.Opened.empty();
+    return (isOpened ? tables : "") + press + ".</li>\n" + ToldHtml(example) +
+           DesignHtml(example.Design) + (isOpened ? "" : tables) +
+           (example.Design.Levels.empty() ? "" : press + " again.</li>\n");
 }
 
 // "2" stands for what the second step reads, "2:3" for the same with three decimals.
@@ -326,7 +351,7 @@ std::string ExampleHtml(const std::string& lines, i32 number) {
     std::string html = "<ol>\n<li>Choose the menu <b>" + MenuPathHtml(example) +
                        "</b>. If no window is open, the program asks for one: take <b>New "
                        "Calculation</b> and press <b>Continue</b>.</li>\n" +
-                       OptionsHtml() + DesignHtml(example.Design) + ToldHtml(example);
+                       OptionsHtml(example) + DesignHtml(example.Design) + ToldHtml(example);
     SelSetParList();
     RequireAllTyped(example.Steps.front());
     for (const ExampleStep& step : example.Steps)
@@ -339,7 +364,7 @@ std::string RunHtml(const std::string& lines) {
     const ExampleRun& run = example.Run;
     ChooseOptions(example);
     std::string html = "<ol>\n<li>Choose the menu <b>File › New " + run.Window + "</b>, then <b>" +
-                       MenuPathHtml(example) + "</b>.</li>\n" + OptionsHtml();
+                       MenuPathHtml(example) + "</b>.</li>\n" + OptionsHtml(example);
     SelSetParList();
     html += "<li>Choose the axes, type the values, and press <b>OK</b>:\n" +
             TableHtml(RunInputs(run)) + "</li>\n";
@@ -358,14 +383,11 @@ std::string SimulationHtml(const std::string& lines, i32 number) {
     RequireNumber(number);
     std::string html =
         "<ol>\n<li>Choose the menu <b>File › New Monte Carlo Simulation</b>, then <b>" +
-        MenuPathHtml(example) + "</b>.</li>\n" + OptionsHtml();
+        MenuPathHtml(example) + "</b>.</li>\n" + OptionsHtml(example);
     SelSetParList();
-    const std::string tables = TablesHtml(simulation);
     html += "<li>Type these values:\n" + TableHtml(SimulationInputs(simulation)) + "</li>\n" +
-            DistributionsHtml(simulation) + (simulation.Opened.empty() ? "" : tables) +
-            "<li>Press <b>OK</b>.</li>\n" + ToldHtml(example) + DesignHtml(example.Design) +
-            (simulation.Opened.empty() ? tables : "") + "<li>Read at the end of the run:\n" +
-            EstimatesHtml(simulation) + "</li>\n</ol>\n";
+            DistributionsHtml(simulation) + RunStepsHtml(example) +
+            "<li>Read at the end of the run:\n" + EstimatesHtml(simulation) + "</li>\n</ol>\n";
     ShowWindowOf(CalculationWindow); // which all other pages are about
     return html + "<p>Source: " + Escape(example.Source) + "</p>\n";
 }

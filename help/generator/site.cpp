@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <fstream>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 
 namespace quorvanta::help {
@@ -17,6 +18,7 @@ namespace quorvanta::help {
 namespace {
 
 constexpr i32 startNumber = 0;
+constexpr i32 glossaryNumber = 55; // which each description refers to
 
 std::string LinkHtml(const Entry& entry) {
     return "<a href=\"" + entry.File + "\">" + Escape(entry.Title) + "</a>";
@@ -27,6 +29,23 @@ std::string ListHtml(const std::vector<Entry>& entries) {
     for (const Entry& entry : entries)
         html += "<li>" + LinkHtml(entry) + "</li>\n";
     return html + "</ul>\n";
+}
+
+// "Term: what it means", line by line; each term is a word of the index.
+std::string GlossaryHtml(const std::string& lines, std::vector<Keyword>& keywords) {
+    std::string html;
+    std::istringstream text(lines);
+    for (std::string line; std::getline(text, line);) {
+        const std::size_t end = line.find(": ");
+        if (end == std::string::npos)
+            throw std::runtime_error("no meaning: " + line);
+        const std::string term = line.substr(0, end);
+        const std::string place = "term" + std::to_string(keywords.size());
+        keywords.push_back({term, place});
+        html += "<p><a name=\"" + place + "\"></a><b>" + Escape(term) + ".</b> " +
+                ToHtml(line.substr(end + 2)).substr(std::string("<p>").size());
+    }
+    return html;
 }
 
 class Builder {
@@ -89,6 +108,8 @@ class Builder {
                               return RunHtml(lines);
                           if (name == "simulation")
                               return SimulationHtml(lines, topic.Number);
+                          if (name == "glossary")
+                              return GlossaryHtml(lines, page.Keywords);
                           if (name == "parameters")
                               return AllParametersHtml(texts_, page.Keywords);
                           page.IsProof = page.IsProof || name == "document" || name == "chapters";
@@ -163,13 +184,14 @@ class Builder {
     }
 
     // A menu with analyses that have a topic, as the menu bar has it.
-    void AddMenu(const MenuItem& menu, Entry& parent) {
+    void AddMenu(const MenuItem& menu, Entry& parent, const std::string& above = "") {
+        const std::string path = above + StripAmpersand(menu.Caption) + " › ";
         Entry entry{StripAmpersand(menu.Caption), "", {}};
         for (const MenuItem& item : menu.Children) {
             if (item.Action == MenuAction::Submenu)
-                AddMenu(item, entry);
+                AddMenu(item, entry, path);
             else if (item.Action == MenuAction::Test || item.Action == MenuAction::Distribution)
-                AddAnalysis(item, entry);
+                AddAnalysis(item, entry, path);
         }
         const auto own = topics_.find(menu.HelpNo);
         const bool hasOwn = menu.HelpNo != 0 && own != topics_.end() && own->second.Section.empty();
@@ -187,7 +209,8 @@ class Builder {
         parent.Children.push_back(std::move(entry));
     }
 
-    void AddAnalysis(const MenuItem& item, Entry& parent) {
+    // The description begins with the way to it, which is what the search finds it by.
+    void AddAnalysis(const MenuItem& item, Entry& parent, const std::string& path) {
         HelpSubject analysis;
         analysis.Topic = HelpTopic::Description;
         analysis.IsTest = ToFlag(item.Action == MenuAction::Test);
@@ -207,7 +230,12 @@ class Builder {
             if (subject.Topic == HelpTopic::Example && HelpDescriptionOf(subject) == description)
                 entry.Children.push_back(TopicEntry(topic));
         }
-        PageOfTopic(description).Body += "<h2>More</h2>\n" + ListHtml(entry.Children);
+        std::vector<Entry> links = entry.Children;
+        if (const auto glossary = topics_.find(glossaryNumber); glossary != topics_.end())
+            links.push_back(TopicEntry(glossary->second));
+        std::string& body = PageOfTopic(description).Body;
+        body = "<p class=\"facts\">" + Escape(path + StripAmpersand(item.Caption)) + "</p>\n" +
+               body + "<h2>More</h2>\n" + ListHtml(links);
         parent.Children.push_back(std::move(entry));
     }
 

@@ -178,16 +178,30 @@ bool HelpSearch::HasAll(const Text& text, const QList<Wanted>& wanted) {
                        [&text](const Wanted& one) { return CountOf(text, one) > 0; });
 }
 
+// How near a page comes to what was asked: it has that title; has the words side by side in its
+// title, or many of them, which mean little alone, in its text; has them in its title; has them.
+int HelpSearch::RankOf(const PageText& page, const QList<Wanted>& wanted, const Text& phrase) {
+    constexpr qsizetype many = 4;
+    if (page.Title.Words == phrase.Words)
+        return 0;
+    if (page.Title.Stems.contains(phrase.Stems))
+        return 1;
+    if (wanted.size() >= many && page.Body.Stems.contains(phrase.Stems))
+        return 2;
+    return HasAll(page.Title, wanted) ? 3 : 4;
+}
+
 void HelpSearch::FindExactly(const QString& words, QList<const PageText*>& found) const {
     const QList<Wanted> wanted = WantedOf(words);
     if (wanted.isEmpty())
         return;
     struct Found {
         const PageText* Page;
-        bool InTitle;
+        int Rank;
         bool HasWhole; // not the beginning of a longer word only
         qsizetype Count;
     };
+    const Text phrase = TextOf(words);
     QList<Wanted> whole = wanted;
     whole.last().GoesOn = false;
     QList<Found> pages;
@@ -197,11 +211,11 @@ void HelpSearch::FindExactly(const QString& words, QList<const PageText*>& found
         qsizetype count = 0;
         for (const Wanted& one : wanted)
             count += CountOf(page.Body, one);
-        pages.append({&page, HasAll(page.Title, wanted), HasAll(page.Body, whole), count});
+        pages.append({&page, RankOf(page, wanted, phrase), HasAll(page.Body, whole), count});
     }
     std::stable_sort(pages.begin(), pages.end(), [](const Found& a, const Found& b) {
-        if (a.InTitle != b.InTitle)
-            return a.InTitle;
+        if (a.Rank != b.Rank)
+            return a.Rank < b.Rank;
         return a.HasWhole != b.HasWhole ? a.HasWhole : a.Count > b.Count;
     });
     for (const Found& one : pages)

@@ -27,10 +27,11 @@ class HelpSearch {
 
     // The pages that have all words, in whatever form ("round up" finds "rounded up"); the last
     // word may be the beginning of one. Upper and lower case are the same; parts that belong
-    // together ("t-test") have to stand together. First the pages that have them in their title,
-    // then those that have the last one whole, then those that have them most often, then those
-    // that have other words for the same, and last the pages of proof, which have a little of
-    // everything.
+    // together ("t-test") have to stand together. First the page with that very title, then those
+    // with the words side by side in it, those that have four or more of them side by side, those
+    // that have all in their title, those that have the last one whole, those that have them most
+    // often, then those that have other words for the same, and last the pages of proof, which have
+    // a little of everything.
     QList<HelpHit> Find(const QString& words) const;
 
   private:
@@ -55,6 +56,7 @@ class HelpSearch {
     static QList<Wanted> WantedOf(const QString& words);
     static qsizetype CountOf(const Text& text, const Wanted& wanted);
     static bool HasAll(const Text& text, const QList<Wanted>& wanted);
+    static int RankOf(const PageText& page, const QList<Wanted>& wanted, const Text& phrase);
     void FindExactly(const QString& words, QList<const PageText*>& found) const;
 
     QList<PageText> pages_;

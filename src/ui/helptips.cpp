@@ -123,6 +123,8 @@ bool ExplainOption(QWidget& widget, const std::string& name) {
     QList<i32> numbers{HelpDescription()};
     numbers += PageAt(HelpDescription()).Links;
     numbers += HelpParameters();
+    constexpr i32 optionWindow = 22; // forms that many analyses have
+    numbers += optionWindow;
     return Explain(widget, numbers, name);
 }
 

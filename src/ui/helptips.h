@@ -24,7 +24,7 @@ QString FirstSentenceOf(i32 number, const std::string& name);
 bool Explain(QWidget& widget, const QList<i32>& numbers, const std::string& name);
 
 // The same for an option of the current analysis, from its description or a page that this refers
-// to, or as a parameter of the analysis.
+// to, as a parameter of the analysis, or as a form of a value that many analyses have.
 bool ExplainOption(QWidget& widget, const std::string& name);
 
 // The same for a parameter of the current analysis; the help key in its box knows which it is.

@@ -34,11 +34,14 @@ constexpr struct {
     const char* Window;
     i32 Topic;
 } windowTopics[] = {
-    {"frmNewWindow", 21},  {"frmShowPar", 24},     {"frmEditTable", 26},  {"frmEditGraph", 28},
-    {"frmSummary", 29},    {"frmOutput", 30},      {"frmDistrGraph", 39}, {"frmGraphOrText", 31},
-    {"printPreview", 31},  {"frmEditSummary", 29}, {"frmCmdialog", 32},   {"msgBox", 60},
-    {"frmGridTable", 34},  {"frmGridTable0", 34},  {"frmShiftModel", 35}, {"frmAdjustMethod", 22},
-    {"frmShowIntPar", 36},
+    {"frmNewWindow", 21},     {"frmShowPar", 24},     {"frmEditTable", 26},
+    {"frmEditGraph", 28},     {"frmSummary", 29},     {"frmOutput", 30},
+    {"frmDistrGraph", 39},    {"frmGraphOrText", 31}, {"printPreview", 31},
+    {"frmEditSummary", 29},   {"frmCmdialog", 32},    {"msgBox", 60},
+    {"frmGridTable", 34},     {"frmGridTable0", 34},  {"frmShiftModel", 35},
+    {"frmAdjustMethod", 22},  {"frmShowIntPar", 36},  {"frmBoundary", 38},
+    {"frmMonteGroupSeq", 38}, {"frmProgress", 51},    {"frmAbout", 52},
+    {"frmValidate", 59},
 };
 
 // The topic of a child window of that kind.
