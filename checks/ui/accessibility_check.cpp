@@ -88,6 +88,10 @@ class Reader : public WindowVisitor {
 
   private:
     static QAccessibleInterface& Interface(QWidget& widget) {
+        // Without a screen reader Qt keeps the cells of a list that has changed since.
+        if (qobject_cast<QAbstractItemView*>(&widget) != nullptr)
+            QAccessible::deleteAccessibleInterface(
+                QAccessible::uniqueId(QAccessible::queryAccessibleInterface(&widget)));
         return *QAccessible::queryAccessibleInterface(&widget);
     }
 
