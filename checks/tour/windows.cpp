@@ -309,6 +309,12 @@ void TakeDesign(frmMain& window, Walk& walk) {
 
 } // namespace
 
+void WindowVisitor::TakeAll(const QString& name) {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible())
+            Take(name, *window);
+}
+
 void WalkWindows(frmMain& window, WindowVisitor& visitor) {
     Walk walk(window, visitor);
     window.resize(1180, 760);

@@ -75,11 +75,6 @@ class Reader : public WindowVisitor {
             if (widget->isVisibleTo(&window) && !IsPartOfAnother(*widget))
                 Look(*widget);
     }
-    void TakeAll(const QString& name) override {
-        for (QWidget* window : QApplication::topLevelWidgets())
-            if (window->isVisible())
-                Take(name, *window);
-    }
 
     int Windows = 0;
     int Controls = 0;

@@ -50,11 +50,6 @@ class Surveyor : public WindowVisitor {
             ExpectApartFromSiblings(*widget);
         }
     }
-    void TakeAll(const QString& name) override {
-        for (QWidget* window : QApplication::topLevelWidgets())
-            if (window->isVisible())
-                Take(name, *window);
-    }
 
     int Windows = 0;
     int Controls = 0;
