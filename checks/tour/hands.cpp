@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QStyle>
 #include <QTemporaryFile>
 #include <QTest>
 #include <QTimer>
@@ -77,11 +78,12 @@ void Click(QWidget& control) {
 
 void Click(const QWidget& window, const QString& name) {
     QWidget* control = Control(window, name);
-    // The text of an option or check box takes a click anywhere, its free space at the right none.
+    // The text of an option or check box takes a click anywhere, its free space behind it none.
     const bool isOption = qobject_cast<QAbstractButton*>(control) != nullptr &&
                           qobject_cast<QAbstractButton*>(control)->isCheckable();
-    const QPoint at =
-        isOption ? QPoint(control->height() / 2, control->height() / 2) : control->rect().center();
+    const QPoint at = isOption ? QStyle::visualPos(control->layoutDirection(), control->rect(),
+                                                   {control->height() / 2, control->height() / 2})
+                               : control->rect().center();
     QTest::mouseClick(control, Qt::LeftButton, {}, at);
     Settle();
 }

@@ -22,7 +22,6 @@
 #include <QDir>
 #include <QFile>
 #include <QMenu>
-#include <QRadioButton>
 #include <QTest>
 
 #include <functional>
@@ -283,8 +282,9 @@ void TakeDesign(frmMain& window, Walk& walk) {
     hands::Click(options, "optSamples(0)");
     hands::Click(options, "optTails(1)");
     hands::Click(options, "optInterim(2)");
+    walk.Take("frmShowSmp-design", options);
     hands::WhenModal("frmBoundary", [&walk](QWidget& bounds) {
-        hands::Control<QRadioButton>(bounds, "OptBoundary(3)")->click();
+        hands::Click(bounds, "OptBoundary(3)");
         walk.Take("frmBoundary", bounds);
         hands::WhenModal("frmGridTable", [&walk](QWidget& grid) {
             QWidget* text = hands::Control(grid, "txtText");
@@ -308,6 +308,12 @@ void TakeDesign(frmMain& window, Walk& walk) {
 }
 
 } // namespace
+
+void WindowVisitor::TakeAll(const QString& name) {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible())
+            Take(name, *window);
+}
 
 void WalkWindows(frmMain& window, WindowVisitor& visitor) {
     Walk walk(window, visitor);

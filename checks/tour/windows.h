@@ -14,8 +14,8 @@ class WindowVisitor {
     // One window alone, by a name of its own.
     virtual void Take(const QString& name, QWidget& window) = 0;
 
-    // The main window with all that stands over it.
-    virtual void TakeAll(const QString& name) = 0;
+    // The main window with all that stands over it; unless told otherwise, one after another.
+    virtual void TakeAll(const QString& name);
 };
 
 // Opens one window after the other, as a user does, and shows each to the visitor. Nobody else may

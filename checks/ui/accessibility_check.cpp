@@ -75,11 +75,6 @@ class Reader : public WindowVisitor {
             if (widget->isVisibleTo(&window) && !IsPartOfAnother(*widget))
                 Look(*widget);
     }
-    void TakeAll(const QString& name) override {
-        for (QWidget* window : QApplication::topLevelWidgets())
-            if (window->isVisible())
-                Take(name, *window);
-    }
 
     int Windows = 0;
     int Controls = 0;
@@ -88,6 +83,10 @@ class Reader : public WindowVisitor {
 
   private:
     static QAccessibleInterface& Interface(QWidget& widget) {
+        // Without a screen reader Qt keeps the cells of a list that has changed since.
+        if (qobject_cast<QAbstractItemView*>(&widget) != nullptr)
+            QAccessible::deleteAccessibleInterface(
+                QAccessible::uniqueId(QAccessible::queryAccessibleInterface(&widget)));
         return *QAccessible::queryAccessibleInterface(&widget);
     }
 

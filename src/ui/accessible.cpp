@@ -24,6 +24,7 @@ QAccessibleInterface* PictureInterface(const QString& /*className*/, QObject* ob
 
 void MakeAccessiblePicture(QWidget& widget) {
     widget.setProperty(IsPicture, true);
+    widget.setLayoutDirection(Qt::LeftToRight);
     QAccessible::installFactory(PictureInterface); // once only, however often it is called
 }
 

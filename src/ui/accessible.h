@@ -8,7 +8,8 @@ class QWidget;
 namespace quorvanta {
 
 // The widget is a picture to a screen reader, and not just any area of a window. What it is called
-// is its accessible name, what it shows its accessible description.
+// is its accessible name, what it shows its accessible description. Axes run from left to right and
+// numbers have their minus in front, whatever the direction of the windows is.
 void MakeAccessiblePicture(QWidget& widget);
 
 // Names the tabs, and what they lead to, as a whole.

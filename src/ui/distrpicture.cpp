@@ -87,6 +87,7 @@ void DistrPicture::Draw(const std::vector<DistrCurve>& curves) {
 
 void DistrPicture::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    painter.setLayoutDirection(Qt::LeftToRight); // the axis runs so
     const QColor paper = palette().color(QPalette::Base);
     const QColor ink = palette().color(QPalette::Text);
     painter.fillRect(rect(), paper);

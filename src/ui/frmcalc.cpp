@@ -132,15 +132,16 @@ void frmCalc::Refresh() {
         cmdParLabel_[at]->setVisible(shown);
         txtParValue_[at]->setVisible(shown);
     }
-    ShowMarks();
-
     const i16 rows = hasRows ? NoOfPar : i16(0);
-    if (rows != shownPar_) {
-        shownPar_ = rows;
+    const bool hasOtherRows = rows != shownPar_;
+    const bool wasBlue = !lblGetCalc_->isHidden();
+    shownPar_ = rows;
+    ShowMarks();
+    // The line about blue texts comes later than the rows, and would press them together.
+    if (hasOtherRows || (!wasBlue && !lblGetCalc_->isHidden()))
         FitToContent();
-        if (hasRows)
-            txtHide_->setFocus();
-    }
+    if (hasOtherRows && hasRows)
+        txtHide_->setFocus();
 }
 
 void frmCalc::ShowMarks() {

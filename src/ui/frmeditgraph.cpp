@@ -73,6 +73,8 @@ QWidget* frmEditGraph::MakeAxis(const QString& title, const QString& axis, const
     // The limits come first and the label last.
     for (const std::size_t i : {1U, 2U, 3U, 0U}) {
         fields[i] = MakeField(*form, labels[i], names[i], texts(static_cast<int>(i)));
+        if (i > 0)
+            fields[i]->setLayoutDirection(Qt::LeftToRight); // a minus stands in front
         fields[i]->setMinimumWidth(characters * fontMetrics().averageCharWidth());
     }
     return frame;

@@ -94,6 +94,8 @@ frmGridTable::frmGridTable(QWidget* parent) : QDialog(parent), tblGrid_(new QTab
     setWindowTitle(ToQt(GridCaption()));
     MakeTable();
 
+    tblGrid_->setLayoutDirection(
+        Qt::LeftToRight); // columns as in a matrix, and each minus in front
     txtText_ = new GridBox(tblGrid_->viewport());
     txtText_->setObjectName("txtText");
     connect(txtText_, &ValueBox::textChanged, this, &frmGridTable::txtText_Change);
@@ -346,6 +348,7 @@ void frmGridTable0::Refresh() {
     for (const FilledGrid& grid : FilledGrids()) {
         auto* page = new QWidget(tabs_);
         auto* table = new QTableWidget(page);
+        table->setLayoutDirection(Qt::LeftToRight);
         const int rows = grid.Cells.HighBound1();
         const int columns = grid.Cells.HighBound2();
         DressTable(*table, rows, columns, grid.RowHeads, grid.ColumnHeads, columns);

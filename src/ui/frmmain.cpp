@@ -14,6 +14,7 @@
 #include "core/setup.h"
 #include "core/step_back.h"
 #include "output/printcopy.h"
+#include "ui/elidedlabel.h"
 #include "ui/frmabout.h"
 #include "ui/frmcalc.h"
 #include "ui/frmgraph.h"
@@ -88,7 +89,7 @@ QString EntryName(const MenuItem& item) {
 } // namespace
 
 frmMain::frmMain()
-    : area_(new MdiArea(this)), hint_(new QLabel(this)), floating_(*this),
+    : area_(new MdiArea(this)), hint_(new ElidedLabel(this)), floating_(*this),
       frmShowPar_(&floating_.Parameters()), frmShowIntPar_(&floating_.InterimParameters()),
       frmProgress_(new frmProgress(this)) {
     setObjectName("frmMain");

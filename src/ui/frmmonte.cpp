@@ -96,6 +96,7 @@ frmMonte::frmMonte(i16 windowNo, i16 analysisNo)
         button->setAutoDefault(true);
     connect(cmdPause_, &QPushButton::clicked, this, &frmMonte::cmdPause_Click);
     connect(cmdExit_, &QPushButton::clicked, this, &frmMonte::cmdExit_Click);
+    tblReject_->setLayoutDirection(Qt::LeftToRight);
     txtHide_->setObjectName("txtHide");
     txtHide_->setAccessibleName(tr("Simulation"));
     txtHide_->setFocusPolicy(Qt::NoFocus);

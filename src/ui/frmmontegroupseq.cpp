@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -108,6 +109,7 @@ QGroupBox* frmMonteGroupSeq::MakeTable() {
                 MakeLabel(ControlName("lblSignEstimate", i)),
                 MakeLabel(ControlName("lblPowerEstimate", i)),
                 MakeLabel(ControlName("lblPrAcceptEstimate", i))};
+        line.lblBoundary->setLayoutDirection(Qt::LeftToRight); // a minus stands in front
         grid->addWidget(line.lblInterimAnalysis, FirstRow + i, AnalysisColumn);
         grid->addWidget(line.lblFraction, FirstRow + i, FractionColumn);
         grid->addWidget(line.lblBoundary, FirstRow + i, BoundaryColumn);
@@ -192,6 +194,12 @@ void frmMonteGroupSeq::Refresh() {
                           static_cast<QWidget*>(lblASNH1_), static_cast<QWidget*>(lblH0True_),
                           static_cast<QWidget*>(lblH1True_), lnASN_})
         part->setVisible(!average.Caption.empty());
+    // In very large type the heads take two lines, so that the window stays on the screen.
+    if (sizeHint().width() > screen()->availableSize().width()) {
+        findChild<QLabel*>("lblFractionHead")->setText("Information\nFraction");
+        findChild<QLabel*>("lblSignLevel")->setText("Actual\nSignificance Level");
+        findChild<QLabel*>("lblPrAccept")->setText("Pr(Accept H0\nif H1 true)");
+    }
     DrawPicture();
 }
 

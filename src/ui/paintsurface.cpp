@@ -27,6 +27,7 @@ PaintSurface::PaintSurface(QPainter& painter, Paper paper)
     : painter_(painter), paper_(std::move(paper)), perInch_(painter.device()->logicalDpiY()),
       font_(painter.font()), metrics_(font_, painter.device()) {
     painter_.setRenderHint(QPainter::TextAntialiasing);
+    painter_.setLayoutDirection(Qt::LeftToRight); // of numbers, wherever the windows begin
 }
 
 void PaintSurface::SetFont(const Font& font) {

@@ -34,7 +34,7 @@ void ParLabelButton::paintEvent(QPaintEvent* /*event*/) {
     option.text.clear();
     painter.drawControl(QStyle::CE_PushButton, option);
 
-    painter.drawItemText(rect().adjusted(Indent(), 0, 0, 0),
+    painter.drawItemText(rect().adjusted(Indent(), 0, -Indent(), 0),
                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, option.palette,
                          isEnabled(), text, QPalette::ButtonText);
 }

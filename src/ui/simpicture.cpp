@@ -62,6 +62,7 @@ void SimPicture::Draw(const std::vector<SimPoint>& points, const QString& name) 
 
 void SimPicture::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    painter.setLayoutDirection(Qt::LeftToRight); // the axis runs so
     const QColor paper = palette().color(QPalette::Base);
     const QColor ink = palette().color(QPalette::Text);
     painter.fillRect(rect(), paper);

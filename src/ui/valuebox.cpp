@@ -89,6 +89,7 @@ ValueBox::ValueBox(QWidget* parent)
     table_->setToolTip(tr("Calculate the value from tables (F2)"));
     connect(table_, &QAction::triggered, this, &ValueBox::DblClick);
     setAlignment(Qt::AlignRight);
+    setLayoutDirection(Qt::LeftToRight); // or "-0.5" would be shown as "0.5-"
     setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
 }
 

@@ -48,7 +48,7 @@ void WrappedRadioButton::paintEvent(QPaintEvent* /*event*/) {
     QStyleOptionButton option;
     initStyleOption(&option);
     option.text.clear();
-    const QRect text = TextArea(width());
+    const QRect text = QStyle::visualRect(layoutDirection(), rect(), TextArea(width()));
     // The indicator stands beside the first line.
     const int indicator = style()->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, nullptr, this);
     option.rect.setHeight(std::max(indicator, fontMetrics().height()));
