@@ -35,7 +35,7 @@ struct Ended {
 Ended RunProgram(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.start(program, arguments);
-    constexpr int longest = 240000;
+    constexpr int longest = 600000; // milliseconds; sanitizers take their time
     EXPECT_TRUE(process.waitForFinished(longest));
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
@@ -173,7 +173,7 @@ class ValidateWindow : public OutputCheck {
 };
 
 bool WaitFor(const std::function<bool()>& isTrue) {
-    constexpr int longest = 240000;
+    constexpr int longest = 600000; // milliseconds; sanitizers take their time
     return QTest::qWaitFor(isTrue, longest);
 }
 
