@@ -652,10 +652,11 @@ TEST_F(GroupSeqDesigns, OfOneAnalysisAreTheFixedTestOfMeans) {
 }
 
 // On the scale of the arc-sine n = ((z.975 + z.9)/(asin(sqrt 0.5) - asin(sqrt 0.3)))^2/2 = 124.095
-// in each group. O'Brien and Fleming's design of two analyses needs 1.007 times as many (C. Jennison
-// and B. W. Turnbull, Group Sequential Methods, 2000, table 2.4).
+// in each group. O'Brien and Fleming's design of two analyses needs 1.007 times as many (C.
+// Jennison and B. W. Turnbull, Group Sequential Methods, 2000, table 2.4).
 TEST_F(GroupSeqDesigns, OfProportionsMayBeOfTheirArcSine) {
-    AnalysisChoice choice = MenuChoice(620, TwoSamples, TwoSided, {{Group::Proportion2, 0}});
+    AnalysisChoice choice =
+        MenuChoice(620, TwoSamples, TwoSided, {{Group::Proportion2, 0}, {Group::Size2, 2}});
     choice.Checks = {Check::ArcSine};
     const Values values{{Kind::SignificanceLevel, "0.05"},
                         {Kind::Power, "0.9"},

@@ -95,7 +95,7 @@ class FirstTable : public RunCheck {};
 TEST_F(FirstTable, HasTheRowsOfThePage) {
     OpenRunWindow(NewTable);
     AskForSizes("0.80", "5", "20", "5", "20");
-    const std::string& page = help::ReadTopics(HELP_DIR "/topics").at(10).Text;
+    const std::string page = help::ReadTopics(HELP_DIR "/topics").at(10).Text;
     ASSERT_EQ(TableX.HighBound(), 4);
     for (int k = 1; k <= 4; ++k) {
         const int x = qRound(TableX(k));
