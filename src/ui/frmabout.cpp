@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
 #include <QPushButton>
@@ -63,8 +64,10 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     grid->addWidget(icon, 0, 0, 2, 1);
     grid->addWidget(name, 0, 1);
     grid->addWidget(text, 1, 1);
-    grid->addWidget(cmdValidate, 2, 0, 1, 2, Qt::AlignLeft);
-    grid->addWidget(buttons, 2, 1);
+    auto* row = new QHBoxLayout;
+    row->addWidget(cmdValidate);
+    row->addWidget(buttons);
+    grid->addLayout(row, 2, 0, 1, 2);
 }
 
 void frmAbout::cmdValidate_Click() {
