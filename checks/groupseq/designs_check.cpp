@@ -651,6 +651,41 @@ TEST_F(GroupSeqDesigns, OfOneAnalysisAreTheFixedTestOfMeans) {
             }
 }
 
+// The power that is shown is that of both tests together, which the size was solved for; the whole
+// size adds less than 0.02. A bound that can't be crossed at the interim analysis stops nothing.
+TEST_F(GroupSeqDesigns, OfStudentsEquivalenceShowThePowerOfBothTests) {
+    for (const char* right : {"1.7", "2.4"}) {
+        Plan(BoundOBrienFleming, "", {"0.5"});
+        Open(MenuChoice(MenuMeans, OneSample, TwoOneSided));
+        ChooseParList(1);
+        ChooseSamples(OneSample);
+        ChooseTails(TwoOneSided);
+        ChooseInterim(1);
+        AcceptOptions();
+        const Values values{{Kind::SignificanceLevel, "0.05"},
+                            {Kind::Power, "0.8"},
+                            {Kind::H1Mean, "1.05"},
+                            {Kind::Sd, "1.1"},
+                            {Kind::MeanLeftLimit, "0.4"},
+                            {Kind::MeanRightLimit, right}};
+        for (const auto& [kind, text] : values)
+            ParText(kind) = text;
+        Calculated = False;
+        SolveFor(PositionOf(Kind::Size));
+        const std::vector<DesignRow> rows = DesignRows();
+        ASSERT_EQ(rows.size(), 3U);
+        const f64 power = ReadNumber(rows.back().Power);
+        EXPECT_GE(power, 0.8) << right;
+        EXPECT_LE(power, 0.82) << right;
+        const f64 interim = ReadNumber(rows.front().Power);
+        EXPECT_NEAR(interim + ReadNumber(rows[1].Power), power, 0.00011) << right;
+        if (std::string(right) == "1.7") {
+            EXPECT_EQ(interim, 0);
+            EXPECT_FALSE(HasValue(rows.front().Boundaries));
+        }
+    }
+}
+
 // On the scale of the arc-sine n = ((z.975 + z.9)/(asin(sqrt 0.5) - asin(sqrt 0.3)))^2/2 = 124.095
 // in each group. O'Brien and Fleming's design of two analyses needs 1.007 times as many (C.
 // Jennison and B. W. Turnbull, Group Sequential Methods, 2000, table 2.4).

@@ -18,6 +18,7 @@
 #include <cmath>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvanta {
@@ -105,12 +106,17 @@ bool AreSame(const PowerInputs& a, const PowerInputs& b) {
            a.Level == b.Level;
 }
 
-// The run that the power comes from: drift and scale, those of the nearer limit with two one-sided
-// tests.
-struct PowerRun {
+struct DriftAndScale {
     f32 Drift = 0;
     f32 Scale = 1;
+};
+
+// The run that the power comes from; with two one-sided tests that at the nearer limit, and beside
+// it that at the other one.
+struct PowerRun {
+    DriftAndScale Test;
     i16 Tails = OneSided;
+    DriftAndScale Other{};
 };
 
 struct StoredPower {
@@ -133,7 +139,7 @@ bool ByStudent() {
 }
 
 f64 PowerAt(f64 drift, f32 scale, bool flag) {
-    lastRun = {Single(drift), scale, NoOfTails};
+    lastRun = {{Single(drift), scale}, NoOfTails};
     return ByStudent() ? GsTPower(Single(drift), scale, flag)
                        : f64{GsExitProb(Single(drift), scale, flag)};
 }
@@ -159,9 +165,9 @@ f64 StudentEquivalencePower(const GsEffect& effect, bool flag) {
 
 f64 EquivalencePower(const GsEffect& effect, bool flag) {
     RemoveUnreachableBounds();
-    const bool leftIsNearer = effect.MarginLow < effect.MarginUpp;
-    lastRun = {leftIsNearer ? effect.MarginLow : effect.MarginUpp,
-               leftIsNearer ? effect.SdLow : effect.SdUpp, NoOfTails};
+    lastRun = {{effect.MarginLow, effect.SdLow}, NoOfTails, {effect.MarginUpp, effect.SdUpp}};
+    if (effect.MarginLow >= effect.MarginUpp)
+        std::swap(lastRun.Test, lastRun.Other);
     if (ByStudent())
         return StudentEquivalencePower(effect, flag);
     const f64 delta0{effect.Delta0};
@@ -358,29 +364,40 @@ void EndAt(i16 k, const DesignApart& whole) {
     }
 }
 
-// The power reached by analysis k on the scale of t, for the error spent by then.
-f64 StudentPowerBy(i16 k, f64 spent, const DesignApart& whole) {
+// The power that a test reaches by analysis k on the scale of t, for the error spent by then.
+f64 StudentPowerOf(const DriftAndScale& test, i16 k, f64 spent, const DesignApart& whole) {
     if (spent <= ProbabilityFloor)
         return 0;
     EndAt(k, whole);
-    const f64 ratio = GsInfoRatio(lastRun.Drift, lastRun.Scale, Single(spent));
+    const f64 ratio = GsInfoRatio(test.Drift, test.Scale, Single(spent));
     if (ratio == NoValue || !(ratio > 0))
         return 0;
-    const f64 scale{lastRun.Scale};
+    const f64 scale{test.Scale};
     const f64 information = f64{whole.Time(k)} / (scale * scale);
-    const f64 shift = f64{lastRun.Drift} * std::sqrt(information / ratio);
+    const f64 shift = f64{test.Drift} * std::sqrt(information / ratio);
     const f32 df = DegreesOfFreedom(k);
     return StudentPower(f64{TInv(Single(1 - spent / Sides()), df)}, df, shift);
 }
 
-// Bounds and stopping probabilities on the scale of t.
+// Two one-sided tests reach together what both of them reach.
+f64 StudentPowerBy(i16 k, f64 spent, const DesignApart& whole) {
+    const f64 power = StudentPowerOf(lastRun.Test, k, spent, whole);
+    return lastRun.Tails == TwoOneSided
+               ? MaxOf(0, power + StudentPowerOf(lastRun.Other, k, spent, whole) - 1)
+               : power;
+}
+
+// Bounds and stopping probabilities on the scale of t. Where a bound can't be crossed nothing
+// stops.
 void TurnToStudent() {
     const DesignApart whole;
+    const auto isReached = [&whole](i16 k) { return whole.Upp(k) < BoundAboveAll; };
     std::vector<f64> powers;
     f64 spent = 0;
     for (i16 k = 1; k <= whole.Analyses; ++k) {
         spent += f64{whole.UppH0(k - 1)};
-        powers.push_back(StudentPowerBy(k, spent, whole));
+        const f64 before = powers.empty() ? 0 : powers.back();
+        powers.push_back(isReached(k) ? StudentPowerBy(k, spent, whole) : before);
     }
     whole.BringBack();
     f64 before = 0;
@@ -388,7 +405,8 @@ void TurnToStudent() {
         const f64 power = powers[static_cast<std::size_t>(k - 1)];
         ExitUpp(k - 1) = Single(power - before);
         before = power;
-        UppBound(k) = TInv(Single(1 - f64{LevelReject(k)} / Sides()), DegreesOfFreedom(k));
+        if (isReached(k))
+            UppBound(k) = TInv(Single(1 - f64{LevelReject(k)} / Sides()), DegreesOfFreedom(k));
     }
     ExitUpp(NoOfAnal) = Single(before);
 }
@@ -434,7 +452,7 @@ bool GsWorkOut() {
         NoOfTails = lastRun.Tails;
         if (BoundType == BoundPowerFamily) {
             const Array1<f32> upper = ExitUpp;
-            GsExitProb(lastRun.Drift, lastRun.Scale, true);
+            GsExitProb(lastRun.Test.Drift, lastRun.Test.Scale, true);
             ExitUpp = upper;
         }
         if (GsTestKind == GsStudent)
