@@ -651,6 +651,16 @@ TEST_F(GroupSeqDesigns, OfOneAnalysisAreTheFixedTestOfMeans) {
             }
 }
 
+// With limits at the same distance each test has to reject with 1 - (1 - p)/2: of p = 0.8 at 0.05
+// x = ((1.6448536 + 1.2815516) 0.2/0.65)^2. With one limit far away the other test is all there is:
+// ((1.6448536 + 0.8416212) 0.2/0.65)^2. No information has a power above 1.
+TEST_F(GroupSeqDesigns, OfTwoOneSidedTestsKnowTheFixedSize) {
+    EXPECT_NEAR(GsSizeSolve(0.8, 0.05, 0.65F, 0.65F, 0.2F, 0.2F), 0.8107766, 0.0005);
+    EXPECT_NEAR(GsSizeSolve(0.8, 0.05, 0.65F, 0.325F, 0.2F, 0.1F), 0.8107766, 0.0005);
+    EXPECT_NEAR(GsSizeSolve(0.8, 0.05, 0.65F, 65, 0.2F, 0.2F), 0.5853272, 0.0005);
+    EXPECT_EQ(GsSizeSolve(1.2, 0.05, 0.65F, 0.65F, 0.2F, 0.2F), NoValue);
+}
+
 // The power that is shown is that of both tests together, which the size was solved for; the whole
 // size adds less than 0.02. A bound that can't be crossed at the interim analysis stops nothing.
 TEST_F(GroupSeqDesigns, OfStudentsEquivalenceShowThePowerOfBothTests) {

@@ -306,8 +306,38 @@ f64 GsInfoRatio(f32 drift, f32 scale, f32 alpha) {
     if (!GsCritValues(target))
         return NoValue;
     CritReady = True;
+    if (NoOfTails == TwoOneSided) {
+        const DriftAndScale& test = lastRun.Test;
+        const DriftAndScale& other = lastRun.Other;
+        const f64 p = f64{GsExitProb(test.Drift, test.Scale, false)} +
+                      f64{GsExitProb(other.Drift, other.Scale, false)} - 1;
+        const f64 size = GsSizeSolve(p - ProbabilityFloor, f64{alpha}, test.Drift, other.Drift,
+                                     test.Scale, other.Scale);
+        return size == NoValue ? NoValue : 1 / size;
+    }
     const f64 p = MinDouble(f64{GsExitProb(drift, scale, false)}, f64{0.9999899864F});
     return f64{Info(NoOfAnal)} / FixedInformation(p, f64{alpha}, f64{drift});
+}
+
+f64 GsSizeSolve(f64 power, f64 alpha, f32 marginLow, f32 marginUpp, f32 sdLow, f32 sdUpp) {
+    const f64 quantile{NorInv(Single(1 - alpha))};
+    const f64 low = f64{marginLow} / f64{sdLow};
+    const f64 upp = f64{marginUpp} / f64{sdUpp};
+    const auto excess = [&](f64 size) {
+        const f64 root = std::sqrt(size);
+        return f64{NorCdf(Single(low * root - quantile))} +
+               f64{NorCdf(Single(upp * root - quantile))} - 1 - power;
+    };
+    constexpr f64 least = 1e-5;
+    constexpr f64 most = 1e4;
+    constexpr f64 tolerance = 1e-5;
+    constexpr i16 longest = 500;
+    constexpr f64 largestResidual = 0.001;
+    i16 iterations = 0;
+    f64 size = NoValue;
+    f64 residual = NoValue;
+    FindRootOf(excess, least, most, tolerance, longest, iterations, size, residual);
+    return std::fabs(residual) > largestResidual ? NoValue : size;
 }
 
 // --- What is shown ------------------------------------------------------------------------------
@@ -364,14 +394,9 @@ void EndAt(i16 k, const DesignApart& whole) {
     }
 }
 
-// The power that a test reaches by analysis k on the scale of t, for the error spent by then.
-f64 StudentPowerOf(const DriftAndScale& test, i16 k, f64 spent, const DesignApart& whole) {
-    if (spent <= ProbabilityFloor)
-        return 0;
-    EndAt(k, whole);
-    const f64 ratio = GsInfoRatio(test.Drift, test.Scale, Single(spent));
-    if (ratio == NoValue || !(ratio > 0))
-        return 0;
+// The power that a test has by analysis k at the information of which a fixed one needs that ratio.
+f64 StudentPowerOf(const DriftAndScale& test, i16 k, f64 spent, f64 ratio,
+                   const DesignApart& whole) {
     const f64 scale{test.Scale};
     const f64 information = f64{whole.Time(k)} / (scale * scale);
     const f64 shift = f64{test.Drift} * std::sqrt(information / ratio);
@@ -379,11 +404,18 @@ f64 StudentPowerOf(const DriftAndScale& test, i16 k, f64 spent, const DesignApar
     return StudentPower(f64{TInv(Single(1 - spent / Sides()), df)}, df, shift);
 }
 
-// Two one-sided tests reach together what both of them reach.
+// The power reached by analysis k on the scale of t, for the error spent by then. Two one-sided
+// tests reach together what both of them reach.
 f64 StudentPowerBy(i16 k, f64 spent, const DesignApart& whole) {
-    const f64 power = StudentPowerOf(lastRun.Test, k, spent, whole);
+    if (spent <= ProbabilityFloor)
+        return 0;
+    EndAt(k, whole);
+    const f64 ratio = GsInfoRatio(lastRun.Test.Drift, lastRun.Test.Scale, Single(spent));
+    if (ratio == NoValue || !(ratio > 0))
+        return 0;
+    const f64 power = StudentPowerOf(lastRun.Test, k, spent, ratio, whole);
     return lastRun.Tails == TwoOneSided
-               ? MaxOf(0, power + StudentPowerOf(lastRun.Other, k, spent, whole) - 1)
+               ? MaxOf(0, power + StudentPowerOf(lastRun.Other, k, spent, ratio, whole) - 1)
                : power;
 }
 

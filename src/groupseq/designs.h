@@ -32,8 +32,14 @@ f64 GsPowerCalc(f32 delta, f32 sd, f32 sdFixed, f32 marginLow, f32 marginUpp, f3
 f64 GsTPower(f32 drift, f32 scale, bool flag);
 
 // How much more information a design of NoOfAnal analyses needs than a fixed one of the same power
-// at the level alpha.
+// at the level alpha. With two one-sided tests drift and scale are those at the limits of the last
+// power that was calculated, and the fixed design has both of them as well. 99999 if there is none.
 f64 GsInfoRatio(f32 drift, f32 scale, f32 alpha);
+
+// The information at which two one-sided tests at the level alpha, without interim analyses, reject
+// together with this power: in multiples of that with the standard errors sdLow and sdUpp, at these
+// distances of the truth from the limits, above 0. By the root finder; 99999 if it finds none.
+f64 GsSizeSolve(f64 power, f64 alpha, f32 marginLow, f32 marginUpp, f32 sdLow, f32 sdUpp);
 
 // --- What is shown ------------------------------------------------------------------------------
 
