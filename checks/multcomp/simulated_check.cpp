@@ -401,6 +401,21 @@ TEST_F(MultComp, ACombinationHasCoefficients) {
     EXPECT_EQ(LastMessage(), "Coefficients in Row 2 Must Not All Be 0.");
 }
 
+// Its grids are opened from the box of the standard deviation of the means, before any run.
+TEST_F(MultComp, RefusesMoreCombinationsThanThereIsRoomFor) {
+    Open(703);
+    for (const char* number : {"50", "0.2", "99999", ""}) {
+        Type(Kind::LinearCombinations, number);
+        platform.Messages.clear();
+        EXPECT_NO_THROW(GetFromTable(PositionOf(Kind::SdOfMeans))) << number;
+        EXPECT_FALSE(platform.Messages.empty()) << number;
+    }
+    Type(Kind::LinearCombinations, "50");
+    platform.Messages.clear();
+    GetFromTable(PositionOf(Kind::SdOfMeans));
+    EXPECT_EQ(LastMessage(), "No of Linear Combinations Has To Be Less Than or Equal to 9.");
+}
+
 TEST_F(MultComp, RefusesMoreThanTenPairs) {
     Open(menuPairs);
     Type(Kind::LevelsA, "6");

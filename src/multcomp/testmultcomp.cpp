@@ -67,9 +67,12 @@ void ReadChoices() {
 bool CountTests(i16 k) {
     if (!McStandardContrasts(k))
         return false;
-    if (IsLinear())
-        NoOfTests = ToI16(ParValue(combinations));
-    return true;
+    if (!IsLinear())
+        return true;
+    const auto number = GridLines(combinations, ToI16(ParMin(Kind::LinearCombinations)),
+                                  ToI16(ParMax(Kind::LinearCombinations)));
+    NoOfTests = number.value_or(NoOfTests);
+    return number.has_value();
 }
 
 // One family where there are no gates, else those of the grid: by analysis and test.
