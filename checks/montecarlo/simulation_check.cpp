@@ -15,7 +15,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <sstream>
+#include <string>
 
 namespace quorvanta::checks {
 namespace {
@@ -239,6 +241,32 @@ TEST_F(Simulation, IsDrawnAsOftenAsAnEyeCanFollow) {
     platform.OnDoEvents = [] {};
     Run("1", "1");
     EXPECT_GE(platform.SimRefreshes, before + 3) << "the start, the first replicate and the end";
+}
+
+// Hundreds of digits in any field of the dialog: as many as can be, or refused in its words.
+TEST_F(Simulation, TakesNumbersThatNothingHolds) {
+    const std::string absurd(400, '9');
+    platform.OnDoEvents = [] {
+        if (SimNo == 20)
+            SimStop();
+    };
+    Run(absurd, "1");
+    EXPECT_EQ(MaxNoOfSim, std::numeric_limits<i32>::max());
+    EXPECT_EQ(SampleSizeEstimateText(2), "20");
+    EXPECT_FALSE(SumStatement().empty());
+    Run("20", absurd);
+    EXPECT_EQ(SampleSizeEstimateText(2), "20");
+    const std::string estimates = Estimates();
+    Run("20", absurd);
+    EXPECT_EQ(Estimates(), estimates) << "a seed as well";
+    for (auto* text : {&RejectH0Text(0), &AcceptH0Text(0)}) {
+        *text = absurd;
+        Run("20", "1");
+        EXPECT_EQ(LastMessage(), text == &RejectH0Text(0)
+                                     ? "Probability To Reject H0 Is Outside (0, 1)."
+                                     : "Probability To Accept H0 Is Outside (0, 1).");
+        *text = "";
+    }
 }
 
 TEST_F(Simulation, WithoutAMaximumOnlyTheUserEndsIt) {

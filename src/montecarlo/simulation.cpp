@@ -74,16 +74,18 @@ bool SimReadPar() {
     return SelCheckPar();
 }
 
-f32 TextValue(const std::string& text) {
-    return Single(ReadNumber(text));
+// A number too large for 64 bits is as large as one can be.
+f64 TextNumber(const std::string& text) {
+    return IsReadable(text) ? ReadNumber(text) : std::numeric_limits<f64>::max();
 }
 
 // A probability of analysis i; 0 stands for nothing entered.
 f32 ReadProbability(const std::string& text, const char* message) {
-    const f32 p = TextValue(text);
-    if (p < 0 || p > 1)
-        Refuse(message);
-    return p;
+    const f64 p = TextNumber(text);
+    if (p >= 0 && p <= 1)
+        return Single(p);
+    Refuse(message);
+    return 0;
 }
 
 // --- Sizes --------------------------------------------------------------------------------------
@@ -98,11 +100,12 @@ i16 SizeInStudy(f64 n) {
     return ToI16(n);
 }
 
-// What is entered for an interim analysis, else an equal step.
+// What is entered for an interim analysis, else an equal step; not beyond 32 bits.
 f64 AtAnalysis(const std::string& text, i16 k, f64 atLast) {
     if (k == analyses)
         return atLast;
-    return HasValue(text) ? ReadNumber(text) : atLast * k / analyses;
+    constexpr f64 largest{std::numeric_limits<f32>::max()};
+    return HasValue(text) ? MinOf(TextNumber(text), largest) : atLast * k / analyses;
 }
 
 template <class Cells>
@@ -309,14 +312,16 @@ void StartStream() {
     SimSeed = SeedText;
     if (!HasValue(SimSeed))
         return Randomize(f64{Single(ThePlatform().Timer())});
-    const f64 seed = Val(SimSeed);
+    constexpr f64 largest{std::numeric_limits<f32>::max()};
+    const f64 entered = NumberIn(SimSeed).value_or(largest);
+    const f64 seed = MaxOf(-largest, MinOf(entered, largest));
     Rnd(-std::fabs(seed));
     Randomize(seed);
 }
 
 // Nothing, 0 or less: no maximum.
 void ReadMaximum() {
-    const f64 entered = MinOf(ReadNumber(MaxNoOfSimText), f64{std::numeric_limits<i32>::max()});
+    const f64 entered = MinOf(TextNumber(MaxNoOfSimText), f64{std::numeric_limits<i32>::max()});
     MaxNoOfSim = entered <= 0 ? 0 : ToI32(entered);
     if (MaxNoOfSim <= 0)
         MaxNoOfSim = MostSimulations;
