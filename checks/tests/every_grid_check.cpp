@@ -1,9 +1,10 @@
-// The tables behind every value that derives from some, opened while another value is absurd: what
-// can't be is told, and nothing fails.
+// The tables and the distributions behind every value that derives from some, opened while another
+// value is absurd: what can't be is told, and nothing fails.
 #include "core/catalogue.h"
 #include "core/dispatch.h"
 #include "core/fault.h"
 #include "core/grids.h"
+#include "montecarlo/shiftmodel.h"
 #include "support/simulation_fixture.h"
 
 #include <span>
@@ -41,12 +42,20 @@ class EveryGrid : public SimulationFixture {
                 OpenWithAbsurdValues(blue);
     }
 
+    static bool TakeFirstDistribution() {
+        ChooseShiftDistr(0);
+        for (i16 field = 0; field < ShiftNoOfPar; ++field)
+            ShiftParText(field) = "2";
+        return AcceptShift() == ShiftRefused::Nothing;
+    }
+
     void OpenWithAbsurdValues(i16 blue) {
         for (i16 other = 0; other <= NoOfPar; ++other)
             for (const char* absurd : {"", "0", "0.2", "-3", "50", "99999", "1e30"}) {
                 const std::string kept = ParText(ParKind(other));
                 TypedParText(other, absurd);
                 ++Opened;
+                platform.DistrChoices = {TakeFirstDistribution, TakeFirstDistribution};
                 try {
                     GetFromTable(blue);
                 } catch (const RunTimeError& error) {

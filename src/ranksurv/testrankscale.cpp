@@ -81,6 +81,8 @@ f32 RankScaleTest::CalcTablePar(i16 parNo) {
 
 std::vector<NamedDistr> RankScaleTest::GroupDistr() {
     GetSimPar();
+    if (!(SimScale2 > 0)) // nothing is entered yet
+        return {};
     SelectDistr(SimulatedDistr(SimLoc2, SimScale2));
     StoreDistrRow(1);
     SetNullFromScale();
