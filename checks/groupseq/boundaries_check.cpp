@@ -198,6 +198,15 @@ TEST_F(GroupSeqBounds, HaveThePublishedConstants) {
     }
 }
 
+// Bounds of S. K. Wang and A. A. Tsiatis, Biometrics 43, 1987, 193-199, as the checks of the R
+// package rpact (G. Wassmer and F. Pahlke) print them: 0.025 one-sided, Delta 0.3.
+TEST_F(GroupSeqBounds, OfWangAndTsiatisAreThosePrintedElsewhere) {
+    ASSERT_TRUE(Solve(BoundWangTsiatis, 0.3, {0.2, 0.5, 1}, 0.025, OneSided));
+    const f64 printed[] = {2.8688923, 2.3885055, 2.0793148};
+    for (i16 k = 1; k <= 3; ++k)
+        EXPECT_NEAR(f64{UppBound(k)}, printed[k - 1], 6e-4) << k;
+}
+
 // K. K. G. Lan and D. L. DeMets, Biometrika 70, 1983, 659-663: five equal looks, 0.025 one-sided,
 // in the decimals of D. M. Reboussin, D. L. DeMets, K. Kim and K. K. G. Lan, Controlled Clinical
 // Trials 21, 2000, 190-207.

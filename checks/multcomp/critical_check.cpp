@@ -49,8 +49,11 @@ TEST_F(Critical, QuantilesAgreeWithIntegralsOfOtherOrigin) {
     }
 }
 
-// C. W. Dunnett, Biometrics 20, 1964, table II (two-sided, 5 %), and the upper 5 % points of the
-// studentized range as every textbook prints them (over the square root of 2 here).
+// C. W. Dunnett, Biometrics 20, 1964, table II (two-sided, 5 %); the upper 5 % points of the
+// studentized range as every textbook prints them (over the square root of 2 here); and of
+// Dunnett's one-sided tests (Journal of the American Statistical Association 50, 1955, 1096-1121),
+// which are those of the comparisons with the best (J. C. Hsu, Annals of Statistics 9, 1981,
+// 1026-1034).
 TEST_F(Critical, QuantilesAgreeWithPublishedTables) {
     struct Published {
         i16 FuncNo;
@@ -59,14 +62,21 @@ TEST_F(Critical, QuantilesAgreeWithPublishedTables) {
         f64 Value;
     };
     const f64 root = std::sqrt(2.0);
-    for (const Published& row : {Published{Studentized::Dunnett, 2, 20, 2.09},
-                                 Published{Studentized::Dunnett, 3, 20, 2.38},
-                                 Published{Studentized::Dunnett, 4, 20, 2.54},
-                                 Published{Studentized::Dunnett, 3, 10, 2.57},
-                                 Published{Studentized::Tukey, 3, 10, 3.88 / root},
-                                 Published{Studentized::Tukey, 4, 20, 3.96 / root},
-                                 Published{Studentized::Tukey, 5, 30, 4.10 / root},
-                                 Published{Studentized::Tukey, 3, 20, 3.58 / root}})
+    for (const Published& row :
+         {Published{Studentized::Dunnett, 2, 20, 2.09},
+          Published{Studentized::Dunnett, 3, 20, 2.38},
+          Published{Studentized::Dunnett, 4, 20, 2.54},
+          Published{Studentized::Dunnett, 3, 10, 2.57},
+          Published{Studentized::Tukey, 3, 10, 3.88 / root},
+          Published{Studentized::Tukey, 4, 20, 3.96 / root},
+          Published{Studentized::Tukey, 5, 30, 4.10 / root},
+          Published{Studentized::Tukey, 3, 20, 3.58 / root},
+          Published{Studentized::Best, 3, 5, 2.44}, Published{Studentized::Best, 4, 5, 2.68},
+          Published{Studentized::Best, 3, 10, 2.15}, Published{Studentized::Best, 6, 10, 2.56},
+          Published{Studentized::Best, 3, 20, 2.03}, Published{Studentized::Best, 4, 20, 2.19},
+          Published{Studentized::Best, 5, 20, 2.30}, Published{Studentized::Best, 10, 20, 2.60},
+          Published{Studentized::Best, 3, 40, 1.97}, Published{Studentized::Best, 5, 40, 2.23},
+          Published{Studentized::Best, 4, 120, 2.08}})
         EXPECT_NEAR(QuantileOf(row.FuncNo, row.Groups, row.Df, 0.05F), row.Value, 0.0065)
             << row.FuncNo << " " << row.Groups << " " << row.Df;
 }
