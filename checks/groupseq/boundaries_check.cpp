@@ -198,13 +198,119 @@ TEST_F(GroupSeqBounds, HaveThePublishedConstants) {
     }
 }
 
-// Bounds of S. K. Wang and A. A. Tsiatis, Biometrics 43, 1987, 193-199, as the checks of the R
-// package rpact (G. Wassmer and F. Pahlke) print them: 0.025 one-sided, Delta 0.3.
+// S. K. Wang and A. A. Tsiatis, Biometrics 43, 1987, 193-199: constants at two-sided 0.05 in the
+// three decimals of C. Jennison and B. W. Turnbull, 2000, table 2.9, and the bounds of the example
+// of their section 3.2.2.
+TEST_F(GroupSeqBounds, OfWangAndTsiatisHaveThePublishedConstants) {
+    struct Row {
+        f64 Delta;
+        int Looks;
+        f64 Constant;
+    };
+    for (const auto& [delta, looks, constant] :
+         {Row{0.1, 9, 2.113}, Row{0.25, 6, 2.154}, Row{0.4, 7, 2.313}, Row{0.25, 4, 2.113}}) {
+        ASSERT_TRUE(Solve(BoundWangTsiatis, delta, EqualSteps(looks), 0.05, TwoSided));
+        EXPECT_NEAR(f64{BoundC1}, constant, 6e-4) << delta << " " << looks;
+    }
+    const f64 printed[] = {2.988, 2.513, 2.271, 2.113};
+    for (i16 k = 1; k <= 4; ++k)
+        EXPECT_NEAR(f64{UppBound(k)}, printed[k - 1], 1.1e-3) << k;
+}
+
+// The same, 0.025 one-sided, Delta 0.3, at unequal steps, as the checks of the R package rpact (G.
+// Wassmer and F. Pahlke) print them.
 TEST_F(GroupSeqBounds, OfWangAndTsiatisAreThosePrintedElsewhere) {
     ASSERT_TRUE(Solve(BoundWangTsiatis, 0.3, {0.2, 0.5, 1}, 0.025, OneSided));
     const f64 printed[] = {2.8688923, 2.3885055, 2.0793148};
     for (i16 k = 1; k <= 3; ++k)
         EXPECT_NEAR(f64{UppBound(k)}, printed[k - 1], 6e-4) << k;
+}
+
+// Levels and powers of designs whose groups come out other than planned: C. Jennison and B. W.
+// Turnbull, 2000, table 3.1. Two groups, variance 4, an effect of 1; planned at equal steps, at
+// two-sided 0.05.
+struct OtherSizes {
+    i16 Type;
+    std::vector<f64> Sizes;
+    f64 Level;
+    f64 Power;
+};
+
+TEST_F(GroupSeqExits, OfOtherSizesThanPlannedAreThePublishedOnes) {
+    const OtherSizes table[] = {{BoundPocock, {21, 42, 63, 84, 105}, 0.050, 0.910},
+                                {BoundPocock, {18, 36, 54, 72, 90}, 0.050, 0.860},
+                                {BoundPocock, {23, 46, 69, 92, 115}, 0.050, 0.934},
+                                {BoundPocock, {30, 50, 55, 86, 105}, 0.046, 0.909},
+                                {BoundPocock, {12, 31, 57, 81, 105}, 0.054, 0.909},
+                                {BoundPocock, {13, 42, 56, 78, 99}, 0.051, 0.892},
+                                {BoundPocock, {26, 40, 63, 96, 110}, 0.049, 0.923},
+                                {BoundOBrienFleming, {18, 36, 54, 72, 90}, 0.050, 0.912},
+                                {BoundOBrienFleming, {16, 32, 48, 64, 80}, 0.050, 0.877},
+                                {BoundOBrienFleming, {20, 40, 60, 80, 100}, 0.050, 0.937},
+                                {BoundOBrienFleming, {26, 39, 50, 76, 90}, 0.049, 0.911},
+                                {BoundOBrienFleming, {10, 27, 55, 66, 90}, 0.051, 0.912},
+                                {BoundOBrienFleming, {11, 38, 59, 65, 83}, 0.049, 0.888},
+                                {BoundOBrienFleming, {27, 40, 57, 73, 96}, 0.051, 0.928},
+                                {BoundWangTsiatis, {18, 36, 54, 72, 90}, 0.050, 0.901},
+                                {BoundWangTsiatis, {16, 32, 48, 64, 80}, 0.050, 0.864},
+                                {BoundWangTsiatis, {20, 40, 60, 80, 100}, 0.050, 0.929},
+                                {BoundWangTsiatis, {26, 39, 50, 76, 90}, 0.049, 0.901},
+                                {BoundWangTsiatis, {10, 27, 55, 66, 90}, 0.052, 0.901},
+                                {BoundWangTsiatis, {11, 38, 59, 65, 83}, 0.048, 0.875},
+                                {BoundWangTsiatis, {27, 40, 57, 73, 96}, 0.050, 0.919}};
+    for (const auto& [type, sizes, level, power] : table) {
+        SCOPED_TRACE(std::to_string(type) + " to " + std::to_string(sizes.back()));
+        ASSERT_TRUE(Solve(type, 0.25, EqualSteps(5), 0.05, TwoSided));
+        std::vector<f64> upp;
+        std::vector<f64> low;
+        std::vector<f64> fractions;
+        for (i16 k = 1; k <= 5; ++k) {
+            upp.push_back(f64{UppBound(k)});
+            low.push_back(-upp.back());
+            fractions.push_back(sizes[static_cast<std::size_t>(k - 1)] / sizes.back());
+        }
+        SetBounds(low, upp, fractions);
+        const auto probability = [](f64 drift) {
+            GsExitProb(Single(drift), 1, false);
+            return f64{ExitUpp(NoOfAnal)} + f64{ExitLow(NoOfAnal)};
+        };
+        EXPECT_NEAR(probability(0), level, 6e-4);
+        EXPECT_NEAR(probability(std::sqrt(sizes.back() / 8)), power, 6e-4);
+    }
+}
+
+// A design of two boundaries of the power family, printed by the checks of the same package: 0.035
+// one-sided, power 0.9, Delta 0.2 above and 0.3 below, at 0.3, 0.8 and 1 (S. Pampallona and A. A.
+// Tsiatis, Journal of Statistical Planning and Inference 42, 1994, 19-35). The boundaries meet at
+// the end, so the lower one and the drift have one constant.
+TEST_F(GroupSeqExits, OfTwoBoundariesAreThosePrintedElsewhere) {
+    const std::vector<f64> fractions{0.3, 0.8, 1};
+    const std::vector<f64> upp{2.6664156, 1.9867225, 1.8580792};
+    const std::vector<f64> low{-0.042079545, 1.4407359, 1.8580792};
+    const auto lowerConstant = [&](std::size_t k) {
+        const f64 root = std::sqrt(fractions[k]);
+        return (upp[2] * root - low[k]) / (std::pow(fractions[k], -0.2) - root);
+    };
+    EXPECT_NEAR(lowerConstant(0), lowerConstant(1), 1e-6);
+    EXPECT_NEAR(upp[0] / upp[2], std::pow(fractions[0], -0.3), 1e-7);
+    EXPECT_NEAR(upp[1] / upp[2], std::pow(fractions[1], -0.3), 1e-7);
+    SetBounds(low, upp, fractions);
+    const auto expectSums = [](f64 drift, const std::vector<f64>& above,
+                               const std::vector<f64>& below) {
+        GsExitProb(Single(drift), 1, false);
+        f64 sumAbove = 0;
+        f64 sumBelow = 0;
+        for (i16 k = 0; k < 3; ++k) {
+            const auto at = static_cast<std::size_t>(k);
+            EXPECT_NEAR(sumAbove += f64{ExitUpp(k)}, above[at], 5e-6) << k;
+            if (!below.empty()) {
+                EXPECT_NEAR(sumBelow += f64{ExitLow(k)}, below[at], 5e-6) << k;
+            }
+        }
+    };
+    expectSums(0, {0.0038332428, 0.024917169, 0.035}, {});
+    expectSums(upp[2] + lowerConstant(1), {0.19834666, 0.83001122, 0.9},
+               {0.031375368, 0.080734151, 0.1});
 }
 
 // K. K. G. Lan and D. L. DeMets, Biometrika 70, 1983, 659-663: five equal looks, 0.025 one-sided,

@@ -714,6 +714,45 @@ TEST_F(GroupSeqDesigns, OfProportionsMayBeOfTheirArcSine) {
     EXPECT_NEAR(Solve(choice, values, Kind::Size1) / (1.007 * 124.095), 1, 0.001);
 }
 
+// How much larger than the fixed test, and the average sizes under H0 and H1, in percent: C.
+// Jennison and B. W. Turnbull, 2000, tables 2.7 (Pocock), 2.8 (O'Brien and Fleming) and 2.10 (S. K.
+// Wang and A. A. Tsiatis), two-sided at 0.05.
+TEST_F(GroupSeqDesigns, AreAsMuchLargerThanTheFixedTestAsPublished) {
+    struct Row {
+        i16 Type;
+        const char* Delta;
+        int Looks;
+        const char* Power;
+        f64 Size;
+        f64 AverageH0; // 0: not printed
+        f64 AverageH1;
+    };
+    const AnalysisChoice choice = MenuChoice(MenuMeans, OneSample, TwoSided, {{Group::H1Mean, 0}});
+    for (const Row& row : {Row{BoundPocock, "", 4, "0.8", 120.2, 117.5, 80.5},
+                           Row{BoundOBrienFleming, "", 5, "0.8", 102.8, 102.1, 0},
+                           Row{BoundWangTsiatis, "0.25", 6, "0.8", 107.7, 0, 0}}) {
+        SCOPED_TRACE(std::to_string(row.Type) + " with " + std::to_string(row.Looks));
+        const Values values{{Kind::SignificanceLevel, "0.05"},
+                            {Kind::Power, row.Power},
+                            {Kind::H0Mean, "0"},
+                            {Kind::H1Mean, "0.02"},
+                            {Kind::Sd, "1"}};
+        NoOfInterim = 0;
+        const f64 fixed = Solve(choice, values, Kind::Size);
+        std::vector<std::string> fractions;
+        for (int k = 1; k < row.Looks; ++k)
+            fractions.push_back(std::to_string(double(k) / row.Looks));
+        Plan(row.Type, row.Delta, fractions);
+        EXPECT_NEAR(100 * Solve(choice, values, Kind::Size) / fixed, row.Size, 0.06);
+        if (row.AverageH0 > 0) {
+            EXPECT_NEAR(100 * GsAverageSize(false) / fixed, row.AverageH0, 0.06);
+        }
+        if (row.AverageH1 > 0) {
+            EXPECT_NEAR(100 * GsAverageSize(true) / fixed, row.AverageH1, 0.06);
+        }
+    }
+}
+
 // --- At any moment ------------------------------------------------------------------------------
 
 TEST_F(GroupSeqDesigns, CancelledAtAnyMomentLeaveNothingHalfDone) {

@@ -11,6 +11,8 @@
 
 #include <cmath>
 #include <cstddef>
+#include <sstream>
+#include <string>
 
 namespace quorvanta::checks {
 namespace {
@@ -79,6 +81,19 @@ TEST_F(Critical, QuantilesAgreeWithPublishedTables) {
           Published{Studentized::Best, 4, 120, 2.08}})
         EXPECT_NEAR(QuantileOf(row.FuncNo, row.Groups, row.Df, 0.05F), row.Value, 0.0065)
             << row.FuncNo << " " << row.Groups << " " << row.Df;
+}
+
+TEST_F(Critical, MaximumModuliAgreeWithAPublishedTable) {
+    int compared = 0;
+    for (const auto& row : ReadTsv("maximum_modulus.tsv")) {
+        std::istringstream values(row[1]);
+        f32 comparisons = 2;
+        for (std::string value; std::getline(values, value, ','); ++comparisons, ++compared)
+            EXPECT_NEAR(QuantileOf(Studentized::MaximumModulus, comparisons, Number(row[0]), 0.05F),
+                        ParseNumber(value), 0.0105)
+                << comparisons << " comparisons, df " << row[0];
+    }
+    EXPECT_GE(compared, 400);
 }
 
 TEST_F(Critical, AdjustedValuesAgreeWithDistributionsOfOtherOrigin) {
