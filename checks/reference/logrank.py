@@ -51,15 +51,19 @@ def row(analysis, samples, tails, left, checks, groups, given, unknown, exact, t
             f'{tolerance:.3g}']
 
 
+def solved(at, bracket):
+    """The root, and how far the error of a power moves it."""
+    exact = optimize.brentq(at, *bracket, xtol=1e-11, rtol=1e-13)
+    step = 1e-4 * max(abs(exact), 1e-2)
+    return exact, NORMAL / abs((at(exact + step) - at(exact - step)) / (2 * step)) + 3e-5
+
+
 def add(analysis, samples, tails, left, checks, groups, values, unknown, power, bracket=None):
     at_power = 1 if 1 in values or unknown == 1 else 318
     if unknown == at_power:
         exact, tolerance = power(values), NORMAL
     else:
-        at = lambda x: power({**values, unknown: x}) - values[at_power]
-        exact = optimize.brentq(at, *bracket, xtol=1e-11, rtol=1e-13)
-        step = 1e-4 * max(abs(exact), 1e-2)
-        tolerance = NORMAL / abs((at(exact + step) - at(exact - step)) / (2 * step)) + 3e-5
+        exact, tolerance = solved(lambda x: power({**values, unknown: x}) - values[at_power], bracket)
     given = {k: v for k, v in values.items() if k != unknown}
     ROWS.append(row(analysis, samples, tails, left, checks, groups, given, unknown, exact,
                     tolerance))
@@ -620,15 +624,31 @@ def published():
                     0.05))
     rows.append(row(SCHOENFELD, 2, 1, True, [4, 33], {}, {0: 0.025, 264: 0.5, 99: 39.02121789, 5: 1}, 1,
                     0.58120457, NORMAL))
-    # The same, printed results of its nSurvival, the method of Lachin and Foulkes (1986) on the scale of
-    # log hazards: patients in all, rounded up to an even number.
+    # Freedman's method: F. H. C. Felix, Calculo do numero de pacientes (protocol of a trial, 2016), prints the
+    # sizes of powerSurvEpi (R package) for one patient to two controls, of whom 14 % and 63 % will
+    # die, with a hazard ratio of 0.05: 14 and 27. The deaths kept are those that round to them.
+    values = {0: 0.05, 1: 0.8, 264: 0.05, 5: 0.5}
+    deaths, tolerance = solved(lambda d: proportional(2, 2, True)({**values, 99: d}) - 0.8, (1, 999))
+    controls = deaths / (0.5 * 0.14 + 0.63)
+    assert (math.ceil(0.5 * controls), math.ceil(controls)) == (14, 27), controls
+    rows.append(row(FREEDMAN, 2, 2, True, [4, 33], {}, values, 99, deaths, tolerance))
+    # Of gsDesign again, printed results of its nSurvival, the method of Lachin and Foulkes (1986): patients in all,
+    # rounded up to an even number. On the scale of log hazards, uniform accrual and exponential,
+    # with and without losses, equal groups and others; and on that of hazards. The sizes kept are
+    # those that round to them.
     groups = {5: 0, 8: 0, 2: 2, 55: 0}
-    for hazard1, hazard2, loss, accrual, study, patients in [(0.2, 0.1, 0.1, 0.5, 2, 430),
-                                                             (math.log(2) / 8, 0.7 * math.log(2) / 8, 0.001,
-                                                              12, 28, 422)]:
-        values = {0: 0.025, 1: 0.9, 9: hazard1, 73: hazard2, 332: 1, 13: loss, 45: loss, 33: 0, 10: accrual,
-                  11: study, 5: 1}
-        rows.append(row(GEORGE, 2, 1, True, [], groups, values, 4, patients / 2 - 0.5, 0.5))
+    months = math.log(2) / 8, 0.7 * math.log(2) / 8
+    for analysis, hazards, loss, accrual, study, gamma, ratio, patients in [
+            (GEORGE, (0.2, 0.1), 0.1, 0.5, 2, 0, 1, 430), (GEORGE, (0.2, 0.1), 0.1, 0.5, 2, 1, 1, 426),
+            (GEORGE, (0.2, 0.1), 0, 0.5, 2, 1, 1.25, 400), (GEORGE, (0.2, 0.1), 0, 0.5, 2, 1, 0.8, 396),
+            (GEORGE, (0.2, 0.1), 6.9, 0.5, 2, 0, 1, 4308), (GEORGE, months, 0.001, 12, 28, 0, 1, 422),
+            (LACHIN, (0.2, 0.1), 0, 0.5, 2, 0, 1, 414)]:
+        values = {0: 0.025, 1: 0.9, 9: hazards[0], 73: hazards[1], 13: loss, 45: loss, 33: gamma,
+                  10: accrual, 11: study, 5: ratio, **({332: 1} if analysis == GEORGE else {64: 0})}
+        power = two_samples(analysis, 1, True)
+        size, tolerance = solved(lambda n: power({**values, 4: n}) - 0.9, (2, 1e5))
+        assert 2 * math.ceil(size * (1 + ratio) / 2) == patients, (size, patients)
+        rows.append(row(analysis, 2, 1, True, [], groups, values, 4, size, tolerance))
     write('logrank_published', 'Printed figures; the program has their sources.', rows)
 
 

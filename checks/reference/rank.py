@@ -115,6 +115,11 @@ for p, level, power, ratio in [(0.7, 0.05, 0.9, 1), (0.6, 0.025, 0.8, 1), (0.65,
     c = 1 / (1 + ratio)
     published(MW, False, {2: 2}, {0: level, 1: power, 152: p, 5: ratio}, 4,
               c * noether(level, power) / (12 * c * (1 - c) * (p - 0.5) ** 2))
+# Two-sided at 0.05, power 0.9, p = 0.3: the R package statpsych (D. G. Bonett) prints 44 in each group for its
+# size.test.mann.
+size = noether(0.025, 0.9) / (6 * 0.2 ** 2)
+assert math.ceil(size) == 44
+ROWS.append(row(MW, 2, 2, True, (), {2: 2}, {0: 0.05, 1: 0.9, 152: 0.3, 5: 1}, 4, size, 0.6))
 # The same: N = (z_alpha + z_beta)^2/(3 (p - 1/2)^2), p = P(X + X' > 0).
 for p, level, power in [(0.7, 0.05, 0.9), (0.6, 0.025, 0.8)]:
     published(SIGNED, False, {}, {0: level, 1: power, 153: p, 154: p}, 85,
