@@ -208,7 +208,8 @@ TEST_F(GroupSeqBounds, OfWangAndTsiatisHaveThePublishedConstants) {
         f64 Constant;
     };
     for (const auto& [delta, looks, constant] :
-         {Row{0.1, 9, 2.113}, Row{0.25, 6, 2.154}, Row{0.4, 7, 2.313}, Row{0.25, 4, 2.113}}) {
+         {Row{0.1, 9, 2.113}, Row{0.25, 6, 2.154}, Row{0.4, 7, 2.313}, Row{0.25, 5, 2.136},
+          Row{0.25, 4, 2.113}}) {
         ASSERT_TRUE(Solve(BoundWangTsiatis, delta, EqualSteps(looks), 0.05, TwoSided));
         EXPECT_NEAR(f64{BoundC1}, constant, 6e-4) << delta << " " << looks;
     }
@@ -311,6 +312,30 @@ TEST_F(GroupSeqExits, OfTwoBoundariesAreThosePrintedElsewhere) {
     expectSums(0, {0.0038332428, 0.024917169, 0.035}, {});
     expectSums(upp[2] + lowerConstant(1), {0.19834666, 0.83001122, 0.9},
                {0.031375368, 0.080734151, 0.1});
+}
+
+// S. Pampallona and A. A. Tsiatis, Journal of Statistical Planning and Inference 42, 1994, 19-35:
+// the constants of both boundaries in the three decimals of C. Jennison and B. W. Turnbull, Group
+// Sequential Methods with Applications to Clinical Trials, 2000, tables 4.1 and 4.2, one-sided at
+// 0.05.
+TEST_F(GroupSeqBounds, OfThePowerFamilyHaveThePublishedConstants) {
+    struct Row {
+        f64 Delta;
+        int Looks;
+        f64 Beta;
+        f64 Upper;
+        f64 Lower;
+    };
+    for (const auto& [delta, looks, beta, upper, lower] :
+         {Row{0.25, 4, 0.2, 1.741, 1.093}, Row{-0.5, 5, 0.1, 1.648, 1.320}}) {
+        SCOPED_TRACE(delta);
+        ParValue(PowerParNo) = 1 - beta;
+        DesignTheta = 2;
+        SdValue = 1;
+        ASSERT_TRUE(Solve(BoundPowerFamily, delta, EqualSteps(looks), 0.05, OneSided));
+        EXPECT_NEAR(f64{BoundC1}, upper, 6e-4);
+        EXPECT_NEAR(f64{BoundC2}, lower, 6e-4);
+    }
 }
 
 // K. K. G. Lan and D. L. DeMets, Biometrika 70, 1983, 659-663: five equal looks, 0.025 one-sided,

@@ -715,23 +715,32 @@ TEST_F(GroupSeqDesigns, OfProportionsMayBeOfTheirArcSine) {
 }
 
 // How much larger than the fixed test, and the average sizes under H0 and H1, in percent: C.
-// Jennison and B. W. Turnbull, 2000, tables 2.7 (Pocock), 2.8 (O'Brien and Fleming) and 2.10 (S. K.
-// Wang and A. A. Tsiatis), two-sided at 0.05.
+// Jennison and B. W. Turnbull, 2000, tables 2.2 and 2.7 (Pocock), 2.4 and 2.8 (O'Brien and
+// Fleming), 2.10 (S. K. Wang and A. A. Tsiatis), 4.1 and 4.2 (S. Pampallona and A. A. Tsiatis) and
+// 7.1 (levels spent with the square of the information), at 0.05.
 TEST_F(GroupSeqDesigns, AreAsMuchLargerThanTheFixedTestAsPublished) {
     struct Row {
         i16 Type;
-        const char* Delta;
+        const char* Parameter;
         int Looks;
+        i16 Tails;
         const char* Power;
         f64 Size;
         f64 AverageH0; // 0: not printed
         f64 AverageH1;
     };
-    const AnalysisChoice choice = MenuChoice(MenuMeans, OneSample, TwoSided, {{Group::H1Mean, 0}});
-    for (const Row& row : {Row{BoundPocock, "", 4, "0.8", 120.2, 117.5, 80.5},
-                           Row{BoundOBrienFleming, "", 5, "0.8", 102.8, 102.1, 0},
-                           Row{BoundWangTsiatis, "0.25", 6, "0.8", 107.7, 0, 0}}) {
+    for (const Row& row : {Row{BoundPocock, "", 4, TwoSided, "0.8", 120.2, 117.5, 80.5},
+                           Row{BoundPocock, "", 5, TwoSided, "0.9", 120.7, 0, 0},
+                           Row{BoundOBrienFleming, "", 5, TwoSided, "0.8", 102.8, 102.1, 0},
+                           Row{BoundOBrienFleming, "", 5, TwoSided, "0.9", 102.6, 0, 0},
+                           Row{BoundWangTsiatis, "0.25", 6, TwoSided, "0.8", 107.7, 0, 0},
+                           Row{BoundWangTsiatis, "0.25", 5, TwoSided, "0.9", 106.6, 0, 0},
+                           Row{BoundRhoFamily, "2", 5, TwoSided, "0.9", 105.8, 0, 0},
+                           Row{BoundPowerFamily, "0.25", 4, OneSided, "0.8", 129.9, 0, 0},
+                           Row{BoundPowerFamily, "-0.5", 5, OneSided, "0.9", 102.9, 0, 0}}) {
         SCOPED_TRACE(std::to_string(row.Type) + " with " + std::to_string(row.Looks));
+        const AnalysisChoice choice =
+            MenuChoice(MenuMeans, OneSample, row.Tails, {{Group::H1Mean, 0}});
         const Values values{{Kind::SignificanceLevel, "0.05"},
                             {Kind::Power, row.Power},
                             {Kind::H0Mean, "0"},
@@ -742,7 +751,7 @@ TEST_F(GroupSeqDesigns, AreAsMuchLargerThanTheFixedTestAsPublished) {
         std::vector<std::string> fractions;
         for (int k = 1; k < row.Looks; ++k)
             fractions.push_back(std::to_string(double(k) / row.Looks));
-        Plan(row.Type, row.Delta, fractions);
+        Plan(row.Type, row.Parameter, fractions);
         EXPECT_NEAR(100 * Solve(choice, values, Kind::Size) / fixed, row.Size, 0.06);
         if (row.AverageH0 > 0) {
             EXPECT_NEAR(100 * GsAverageSize(false) / fixed, row.AverageH0, 0.06);
