@@ -23,6 +23,7 @@
 #include <QFile>
 #include <QMenu>
 #include <QTest>
+#include <QTimeZone>
 
 #include <functional>
 
@@ -177,7 +178,7 @@ void TakeFiles(Walk& walk) {
     const QString path = QDir::home().filePath("Blood pressure.dim");
     WriteAnalysisFile(FromQt(path));
     QFile file(path);
-    const QDateTime fixed(QDate(2024, 3, 1), QTime(9, 30), Qt::UTC);
+    const QDateTime fixed(QDate(2024, 3, 1), QTime(9, 30), QTimeZone::utc());
     if (!file.open(QFile::ReadWrite) || !file.setFileTime(fixed, QFileDevice::FileModificationTime))
         qFatal("Can't date %s", qPrintable(path));
     file.close();
