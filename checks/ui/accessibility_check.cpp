@@ -58,6 +58,8 @@ std::set<QAccessible::Role> RolesOf(const QWidget& widget) {
         return {QAccessible::Client};
     if (qobject_cast<const QMdiSubWindow*>(&widget) != nullptr)
         return {QAccessible::Window};
+    if (widget.objectName() == "PicTable")
+        return {QAccessible::Table};
     if (widget.objectName().startsWith("pic", Qt::CaseInsensitive))
         return {QAccessible::Graphic, QAccessible::Chart};
     return {};

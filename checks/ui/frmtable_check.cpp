@@ -5,6 +5,7 @@
 #include "ui/qttext.h"
 #include "ui/run_fixture.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
@@ -33,6 +34,19 @@ class TableWindowCheck : public RunCheck {
     QWidget& Room() { return *Picture().parentWidget(); } // where the picture is seen
     QWidget& Frame() { return *Child().parentWidget(); }
     PaintRecord Drawn() { return RecordPaint(Picture()); }
+
+    // What a screen reader is told of the table.
+    QAccessibleInterface& Heard() { return *QAccessible::queryAccessibleInterface(&Picture()); }
+    QVector<QStringList> HeardCells() {
+        QVector<QStringList> cells;
+        const QAccessibleTableInterface& table = *Heard().tableInterface();
+        for (int row = 0; row < table.rowCount(); ++row) {
+            cells << QStringList();
+            for (int column = 0; column < table.columnCount(); ++column)
+                cells.last() << table.cellAt(row, column)->text(QAccessible::Name);
+        }
+        return cells;
+    }
 
     void ExpectScrolled(int x, int y) {
         EXPECT_EQ(HBar().value(), x);
@@ -154,6 +168,56 @@ TEST_F(TableWindowCheck, CanBeReadToAListener) {
     EXPECT_EQ(lines[4].simplified(), "H1: Mean 2 - Mean 1 0.8 1 1.2");
     EXPECT_EQ(lines[6].simplified(), "0.4 86 133 191");
     EXPECT_EQ(lines[10].simplified(), "1.2 11 16 23");
+}
+
+// The sizes of ShowsTheSizesOfTheTTest, cell by cell.
+TEST_F(TableWindowCheck, IsWalkedThroughByItsCells) {
+    const QVector<QStringList> expected{
+        {"H1: Mean 2 - Mean 1", "Standard Deviation 0.8", "Standard Deviation 1",
+         "Standard Deviation 1.2"},
+        {"0.4", "86", "133", "191"},
+        {"0.6", "39", "60", "86"},
+        {"0.8", "23", "34", "49"},
+        {"1.0", "15", "23", "32"},
+        {"1.2", "11", "16", "23"},
+    };
+    EXPECT_EQ(HeardCells(), expected);
+    EditText("txtColumns", "2"); // as one table still
+    EXPECT_EQ(HeardCells(), expected);
+    QAccessibleInterface& cell = *Heard().tableInterface()->cellAt(5, 3);
+    EXPECT_EQ(cell.role(), QAccessible::Cell);
+    EXPECT_EQ(cell.parent(), &Heard());
+    EXPECT_EQ(Heard().indexOfChild(&cell), 23);
+    EXPECT_EQ(Heard().child(23), &cell);
+    EXPECT_EQ(Heard().indexOfChild(&Heard()), -1);
+    const auto& place = *cell.tableCellInterface();
+    EXPECT_EQ(place.rowHeaderCells().value(0)->text(QAccessible::Name), "1.2");
+    EXPECT_EQ(place.rowHeaderCells().value(0)->role(), QAccessible::RowHeader);
+    EXPECT_EQ(place.columnHeaderCells().value(0)->text(QAccessible::Name),
+              "Standard Deviation 1.2");
+    EXPECT_EQ(place.columnHeaderCells().value(0)->role(), QAccessible::ColumnHeader);
+    for (const auto& [row, column] : {std::pair{-1, 0}, {0, -1}, {6, 0}, {0, 4}})
+        EXPECT_EQ(Heard().tableInterface()->cellAt(row, column), nullptr) << row << ' ' << column;
+    EXPECT_EQ(Heard().child(24), nullptr);
+    EXPECT_EQ(Heard().child(-1), nullptr);
+
+    TypeIntoBox("txtXmaxValue", "0.8");
+    TypeIntoBox("txtZValue", "1");
+    PressOk();
+    EXPECT_EQ(HeardCells(), (QVector<QStringList>{
+                                {"H1: Mean 2 - Mean 1", "Standard Deviation 1"},
+                                {"0.4", "133"},
+                                {"0.6", "60"},
+                                {"0.8", "34"},
+                            }));
+    EXPECT_FALSE(cell.isValid()) << "the table has shrunk";
+    EXPECT_TRUE(cell.text(QAccessible::Name).isEmpty());
+}
+
+TEST_F(TableWindowCheck, HasNoCellsUntilThereIsATable) {
+    Trigger(NewTable);
+    EXPECT_TRUE(HeardCells().isEmpty());
+    EXPECT_EQ(Heard().child(0), nullptr);
 }
 
 TEST_F(TableWindowCheck, IsCopiedAsTextByTheKeys) {
