@@ -83,8 +83,9 @@ QString FirstOf(std::initializer_list<QString> complaints) {
 
 // --- Controls ---------------------------------------------------------------------------------
 
+// The name by value: it is no part of what is returned.
 template <class Object>
-const Object& Part(const QWidget& window, const QString& name) {
+const Object& Part(const QWidget& window, QString name) {
     const auto* found = window.findChild<const Object*>(name);
     if (found == nullptr)
         throw std::logic_error("no control " + name.toStdString());
