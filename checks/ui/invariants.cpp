@@ -83,17 +83,17 @@ QString FirstOf(std::initializer_list<QString> complaints) {
 
 // --- Controls ---------------------------------------------------------------------------------
 
-// The name by value: it is no part of what is returned.
+// A control that is there: never none.
 template <class Object>
-const Object& Part(const QWidget& window, QString name) {
+const Object* Part(const QWidget& window, const QString& name) {
     const auto* found = window.findChild<const Object*>(name);
     if (found == nullptr)
         throw std::logic_error("no control " + name.toStdString());
-    return *found;
+    return found;
 }
 
 const QMdiArea& AreaOf(const frmMain& window) {
-    return Part<QMdiArea>(window, "mdiArea");
+    return *Part<QMdiArea>(window, "mdiArea");
 }
 
 std::vector<const ChildWindow*> ChildrenOf(const frmMain& window) {
@@ -123,7 +123,7 @@ bool HasList() {
 
 int IndexOfChecked(const QWidget& window, const QString& options, int count) {
     for (int i = 0; i < count; ++i) {
-        if (Part<QRadioButton>(window, ControlName(options, i)).isChecked())
+        if (Part<QRadioButton>(window, ControlName(options, i))->isChecked())
             return i;
     }
     return -1;
@@ -169,10 +169,11 @@ QString NothingIsLeftDisabled(const frmMain& window) {
     return FirstOf({
         Is("the menu bar's being enabled", window.menuBar()->isEnabled(), true),
         Is("the area's being enabled", AreaOf(window).isEnabled(), true),
-        Is("the axes' being enabled", Part<QComboBox>(parameters, "cbYXZPar(0)").isEnabled(), true),
-        Is("the button of frmShowPar", Part<QPushButton>(parameters, "cmdOK").text(), "OK"),
-        Is("the bar's being hidden", Part<QWidget>(parameters, "pgrProgress").isHidden(), true),
-        Is("frmProgress' being shown", Part<QWidget>(window, "frmProgress").isVisible(), false),
+        Is("the axes' being enabled", Part<QComboBox>(parameters, "cbYXZPar(0)")->isEnabled(),
+           true),
+        Is("the button of frmShowPar", Part<QPushButton>(parameters, "cmdOK")->text(), "OK"),
+        Is("the bar's being hidden", Part<QWidget>(parameters, "pgrProgress")->isHidden(), true),
+        Is("frmProgress' being shown", Part<QWidget>(window, "frmProgress")->isVisible(), false),
     });
 }
 
@@ -291,7 +292,7 @@ ShownList StoredList(const AnalysisRecord& record) {
 }
 
 QString ShowsList(const QWidget& child, const ShownList& list) {
-    const auto& head = Part<QLabel>(child, "lblHead1");
+    const auto& head = *Part<QLabel>(child, "lblHead1");
     // That of a window behind may have a note of its result.
     const QString headline = ToQt(list.Headline);
     if (!list.Labels.empty() && !list.Headline.empty()) {
@@ -304,8 +305,8 @@ QString ShowsList(const QWidget& child, const ShownList& list) {
         return "a headline without an analysis: " + Quoted(head.text());
     }
     for (int i = 0; i <= MaxPar; ++i) {
-        const auto& label = Part<QPushButton>(child, ControlName("cmdParLabel", i));
-        const auto& box = Part<ValueBox>(child, ControlName("txtParValue", i));
+        const auto& label = *Part<QPushButton>(child, ControlName("cmdParLabel", i));
+        const auto& box = *Part<ValueBox>(child, ControlName("txtParValue", i));
         const bool shown = i < static_cast<int>(list.Texts.size());
         QString complaint =
             FirstOf({Is(label.objectName() + "'s being hidden", label.isHidden(), !shown),
@@ -344,8 +345,8 @@ QString TheUnknownIsMarked(const frmMain& window) {
     const bool hasResult = Calculated == True && HasValue(ParText(ParKind(UnknownParNo)));
     for (i16 i = 0; i <= NoOfPar; ++i) {
         const bool unknown = i == UnknownParNo;
-        const auto& label = Part<QPushButton>(*child, ControlName("cmdParLabel", i));
-        const auto& box = Part<ValueBox>(*child, ControlName("txtParValue", i));
+        const auto& label = *Part<QPushButton>(*child, ControlName("cmdParLabel", i));
+        const auto& box = *Part<ValueBox>(*child, ControlName("txtParValue", i));
         const QString complaint = FirstOf(
             {Is(label.objectName() + "'s being bold", label.font().bold(), unknown),
              Is(box.objectName() + "'s being bold", box.font().bold(), unknown && hasResult),
@@ -365,17 +366,17 @@ QString TablesAndGraphsShowTheirResults(const frmMain& window) {
             continue;
         const bool isTable = child->WindowKind() == TableWindow;
         const Presentation result = PresentationOf(child->AnalysisTag());
-        const auto& picture = Part<QWidget>(*child, isTable ? "PicTable" : "PicGraph");
+        const auto& picture = *Part<QWidget>(*child, isTable ? "PicTable" : "PicGraph");
         const auto& frame = isTable ? *picture.parentWidget()->parentWidget() : picture;
         const QString button = isTable ? "cmdEditTable" : "cmdEditGraph";
         QString complaint =
             FirstOf({Is("the picture's being hidden", frame.isHidden(), !result.HasResult()),
-                     Is("the hint's being hidden", Part<QLabel>(*child, "lblHint").isHidden(),
+                     Is("the hint's being hidden", Part<QLabel>(*child, "lblHint")->isHidden(),
                         result.HasResult()),
-                     Is(button + "'s being hidden", Part<QPushButton>(*child, button).isHidden(),
+                     Is(button + "'s being hidden", Part<QPushButton>(*child, button)->isHidden(),
                         !result.HasResult()),
                      Is("the mark of a stale result's being hidden",
-                        Part<QLabel>(*child, "lblStale").isHidden(),
+                        Part<QLabel>(*child, "lblStale")->isHidden(),
                         !result.HasResult() || !IsStale(child->AnalysisTag()))});
         if (complaint.isEmpty() && isTable && result.HasResult()) {
             QStringList lines;
@@ -393,7 +394,7 @@ QString TablesAndGraphsShowTheirResults(const frmMain& window) {
 QString TheHintOfAnEmptyTableFits(const frmMain& window) {
     if (!IsTableOrGraph())
         return {};
-    const auto& hint = Part<QLabel>(*window.CurrentChild(), "lblHint");
+    const auto& hint = *Part<QLabel>(*window.CurrentChild(), "lblHint");
     if (hint.isHidden())
         return {};
     const QString wanted = !IsAnalysisChosen() ? "Choose a test or a distribution from the menus."
@@ -432,7 +433,7 @@ QString TheParameterWindowShowsTheState(const frmMain& window) {
     if (parameters.isHidden())
         return {};
     for (i16 k = YRole; k < NoOfRoles; ++k) {
-        const auto& list = Part<QComboBox>(parameters, ControlName("cbYXZPar", k));
+        const auto& list = *Part<QComboBox>(parameters, ControlName("cbYXZPar", k));
         const bool hasRole = k != ZRole || HasZPar();
         QString complaint =
             FirstOf({Is(list.objectName() + "'s being enabled", list.isEnabled(), hasRole),
@@ -449,13 +450,13 @@ QString TheParameterWindowShowsTheState(const frmMain& window) {
                                                      {"txtZValue", AxisText::ZValues}};
     for (const auto& [name, which] : axes) {
         const QString complaint =
-            Is(name, Part<ValueBox>(parameters, name).text(), ToQt(AxisTextOf(which)));
+            Is(name, Part<ValueBox>(parameters, name)->text(), ToQt(AxisTextOf(which)));
         if (!complaint.isEmpty())
             return complaint;
     }
     for (i16 i = 0; i <= MaxPar - NoOfRoles; ++i) {
-        const auto& box = Part<ValueBox>(parameters, ControlName("txtParValue", i));
-        const auto& label = Part<QLabel>(parameters, ControlName("lblParLabel", i));
+        const auto& box = *Part<ValueBox>(parameters, ControlName("txtParValue", i));
+        const auto& label = *Part<QLabel>(parameters, ControlName("lblParLabel", i));
         const i16 parNo = FixedPar(i);
         QString complaint =
             FirstOf({Is(box.objectName() + "'s being hidden", box.isHidden(), parNo < 0),
@@ -481,7 +482,7 @@ QString TheSimulationShowsItsEstimates(const frmMain& window) {
     if (!complaint.isEmpty() || child == nullptr || CurrentWindowKind() != SimulationWindow)
         return complaint;
     const auto label = [child](const char* name, int row) {
-        return Part<QLabel>(*child, ControlName(name, row)).text();
+        return Part<QLabel>(*child, ControlName(name, row))->text();
     };
     for (int row = 0; row <= 6 && complaint.isEmpty(); ++row)
         complaint =
@@ -492,7 +493,7 @@ QString TheSimulationShowsItsEstimates(const frmMain& window) {
     const bool hasEstimates = !PowerEstimateText(0).empty();
     return FirstOf(
         {complaint, Is("its result", OutputReady == True, hasEstimates && HasList()),
-         Is("the exit's being enabled", Part<QPushButton>(*child, "cmdExit").isEnabled(), false)});
+         Is("the exit's being enabled", Part<QPushButton>(*child, "cmdExit")->isEnabled(), false)});
 }
 
 // --- Menus, options, summary ------------------------------------------------------------------
@@ -522,8 +523,8 @@ QString MenusAreEnabledAsTheStateSays(const frmMain& window) {
 }
 
 QString TheWindowMenuOffersWhatCanBeDone(const frmMain& window) {
-    const auto& back = Part<QAction>(window, "mnuStepBack");
-    const auto& options = Part<QAction>(window, "mnuReopenOptions");
+    const auto& back = *Part<QAction>(window, "mnuStepBack");
+    const auto& options = *Part<QAction>(window, "mnuReopenOptions");
     return FirstOf({Is("the undo entry", back.text(), "&" + ToQt(StepBackName())),
                     Is("its being enabled", back.isEnabled(), CanStepBack()),
                     Is("the options' being enabled", options.isEnabled(), CanReopenOptions()),
@@ -533,7 +534,7 @@ QString TheWindowMenuOffersWhatCanBeDone(const frmMain& window) {
 }
 
 QString TheStatusBarSaysWhatToDo(const frmMain& window) {
-    const QString text = Part<QLabel>(window, "lblStatus").text();
+    const QString text = Part<QLabel>(window, "lblStatus")->text();
     if (const std::string note = CurrentReadingNote(); !note.empty())
         return Is("the status bar", text, ToQt(note));
     const QString begin = AnalysisNo == 0    ? "Choose a test or a distribution from the menus to "
@@ -551,15 +552,15 @@ QString TheOptionWindowShowsTheOptions(const frmMain& window) {
     QString complaint =
         FirstOf({Is("the tails", IndexOfChecked(options, "optTails", 3), NoOfTails - 1),
                  Is("the samples", IndexOfChecked(options, "optSamples", 3), NoOfSamples - 1),
-                 Is("the left tail", Part<QCheckBox>(options, "chkLeftTail").isChecked(),
+                 Is("the left tail", Part<QCheckBox>(options, "chkLeftTail")->isChecked(),
                     LeftTail != False)});
     if (complaint.isEmpty() && IsTest == False)
         complaint =
             FirstOf({Is("the procedure", IndexOfChecked(options, "optProcedure", 3), ProcedureNo),
-                     Is("the parameter", Part<QListWidget>(options, "lstParList").currentRow(),
+                     Is("the parameter", Part<QListWidget>(options, "lstParList")->currentRow(),
                         ParListNo)});
     for (i16 i = 0; i < 5 && complaint.isEmpty(); ++i) {
-        const auto& box = Part<QCheckBox>(options, ControlName("chkCheck", i));
+        const auto& box = *Part<QCheckBox>(options, ControlName("chkCheck", i));
         complaint = Is(box.objectName() + "'s being hidden", box.isHidden(), i >= NoOfCheck);
         if (i < NoOfCheck && complaint.isEmpty())
             complaint = FirstOf(
@@ -579,20 +580,20 @@ QString TheSummaryIsOfTheResult(const frmMain& window) {
     const QWidget& summary = *window.Floating(FloatingWindow::Summary);
     if (!summary.isVisible() || !GetInfoEnabled(3))
         return {};
-    return Is("the summary", Part<QTextEdit>(summary, "txtSummary").toPlainText(),
+    return Is("the summary", Part<QTextEdit>(summary, "txtSummary")->toPlainText(),
               ToQt(StatementText()));
 }
 
 QString TheGridsAreThoseOfTheAnalysis(const frmMain& window) {
     const QWidget& grids = *window.Floating(FloatingWindow::Grid);
     const bool areThere = AnalysisNo > 0 && HasGridData == True;
-    const QString enabled =
-        Is("the grids' being enabled", Part<QAction>(window, "mnuShowGrids").isEnabled(), areThere);
+    const QString enabled = Is("the grids' being enabled",
+                               Part<QAction>(window, "mnuShowGrids")->isEnabled(), areThere);
     if (!enabled.isEmpty() || !grids.isVisible())
         return enabled;
     if (!areThere)
         return "grids are shown that no value derives from";
-    const auto& tabs = Part<QTabWidget>(grids, "tabGrids");
+    const auto& tabs = *Part<QTabWidget>(grids, "tabGrids");
     const std::vector<FilledGrid> filled = FilledGrids();
     if (tabs.count() != static_cast<int>(filled.size()))
         return Is("the number of grids", tabs.count(), static_cast<int>(filled.size()));
@@ -617,7 +618,7 @@ QString TheStopsAreThoseOfTheDesign(const frmMain& window) {
     if (!stops.isVisible())
         return {};
     const std::vector<DesignRow> rows = DesignRows();
-    return Is("the power at the first analysis", Part<QLabel>(stops, "lblPowerEstimate(0)").text(),
+    return Is("the power at the first analysis", Part<QLabel>(stops, "lblPowerEstimate(0)")->text(),
               rows.empty() ? QString() : ToQt(rows.front().Power));
 }
 
@@ -720,16 +721,16 @@ QString BrokenShiftModel(const QWidget& dialog) {
     QString complaint =
         FirstOf({Is("the chosen distribution", IndexOfChecked(dialog, "OptDistribution", 10),
                     int{ShiftButton()}),
-                 Is("the heading", Part<QLabel>(dialog, "lblH1").text(), ToQt(ShiftHeading())),
+                 Is("the heading", Part<QLabel>(dialog, "lblH1")->text(), ToQt(ShiftHeading())),
                  Is("the number of curves",
-                    static_cast<int>(Part<DistrPicture>(dialog, "picDistr").Curves().size()),
+                    static_cast<int>(Part<DistrPicture>(dialog, "picDistr")->Curves().size()),
                     static_cast<int>(ShiftCurves().size()))});
     for (i16 i = 0; i < ShiftFields && complaint.isEmpty(); ++i) {
-        const auto& box = Part<ValueBox>(dialog, ControlName("txtDistrPar", i));
+        const auto& box = *Part<ValueBox>(dialog, ControlName("txtDistrPar", i));
         const QString caption = ToQt(ShiftFieldCaption(i));
         complaint =
             FirstOf({Is("a field's caption",
-                        Part<QLabel>(dialog, ControlName("lblDistrPar", i)).text(), caption),
+                        Part<QLabel>(dialog, ControlName("lblDistrPar", i))->text(), caption),
                      Is("a field's being shown", box.isVisible(), !caption.isEmpty()),
                      Is("a field", box.text(), ToQt(ShiftParText(i)))});
     }
