@@ -826,6 +826,31 @@ TEST_F(Files, AnyNumberButNoughtIsATrueFlag) {
     EXPECT_EQ(LeftTail, True);
 }
 
+// The numbers of a test that its file called a design were once read without a look at them.
+TEST_F(Files, ATestIsOfTheKindThatItsNumberSays) {
+    constexpr i16 mcNemar = 70;
+    OpenInWindow(CalculationWindow, mcNemar);
+    AnalysisRecord record = RecordIn(SaveTo("a.dim"));
+    record.IsGroupSeq = True;
+    record.IsMultComp = True;
+    Open(WriteRecord(record));
+    EXPECT_EQ(TestName, "McNemar test");
+    EXPECT_EQ(IsGroupSeq, False);
+    EXPECT_EQ(IsMultComp, False);
+
+    for (const i16 menu : {i16{600}, i16{620}, i16{630}, i16{700}, i16{732}}) {
+        SCOPED_TRACE(menu);
+        OpenInWindow(CalculationWindow, menu);
+        AnalysisRecord other = RecordIn(SaveTo("b.dim"));
+        EXPECT_EQ(other.IsGroupSeq, ToFlag(menu < 700));
+        EXPECT_EQ(other.IsMultComp, ToFlag(menu >= 700));
+        other.IsGroupSeq = other.IsMultComp = False;
+        Open(WriteRecord(other));
+        EXPECT_EQ(IsGroupSeq, ToFlag(menu < 700));
+        EXPECT_EQ(IsMultComp, ToFlag(menu >= 700));
+    }
+}
+
 // --- Files that can't be used -----------------------------------------------------------------
 
 class BadFiles : public Files {

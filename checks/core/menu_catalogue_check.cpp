@@ -179,6 +179,24 @@ TEST_F(MenuCatalogue, IrregularHandlers) {
     EXPECT_EQ((entries[{"mnuTest", 110}].Action), MenuAction::Submenu);
 }
 
+TEST_F(MenuCatalogue, TheNumberOfATestSaysItsKind) {
+    int designs = 0;
+    int comparisons = 0;
+    for (const auto& [depth, item] : TestEntries()) {
+        IsGroupSeq = IsMultComp = False;
+        const i16 testNo = MenuToTestNo(item.MenuNo);
+        EXPECT_EQ(IsDesignTest(testNo), IsGroupSeq == True) << item.MenuNo;
+        EXPECT_EQ(IsMultipleComparison(testNo), IsMultComp == True) << item.MenuNo;
+        designs += IsGroupSeq == True;
+        comparisons += IsMultComp == True;
+    }
+    EXPECT_EQ(designs, 3);
+    EXPECT_EQ(comparisons, 11);
+    EXPECT_TRUE(IsDesignTest(StudentDesign)) << "an option of the design of means";
+    EXPECT_FALSE(IsMultipleComparison(134));
+    EXPECT_FALSE(IsMultipleComparison(146));
+}
+
 TEST_F(MenuCatalogue, TwoSeparatorsAreMapped) {
     EXPECT_EQ(MenuToTestNo(60), 19);
     EXPECT_EQ(MenuToTestNo(220), 60);

@@ -128,11 +128,13 @@ std::string Lacking(const AnalysisRecord& record) {
     return "";
 }
 
-// Any number but 0 is true.
+// Any number but 0 is true. What kind of test it is follows from its number.
 void NormaliseFlags(AnalysisRecord& record) {
-    for (i16* flag : {&record.IsTest, &record.LeftTail, &record.HasGridData, &record.IsGroupSeq,
-                      &record.IsMultComp, &record.HasDistrGraph})
+    for (i16* flag : {&record.IsTest, &record.LeftTail, &record.HasGridData, &record.HasDistrGraph})
         *flag = ToFlag(*flag != 0);
+    const bool isTest = record.IsTest == True;
+    record.IsGroupSeq = ToFlag(isTest && IsDesignTest(record.TestNo));
+    record.IsMultComp = ToFlag(isTest && IsMultipleComparison(record.TestNo));
 }
 
 // The record of a file, or why there is none to open.

@@ -155,6 +155,9 @@ bool HasSimWindow(i16 menuNo);
 // Is the test a group sequential design?
 bool IsDesignTest(i16 testNo);
 
+// Is it a multiple comparison?
+bool IsMultipleComparison(i16 testNo);
+
 // Sets SimDistrNo where TestNo fixes the distribution of the survival times; any other test leaves
 // it alone.
 void SetSimDistr();

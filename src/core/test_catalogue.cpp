@@ -147,6 +147,11 @@ bool IsDesignTest(i16 testNo) {
     return testNo >= designs.First && testNo <= designs.Last;
 }
 
+bool IsMultipleComparison(i16 testNo) {
+    constexpr Numbers comparisons{135, 145};
+    return testNo >= comparisons.First && testNo <= comparisons.Last;
+}
+
 bool HasSimWindow(i16 menuNo) {
     return !IsIn(NoSimulationMenus, menuNo);
 }
