@@ -15,7 +15,7 @@ constexpr f64 guard = 1e-10;
 
 // One element after the other by the same functions has the same bits, whatever the vector unit.
 TEST(VariateBlocks, HaveTheBitsOfOneElementAfterTheOther) {
-    for (const std::size_t n : {1, 3, 7, 8, 20, 40, 127, 128, 129, 300}) {
+    for (const std::size_t n : {0, 1, 3, 7, 8, 9, 15, 16, 17, 20, 40, 127, 128, 129, 300}) {
         std::vector<f64> normals(n);
         std::vector<f64> times(n);
         Rnd(-3.0);

@@ -45,37 +45,55 @@ void DrawUniformPairs(std::span<f64> firsts, std::span<f64> seconds) {
 
 namespace {
 
-constexpr std::size_t BlockSize = 128;
-
-// A block of pairs, as they are drawn.
+// As many pairs as the widest unit takes, as they are drawn.
 struct Pairs {
-    std::array<i32, BlockSize> U;
-    std::array<i32, BlockSize> V;
+    static constexpr std::size_t Size = 8;
+    std::array<i32, Size> U{};
+    std::array<i32, Size> V{};
+
+    void Draw(Xoshiro256& source, std::size_t n) {
+        for (std::size_t i = 0; i < n; ++i) {
+            U[i] = NextBits(source);
+            V[i] = NextBits(source);
+        }
+    }
+    void MakeNormals(f64* normal, f64 guard) const {
+        for (std::size_t i = 0; i < Size; ++i)
+            normal[i] =
+                std::sqrt(-2.0 * FastLog(Uniform(U[i]) + guard)) * FastCos(TwoPi * Uniform(V[i]));
+    }
 };
 
 } // namespace
 
-// Of the pairs of a block, which have as many normals.
+// Pairs are drawn one after the other and made into normals side by side: the next ones are drawn
+// before the last are made, so that a processor does both at once.
 QUORVANTA_VECTOR_UNITS
-void MakeNormals(const i32* us, const i32* vs, std::span<f64> normals, f64 guard) {
-    f64* const normal = normals.data();
-    const std::size_t n = normals.size();
-    for (std::size_t i = 0; i < n; ++i)
-        normal[i] =
-            std::sqrt(-2.0 * FastLog(Uniform(us[i]) + guard)) * FastCos(TwoPi * Uniform(vs[i]));
-}
-
 void DrawNormals(std::span<f64> normals, f64 guard) {
-    Pairs pairs;
     Xoshiro256 source = UniformSource;
-    while (!normals.empty()) {
-        const auto block = normals.first(std::min(BlockSize, normals.size()));
-        for (std::size_t i = 0; i < block.size(); ++i) {
-            pairs.U[i] = NextBits(source);
-            pairs.V[i] = NextBits(source);
-        }
-        MakeNormals(pairs.U.data(), pairs.V.data(), block, guard);
-        normals = normals.subspan(block.size());
+    std::array<Pairs, 2> pairs;
+    f64* normal = normals.data();
+    const std::size_t n = normals.size();
+    const std::size_t rest = n % Pairs::Size;
+    std::size_t whole = n / Pairs::Size;
+    std::size_t now = 0;
+    if (whole > 0)
+        pairs[0].Draw(source, Pairs::Size);
+    for (; whole > 1; --whole) {
+        pairs[1 - now].Draw(source, Pairs::Size);
+        pairs[now].MakeNormals(normal, guard);
+        normal += Pairs::Size;
+        now = 1 - now;
+    }
+    pairs[1 - now].Draw(source, rest);
+    if (whole > 0) {
+        pairs[now].MakeNormals(normal, guard);
+        normal += Pairs::Size;
+    }
+    if (rest > 0) {
+        std::array<f64, Pairs::Size> last;
+        pairs[1 - now].MakeNormals(last.data(), guard);
+        std::copy_n(last.begin(), rest, normal);
     }
     UniformSource = source;
 }
