@@ -29,7 +29,7 @@ class Keys : public checks::AnalysisFixture {
 TEST_F(Keys, AnEntryOpensItsOptionsWhereAModuleServesIt) {
     int served = 0;
     int refused = 0;
-    EachEntry(MainMenu(), [this, &served, &refused](const MenuItem& item) {
+    EachEntry(MainMenu(), [&served, &refused](const MenuItem& item) {
         const bool isTest = item.Action == MenuAction::Test;
         const bool isSimulated = isTest && IsSimOnlyTest(item.TestNo);
         if (const i16 kind = isSimulated ? SimulationWindow : CalculationWindow;

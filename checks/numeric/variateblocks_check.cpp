@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <vector>
 
 namespace quorvanta {
@@ -15,7 +16,8 @@ constexpr f64 guard = 1e-10;
 
 // One element after the other by the same functions has the same bits, whatever the vector unit.
 TEST(VariateBlocks, HaveTheBitsOfOneElementAfterTheOther) {
-    for (const std::size_t n : {0, 1, 3, 7, 8, 9, 15, 16, 17, 20, 40, 127, 128, 129, 300}) {
+    for (const std::size_t n : std::initializer_list<std::size_t>{0, 1, 3, 7, 8, 9, 15, 16, 17, 20,
+                                                                  40, 127, 128, 129, 300}) {
         std::vector<f64> normals(n);
         std::vector<f64> times(n);
         Rnd(-3.0);
@@ -49,7 +51,7 @@ TEST(VariateBlocks, PairsAreDrawnOneAfterTheOther) {
 
 TEST(VariateBlocks, CountsPairsInOrder) {
     Rnd(-5.0);
-    for (const std::size_t n : {1, 2, 15, 16, 17, 30, 127, 128}) {
+    for (const std::size_t n : std::initializer_list<std::size_t>{1, 2, 15, 16, 17, 30, 127, 128}) {
         std::vector<f32> xs(n);
         std::vector<f32> ys(2 * n + 1);
         for (std::vector<f32>* values : {&xs, &ys})

@@ -252,7 +252,7 @@ TEST_F(SimulationWindowCheck, OtherWindowsRestWhileItRuns) {
 }
 
 TEST_F(SimulationWindowCheck, ARightPressOpensTheMenuOfAResultOnly) {
-    const auto press = [this](QWidget& widget) {
+    const auto press = [](QWidget& widget) {
         bool opened = false;
         QTimer::singleShot(20, [&opened] {
             if (QWidget* menu = QApplication::activePopupWidget()) {

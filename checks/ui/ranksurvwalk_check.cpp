@@ -68,7 +68,6 @@ TEST_P(RankSurvivalWalk, SolvesForEachParameterOrSaysThatItCannot) {
     AcceptOptions();
     const QStringList start = StartTexts();
     Messages.Texts.clear();
-    int solved = 0;
     for (int i = 0; i <= NoOfPar; ++i) {
         SCOPED_TRACE(StripAmpersand(ParLabel(ParKind(static_cast<i16>(i)))));
         Press(i);
@@ -77,7 +76,6 @@ TEST_P(RankSurvivalWalk, SolvesForEachParameterOrSaysThatItCannot) {
         for (const QString& message : Messages.Texts)
             EXPECT_TRUE(IsTold(message)) << FromQt(message);
         Messages.Texts.clear();
-        solved += isSolved ? 1 : 0;
         Type(i, start[i]);
     }
     EXPECT_EQ(Messages.Texts, QStringList());
