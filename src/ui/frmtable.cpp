@@ -9,6 +9,8 @@
 
 #include <QPushButton>
 
+#include <algorithm>
+
 namespace quorvanta {
 
 namespace {
