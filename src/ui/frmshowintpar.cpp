@@ -4,7 +4,6 @@
 #include "core/grids.h"
 #include "core/reading.h"
 #include "core/typed_text.h"
-#include "ui/helptips.h"
 #include "ui/mnemoniclabel.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
@@ -41,7 +40,7 @@ frmShowIntPar::frmShowIntPar(QWidget* parent) : ParameterDock("frmShowIntPar", p
     column->addWidget(lblGetCalc_);
     column->addWidget(cmdOK_, 0, Qt::AlignRight);
     column->addStretch(0);
-    setFocusProxy(txtParValue_[0]);
+    setFocusProxy(&ParValueBox(0));
 }
 
 // In the order of the eye, which the Tab key follows: what is tested, when, and how long.
@@ -52,8 +51,7 @@ QWidget* frmShowIntPar::MakeInputs() {
     const int gap = fontMetrics().height() / 2;
     auto* parameters = new QGridLayout;
     parameters->setColumnStretch(1, 1);
-    for (i16 i = 0; i <= MaxPar; ++i)
-        MakeParRow(*parameters, i);
+    MakeParRows(*parameters, MaxPar + 1, "lblParName");
     column->addLayout(parameters);
     column->addSpacing(gap);
     auto* table = new QGridLayout;
@@ -102,26 +100,6 @@ void frmShowIntPar::MakeTable(QGridLayout& grid) {
     }
 }
 
-void frmShowIntPar::MakeParRow(QGridLayout& grid, i16 i) {
-    auto* box = new ValueBox(this);
-    box->setObjectName(ControlName("txtParValue", i));
-    box->SetVisibleCharacters(8);
-    ConnectBox(*box, [this, i] { txtParValue_Change(i); });
-    connect(box, &ValueBox::DblClick, this, [this, i] { txtParValue_DblClick(i); });
-    connect(box, &ValueBox::KeyDownWithCtrl, this, [this, i] { txtParValue_DblClick(i); });
-    connect(box, &ValueBox::MoveToNext, this, [this, i](int step) {
-        const auto next = static_cast<std::size_t>(std::clamp(i + step, 0, int{MaxPar}));
-        if (txtParValue_[next]->isVisible())
-            txtParValue_[next]->setFocus(Qt::TabFocusReason);
-    });
-    auto* label = new MnemonicLabel(box, this);
-    label->setObjectName(ControlName("lblParName", i));
-    grid.addWidget(label, i, 0);
-    grid.addWidget(box, i, 1);
-    lblParName_[static_cast<std::size_t>(i)] = label;
-    txtParValue_[static_cast<std::size_t>(i)] = box;
-}
-
 ValueBox* frmShowIntPar::MakeRunBox(QGridLayout& grid, int row, const QString& labelName,
                                     const QString& label, const QString& boxName) {
     auto* box = new ValueBox(this);
@@ -136,11 +114,6 @@ ValueBox* frmShowIntPar::MakeRunBox(QGridLayout& grid, int row, const QString& l
     return box;
 }
 
-void frmShowIntPar::ConnectBox(ValueBox& box, const std::function<void()>& change) {
-    connect(&box, &ValueBox::textChanged, this, change);
-    connect(&box, &ValueBox::returnPressed, this, &frmShowIntPar::cmdOK_Click);
-}
-
 ValueBox& frmShowIntPar::Cell(IntColumn column, i16 row) {
     return *cells_[static_cast<std::size_t>(column)][static_cast<std::size_t>(row)];
 }
@@ -148,7 +121,8 @@ ValueBox& frmShowIntPar::Cell(IntColumn column, i16 row) {
 void frmShowIntPar::Refresh() {
     if (!HasIntPar())
         return;
-    RefreshParameters();
+    for (i16 i = 0; i <= MaxPar; ++i)
+        ShowParRow(i, IntPar(i));
     RefreshTable();
     txtMaxNoOfSim_->Write(ToQt(MaxNoOfSimText));
     txtSeed_->Write(ToQt(SeedText));
@@ -192,28 +166,11 @@ void frmShowIntPar::RefreshCells() {
     }
 }
 
-void frmShowIntPar::RefreshParameters() {
-    for (i16 i = 0; i <= MaxPar; ++i) {
-        const i16 parNo = IntPar(i);
-        MnemonicLabel& label = *lblParName_[static_cast<std::size_t>(i)];
-        ValueBox& box = *txtParValue_[static_cast<std::size_t>(i)];
-        label.setVisible(parNo >= 0);
-        box.setVisible(parNo >= 0);
-        if (parNo < 0)
-            continue;
-        const i16 kind = ParKind(parNo);
-        label.setText(ToQt(ParLabel(kind)));
-        box.setAccessibleName(ToQt(StripAmpersand(ParLabel(kind))));
-        ExplainParameter(label, box, kind);
-        box.Write(ToQt(ParText(kind)));
-    }
-}
-
 void frmShowIntPar::ShowMarks() {
     bool anyBlue = false;
     const auto mark = [](ValueBox& box) { box.SetNote(ToQt(ReadingNote(FromQt(box.text())))); };
     for (i16 i = 0; IntPar(i) >= 0; ++i) {
-        ValueBox& box = *txtParValue_[static_cast<std::size_t>(i)];
+        ValueBox& box = ParValueBox(i);
         const bool isBlue = IsBluePar(IntPar(i));
         box.SetBlue(isBlue);
         anyBlue = anyBlue || isBlue;
@@ -239,7 +196,7 @@ void frmShowIntPar::txtCell_Change(IntColumn column, i16 row) {
 }
 
 void frmShowIntPar::txtParValue_Change(i16 i) {
-    ValueBox& box = *txtParValue_[static_cast<std::size_t>(i)];
+    ValueBox& box = ParValueBox(i);
     box.Accept(ToQt(TypedParText(IntPar(i), FromQt(box.text()))));
     RefreshCells();
     ShowMarks();

@@ -9,7 +9,6 @@
 #include "ui/parameterdock.h"
 
 #include <array>
-#include <functional>
 
 class QGridLayout;
 class QLabel;
@@ -33,32 +32,27 @@ class frmShowIntPar : public ParameterDock {
     void SetRunning(bool isRunning);
 
     void txtCell_Change(IntColumn column, i16 row);
-    void txtParValue_Change(i16 i);
-    void txtParValue_DblClick(i16 i);
+    void txtParValue_Change(i16 i) override;
+    void txtParValue_DblClick(i16 i) override;
     void txtMaxNoOfSim_Change();
     void txtSeed_Change();
-    void cmdOK_Click();
+    void cmdOK_Click() override;
 
   private:
     static constexpr std::size_t Columns = std::size(IntColumns);
 
     QWidget* MakeInputs();
     void MakeTable(QGridLayout& grid);
-    void MakeParRow(QGridLayout& grid, i16 i);
     ValueBox* MakeRunBox(QGridLayout& grid, int row, const QString& labelName, const QString& label,
                          const QString& boxName);
     ValueBox& Cell(IntColumn column, i16 row);
     void RefreshTable();
     void RefreshCells();
-    void RefreshParameters();
     void ShowMarks();
-    void ConnectBox(ValueBox& box, const std::function<void()>& change);
 
     std::array<MnemonicLabel*, Columns> head_{};
     std::array<QLabel*, MaxIntRows> lblAnalysis_{};
     std::array<std::array<ValueBox*, MaxIntRows>, Columns> cells_{};
-    std::array<MnemonicLabel*, MaxPar + 1> lblParName_{};
-    std::array<ValueBox*, MaxPar + 1> txtParValue_{};
     QWidget* run_ = nullptr; // how long, from which seed
     ValueBox* txtMaxNoOfSim_ = nullptr;
     ValueBox* txtSeed_ = nullptr;

@@ -7,7 +7,6 @@
 #include "core/records.h"
 #include "core/run.h"
 #include "core/typed_text.h"
-#include "ui/helptips.h"
 #include "ui/mnemoniclabel.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
@@ -94,8 +93,7 @@ QWidget* frmShowPar::MakeInputs() {
 
     auto* grid = new QGridLayout;
     grid->setColumnStretch(1, 1);
-    for (i16 i = 0; i < FixedRows; ++i)
-        MakeFixedRow(*grid, i);
+    MakeParRows(*grid, FixedRows, "lblParLabel");
     column->addLayout(grid);
     column->addStretch(1);
     return inputs;
@@ -140,31 +138,6 @@ QWidget* frmShowPar::MakeAxisBox(AxisText which, const QString& labelName, const
     return pair;
 }
 
-void frmShowPar::MakeFixedRow(QGridLayout& grid, i16 i) {
-    auto* box = new ValueBox(this);
-    box->setObjectName(ControlName("txtParValue", i));
-    box->SetVisibleCharacters(8);
-    ConnectBox(*box, [this, i] { txtParValue_Change(i); });
-    connect(box, &ValueBox::DblClick, this, [this, i] { txtParValue_DblClick(i); });
-    connect(box, &ValueBox::KeyDownWithCtrl, this, [this, i] { txtParValue_DblClick(i); });
-    connect(box, &ValueBox::MoveToNext, this, [this, i](int step) {
-        const auto next = static_cast<std::size_t>(std::clamp(i + step, 0, FixedRows - 1));
-        if (txtParValue_[next]->isVisible())
-            txtParValue_[next]->setFocus(Qt::TabFocusReason);
-    });
-    auto* label = new MnemonicLabel(box, this);
-    label->setObjectName(ControlName("lblParLabel", i));
-    grid.addWidget(label, i, 0);
-    grid.addWidget(box, i, 1);
-    lblParLabel_[static_cast<std::size_t>(i)] = label;
-    txtParValue_[static_cast<std::size_t>(i)] = box;
-}
-
-void frmShowPar::ConnectBox(ValueBox& box, const std::function<void()>& change) {
-    connect(&box, &ValueBox::textChanged, this, change);
-    connect(&box, &ValueBox::returnPressed, this, &frmShowPar::cmdOK_Click);
-}
-
 void frmShowPar::Refresh() {
     if (!IsTableOrGraph() || NoOfPar < 1)
         return;
@@ -183,21 +156,8 @@ void frmShowPar::Refresh() {
          {AxisText::Xmin, AxisText::Xmax, AxisText::Xstep, AxisText::ZValues})
         Box(which).Write(ToQt(AxisTextOf(which)));
     Box(AxisText::ZValues).setEnabled(HasZPar());
-    for (i16 i = 0; i < FixedRows; ++i) {
-        const i16 parNo = FixedPar(i);
-        MnemonicLabel& label = *lblParLabel_[static_cast<std::size_t>(i)];
-        ValueBox& box = *txtParValue_[static_cast<std::size_t>(i)];
-        if (parNo >= 0) {
-            const i16 kind = ParKind(parNo);
-            label.setText(ToQt(ParLabel(kind)));
-            box.setAccessibleName(ToQt(StripAmpersand(ParLabel(kind))));
-            ExplainParameter(label, box, kind);
-            box.Write(ToQt(ParText(kind)));
-            box.SetBlue(IsBluePar(parNo));
-        }
-        label.setVisible(parNo >= 0);
-        box.setVisible(parNo >= 0);
-    }
+    for (i16 i = 0; i < FixedRows; ++i)
+        ShowParRow(i, FixedPar(i));
     MarkReading();
     ShowHint();
     FitToInputs();
@@ -208,8 +168,8 @@ void frmShowPar::MarkReading() {
     for (const AxisText which : {AxisText::Xmin, AxisText::Xmax, AxisText::Xstep})
         mark(Box(which), ReadingNote);
     mark(Box(AxisText::ZValues), ReadingNoteOfList);
-    for (ValueBox* box : txtParValue_)
-        mark(*box, ReadingNote);
+    for (i16 i = 0; i < FixedRows; ++i)
+        mark(ParValueBox(i), ReadingNote);
 }
 
 void frmShowPar::ShowHint() {
@@ -255,7 +215,7 @@ void frmShowPar::txtAxis_Change(AxisText which) {
 }
 
 void frmShowPar::txtParValue_Change(i16 i) {
-    ValueBox& box = *txtParValue_[static_cast<std::size_t>(i)];
+    ValueBox& box = ParValueBox(i);
     box.Accept(ToQt(TypedParText(FixedPar(i), FromQt(box.text()))));
     ShowHint();
     box.SetBlue(IsBluePar(FixedPar(i)));
@@ -286,7 +246,7 @@ ValueBox* frmShowPar::RefusedBox() {
         return &Box(*refusal.Axis);
     for (i16 i = 0; FixedPar(i) >= 0; ++i)
         if (FixedPar(i) == refusal.ParNo)
-            return txtParValue_[static_cast<std::size_t>(i)];
+            return &ParValueBox(i);
     return nullptr;
 }
 

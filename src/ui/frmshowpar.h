@@ -9,10 +9,8 @@
 #include <QPointer>
 
 #include <array>
-#include <functional>
 
 class QComboBox;
-class QGridLayout;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -40,9 +38,9 @@ class frmShowPar : public ParameterDock {
 
     void cbYXZPar_Click(i16 k, i16 parNo);
     void txtAxis_Change(AxisText which);
-    void txtParValue_Change(i16 i);
-    void txtParValue_DblClick(i16 i);
-    void cmdOK_Click();
+    void txtParValue_Change(i16 i) override;
+    void txtParValue_DblClick(i16 i) override;
+    void cmdOK_Click() override;
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -54,17 +52,13 @@ class frmShowPar : public ParameterDock {
     void MakeRole(QVBoxLayout& column, i16 k, const QString& label);
     QWidget* MakeAxisBox(AxisText which, const QString& labelName, const QString& label,
                          const QString& boxName);
-    void MakeFixedRow(QGridLayout& grid, i16 i);
     void MarkReading();
     void ShowHint();
     ValueBox* RefusedBox();
-    void ConnectBox(ValueBox& box, const std::function<void()>& change);
     ValueBox& Box(AxisText which) { return *txtAxis_[static_cast<std::size_t>(which)]; }
 
     std::array<QComboBox*, NoOfRoles> cbYXZPar_{};
     std::array<ValueBox*, 4> txtAxis_{}; // by AxisText
-    std::array<MnemonicLabel*, FixedRows> lblParLabel_{};
-    std::array<ValueBox*, FixedRows> txtParValue_{};
     QLabel* lblGetCalc_;
     QLabel* lblProgress_;
     QProgressBar* pgrProgress_;

@@ -1,13 +1,22 @@
 #include "ui/parameterdock.h"
 
+#include "core/analysis_state.h"
+#include "core/general.h"
+#include "core/grids.h"
+#include "ui/helptips.h"
 #include "ui/mnemoniclabel.h"
+#include "ui/qttext.h"
+#include "ui/valuebox.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace quorvanta {
 
@@ -42,6 +51,48 @@ void ParameterDock::FitToInputs() {
     scroll_->setMinimumWidth(inputs_->minimumSizeHint().width() +
                              scroll_->verticalScrollBar()->sizeHint().width());
     scroll_->setMaximumHeight(inputs_->sizeHint().height());
+}
+
+void ParameterDock::MakeParRows(QGridLayout& grid, i16 count, const char* labelName) {
+    for (i16 i = 0; i < count; ++i) {
+        auto* box = new ValueBox(this);
+        box->setObjectName(ControlName("txtParValue", i));
+        box->SetVisibleCharacters(8);
+        ConnectBox(*box, [this, i] { txtParValue_Change(i); });
+        connect(box, &ValueBox::DblClick, this, [this, i] { txtParValue_DblClick(i); });
+        connect(box, &ValueBox::KeyDownWithCtrl, this, [this, i] { txtParValue_DblClick(i); });
+        connect(box, &ValueBox::MoveToNext, this, [this, i, count](int step) {
+            ValueBox& next = ParValueBox(static_cast<i16>(std::clamp(i + step, 0, count - 1)));
+            if (next.isVisible())
+                next.setFocus(Qt::TabFocusReason);
+        });
+        auto* label = new MnemonicLabel(box, this);
+        label->setObjectName(ControlName(labelName, i));
+        grid.addWidget(label, i, 0);
+        grid.addWidget(box, i, 1);
+        lblPar_.push_back(label);
+        txtParValue_.push_back(box);
+    }
+}
+
+void ParameterDock::ShowParRow(i16 i, i16 parNo) {
+    MnemonicLabel& label = *lblPar_[static_cast<std::size_t>(i)];
+    ValueBox& box = ParValueBox(i);
+    label.setVisible(parNo >= 0);
+    box.setVisible(parNo >= 0);
+    if (parNo < 0)
+        return;
+    const i16 kind = ParKind(parNo);
+    label.setText(ToQt(ParLabel(kind)));
+    box.setAccessibleName(ToQt(StripAmpersand(ParLabel(kind))));
+    ExplainParameter(label, box, kind);
+    box.Write(ToQt(ParText(kind)));
+    box.SetBlue(IsBluePar(parNo));
+}
+
+void ParameterDock::ConnectBox(ValueBox& box, const std::function<void()>& change) {
+    connect(&box, &ValueBox::textChanged, this, change);
+    connect(&box, &ValueBox::returnPressed, this, &ParameterDock::cmdOK_Click);
 }
 
 bool ParameterDock::event(QEvent* event) {
