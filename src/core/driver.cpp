@@ -41,9 +41,7 @@ bool IsAskedAgain(i16 parNo) {
 // What was cancelled says nothing more: the user knows, or has been told why.
 void TellFailure() {
     if (Cancelled == False) {
-        // The obstacle is looked for in the equation of a fixed test.
-        if (IsGroupSeq == False)
-            ThePlatform().ShowStatus(Obstacle());
+        ThePlatform().ShowStatus(Obstacle());
         ShowCantCalculate();
     }
     if (IsGroupSeq == True) {

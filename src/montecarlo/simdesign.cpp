@@ -45,8 +45,10 @@ bool HasDesign() {
     const PowerGiven given;
     if (SelRootFunction() != NoValue)
         return true;
-    if (Cancelled == False)
+    if (Cancelled == False) {
+        ThePlatform().ShowStatus(std::string(NoBoundaries));
         ShowCantCalculate();
+    }
     return false;
 }
 
