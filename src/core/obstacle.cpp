@@ -4,6 +4,7 @@
 #include "core/dispatch.h"
 #include "core/fault.h"
 #include "core/general.h"
+#include "core/platform.h"
 #include "core/search.h"
 #include "groupseq/boundchoice.h"
 #include "groupseq/groupseq.h"
@@ -16,6 +17,8 @@
 namespace quorvanta {
 
 namespace {
+
+bool isTold = false;
 
 // Gives the unknown and the values back that another search needs in their places.
 class StateApart {
@@ -140,6 +143,17 @@ std::string Obstacle() {
     if ((asked - atLower) * (asked - atUpper) < 0)
         return range + " It is passed in a jump.";
     return range + Reason(atLower, atUpper);
+}
+
+void TellObstacle(const std::string& obstacle) {
+    isTold = true;
+    ThePlatform().ShowStatus(obstacle);
+}
+
+void ForgetObstacle() {
+    if (isTold)
+        ThePlatform().ShowStatus("");
+    isTold = false;
 }
 
 } // namespace quorvanta

@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/dispatch.h"
 #include "core/general.h"
+#include "core/obstacle.h"
 #include "core/platform.h"
 #include "core/search.h"
 #include "core/values.h"
@@ -37,6 +38,7 @@ class PowerGiven {
 };
 
 bool HasDesign() {
+    ForgetObstacle();
     ReadBoundChoice();
     if (BoundType == BoundPowerFamily && !HasValue(ParText(ParKind(PowerParNo)))) {
         ShowMessage(StripAmpersand(ParLabel(ParKind(PowerParNo))) + " Has No Value.");
@@ -46,7 +48,7 @@ bool HasDesign() {
     if (SelRootFunction() != NoValue)
         return true;
     if (Cancelled == False) {
-        ThePlatform().ShowStatus(std::string(NoBoundaries));
+        TellObstacle(std::string(NoBoundaries));
         ShowCantCalculate();
     }
     return false;
