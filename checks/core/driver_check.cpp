@@ -557,6 +557,11 @@ TEST_F(Run, NoSolutionAnywhereIsTold) {
               "to 0.01, and 0.96768 is asked. H1 equals H0.");
     EXPECT_EQ(Cancelled, True);
     EXPECT_EQ(Calculated, False);
+    ParZValuesText(h1Difference) = "0.5";
+    Cancelled = False;
+    CalcRun();
+    EXPECT_EQ(Calculated, True);
+    EXPECT_EQ(platform.Statuses.back(), "") << "nothing stands in the way any more";
 }
 
 TEST_F(Run, TheFirstZBecomesTheValueOfItsParameter) {

@@ -81,6 +81,16 @@ TEST_F(ObstacleCheck, NothingIsToldOfASolution) {
     EXPECT_EQ(Told(), "");
 }
 
+TEST_F(ObstacleCheck, ASolutionTakesTheFormerObstacleAway) {
+    OpenUnpaired(TwoSided);
+    Type(effect, "0");
+    EXPECT_EQ(Solve(size1), "-");
+    EXPECT_NE(Told(), "");
+    Type(effect, "1");
+    EXPECT_NE(Solve(size1), "-");
+    EXPECT_EQ(Told(), "");
+}
+
 // Three subjects show 99 % against 1 % with more certainty than is asked: all of three occur with
 // probability 0.99^3 = 0.970299, and two of three are significant as well.
 TEST_F(ObstacleCheck, WhatTheLeastSizeHasAlreadyIsTold) {

@@ -153,6 +153,70 @@ TEST_F(Location, NoLevelIsShownAs0Or1) {
     EXPECT_EQ(ParValue(0), levelMax);
     Type(power, "0.9");
     EXPECT_NE(Solve(power), "-") << "what is shown can be typed";
+    // Where the limit does not solve the equation, though the search ends beside it.
+    EXPECT_EQ(LevelOf(0.000004, 0.001), "-");
+    EXPECT_TRUE(SaysCantCalculate());
+}
+
+// In the left tail power = 1 - (1 - level) exp(n (H1 - H0) / scale).
+TEST_F(Location, NoLevelIsShownAs1WhereThePowerIsSteep) {
+    OpenDistribution(DistrExponential, 0, ProcedureTest);
+    ChooseTails(OneSided);
+    ChooseLeftTail(true);
+    AcceptOptions();
+    platform.Messages.clear();
+    constexpr f64 factor = 250;
+    Type(h0, "0");
+    Type(h1, Text(std::log(factor)));
+    Type(scale, "10");
+    Type(size, "10");
+    const auto levelOf = [this](f64 root) {
+        Type(power, Text(1 - (1 - root) * factor));
+        return Solve(level);
+    };
+    EXPECT_EQ(levelOf(0.9997), "0.9997");
+    EXPECT_EQ(levelOf(0.999996), "-");
+    EXPECT_TRUE(SaysCantCalculate());
+}
+
+// Two one-sided tests of which each rejects so seldom that both together seem to do it less often
+// than never: level u - (1 - level) / u with u = exp(n limit / scale).
+TEST_F(Location, APowerBelow0IsNone) {
+    OpenDistribution(DistrExponential, 0, ProcedureTest);
+    ChooseTails(TwoOneSided);
+    AcceptOptions();
+    platform.Messages.clear();
+    Type(level, "0.05");
+    Type(h1, "0");
+    Type(scale, "10");
+    Type(size, "10");
+    const auto powerOf = [this](f64 factor) {
+        Type(Kind::LocationLeftLimit, Text(-std::log(factor)));
+        Type(Kind::LocationRightLimit, Text(std::log(factor)));
+        return Solve(power);
+    };
+    EXPECT_EQ(powerOf(5), "0.06");
+    EXPECT_EQ(powerOf(4.354), "-"); // -0.0005
+    EXPECT_TRUE(SaysCantCalculate());
+}
+
+// A test at the level 1.0005, were there one, would reject so often.
+TEST_F(Location, APowerAbove1IsNone) {
+    OpenDistribution(DistrExponential, 0, ProcedureTest);
+    ChooseTails(TwoSided);
+    Pick(Group::H1Location, AsValue);
+    AcceptOptions();
+    platform.Messages.clear();
+    ParMax(level) = 2;
+    Type(h0, "0");
+    Type(h1, "0");
+    Type(level, "1.0005");
+    EXPECT_EQ(Solve(power), "-");
+    EXPECT_TRUE(SaysCantCalculate());
+    // What rounding may have put above 1 is 1.
+    Type(level, "1.000005");
+    EXPECT_EQ(Solve(power), "1");
+    EXPECT_EQ(ParValue(1), 1);
 }
 
 TEST_F(Location, ARootOutsideItsLimitsIsNone) {

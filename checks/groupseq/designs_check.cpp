@@ -60,6 +60,10 @@ class GroupSeqDesigns : public SolvingFixture {
         AnswerDesign(platform, type, par, fractions, levels);
     }
 
+    std::string LastStatus() const {
+        return platform.Statuses.empty() ? "" : platform.Statuses.back();
+    }
+
     static Values ValuesOf(const std::string& text) {
         Values values;
         for (const std::string& word : Words(text, ';')) {
@@ -325,6 +329,20 @@ TEST_F(GroupSeqDesigns, WithoutASolutionSaySo) {
     Solve(MenuChoice(MenuMeans, OneSample, TwoSided, {{Group::H1Mean, 0}}),
           {{Kind::H1Mean, "0.5"}, {Kind::Power, "0.8"}}, Kind::Size);
     EXPECT_EQ(platform.Texts(), (std::vector<std::string>{"Can't Be Calculated."}));
+    EXPECT_EQ(LastStatus(), "No boundaries of this type agree with the other values.");
+    EXPECT_TRUE(DesignRows().empty());
+}
+
+// Without a difference a design rejects as often as its level says, whatever its size.
+TEST_F(GroupSeqDesigns, WithoutADifferenceSayWhy) {
+    Plan(BoundRhoFamily, "2", {"0.333", "0.667"});
+    Solve(MenuChoice(MenuMeans, OneSample, TwoSided, {{Group::H1Mean, 0}}),
+          {{Kind::SignificanceLevel, "0.05"}, {Kind::H1Mean, "0"}, {Kind::Power, "0.8"}},
+          Kind::Size);
+    EXPECT_EQ(platform.Texts(), (std::vector<std::string>{"Can't Be Calculated."}));
+    EXPECT_EQ(LastStatus(), "Sample Size from 3 to 99999: Power goes from 0.05 to 0.05, and 0.8 is "
+                            "asked. H1 equals H0.");
+    EXPECT_EQ(Cancelled, False);
     EXPECT_TRUE(DesignRows().empty());
 }
 
@@ -1008,6 +1026,28 @@ TEST_F(DesignTables, OfLevelsOfOnesOwnAreStatedWithThese) {
     const std::string text = SumStatement();
     EXPECT_NE(text.find(" final analysis are 0.01, 0.02 and 0.04 respectively."), std::string::npos)
         << text;
+}
+
+// Why, in the status line alone: a family made for its power is asked for no other one.
+TEST_F(DesignTables, WithoutAnyValueSayWhy) {
+    OpenTable();
+    TypedAxisText(AxisText::Xmin, "0");
+    TypedAxisText(AxisText::Xmax, "0.00001");
+    TypedAxisText(AxisText::Xstep, "0.00001");
+    RunOrCancel();
+    const std::vector<std::string> told{"Can't Be Calculated For Any x-value."};
+    EXPECT_EQ(platform.Texts(), told);
+    EXPECT_EQ(LastStatus(), "With H1: Mean 0: Sample Size from 3 to 99999: Power goes from 0.05 to "
+                            "0.05, and 0.9 is asked. H1 equals H0.");
+    Calculated = False;
+    platform.Messages.clear();
+    HasGridData = False;
+    Plan(BoundPowerFamily, "0", {"0.4", "0.7"});
+    RunOrCancel();
+    EXPECT_EQ(platform.Texts(), told);
+    EXPECT_EQ(LastStatus(),
+              "With H1: Mean 0: No boundaries of this type agree with the other values.");
+    EXPECT_EQ(Cancelled, False);
 }
 
 TEST_F(DesignTables, AreCancelledBetweenTwoEvaluations) {

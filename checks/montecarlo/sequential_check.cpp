@@ -303,6 +303,17 @@ TEST_F(SequentialSimulation, OfAPowerFamilyNeedsThePower) {
     EXPECT_LT(AcceptP(1), 1);
 }
 
+TEST_F(SequentialSimulation, WithoutBoundariesSaysWhy) {
+    Answer(BoundPowerFamily, "0", {"0.333", "0.667"});
+    OpenMeans(2, TwoSided);
+    ParText(Kind::Power) = "0.8";
+    Run("10", "1");
+    EXPECT_EQ(LastMessage(), "Can't Be Calculated For Any x-value.");
+    ASSERT_FALSE(platform.Statuses.empty());
+    EXPECT_EQ(platform.Statuses.back(), "No boundaries of this type agree with the other values.");
+    EXPECT_EQ(OutputReady, False);
+}
+
 // The design of a closed window is not that of the next analysis of its number.
 TEST_F(SequentialSimulation, OfAClosedWindowIsForgotten) {
     Answer(BoundPocock, "", {"0.5"});

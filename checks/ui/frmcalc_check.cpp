@@ -206,6 +206,15 @@ TEST_F(CalcWindow, TellsThatThereIsNoSolution) {
     Press(size1_);
     EXPECT_EQ(Value(size1_), "-");
     EXPECT_EQ(Messages.Texts, QStringList{"Can't Be Calculated."});
+    const QStatusBar& line = *Window().statusBar();
+    EXPECT_TRUE(line.currentMessage().startsWith("Sample Size 1 from 3 to 99999: Power goes from "))
+        << line.currentMessage().toStdString();
+    EXPECT_TRUE(line.currentMessage().endsWith(", and 0.99 is asked."))
+        << line.currentMessage().toStdString();
+    Type(size2_, "60");
+    Press(power_);
+    EXPECT_NE(Value(power_), "-");
+    EXPECT_EQ(line.currentMessage(), "") << "nothing stands in the way any more";
 }
 
 // --- Typing -----------------------------------------------------------------------------------

@@ -447,6 +447,10 @@ TEST_F(ShowParWindow, TellsWhenThereIsNoValueAnywhere) {
     EXPECT_EQ(Messages.Texts, QStringList{"Can't Be Calculated For Any x-value."});
     EXPECT_EQ(Drawn(), drawn);
     EXPECT_EQ(Calculated, False);
+    const QString why = Window().statusBar()->currentMessage();
+    EXPECT_TRUE(why.startsWith("With Significance Level 0.01: Sample Size 1 from 3 to 99999: "))
+        << why.toStdString();
+    EXPECT_TRUE(why.endsWith(" H1 equals H0.")) << why.toStdString();
 }
 
 TEST_F(ShowParWindow, SurvivesARunTimeErrorWithEveryTypedValue) {

@@ -41,9 +41,7 @@ bool IsAskedAgain(i16 parNo) {
 // What was cancelled says nothing more: the user knows, or has been told why.
 void TellFailure() {
     if (Cancelled == False) {
-        // The obstacle is looked for in the equation of a fixed test.
-        if (IsGroupSeq == False)
-            ThePlatform().ShowStatus(Obstacle());
+        TellObstacle(Obstacle());
         ShowCantCalculate();
     }
     if (IsGroupSeq == True) {
@@ -98,6 +96,7 @@ void SolveFor(i16 parNo) {
 void CalcUnknown() {
     if (Calculated == True || NoOfPar < 1)
         return;
+    ForgetObstacle();
     ReadParValues();
     std::string& result = ParText(ParKind(UnknownParNo));
     result = "-";

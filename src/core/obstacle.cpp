@@ -4,7 +4,10 @@
 #include "core/dispatch.h"
 #include "core/fault.h"
 #include "core/general.h"
+#include "core/platform.h"
 #include "core/search.h"
+#include "groupseq/boundchoice.h"
+#include "groupseq/groupseq.h"
 #include "output/format.h"
 #include "output/formatpar.h"
 
@@ -14,6 +17,8 @@
 namespace quorvanta {
 
 namespace {
+
+bool isTold = false;
 
 // Gives the unknown and the values back that another search needs in their places.
 class StateApart {
@@ -43,8 +48,30 @@ Limits SearchedLimits() {
     return limits;
 }
 
+// A design of the power family is made for its power, and so has no other one.
+bool IsMadeForItsPower() {
+    if (IsGroupSeq == False)
+        return false;
+    ReadBoundChoice();
+    return BoundType == BoundPowerFamily;
+}
+
+// The equation of a design has no value where its boundaries have no solution.
+bool HasBoundaries(f64 x) {
+    const StateApart apart;
+    ParValue(UnknownParNo) = x;
+    try {
+        return SelRootFunction() != NoValue;
+    } catch (const RunTimeError&) {
+        ClearFloatFaults();
+        return true;
+    }
+}
+
 // What is asked for at position 1, with x in the place of the unknown; NoValue if it has no value.
 f64 PowerWith(f64 x) {
+    if (UnknownParNo == PowerParNo || IsMadeForItsPower())
+        return NoValue;
     const StateApart apart;
     ParValue(UnknownParNo) = x;
     UnknownParNo = PowerParNo;
@@ -99,9 +126,11 @@ std::string Obstacle() {
     if (upper < lower)
         return "The other values leave nothing for " + label + ": at least " + from +
                " and at most " + to + ".";
+    if (IsGroupSeq == True && !HasBoundaries(lower) && !HasBoundaries(upper))
+        return std::string(NoBoundaries);
     const f64 asked = ParValue(PowerParNo);
-    const f64 atLower = UnknownParNo == PowerParNo ? NoValue : PowerWith(lower);
-    const f64 atUpper = UnknownParNo == PowerParNo ? NoValue : PowerWith(upper);
+    const f64 atLower = PowerWith(lower);
+    const f64 atUpper = PowerWith(upper);
     if (atLower == NoValue || atUpper == NoValue)
         return "No value of " + label + " from " + from + " to " + to +
                " agrees with the other values.";
@@ -114,6 +143,17 @@ std::string Obstacle() {
     if ((asked - atLower) * (asked - atUpper) < 0)
         return range + " It is passed in a jump.";
     return range + Reason(atLower, atUpper);
+}
+
+void TellObstacle(const std::string& obstacle) {
+    isTold = true;
+    ThePlatform().ShowStatus(obstacle);
+}
+
+void ForgetObstacle() {
+    if (isTold)
+        ThePlatform().ShowStatus("");
+    isTold = false;
 }
 
 } // namespace quorvanta

@@ -11,4 +11,10 @@ namespace quorvanta {
 // is.
 std::string Obstacle();
 
+// Tells it in the status line.
+void TellObstacle(const std::string& obstacle);
+
+// Another calculation begins: what stood in the way may do so no longer.
+void ForgetObstacle();
+
 } // namespace quorvanta

@@ -245,6 +245,7 @@ void CalcRun() {
     refusal = {};
     if (Calculated == True || NoOfPar < 1)
         return;
+    ForgetObstacle();
     ReadParValues();
     const auto axis = ReadXAxis();
     if (!axis) {
@@ -287,7 +288,7 @@ void CalcRun() {
         return;
     }
     if (!values.HasValues()) {
-        ThePlatform().ShowStatus(ObstacleAtFirst(*axis, *zValues));
+        TellObstacle(ObstacleAtFirst(*axis, *zValues));
         Cancelled = ShowCantCalculate();
         return;
     }

@@ -15,6 +15,10 @@ namespace quorvanta {
 inline constexpr std::string_view BoundCaption = "Group Sequential Designs";
 inline constexpr std::string_view BoundHeading = "Boundaries for Rejecting H0:";
 
+// What the status line says of a design whose boundaries have no solution.
+inline constexpr std::string_view NoBoundaries =
+    "No boundaries of this type agree with the other values.";
+
 // "Pocock"; empty for a number that is no type.
 std::string_view BoundName(i16 type);
 // What FamilyPar is called with this type: "Delta", "Gamma", "Rho"; empty where there is none.

@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/dispatch.h"
 #include "core/general.h"
+#include "core/obstacle.h"
 #include "core/platform.h"
 #include "core/search.h"
 #include "core/values.h"
@@ -37,6 +38,7 @@ class PowerGiven {
 };
 
 bool HasDesign() {
+    ForgetObstacle();
     ReadBoundChoice();
     if (BoundType == BoundPowerFamily && !HasValue(ParText(ParKind(PowerParNo)))) {
         ShowMessage(StripAmpersand(ParLabel(ParKind(PowerParNo))) + " Has No Value.");
@@ -45,8 +47,10 @@ bool HasDesign() {
     const PowerGiven given;
     if (SelRootFunction() != NoValue)
         return true;
-    if (Cancelled == False)
+    if (Cancelled == False) {
+        TellObstacle(std::string(NoBoundaries));
         ShowCantCalculate();
+    }
     return false;
 }
 
