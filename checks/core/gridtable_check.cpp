@@ -441,7 +441,16 @@ TEST_F(GridTable, SumsAreShownBesideRowsThatMustAddUp) {
         EXPECT_EQ(RowSumText(1), "Sum: 0.75");
         EXPECT_EQ(RowSumText(2), "Sum: 0.1");
     });
-    WhileOpen({.Store = 1, .Rows = 2, .Columns = 2}, [] { EXPECT_EQ(RowSumText(1), ""); });
+    WhileOpen({.Store = 1, .Rows = 2, .Columns = 2}, [] {
+        EXPECT_EQ(RowSumText(1), "");
+        EXPECT_EQ(GridSumText(), "");
+    });
+    WhileOpen({.Store = 1, .Rows = 2, .Columns = 2, .AddsUp = true}, [] {
+        Fill({{"0.25", "0.5"}, {"", "0.1"}});
+        EXPECT_EQ(GridSumText(), "Sum: 0.85");
+        GridOK(1, 1, "1" + std::string(400, '0'), Leaving::Nothing);
+        EXPECT_EQ(GridSumText(), "");
+    });
 }
 
 } // namespace

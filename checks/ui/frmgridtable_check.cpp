@@ -263,6 +263,24 @@ TEST_F(GridWindow, ShowsSumsAsTheyGrow) {
     EXPECT_EQ(Messages.Texts, QStringList{"Sum of Proportions in Row 1 Must Equal 1."});
 }
 
+TEST_F(GridWindow, ShowsTheSumOfAllCellsThatMustAddUp) {
+    Grid grid = Means();
+    When([](QWidget& window) { EXPECT_FALSE(hands::Control(window, "lblSum")->isVisible()); });
+    Ask(grid);
+    When([this](QWidget& window) {
+        TypeText("0.25");
+        Key(Qt::Key_Return);
+        TypeText("0.5");
+        EXPECT_TRUE(hands::Control(window, "lblSum")->isVisible());
+        EXPECT_EQ(hands::TextOf(window, "lblSum"), "Sum: 0.75");
+        hands::Click(window, "cmdClearRow");
+        EXPECT_EQ(hands::TextOf(window, "lblSum"), "Sum: 0");
+    });
+    grid.Check = CellsAddToOne();
+    grid.AddsUp = true;
+    Ask(grid);
+}
+
 TEST_F(GridWindow, FillsTheMirrorImage) {
     When([this](QWidget&) {
         EXPECT_EQ(Place(), QPoint(1, 2)) << "past the diagonal";

@@ -288,6 +288,8 @@ class EveryGridWindow : public GridWindow {
     void WalkCells(QWidget& window) {
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
         EXPECT_TRUE(window.windowTitle().startsWith("Calculation of "));
+        EXPECT_EQ(hands::Control(window, "lblSum")->isVisible(),
+                  CurrentGrid().Title == "Probability in Category (X, Y)");
         for (i16 row = 1; row <= CurrentGrid().Rows; ++row)
             for (i16 column = 1; column <= CurrentGrid().Columns; ++column) {
                 if (IsLockedCell(row, column))

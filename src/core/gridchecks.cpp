@@ -265,10 +265,7 @@ GridCheck CellsAddToOne() {
     return [](const GridCells& cells, i16 row, i16 column, Leaving leaving) {
         if (leaving != Leaving::Grid || !IsLastCell(cells, row, column))
             return true;
-        f64 sum = 0;
-        for (i16 i = 1; i <= cells.Rows(); ++i)
-            sum += cells.RowSum(i);
-        return !Differs(sum, 1) || Refuse("Sum of Probabilities Must Equal 1.");
+        return !Differs(cells.Sum(), 1) || Refuse("Sum of Probabilities Must Equal 1.");
     };
 }
 

@@ -90,7 +90,8 @@ QLabel* MakeTitle(const std::string& title, QWidget* parent) {
 
 // --- frmGridTable -------------------------------------------------------------------------------
 
-frmGridTable::frmGridTable(QWidget* parent) : QDialog(parent), tblGrid_(new QTableWidget(this)) {
+frmGridTable::frmGridTable(QWidget* parent)
+    : QDialog(parent), tblGrid_(new QTableWidget(this)), lblSum_(new QLabel(this)) {
     setObjectName("frmGridTable");
     setWindowTitle(ToQt(GridCaption()));
     MakeTable();
@@ -124,6 +125,10 @@ frmGridTable::frmGridTable(QWidget* parent) : QDialog(parent), tblGrid_(new QTab
     auto* column = new QVBoxLayout(this);
     column->addWidget(MakeTitle(CurrentGrid().Title, this));
     column->addWidget(tblGrid_);
+    lblSum_->setObjectName("lblSum");
+    lblSum_->setAlignment(Qt::AlignRight);
+    lblSum_->setVisible(CurrentGrid().AddsUp);
+    column->addWidget(lblSum_);
     column->addStretch(1);
     column->addLayout(buttons);
     DrawGrid();
@@ -216,6 +221,7 @@ void frmGridTable::DrawRow(i16 row) {
 }
 
 void frmGridTable::DrawSums() {
+    lblSum_->setText(ToQt(GridSumText()));
     if (!CurrentGrid().RowSum)
         return;
     for (i16 row = 1; row <= CurrentGrid().Rows; ++row) {

@@ -61,6 +61,7 @@ class frmGridTable : public QDialog {
 
     QTableWidget* tblGrid_;
     GridBox* txtText_;
+    QLabel* lblSum_; // of all cells, where they have to add up
     QPushButton* cmdOK_ = nullptr;
     GridCell at_{1, 1};
     std::optional<Array2<std::string>> former_; // before a block came in or a row was cleared
