@@ -273,14 +273,55 @@ TEST_F(GridTable, SaysWhatOfABlockIsLeftOut) {
     EXPECT_TRUE(platform.Messages.empty());
 }
 
+TEST_F(GridTable, ABlankOfABlockEmptiesItsCell) {
+    WhileOpen({.Store = 1, .Rows = 3, .Columns = 2}, [] {
+        Fill({{"1", "2"}, {"3", "4"}, {"5", "6"}});
+        PasteIntoGrid(1, 1, "7\t\n\t8\r\n");
+        EXPECT_EQ(GridAsText(), "7\t\n\t8\n5\t6\n") << "the last line break is no line";
+        PasteIntoGrid(1, 2, "1\n\n3");
+        EXPECT_EQ(GridAsText(), "7\t1\n\t\n5\t3\n");
+    });
+}
+
+// As it is printed, with blanks in the other half.
+TEST_F(GridTable, TakesHalfOfASymmetricMatrix) {
+    const Grid matrix{.Store = 5, .Rows = 3, .Columns = 3, .Symmetric = true};
+    for (const char* half :
+         {"4\t1\t2\n\t9\t3\n\t\t16\n", "4\t\t\n1\t9\t\n2\t3\t16\n", "4\n1\t9\n2\t3\t16"})
+        WhileOpen(matrix, [half] {
+            PasteIntoGrid(1, 1, half);
+            EXPECT_EQ(GridAsText(), "4\t1\t2\n1\t9\t3\n2\t3\t16\n");
+        });
+}
+
+TEST_F(GridTable, TakesTheBeginningOfAWholeColumn) {
+    std::string column = "1\n2\n3\n";
+    for (int line = 4; line <= 70000; ++line)
+        column += "\r\n";
+    WhileOpen({.Store = 1, .Rows = 2, .Columns = 1}, [&column] {
+        PasteIntoGrid(1, 1, column);
+        EXPECT_EQ(GridAsText(), "1\n2\n");
+    });
+    EXPECT_EQ(platform.Statuses.back(),
+              "The grid has no cells for the figures beyond its last row or column.");
+}
+
+TEST_F(GridTable, SaysWhichFigureOfABlockIsReadOtherwise) {
+    WhileOpen({.Store = 1, .Rows = 1, .Columns = 3}, [] {
+        PasteIntoGrid(1, 1, "0,125\t15,420\t1,234.5");
+        EXPECT_EQ(GridText(1, 2), "15.420");
+    });
+    EXPECT_EQ(platform.Statuses.back(), "15,420 is read as 15.42.");
+}
+
 TEST_F(GridTable, CopiesAsABlockThatCanBePasted) {
     WhileOpen({.Store = 1, .Rows = 2, .Columns = 2}, [] {
         Fill({{"1", "2.5"}, {"3", ""}});
         const std::string block = GridAsText();
         EXPECT_EQ(block, "1\t2.5\n3\t\n");
-        ClearGridRow(1);
+        Fill({{"7", "7"}, {"7", "7"}});
         PasteIntoGrid(1, 1, block);
-        EXPECT_EQ(GridText(1, 2), "2.5");
+        EXPECT_EQ(GridAsText(), block);
     });
 }
 
@@ -400,7 +441,16 @@ TEST_F(GridTable, SumsAreShownBesideRowsThatMustAddUp) {
         EXPECT_EQ(RowSumText(1), "Sum: 0.75");
         EXPECT_EQ(RowSumText(2), "Sum: 0.1");
     });
-    WhileOpen({.Store = 1, .Rows = 2, .Columns = 2}, [] { EXPECT_EQ(RowSumText(1), ""); });
+    WhileOpen({.Store = 1, .Rows = 2, .Columns = 2}, [] {
+        EXPECT_EQ(RowSumText(1), "");
+        EXPECT_EQ(GridSumText(), "");
+    });
+    WhileOpen({.Store = 1, .Rows = 2, .Columns = 2, .AddsUp = true}, [] {
+        Fill({{"0.25", "0.5"}, {"", "0.1"}});
+        EXPECT_EQ(GridSumText(), "Sum: 0.85");
+        GridOK(1, 1, "1" + std::string(400, '0'), Leaving::Nothing);
+        EXPECT_EQ(GridSumText(), "");
+    });
 }
 
 } // namespace

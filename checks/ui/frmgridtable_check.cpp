@@ -3,10 +3,9 @@
 #include "core/gridchecks.h"
 #include "core/gridtable.h"
 #include "core/kinds.h"
-#include "ui/gridbox.h"
+#include "ui/grid_window.h"
 #include "ui/qttext.h"
 #include "ui/valuebox.h"
-#include "ui/window_fixture.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -20,60 +19,6 @@
 
 namespace quorvanta {
 namespace {
-
-class GridWindow : public WindowCheck {
-  protected:
-    GridWindow() { OpenTTest(); }
-
-    // The user does this in the window of the next grid.
-    void When(std::function<void(QWidget&)> act) {
-        hands::WhenModal("frmGridTable", [this, act = std::move(act)](QWidget& grid) {
-            window_ = &grid;
-            act(grid);
-            if (grid.isVisible())
-                hands::Click(grid, "cmdCancel");
-        });
-    }
-
-    bool Ask(const Grid& grid, const std::string& label = "H1: &Mean") {
-        return ShowGrids({grid}, label);
-    }
-
-    GridBox& Cell() { return *hands::Control<GridBox>(*window_, "txtText"); }
-    QTableWidget& Table() { return *hands::Control<QTableWidget>(*window_, "tblGrid"); }
-
-    void TypeText(const QString& text) { QTest::keyClicks(&Cell(), text); }
-    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(&Cell(), key, modifiers);
-    }
-
-    // The cell that the box lies over.
-    QPoint Place() {
-        for (int row = 0; row < Table().rowCount(); ++row)
-            for (int column = 0; column < Table().columnCount(); ++column)
-                if (Table().visualRect(Table().model()->index(row, column)) == Cell().geometry())
-                    return {row + 1, column + 1};
-        return {0, 0};
-    }
-
-    QString TextAt(int row, int column) { return Table().item(row - 1, column - 1)->text(); }
-
-    void ClickCell(int row, int column) {
-        const QRect cell = Table().visualRect(Table().model()->index(row - 1, column - 1));
-        QTest::mouseClick(Table().viewport(), Qt::LeftButton, {}, cell.center());
-    }
-
-    static Grid Means() {
-        return {.Store = 1,
-                .Rows = 3,
-                .Columns = 2,
-                .Title = "Means of groups",
-                .RowHeads = "Group",
-                .ColumnHeads = "Mean,Standard Deviation"};
-    }
-
-    QWidget* window_ = nullptr;
-};
 
 TEST_F(GridWindow, NamesWhatItIsFor) {
     When([this](QWidget& grid) {
@@ -144,6 +89,39 @@ TEST_F(GridWindow, IsFilledWithTheKeys) {
     EXPECT_EQ(GridData(1)(3, 1), 5.0F);
     EXPECT_EQ(GridData(1)(3, 2), 6.0F);
     EXPECT_EQ(Messages.Texts, QStringList());
+}
+
+// Keyboards differ in what their arrow keys say of themselves.
+TEST_F(GridWindow, TakesTheArrowsOfTheNumberPad) {
+    When([this](QWidget&) {
+        Key(Qt::Key_Right, Qt::KeypadModifier);
+        EXPECT_EQ(Place(), QPoint(1, 2));
+        Key(Qt::Key_Down, Qt::KeypadModifier);
+        EXPECT_EQ(Place(), QPoint(2, 2));
+        Key(Qt::Key_Left, Qt::KeypadModifier);
+        EXPECT_EQ(Place(), QPoint(2, 1));
+    });
+    Ask(Means());
+}
+
+TEST_F(GridWindow, EnterPressesTheButtonBehindTheLastCell) {
+    When([this](QWidget& grid) {
+        for (const char* text : {"1", "2", "3", "4", "5", "6"}) {
+            TypeText(text);
+            Key(Qt::Key_Return);
+        }
+        QTest::keyClick(grid.focusWidget(), Qt::Key_Return);
+        EXPECT_FALSE(grid.isVisible());
+    });
+    EXPECT_TRUE(Ask(Means()));
+    EXPECT_EQ(GridData(1)(3, 2), 6.0F);
+    When([this](QWidget& grid) {
+        Key(Qt::Key_Backtab);
+        EXPECT_TRUE(hands::Control(grid, "cmdCancel")->hasFocus()) << "before the first cell";
+        QTest::keyClick(grid.focusWidget(), Qt::Key_Enter, Qt::KeypadModifier);
+        EXPECT_FALSE(grid.isVisible());
+    });
+    EXPECT_FALSE(Ask(Means()));
 }
 
 TEST_F(GridWindow, UndoesTypingInTheBox) {
@@ -239,6 +217,35 @@ TEST_F(GridWindow, TakesAndGivesBlocks) {
     Ask(Means());
 }
 
+TEST_F(GridWindow, TakesBackABlockAndAClearedRow) {
+    When([this](QWidget& grid) {
+        TypeText("5");
+        Key(Qt::Key_Return);
+        QApplication::clipboard()->setText("1\t2\n3\t4\n");
+        Key(Qt::Key_Left);
+        Key(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(TextAt(2, 2), "4");
+        Key(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Cell().text(), "5");
+        EXPECT_EQ(TextAt(1, 2), "");
+        EXPECT_EQ(TextAt(2, 2), "");
+        Key(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Cell().text(), "1");
+        EXPECT_EQ(TextAt(2, 2), "4");
+        hands::Click(grid, "cmdClearRow");
+        EXPECT_EQ(TextAt(1, 2), "");
+        Key(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Cell().text(), "1");
+        EXPECT_EQ(TextAt(1, 2), "2");
+        hands::Click(grid, "cmdClearRow");
+        TypeText("7");
+        Key(Qt::Key_Tab);
+        Key(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(TextAt(1, 1), "7") << "nothing that was typed since is lost";
+    });
+    Ask(Means());
+}
+
 TEST_F(GridWindow, ShowsSumsAsTheyGrow) {
     When([this](QWidget&) {
         TypeText("0.25");
@@ -256,6 +263,24 @@ TEST_F(GridWindow, ShowsSumsAsTheyGrow) {
     EXPECT_EQ(Messages.Texts, QStringList{"Sum of Proportions in Row 1 Must Equal 1."});
 }
 
+TEST_F(GridWindow, ShowsTheSumOfAllCellsThatMustAddUp) {
+    Grid grid = Means();
+    When([](QWidget& window) { EXPECT_FALSE(hands::Control(window, "lblSum")->isVisible()); });
+    Ask(grid);
+    When([this](QWidget& window) {
+        TypeText("0.25");
+        Key(Qt::Key_Return);
+        TypeText("0.5");
+        EXPECT_TRUE(hands::Control(window, "lblSum")->isVisible());
+        EXPECT_EQ(hands::TextOf(window, "lblSum"), "Sum: 0.75");
+        hands::Click(window, "cmdClearRow");
+        EXPECT_EQ(hands::TextOf(window, "lblSum"), "Sum: 0");
+    });
+    grid.Check = CellsAddToOne();
+    grid.AddsUp = true;
+    Ask(grid);
+}
+
 TEST_F(GridWindow, FillsTheMirrorImage) {
     When([this](QWidget&) {
         EXPECT_EQ(Place(), QPoint(1, 2)) << "past the diagonal";
@@ -271,6 +296,62 @@ TEST_F(GridWindow, FillsTheMirrorImage) {
          .Check = CorrelationMatrix(),
          .Symmetric = true,
          .Diagonal = "1"});
+}
+
+TEST_F(GridWindow, ArrowsPassTheDiagonal) {
+    When([this](QWidget&) {
+        Key(Qt::Key_Down);
+        EXPECT_EQ(Place(), QPoint(3, 2));
+        Key(Qt::Key_Right);
+        EXPECT_EQ(Place(), QPoint(3, 2)) << "nothing beyond";
+        Key(Qt::Key_Up);
+        EXPECT_EQ(Place(), QPoint(1, 2));
+        Key(Qt::Key_Left);
+        EXPECT_EQ(Place(), QPoint(1, 2));
+    });
+    Ask(Correlations());
+}
+
+// Each pair of the three is possible, all of them together are not.
+TEST_F(GridWindow, GoesToTheCorrelationThatIsRefused) {
+    When([this](QWidget& grid) {
+        for (const char* text : {"0.75", "0.75"}) {
+            TypeText(text);
+            Key(Qt::Key_Return);
+        }
+        ClickCell(2, 3);
+        TypeText("-0.75");
+        ClickCell(1, 2);
+        hands::Click(grid, "cmdOK");
+        EXPECT_EQ(Place(), QPoint(2, 3));
+        EXPECT_EQ(Cell().text(), "-0.75");
+        TypeText("0.5");
+        EXPECT_EQ(TextAt(3, 2), "0.5");
+        hands::Click(grid, "cmdOK");
+        EXPECT_FALSE(grid.isVisible());
+    });
+    EXPECT_TRUE(Ask(Correlations()));
+    EXPECT_EQ(Messages.Texts,
+              QStringList{"Invalid Covariance Matrix. Correlation Coefficient (2, 3 ) Will Be "
+                          "-3.0"});
+}
+
+// A check that speaks of the whole grid may stop at a cell that can't be entered.
+TEST_F(GridWindow, TheBoxIsNeverOnALockedCell) {
+    Grid grid = Correlations();
+    grid.Check = CellsAddToOne();
+    When([this](QWidget& window) {
+        for (const QPoint cell : {QPoint(1, 2), QPoint(1, 3), QPoint(2, 3)}) {
+            ClickCell(cell.x(), cell.y());
+            TypeText("0.5");
+        }
+        hands::Click(window, "cmdOK");
+        EXPECT_EQ(Place(), QPoint(3, 2));
+        TypeText("0.25");
+        EXPECT_EQ(TextAt(2, 3), "0.25");
+    });
+    Ask(grid);
+    EXPECT_EQ(Messages.Texts, QStringList{"Sum of Probabilities Must Equal 1."});
 }
 
 TEST_F(GridWindow, LeadsFromGridToGrid) {
@@ -376,6 +457,31 @@ TEST_F(GridWindow, TellsWhatIsWrongWordForWord) {
          "Invalid Covariance Matrix. Correlation Coefficient (1, 2 ) Will Be 1.5",
          {1, 2}},
         {CovarianceMatrix(), "0\t0\n0\t1", "Variance in Cell  (1,1)  Must Be > 0.", {1, 1}},
+        {CovarianceMatrix(),
+         "4\t2\n2\t1",
+         "Invalid Covariance Matrix. Correlation Coefficient (1, 2 ) Will Be 1.0",
+         {1, 2}},
+        {ColumnsAddTo(0), "1\t1\n-1\t1", "Sum of Numbers in Column 2 Must Be = 0", {2, 2}},
+        {DeviationCells(),
+         "1\t1\n-1\t1",
+         "Standard Deviation in Cell  (2,1)  Must Be > 0.",
+         {2, 1}},
+        {NonNegativeCells("Rate"), "1\t1\n0\t-1", "Rate in Cell  (2,2)  Must Be >= 0.", {2, 2}},
+        {ShareCells("Share"), "0\t1\n0\t0", "Share in Cell  (1,2)  Must Be >= 0 and < 1.", {1, 2}},
+        {TreatmentCells(2), "1\t3\n2\t1", "Improper Treatment Numbers. Must Be 1,..., 2", {1, 2}},
+        {TreatmentCells(3),
+         "1\t2\n2\t0",
+         "Treatment Numbers Must Be Consecutive up to 3 and  Washout = 0.",
+         {2, 2}},
+        {nullptr,
+         "1\t2\n1000000000000000000000000000000000000000\t0",
+         "Number in Cell  (2,1)  Is Too Large.",
+         {2, 1}},
+        {nullptr, "1\t2\n\t0", "A Value Is Missing.", {2, 1}},
+        {WithRowCaptions({"H0:", "H1:"}, RowsOfProportions()),
+         "0.5\t0.5\n0.5\t0.4",
+         "H1: Sum of Proportions in Row 2 Must Equal 1.",
+         {2, 2}},
     };
     for (const Refusal& refusal : refusals) {
         Messages.Texts.clear();

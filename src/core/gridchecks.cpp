@@ -103,34 +103,36 @@ bool HasGoodPairs(const GridCells& cells, i16 row, i16 column, Leaving leaving) 
     return true;
 }
 
-// Symmetric elimination: what is left of a pair after the variables before it is their covariance
-// with those held fixed. A variable of which nothing is left is a sum of those before it.
-bool IsPositiveDefinite(const GridCells& cells) {
+// Symmetric elimination of the variables before the row: what is left of a pair is their covariance
+// with those held fixed. A variable of which nothing is left is a sum of those before it. The pairs
+// of those before it are known to be good.
+bool IsGoodPartialPair(const GridCells& cells, i16 row, i16 column) {
     const i16 k = cells.Rows();
     Array2<f64> left(1, k, 1, k);
     for (i16 i = 1; i <= k; ++i)
         for (i16 j = 1; j <= k; ++j)
             left(i, j) = f64{cells.Value(i, j)};
-    constexpr f64 nothing = 1e-6;
-    for (i16 p = 1; p <= k; ++p) {
-        for (i16 i = static_cast<i16>(p + 1); i <= k; ++i) {
-            const f64 partial = left(p, i) / std::sqrt(left(p, p) * left(i, i));
-            if (!(std::abs(partial) < 1 - nothing))
-                return RefuseCorrelation(p, i, partial);
-        }
+    for (i16 p = 1; p < row; ++p)
         for (i16 i = static_cast<i16>(p + 1); i <= k; ++i)
             for (i16 j = static_cast<i16>(p + 1); j <= k; ++j)
                 left(i, j) -= left(i, p) * left(p, j) / left(p, p);
-    }
-    return true;
+    constexpr f64 nothing = 1e-6;
+    const f64 partial = left(row, column) / std::sqrt(left(row, row) * left(column, column));
+    return std::abs(partial) < 1 - nothing || RefuseCorrelation(row, column, partial);
 }
 
+bool HasVariance(const GridCells& cells, i16 i) {
+    return cells.Has(i, i) && cells.Value(i, i) > 0;
+}
+
+// In the last look each pair is told of at its own cell, above the diagonal; a variance that is
+// still missing is told of later.
 GridCheck MatrixCheck() {
     return [](const GridCells& cells, i16 row, i16 column, Leaving leaving) {
         if (!HasGoodPairs(cells, row, column, leaving))
             return false;
-        return leaving != Leaving::Grid || !IsLastCell(cells, row, column) ||
-               IsPositiveDefinite(cells);
+        return leaving != Leaving::Grid || row >= column || !HasVariance(cells, column) ||
+               IsGoodPartialPair(cells, row, column);
     };
 }
 
@@ -263,10 +265,7 @@ GridCheck CellsAddToOne() {
     return [](const GridCells& cells, i16 row, i16 column, Leaving leaving) {
         if (leaving != Leaving::Grid || !IsLastCell(cells, row, column))
             return true;
-        f64 sum = 0;
-        for (i16 i = 1; i <= cells.Rows(); ++i)
-            sum += cells.RowSum(i);
-        return !Differs(sum, 1) || Refuse("Sum of Probabilities Must Equal 1.");
+        return !Differs(cells.Sum(), 1) || Refuse("Sum of Probabilities Must Equal 1.");
     };
 }
 

@@ -62,6 +62,12 @@ std::string CellText(f32 value) {
     return {text.data(), end.ptr};
 }
 
+std::string SumText(f64 sum) {
+    if (std::abs(sum) >= f64{std::numeric_limits<f32>::max()})
+        return "";
+    return "Sum: " + CellText(static_cast<f32>(sum));
+}
+
 bool HoldsNumber(const std::string& text) {
     return text.find_first_of("0123456789") != std::string::npos;
 }
@@ -216,6 +222,13 @@ f64 GridCells::RowSum(i16 row) const {
     return sum;
 }
 
+f64 GridCells::Sum() const {
+    f64 sum = 0;
+    for (i16 row = 1; row <= Rows(); ++row)
+        sum += RowSum(row);
+    return sum;
+}
+
 // --- What a test asks ---------------------------------------------------------------------------
 
 bool HasGridValue(i16 parNo, f64 min, f64 max) {
@@ -342,10 +355,11 @@ std::string RowSumText(i16 row) {
     const Grid& grid = CurrentGrid();
     if (!grid.RowSum || (grid.RowOfSum != 0 && grid.RowOfSum != row))
         return "";
-    const f64 sum = GridCells(GridText).RowSum(row);
-    if (std::abs(sum) >= f64{std::numeric_limits<f32>::max()})
-        return "";
-    return "Sum: " + CellText(static_cast<f32>(sum));
+    return SumText(GridCells(GridText).RowSum(row));
+}
+
+std::string GridSumText() {
+    return CurrentGrid().AddsUp ? SumText(GridCells(GridText).Sum()) : "";
 }
 
 std::optional<GridCell> AcceptGrid() {

@@ -41,6 +41,8 @@ class GridCells {
     // Are all cells of the row filled, and what do those that are add up to?
     bool HasRow(i16 row) const;
     f64 RowSum(i16 row) const;
+    // And all cells that are filled?
+    f64 Sum() const;
 
   private:
     const Array2<std::string>& texts_;
@@ -72,6 +74,7 @@ struct Grid {
     std::string Diagonal = "";   // of a symmetric grid: what it holds, if it is not to be entered
     std::optional<f64> RowSum{}; // what a row has to add up to: its sum is shown beside it
     i16 RowOfSum = 0;            // the only row that has to; 0: each
+    bool AddsUp = false;         // all cells together have to: their sum is shown below
     std::string Start = "";      // of a cell that was never filled
     // The same for each cell by itself, in the place of Start; and what a cell holds that is not to
     // be entered, empty for all others.
@@ -140,6 +143,8 @@ std::string GridAsText();
 // "Sum: 0.9" for a row that has to add up to something; empty for any other, and for a sum that no
 // store can hold.
 std::string RowSumText(i16 row);
+// The same of all cells of a grid that adds up.
+std::string GridSumText();
 
 // Checks every cell once more, row by row: the first that is refused, after its message. Nothing if
 // all are good: the stores hold the figures.

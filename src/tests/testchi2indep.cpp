@@ -71,7 +71,8 @@ std::vector<Grid> TESTCHI2INDEP::TableGrids(i16 /*parNo*/) {
              .Title = "Probability in Category (X, Y)",
              .RowHeads = "X",
              .ColumnHeads = "Y",
-             .Check = AllOf({ProbabilityCells(1), CellsAddToOne()})}};
+             .Check = AllOf({ProbabilityCells(1), CellsAddToOne()}),
+             .AddsUp = true}};
 }
 
 // The sum over all cells of (p - e)^2/e, where e is the product of the margins.

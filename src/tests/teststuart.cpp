@@ -52,7 +52,8 @@ Grid ProbabilitiesGrid(i16 lines) {
             .Title = "Probability in Category (X, Y)",
             .RowHeads = "X",
             .ColumnHeads = "Y",
-            .Check = AllOf({ProportionCells(), CellsAddToOne()})};
+            .Check = AllOf({ProportionCells(), CellsAddToOne()}),
+            .AddsUp = true};
 }
 
 // --- Its simulation ------------------------------------------------------------------------------

@@ -23,6 +23,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace quorvanta {
 
@@ -89,7 +90,8 @@ QLabel* MakeTitle(const std::string& title, QWidget* parent) {
 
 // --- frmGridTable -------------------------------------------------------------------------------
 
-frmGridTable::frmGridTable(QWidget* parent) : QDialog(parent), tblGrid_(new QTableWidget(this)) {
+frmGridTable::frmGridTable(QWidget* parent)
+    : QDialog(parent), tblGrid_(new QTableWidget(this)), lblSum_(new QLabel(this)) {
     setObjectName("frmGridTable");
     setWindowTitle(ToQt(GridCaption()));
     MakeTable();
@@ -100,13 +102,9 @@ frmGridTable::frmGridTable(QWidget* parent) : QDialog(parent), tblGrid_(new QTab
     txtText_->setObjectName("txtText");
     connect(txtText_, &ValueBox::textChanged, this, &frmGridTable::txtText_Change);
     connect(txtText_, &GridBox::Step, this, &frmGridTable::StepTo);
-    connect(txtText_, &GridBox::Move, this, [this](int rows, int columns) {
-        MoveToCell({static_cast<i16>(at_.Row + rows), static_cast<i16>(at_.Column + columns)});
-    });
-    connect(txtText_, &GridBox::PasteBlock, this, [this](const QString& text) {
-        PasteIntoGrid(at_.Row, at_.Column, FromQt(text));
-        DrawGrid();
-    });
+    connect(txtText_, &GridBox::Move, this, &frmGridTable::StepInDirection);
+    connect(txtText_, &GridBox::PasteBlock, this, &frmGridTable::PasteBlock);
+    connect(txtText_, &GridBox::UndoBlock, this, &frmGridTable::UndoBlock);
     connect(txtText_, &GridBox::CopyGrid, this, &frmGridTable::cmdCopyGrid_Click);
 
     QPushButton* cmdClearRow =
@@ -127,6 +125,10 @@ frmGridTable::frmGridTable(QWidget* parent) : QDialog(parent), tblGrid_(new QTab
     auto* column = new QVBoxLayout(this);
     column->addWidget(MakeTitle(CurrentGrid().Title, this));
     column->addWidget(tblGrid_);
+    lblSum_->setObjectName("lblSum");
+    lblSum_->setAlignment(Qt::AlignRight);
+    lblSum_->setVisible(CurrentGrid().AddsUp);
+    column->addWidget(lblSum_);
     column->addStretch(1);
     column->addLayout(buttons);
     DrawGrid();
@@ -189,9 +191,14 @@ void frmGridTable::showEvent(QShowEvent* event) {
     txtText_->setFocus(Qt::TabFocusReason);
 }
 
+// Enter presses the button that has the focus, whatever the desktop thinks of that: it has led from
+// cell to cell up to there.
 void frmGridTable::keyPressEvent(QKeyEvent* event) {
+    auto* button = qobject_cast<QPushButton*>(focusWidget());
     if (event->key() == Qt::Key_Escape)
         cmdCancel_Click();
+    else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && button != nullptr)
+        button->click();
     else
         QDialog::keyPressEvent(event);
 }
@@ -214,6 +221,7 @@ void frmGridTable::DrawRow(i16 row) {
 }
 
 void frmGridTable::DrawSums() {
+    lblSum_->setText(ToQt(GridSumText()));
     if (!CurrentGrid().RowSum)
         return;
     for (i16 row = 1; row <= CurrentGrid().Rows; ++row) {
@@ -294,7 +302,38 @@ void frmGridTable::StepTo(int steps) {
         findChild<QPushButton*>("cmdCancel")->setFocus(Qt::BacktabFocusReason);
 }
 
+// Past cells that can't be entered.
+void frmGridTable::StepInDirection(int rows, int columns) {
+    const auto isInside = [](int row, int column) {
+        return row >= 1 && row <= CurrentGrid().Rows && column >= 1 &&
+               column <= CurrentGrid().Columns;
+    };
+    int row = at_.Row + rows;
+    int column = at_.Column + columns;
+    while (isInside(row, column) && IsLockedCell(static_cast<i16>(row), static_cast<i16>(column))) {
+        row += rows;
+        column += columns;
+    }
+    MoveToCell({static_cast<i16>(row), static_cast<i16>(column)});
+}
+
+void frmGridTable::PasteBlock(const QString& text) {
+    former_ = GridText;
+    PasteIntoGrid(at_.Row, at_.Column, FromQt(text));
+    DrawGrid();
+}
+
+// The second time it takes itself back.
+void frmGridTable::UndoBlock() {
+    if (!former_)
+        return;
+    std::swap(*former_, GridText);
+    DrawGrid();
+    txtText_->selectAll();
+}
+
 void frmGridTable::txtText_Change() {
+    former_.reset();
     const std::string typed = OnlyAllowed(FromQt(txtText_->text()));
     txtText_->Accept(ToQt(typed));
     GridOK(at_.Row, at_.Column, typed, Leaving::Nothing);
@@ -311,8 +350,10 @@ void frmGridTable::cmdOK_Click() {
     if (!refused)
         return accept();
     at_ = *refused;
+    if (IsLockedCell(at_.Row, at_.Column))
+        at_ = Beside(-1).Row > 0 ? Beside(-1) : Beside(1);
     DrawGrid();
-    MoveToCell(*refused);
+    MoveToCell(at_);
     txtText_->SetRefused(true);
 }
 
@@ -321,6 +362,7 @@ void frmGridTable::cmdCancel_Click() {
 }
 
 void frmGridTable::cmdClearRow_Click() {
+    former_ = GridText;
     ClearGridRow(at_.Row);
     DrawGrid();
     txtText_->setFocus();

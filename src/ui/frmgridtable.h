@@ -6,6 +6,9 @@
 
 #include <QDialog>
 
+#include <optional>
+#include <string>
+
 class QLabel;
 class QPushButton;
 class QTableWidget;
@@ -46,6 +49,9 @@ class frmGridTable : public QDialog {
     bool LeaveFor(GridCell cell);
     GridCell Beside(int steps) const;
     void StepTo(int steps);
+    void StepInDirection(int rows, int columns);
+    void PasteBlock(const QString& text);
+    void UndoBlock();
 
     void txtText_Change();
     void cmdOK_Click();
@@ -55,8 +61,10 @@ class frmGridTable : public QDialog {
 
     QTableWidget* tblGrid_;
     GridBox* txtText_;
+    QLabel* lblSum_; // of all cells, where they have to add up
     QPushButton* cmdOK_ = nullptr;
     GridCell at_{1, 1};
+    std::optional<Array2<std::string>> former_; // before a block came in or a row was cleared
 };
 
 // A look at the filled grids of the current analysis.

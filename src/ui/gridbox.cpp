@@ -28,7 +28,9 @@ bool GridBox::IsAtEdge(bool right) const {
 }
 
 void GridBox::keyPressEvent(QKeyEvent* event) {
-    const bool isPlain = event->modifiers() == Qt::NoModifier;
+    // Arrow keys of the number pad, and all those of some keyboards, say that they are.
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    const bool isPlain = modifiers == Qt::NoModifier;
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -46,7 +48,7 @@ void GridBox::keyPressEvent(QKeyEvent* event) {
         }
         break;
     case Qt::Key_C:
-        if (event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier)) {
+        if (modifiers == (Qt::ControlModifier | Qt::ShiftModifier)) {
             emit CopyGrid();
             return event->accept();
         }
@@ -56,6 +58,10 @@ void GridBox::keyPressEvent(QKeyEvent* event) {
     }
     if (event->matches(QKeySequence::Paste) && PastesBlock())
         return event->accept();
+    if (event->matches(QKeySequence::Undo) && !isUndoAvailable()) {
+        emit UndoBlock();
+        return event->accept();
+    }
     ValueBox::keyPressEvent(event);
 }
 

@@ -19,6 +19,8 @@ class GridBox : public ValueBox {
     // A block of figures comes in.
     void PasteBlock(const QString& text);
     void CopyGrid();
+    // Nothing was typed that the box could take back.
+    void UndoBlock();
 
   protected:
     bool event(QEvent* event) override;
