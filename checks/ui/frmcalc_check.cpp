@@ -211,7 +211,7 @@ TEST_F(CalcWindow, TellsThatThereIsNoSolution) {
         << line.currentMessage().toStdString();
     EXPECT_TRUE(line.currentMessage().endsWith(", and 0.99 is asked."))
         << line.currentMessage().toStdString();
-    Type(size2_, "60");
+    Type(size1_, "60");
     Press(power_);
     EXPECT_NE(Value(power_), "-");
     EXPECT_EQ(line.currentMessage(), "") << "nothing stands in the way any more";
