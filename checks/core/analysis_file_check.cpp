@@ -596,6 +596,7 @@ TEST_F(GridFiles, AValueThatDerivesFromAGridComesBackWithIt) {
     OpenWithMeans(CalculationWindow);
     ASSERT_EQ(ParText(Kind::SdOfMeans), derived);
     const std::string path = SaveTo("means.dim");
+    ParText(Kind::SdOfMeans) = "7"; // of another analysis
     Open(path);
     EXPECT_EQ(AnalysisNo, 2);
     EXPECT_EQ(HasGridData, True);

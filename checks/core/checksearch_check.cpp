@@ -12,7 +12,8 @@ class CheckSearch : public AnalysisFixture {
     void SetUp() override {
         AnalysisFixture::SetUp();
         NoOfPar = 4;
-        const i16 kinds[] = {0, 1, 57, 58, 2};
+        const i16 kinds[] = {Kind::SignificanceLevel, Kind::Power, Kind::H0Mean, Kind::H1Mean,
+                             Kind::Sd};
         for (i16 i = 0; i <= NoOfPar; ++i) {
             ParKind(i) = kinds[i];
             ParText(kinds[i]) = "1";

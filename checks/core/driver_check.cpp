@@ -306,7 +306,7 @@ TEST_F(Driver, AChangeTakesTheResultAway) {
 
 TEST_F(Driver, AHandChangeOfAGridValueDiscardsTheGrid) {
     OpenTTest();
-    ParKind(3) = 34;
+    ParKind(3) = Kind::SdOfMeans;
     HasGridData = True;
     HasDistrGraph = True;
     EXPECT_TRUE(IsBluePar(3));
@@ -326,7 +326,7 @@ TEST_F(Driver, ABlueLabelSolvesLikeAnyOther) {
     const std::string plain = Solve(h1Difference);
     ASSERT_NE(plain, "-");
     Calculated = False;
-    ParKind(position) = 34; // a kind that comes from a grid
+    ParKind(position) = Kind::SdOfMeans;
     ParText(Kind::SdOfMeans) = "1";
     HasGridData = True;
     ASSERT_TRUE(IsBluePar(position));

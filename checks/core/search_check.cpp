@@ -72,13 +72,13 @@ TEST_F(Search, AFaultWhileTheLimitsAreNarrowedIsARunTimeError) {
 TEST_F(Search, TakesAsManyEvaluationsAsItsStepsSay) {
     f64 root = 0;
     OpenPlan("0.05", "0.80", "0.5", "1");
-    EXPECT_EQ(Evaluations(4, root), 20);
+    EXPECT_EQ(Evaluations(Kind::Size1, root), 20);
     EXPECT_NEAR(root, 63.7860281, 1e-4);
     OpenPlan("0.01", "0.90", "1.2", "2");
-    EXPECT_EQ(Evaluations(4, root), 21);
+    EXPECT_EQ(Evaluations(Kind::Size1, root), 21);
     EXPECT_NEAR(root, 84.3566736, 1e-4);
     OpenPlan("0.05", "0.80", "0.5", "1");
-    EXPECT_EQ(Evaluations(62, root), 26);
+    EXPECT_EQ(Evaluations(Kind::H1Mean2Minus1, root), 26);
     EXPECT_NEAR(root, 0.735759404, 1e-5);
 }
 
@@ -247,9 +247,12 @@ TEST_F(Location, TheMarksOfARangeThatWasSearchedToItsEndAreNoRoots) {
             EXPECT_TRUE(platform.Messages.empty()) << next;
         }
     }
-    EXPECT_EQ(LocationAt(99999), "-") << "no value";
-    EXPECT_TRUE(SaysCantCalculate());
+    for (const f64 noValue : {99999.0, -99999.0}) {
+        EXPECT_EQ(LocationAt(noValue), "-") << noValue << " is no value";
+        EXPECT_TRUE(SaysCantCalculate());
+    }
     EXPECT_EQ(LocationAt(99998), "99998");
+    EXPECT_EQ(LocationAt(-99998), "-99998");
 }
 
 // While a run shows its progress each evaluation lets an event through.

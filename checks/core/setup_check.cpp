@@ -182,6 +182,14 @@ TEST_F(SetUp, TheUnknownAndTheAxesAreParametersOfTheNewList) {
     EXPECT_NE(UnknownParNo, XParNo);
     EXPECT_NE(UnknownParNo, ZParNo);
     EXPECT_NE(XParNo, ZParNo);
+    // A list of three: the places of a longer one go beyond it.
+    OpenDistribution(DistrExponential, 1, ProcedureEstimate);
+    ChooseSamples(OneSample);
+    AcceptOptions();
+    EXPECT_EQ(NoOfPar, 2);
+    EXPECT_EQ(UnknownParNo, 1);
+    EXPECT_EQ(XParNo, 2);
+    EXPECT_EQ(ZParNo, 0);
 }
 
 TEST_F(SetUp, TheUnpairedTestOffersItsOptions) {

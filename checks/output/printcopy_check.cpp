@@ -128,7 +128,7 @@ TEST_F(Outputs, TheSummaryInFrontIsCopiedAlone) {
     OpenWithResult(TableWindow);
     platform.Show(FloatingWindow::Summary);
     FileCommand(FileCopyOutput);
-    EXPECT_EQ(platform.PlainClipboard.find("\n\n"), std::string::npos);
+    EXPECT_EQ(platform.PlainClipboard, SumStatement());
     EXPECT_EQ(platform.RtfClipboard, RtfDocument(SumStatement()));
     EXPECT_EQ(platform.Texts(),
               std::vector<std::string>{

@@ -572,6 +572,11 @@ TEST_F(Estimation, ASoughtSecondSampleIsAtMostItsPopulation) {
     upper = ParMax(Kind::Population2);
     SelSearchLimits(lower, upper);
     EXPECT_EQ(lower, 120);
+    UnknownParNo = PositionOf(Kind::Population1);
+    lower = ParMin(Kind::Population1);
+    upper = ParMax(Kind::Population1);
+    SelSearchLimits(lower, upper);
+    EXPECT_EQ(lower, 50);
 }
 
 // Nor does a population that is sought limit its sample by what its box held before.

@@ -349,6 +349,18 @@ TEST_F(Means, OnTheLogScaleEachLocationIsRounded) {
     Put(Kind::H0Median, 3);
     Put(Kind::H1Median, 3.1);
     EXPECT_EQ(ReadMeans().Delta, 0.0327898264F);
+    // And of two samples, whose medians are equal under H0.
+    OpenDistribution(DistrLognormal, 0, ProcedureTest);
+    ChooseSamples(TwoSamples);
+    Pick(Group::Median2, AsValue);
+    AcceptOptions();
+    Put(Kind::H0Median2Over1, 1);
+    Put(Kind::H1Median1, 2);
+    Put(Kind::H1Median2, 2.6);
+    EXPECT_EQ(ReadMeans().Delta, 0.262364209F);
+    Put(Kind::H1Median1, 3);
+    Put(Kind::H1Median2, 3.1);
+    EXPECT_EQ(ReadMeans().Delta, 0.0327898264F);
 }
 
 TEST_F(Means, EqualDeviationsAndSizesMakeSatterthwaiteTheUsualTest) {

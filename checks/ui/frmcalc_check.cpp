@@ -211,10 +211,27 @@ TEST_F(CalcWindow, TellsThatThereIsNoSolution) {
         << line.currentMessage().toStdString();
     EXPECT_TRUE(line.currentMessage().endsWith(", and 0.99 is asked."))
         << line.currentMessage().toStdString();
-    Type(size2_, "60");
+    Type(size1_, "60");
     Press(power_);
     EXPECT_NE(Value(power_), "-");
     EXPECT_EQ(line.currentMessage(), "") << "nothing stands in the way any more";
+}
+
+TEST_F(CalcWindow, TellsTheSizesBesideARatio) {
+    Trigger("mnuStudent(0)");
+    hands::Click(Options(), "optIntPar1(2)"); // the sizes as a ratio
+    AcceptOptions();
+    const int ratio = PlaceOf("Sample Size &2 / Sample Size 1");
+    ASSERT_GE(ratio, 0);
+    size1_ = PlaceOf("Sample Size &1");
+    Type(size1_, "17");
+    Type(ratio, "1.5");
+    Press(PlaceOf("&Power"));
+    const QString sizes = "Total sample size of 43 (17 in sample 1 and 26 in sample 2)";
+    EXPECT_EQ(Box(size1_).toolTip(), sizes);
+    EXPECT_EQ(Box(ratio).toolTip(), sizes);
+    Type(ratio, "2");
+    EXPECT_EQ(Box(size1_).toolTip(), "") << "no longer what was calculated with";
 }
 
 // --- Typing -----------------------------------------------------------------------------------

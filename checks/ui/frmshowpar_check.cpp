@@ -20,6 +20,8 @@
 #include <QTest>
 #include <QWheelEvent>
 
+#include <utility>
+
 namespace quorvanta {
 namespace {
 
@@ -335,6 +337,28 @@ TEST_F(ShowParWindow, RefusesACharacterAndLeavesTheRest) {
     EXPECT_FALSE(Window().findChild<QAction*>("mnuGetInfo(3)")->isEnabled());
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
     EXPECT_EQ(QApplication::focusWidget(), &ParBox("txtXstepValue"));
+}
+
+TEST_F(ShowParWindow, MarksTextsThatAreReadAsOtherNumbers) {
+    const auto isMarked = [this](const char* box) {
+        return ParBox(box).findChild<QAction*>("actReading")->isVisible();
+    };
+    const std::pair<const char*, std::pair<const char*, const char*>> typed[] = {
+        {"txtXminValue", {"0.1.2", "0.1.2 is read as 0.1"}},
+        {"txtXmaxValue", {"12-5", "12-5 is read as 12"}},
+        {"txtXstepValue", {"15,420", "15,420 is read as 15.42"}},
+        {"txtZValue", {"0.01 0.8,0.9", "0.8,0.9 is read as 0.8"}},
+        {"txtParValue(0)", {"1.2.3", "1.2.3 is read as 1.2"}}};
+    for (const auto& [box, text] : typed) {
+        const QString before = Text(box);
+        EXPECT_FALSE(isMarked(box)) << box;
+        TypeIntoBox(box, text.first);
+        EXPECT_TRUE(isMarked(box)) << box;
+        EXPECT_EQ(ParBox(box).toolTip(), text.second);
+        EXPECT_EQ(hands::TextOf(Window(), "lblStatus"), text.second);
+        TypeIntoBox(box, before);
+        EXPECT_FALSE(isMarked(box)) << box;
+    }
 }
 
 // --- Messages ---------------------------------------------------------------------------------
@@ -707,6 +731,7 @@ TEST_F(ShowParWindow, NamesItsListsForAScreenReader) {
              QAccessible::queryAccessibleInterface(&List(k))->relations(QAccessible::Label))
             heard << label->text(QAccessible::Name);
         EXPECT_EQ(heard, QStringList{names[k]});
+        EXPECT_EQ(List(k).accessibleName(), names[k]);
     }
     for (QLabel* label : Parameters().findChildren<QLabel*>())
         EXPECT_FALSE(
