@@ -481,31 +481,35 @@ def anova_rows(draw):
                       (None, 0, 0), adjusted), None
 
 
+def t_row(draw, menu, samples, checks, groups, layout, design, tails):
+    """A t-test: design(values) -> df, observations behind each estimate."""
+    left = tails == 1 and draw.random() < 0.5
+    alpha = draw.choice((0.001, 0.01, 0.05, 0.3))
+    sd = draw.choice((0.001, 1, 37, 9000))
+    df, per_mean = design(layout)
+    se = sd / math.sqrt(per_mean)
+    values = {LEVEL: alpha, 247: 0, 137: sd, **layout}
+    if tails == 3:
+        values[6], values[7] = float(f'{-5 * se:.3g}'), float(f'{6 * se:.3g}')
+        values[247] = float(f'{draw.choice((0, 0.7, -1)) * se:.3g}')
+    else:
+        size = draw.choice((0.3, 1.5, 2.5, 4)) * se * (-1 if left else 1)
+        values[247] = float(f'{size:.3g}')
+
+    def power(law, v):
+        df, per_mean = design(v)
+        limits = (v[6], v[7]) if tails == 3 else None
+        return t_power((exact_t, approximate_t)[law], v[LEVEL], tails, v[247],
+                       v[137] / math.sqrt(per_mean), df, left, limits)
+    return Row(menu, samples, checks, groups, values, power, tails, left)
+
+
 def contrast_rows(draw):
     """t-tests: the error's degrees of freedom from the model, the contrast's variance from its
     coefficients on the means."""
     def row(menu, checks, groups, layout, design):
         tails = draw.choice((1, 2, 3) if menu == 10 else (1, 2))
-        left = tails != 2 and draw.random() < 0.5
-        alpha = draw.choice((0.001, 0.01, 0.05, 0.3))
-        sd = draw.choice((0.001, 1, 37, 10000))
-        df, per_mean = design(layout)
-        se = sd / math.sqrt(per_mean)
-        values = {LEVEL: alpha, 247: 0, 137: sd, **layout}
-        if tails == 3:
-            left = False
-            values[6], values[7] = float(f'{-5 * se:.3g}'), float(f'{6 * se:.3g}')
-            values[247] = float(f'{draw.choice((0, 0.7, -1)) * se:.3g}')
-        else:
-            size = draw.choice((0.3, 1.5, 2.5, 4)) * se * (-1 if left else 1)
-            values[247] = float(f'{size:.3g}')
-
-        def power(law, v):
-            df, per_mean = design(v)
-            limits = (v[6], v[7]) if tails == 3 else None
-            return t_power((exact_t, approximate_t)[law], v[LEVEL], tails, v[247],
-                           v[137] / math.sqrt(per_mean), df, left, limits)
-        return Row(menu, 3, [10, *checks], groups, values, power, tails, left)
+        return t_row(draw, menu, 3, [10, *checks], groups, layout, design, tails)
 
     def error_df(found):
         return found[1]
@@ -548,6 +552,27 @@ def contrast_rows(draw):
                                            v[270] * v[245])))
         yield row(18, [], {}, {238: draw.choice((4, 6)), 246: draw.choice((5, 10))},
                   lambda v: (error_df(random_blocks(v[238], v[246], 0)), v[246]))
+
+
+def combination_rows(draw):
+    """Linear combinations of the measurements of a subject, or of a subject of each group: the
+    variance of their mean is that of one, over the subjects of each group."""
+    one = {256: 4}
+    for tails in (1, 1, 2, 3):
+        n = draw.choice((12, 40, 1000))
+        layout = {**one, 248: n}
+        for menu, groups in ((20, {39: 2}), (30, {}), (40, {})):
+            yield t_row(draw, menu, 1, [14], groups, layout, lambda v: (v[248] - 1, v[248]), tails)
+        yield t_row(draw, 20, 1, [14], {39: 0}, {**layout, 2: 1, 220: 0.4},
+                    lambda v: (v[248] - 1, v[248]), tails)
+        for shape, more in ((2, {}), (0, {2: 1, 220: 0.4})):
+            yield t_row(draw, 21, 3, [14], {39: shape},
+                        {**more, **one, 238: draw.choice((2, 5)), 326: draw.choice((5, 8))},
+                        lambda v: (v[238] * v[326] - v[238], v[326]), tails)
+        yield t_row(draw, 31, 2, [14], {2: 0}, {**one, 4: draw.choice((6, 9)), 37: draw.choice((7, 90))},
+                    lambda v: (v[4] + v[37] - 2, 1 / (1 / v[4] + 1 / v[37])), tails)
+        yield t_row(draw, 41, 2, [14], {}, {**one, 238: 2, 320: draw.choice((12, 14))},
+                    lambda v: (v[320] - 2, v[320] / 2), tails)
 
 
 def contrast_of_squares(row):
@@ -663,6 +688,7 @@ def main():
             lines.append(row.of(size, {328: 1.0, 327: 2.0, 4: 3.0}[size], row.values[size] * 3 + 10,
                                 draw.choice((0.8, 0.95))))
     lines += [row.of_power() for row in contrast_rows(draw)]
+    lines += [row.of_power() for row in combination_rows(draw)]
     lines += [row.of_power() for row in repeated_rows(draw)]
     print('\n'.join(line for line in lines if line))
 
