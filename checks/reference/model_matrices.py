@@ -481,10 +481,11 @@ def anova_rows(draw):
                       (None, 0, 0), adjusted), None
 
 
-def t_row(draw, menu, samples, checks, groups, layout, design, tails):
-    """A t-test: design(values) -> df, observations behind each estimate."""
+def t_row(draw, menu, samples, checks, groups, layout, design, tails, corner=True):
+    """A t-test: design(values) -> df, observations behind each estimate. Not at a corner: where one
+    more degree of freedom is to be seen."""
     left = tails == 1 and draw.random() < 0.5
-    alpha = draw.choice((0.001, 0.01, 0.05, 0.3))
+    alpha = draw.choice((0.001, 0.01, 0.05, 0.3)) if corner else 0.01
     sd = draw.choice((0.001, 1, 37, 9000))
     df, per_mean = design(layout)
     se = sd / math.sqrt(per_mean)
@@ -493,7 +494,7 @@ def t_row(draw, menu, samples, checks, groups, layout, design, tails):
         values[6], values[7] = float(f'{-5 * se:.3g}'), float(f'{6 * se:.3g}')
         values[247] = float(f'{draw.choice((0, 0.7, -1)) * se:.3g}')
     else:
-        size = draw.choice((0.3, 1.5, 2.5, 4)) * se * (-1 if left else 1)
+        size = (draw.choice((0.3, 1.5, 2.5, 4)) if corner else 3) * se * (-1 if left else 1)
         values[247] = float(f'{size:.3g}')
 
     def power(law, v):
@@ -558,21 +559,23 @@ def combination_rows(draw):
     """Linear combinations of the measurements of a subject, or of a subject of each group: the
     variance of their mean is that of one, over the subjects of each group."""
     one = {256: 4}
-    for tails in (1, 1, 2, 3):
-        n = draw.choice((12, 40, 1000))
+    for tails, corner in ((1, True), (1, False), (2, True), (2, False), (3, True)):
+        n = draw.choice((12, 40, 1000)) if corner else 12
         layout = {**one, 248: n}
         for menu, groups in ((20, {39: 2}), (30, {}), (40, {})):
-            yield t_row(draw, menu, 1, [14], groups, layout, lambda v: (v[248] - 1, v[248]), tails)
+            yield t_row(draw, menu, 1, [14], groups, layout, lambda v: (v[248] - 1, v[248]),
+                        tails, corner)
         yield t_row(draw, 20, 1, [14], {39: 0}, {**layout, 2: 1, 220: 0.4},
-                    lambda v: (v[248] - 1, v[248]), tails)
+                    lambda v: (v[248] - 1, v[248]), tails, corner)
         for shape, more in ((2, {}), (0, {2: 1, 220: 0.4})):
             yield t_row(draw, 21, 3, [14], {39: shape},
                         {**more, **one, 238: draw.choice((2, 5)), 326: draw.choice((5, 8))},
-                        lambda v: (v[238] * v[326] - v[238], v[326]), tails)
-        yield t_row(draw, 31, 2, [14], {2: 0}, {**one, 4: draw.choice((6, 9)), 37: draw.choice((7, 90))},
-                    lambda v: (v[4] + v[37] - 2, 1 / (1 / v[4] + 1 / v[37])), tails)
+                        lambda v: (v[238] * v[326] - v[238], v[326]), tails, corner)
+        yield t_row(draw, 31, 2, [14], {2: 0},
+                    {**one, 4: draw.choice((6, 9)), 37: draw.choice((7, 90))},
+                    lambda v: (v[4] + v[37] - 2, 1 / (1 / v[4] + 1 / v[37])), tails, corner)
         yield t_row(draw, 41, 2, [14], {}, {**one, 238: 2, 320: draw.choice((12, 14))},
-                    lambda v: (v[320] - 2, v[320] / 2), tails)
+                    lambda v: (v[320] - 2, v[320] / 2), tails, corner)
 
 
 def contrast_of_squares(row):
