@@ -574,17 +574,19 @@ def fisher():
         row("NcFCdf", f, df1, df2, lam, exact=exact, tolerance=deviation(
             formula.ncf_cdf(f, df1, df2, lam), exact) + rounding + 4 * U)
 
-    def power_section(what, some):
-        section("NcFCdf", what + ", f at the 5 % critical value, lambda for powers of 0.5 to 0.95",
-                "the formula itself, and rounding of the beta function")
+    def power_section(what, some, percent=5):
+        section("NcFCdf", f"{what}, f at the {percent:g} % critical value, lambda for powers of 0.5 to "
+                "0.95", "the formula itself, and rounding of the beta function")
         for df1, df2 in some:
-            f = round32(special.fdtri(df1, df2, 0.95))
+            f = round32(special.fdtri(df1, df2, 1 - percent / 100))
             for power in (0.5, 0.8, 0.9, 0.95):
                 lam = round32(optimize.brentq(lambda v: 1 - ncf(f, df1, df2, v) - power, 0.1, 300))
                 ncf_row(f, df1, df2, lam)
 
     power_section("df1 to 10, df2 to 100", cases((1, 2, 5, 10), (10, 20, 100)))
     power_section("df1 to 10, df2 from 200 to 999", cases((1, 2, 5, 10), (200, 500, 999)))
+    for percent in (1, 0.1):
+        power_section("df1 to 10, df2 from 200 to 999", cases((1, 2, 5, 10), (200, 500, 999)), percent)
     power_section("both df above 10", cases((11, 20, 60), (20, 100, 500, 5000)))
 
     def nc_section(what, some):

@@ -139,6 +139,28 @@ TEST_F(Anova, ThousandsOfSubjectsCountWithTheDegreesOfFreedomThatTheQuantileKeep
     EXPECT_NEAR(PowerNow(), 0.90005, 0.001);
 }
 
+// What the guards of the incomplete beta function do at a level of 0.001, as docs/accuracy.md
+// tells: scipy has 0.80001 and 0.90092, and with these guards 0.83804 and 0.98112
+// (checks/reference/model_matrices.py).
+TEST_F(Anova, SmallLevelsMeetTheGuardsOfTheBetaFunction) {
+    OpenOneWay();
+    Put(Kind::SignificanceLevel, "0.001");
+    Put(Kind::NoOfGroups, "10");
+    Put(Kind::Size1, "101");
+    Put(Kind::SizeK, "101");
+    Put(Kind::SdOfMeans, "0.17003");
+    EXPECT_NEAR(PowerNow(), 0.83804, 0.001);
+    OpenPlain(blocksOneFactor);
+    Pick(Group::EffectSize, 2);
+    AcceptOptions();
+    Put(Kind::SignificanceLevel, "0.001");
+    Put(Kind::MinMeanDifference, "1050");
+    Put(Kind::Sd, "1");
+    Put(Kind::LevelsA, "2");
+    Put(Kind::NoOfBlocks, "2");
+    EXPECT_NEAR(PowerNow(), 0.98112, 0.001);
+}
+
 TEST_F(Anova, MoreEffectIsMorePowerWhateverTheType) {
     const i16 kinds[] = {Kind::SdOfMeans, Kind::AnyMeanDifference, Kind::MinMeanDifference};
     for (i16 type = 0; type <= 2; ++type) {
@@ -220,6 +242,96 @@ TEST_F(Anova, AContrastIsSoughtOnTheSideOfItsTail) {
     AcceptOptions();
     Put(Kind::Power, "0.8");
     EXPECT_GT(ReadNumber(Solve(Kind::ContrastMean)), 0);
+}
+
+// --- Lists ---------------------------------------------------------------------------------------
+
+using Ks = std::vector<i16>;
+
+Ks Kinds() {
+    return {&ParKind(0), &ParKind(0) + NoOfPar + 1};
+}
+
+Ks Joined(Ks kinds, const Ks& others) {
+    kinds.insert(kinds.end(), others.begin(), others.end());
+    return kinds;
+}
+
+// What follows the effect and its standard deviation, and the mean of a contrast.
+struct LayoutKinds {
+    i16 MenuNo;
+    Ks OfFTest;
+    Ks OfContrast;
+    i16 ContrastMean = 247;
+};
+
+TEST_F(Anova, TheListOfEachDesign) {
+    const LayoutKinds designs[] = {{oneWay, {17, 4, 149}, {17, 326}},
+                                   {ancova, {357, 17, 4, 149}, {357, 17, 326}},
+                                   {twoWay, {238, 239, 327}, {238, 239, 327}},
+                                   {threeWay, {238, 239, 243, 328}, {238, 239, 243, 328}},
+                                   {latinSquare, {244}, {244}},
+                                   {latinSquares, {270, 245}, {270, 245}, 269},
+                                   {latinSquareBlocks, {270, 245}, {270, 245}, 269},
+                                   {blocksOneFactor, {238, 246}, {238, 246}},
+                                   {blocksTwoFactors, {238, 239, 246}, {238, 239, 246}}};
+    const i16 effects[] = {34, 147, 148};
+    for (const LayoutKinds& design : designs) {
+        SCOPED_TRACE(design.MenuNo);
+        for (i16 type = 0; type <= 2; ++type) {
+            OpenPlain(design.MenuNo);
+            Pick(Group::EffectSize, type);
+            AcceptOptions();
+            EXPECT_EQ(Kinds(), Joined({0, 1, effects[type], 2}, design.OfFTest));
+        }
+        OpenContrast(design.MenuNo);
+        EXPECT_EQ(Kinds(), Joined({0, 1, design.ContrastMean, 137}, design.OfContrast));
+    }
+}
+
+TEST_F(Anova, TheListOfAnOption) {
+    const i16 lastSizes[] = {149, 150, 151};
+    for (i16 form = 0; form <= 2; ++form) {
+        OpenPlain(oneWay);
+        Pick(Group::SizeK, form);
+        AcceptOptions();
+        EXPECT_EQ(Kinds(), (Ks{0, 1, 34, 2, 17, 4, lastSizes[form]}));
+    }
+    OpenPlain(twoWay);
+    Tick(Check::Additive);
+    AcceptOptions();
+    EXPECT_EQ(Kinds(), (Ks{0, 1, 34, 2, 238, 239, 328}));
+    OpenPlain(oneWay);
+    Tick(Check::Contrast);
+    ChooseTails(TwoOneSided);
+    AcceptOptions();
+    EXPECT_EQ(Kinds(), (Ks{0, 1, 6, 7, 247, 137, 17, 326}));
+}
+
+TEST_F(Anova, TheOptionsInTheOrderOfTheWindow) {
+    const auto expect = [this](i16 menuNo, const Ks& checks, const Ks& groups) {
+        OpenPlain(menuNo);
+        EXPECT_EQ(Ks(&CheckList(0), &CheckList(0) + NoOfCheck), checks) << menuNo;
+        EXPECT_EQ(Ks(&IntParList(0), &IntParList(0) + NoOfIntPar), groups) << menuNo;
+        CancelOptions();
+    };
+    expect(oneWay, {10}, {17, 18});
+    expect(ancova, {10}, {17, 18});
+    expect(twoWay, {10, 11}, {36, 17});
+    expect(threeWay, {10}, {38, 17});
+    expect(latinSquare, {10}, {17});
+    expect(latinSquares, {10, 15}, {17});
+    expect(latinSquareBlocks, {10, 13}, {17});
+    expect(blocksOneFactor, {10}, {17});
+    expect(blocksTwoFactors, {10, 11}, {36, 17});
+    // A contrast needs no type of effect, and of one factor nothing at all.
+    OpenPlain(oneWay);
+    Tick(Check::Contrast);
+    EXPECT_EQ(NoOfIntPar, 0);
+    CancelOptions();
+    OpenPlain(twoWay);
+    Tick(Check::Contrast);
+    EXPECT_EQ(Ks(&IntParList(0), &IntParList(0) + NoOfIntPar), Ks{36});
 }
 
 // --- Two factors ---------------------------------------------------------------------------------

@@ -565,6 +565,46 @@ TEST_F(Repeated, TheSearchForASizeStartsWhereTheErrorHasADegreeOfFreedom) {
     EXPECT_EQ(lowest(hotellingTwo, Kind::Size1, 2), 3);
 }
 
+TEST_F(Repeated, TheSearchForLevelsEndsWhereTheErrorHasItsLastDegreeOfFreedom) {
+    const auto highest = [this](i16 menuNo) {
+        OpenPlain(menuNo);
+        AcceptOptions();
+        Put(menuNo == hotellingTwo ? Kind::Size1 : Kind::SizeFrom2, "6");
+        if (menuNo == hotellingTwo)
+            Put(Kind::Size2, "3");
+        UnknownParNo = PositionOf(Kind::WithinLevels);
+        f64 lower = 2;
+        f64 upper = 10;
+        SelSearchLimits(lower, upper);
+        return upper;
+    };
+    EXPECT_EQ(highest(hotellingOne), 5);
+    EXPECT_EQ(highest(hotellingTwo), 7);
+    EXPECT_EQ(highest(manovaWithin), 6);
+}
+
+// One mean 2.5 errors apart from all others, 3 subjects: scipy's power is 0.3985 with 2 levels,
+// 0.642 with 6, and 0.621 with 10. Two numbers of levels have 0.63, and the larger one is found.
+TEST_F(Repeated, TheLargerOfTwoNumbersOfLevelsIsFound) {
+    OpenPlain(oneWithin);
+    Pick(Group::CorrelationMatrix, generalMatrix);
+    Pick(Group::EffectSize, 2);
+    AcceptOptions();
+    Put(Kind::SignificanceLevel, "0.05");
+    Put(Kind::MinMeanDifference, "2.5");
+    Put(Kind::WithinError, "1");
+    Put(Kind::Epsilon, "1");
+    Put(Kind::EpsilonBias, "0");
+    Put(Kind::SizeFrom2, "3");
+    Put(Kind::WithinLevels, "2");
+    EXPECT_NEAR(PowerNow(), 0.3985, 0.001);
+    Put(Kind::WithinLevels, "6");
+    EXPECT_NEAR(PowerNow(), 0.6424, 0.001);
+    Type(Kind::Power, "0.63");
+    EXPECT_NE(Solve(Kind::WithinLevels), "-");
+    EXPECT_NEAR(ParValue(PositionOf(Kind::WithinLevels)), 9, 0.3);
+}
+
 TEST_F(Repeated, TheMultivariateTestOfGroupsHasTwoOfThem) {
     for (const i16 tested : {between, within, interaction}) {
         OpenPlain(manovaTwo);
