@@ -33,8 +33,9 @@ The corners worth knowing:
   through 0.5 but jumps there, by 0.008 with 10 degrees of freedom and by 0.08 with 1000; `FCdf` and
   `Chi2Cdf` (which is an F with 10000 degrees of freedom up to df = 21) stay at the same value for
   all smaller arguments, chi-square below 0.1. Critical values are there with one degree of freedom of
-  the error and a level below 0.002 alone: two treatments in two blocks, tested at 0.001, are given a
-  power of 0.98 where 0.90 is exact.
+  the error alone, where no F-test keeps a level below 0.002, or 0.008 with 10 degrees of freedom of
+  the effect: two treatments in two blocks, tested at 0.001, are given a power of 0.98 where 0.90 is
+  exact.
 - `LogGammaStar` is a 32-bit float of 37000 for the 5000 that `Chi2Cdf` hands to it, so chi-square
   up to df = 21 is right to 0.001 only.
 - The beta function's factor 1/B(a, b) is cut off at exp(75): a and b both above 56 reach that, and

@@ -85,6 +85,25 @@ TEST_F(DistrPlot, ATTestHasACentralAndANoncentralT) {
     EXPECT_GT(table.High, 5.5);
 }
 
+// scipy's f.ppf(0.95, 3, 66), ncf.pdf(8, 3, 66, 20) and ncf.cdf of the same.
+TEST_F(DistrPlot, TheTestOfACrossoverHasACentralAndANoncentralF) {
+    ASSERT_NE(PowerOf(MenuChoice(240, MoreSamples, TwoSided), {{Kind::MahalanobisDistance, "0.3"},
+                                                               {Kind::ResidualSd, "0.3"},
+                                                               {Kind::NoOfSequences, "4"},
+                                                               {Kind::NoOfPeriods, "4"},
+                                                               {Kind::NoOfTreatments, "4"},
+                                                               {Kind::SizePerSequence, "6"}}),
+              NoValue);
+    ASSERT_EQ(HasDistrGraph, True);
+    const DistrTable table = CurrentDistributions();
+    EXPECT_EQ(table.What, "Test Statistic (F)");
+    ASSERT_EQ(table.CriticalValues.size(), 1U);
+    EXPECT_NEAR(table.CriticalValues[0], 2.7437108, 0.001);
+    ASSERT_EQ(table.Distributions.size(), 2U);
+    EXPECT_NEAR(Row(table, 1).Density(8), 0.1116973, 0.0005);
+    EXPECT_NEAR(Row(table, 1).Cdf(8), 0.5695928, 0.0005);
+}
+
 // The picture and the equation agree: what is hatched under H0 is the significance level, what is
 // not under H1 the power. The exact tests keep below their level.
 TEST_F(DistrPlot, AreasAreTheLevelAndThePower) {

@@ -285,6 +285,25 @@ TEST_F(Agreement, VarianceOfAConcordance) {
     EXPECT_NEAR(LinVar(52, rho, c, std::sqrt(u2)), printed, 1e-12);
 }
 
+// Where H1 leaves the estimate no variance the direction decides, and not that there is none: total
+// disagreement of two raters, and a perfect correlation of measurements on different scales.
+TEST_F(Agreement, WithoutVarianceUnderH1TheDirectionDecides) {
+    const AnalysisChoice kappa = Menu(menuKappa, OneSided, {{48, 0}});
+    const Values disagreement{{0, "0.05"}, {291, "0.2"}, {292, "-1"}, {102, "0.5"}, {224, "100"}};
+    EXPECT_EQ(PowerOf(kappa, disagreement), 0);
+    EXPECT_EQ(PowerOf(LeftOf(kappa), disagreement), 1);
+    const AnalysisChoice lin = Menu(menuLin, OneSided, {{49, 0}, {50, 0}, {51, 0}});
+    const Values scales{{0, "0.05"}, {295, "0.9"}, {296, "0.8"}, {299, "0"},
+                        {300, "0"},  {303, "1"},   {304, "2"},   {224, "100"}};
+    EXPECT_EQ(PowerOf(lin, scales), 0);
+    EXPECT_EQ(PowerOf(LeftOf(lin), scales), 1);
+    // Two tails reject what lies beyond the critical value only.
+    const AnalysisChoice twoTails = Menu(menuKappa, TwoSided, {{48, 0}});
+    EXPECT_EQ(
+        PowerOf(twoTails, {{0, "0.05"}, {291, "-0.5"}, {292, "-1"}, {102, "0.5"}, {224, "4"}}), 0);
+    EXPECT_EQ(PowerOf(twoTails, disagreement), 1);
+}
+
 // --- Linear programming --------------------------------------------------------------------------
 
 TEST_F(Agreement, LinearProgramming) {
@@ -324,6 +343,26 @@ TEST_F(AgreementGrid, MarginsGiveBothVariances) {
     EXPECT_NEAR(ParseNumber(ParText(Kind::H1KappaVariance)), 0.527650364, 1e-6);
     const RaterMargins margins{{0.2, 0.3, 0.5}, {0.2, 0.3, 0.5}};
     EXPECT_NEAR(ParseNumber(ParText(Kind::H0KappaVariance)), LargestCohenVar(0.4, margins), 1e-6);
+}
+
+// Examples of the R package irr, N2.cohen.kappa, which takes the sizes of V. F. Flack, A. A. Afifi,
+// P. A. Lachenbruch and H. J. A. Schouten, Psychometrika 53, 1988, 321-325: 101, 136 and 18.
+TEST_F(AgreementGrid, SizesOfPublishedRatings) {
+    const auto size = [this](const std::vector<std::string>& margins, const Values& values) {
+        Start(Menu(menuGeneral, OneSided, {{48, 0}}), values);
+        TypedParText(PositionOf(Kind::NoOfCategories), std::to_string(margins.size()));
+        Fill({margins, margins});
+        GetFromTable(PositionOf(Kind::H0KappaVariance));
+        SolveFor(PositionOf(Kind::NoOfSubjects));
+        return ParText(Kind::NoOfSubjects);
+    };
+    Values values{{0, "0.05"}, {1, "0.8"}, {291, "0.4"}, {292, "0.6"}};
+    EXPECT_EQ(size({"0.2", "0.25", "0.55"}, values), "101");
+    values[1] = "0.9";
+    EXPECT_EQ(size({"0.2", "0.25", "0.55"}, values), "136");
+    EXPECT_EQ(size({"0.2", "0.05", "0.2", "0.05", "0.2", "0.3"},
+                   {{0, "0.05"}, {1, "0.8"}, {291, "0.1"}, {292, "0.5"}}),
+              "18");
 }
 
 // With two categories the general rating is the dichotomous one.

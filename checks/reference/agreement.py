@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Reference values for the tests of agreement and of rank correlation, written to
-checks/data/validation/agreement.tsv and checks/data/validation/agreement_simulated.tsv.
+checks/data/validation/agreement.tsv, agreement_published.tsv and agreement_simulated.tsv.
 
 Independent of the program. Intraclass correlation and Cronbach's alpha: scipy's F distribution; two
 independent alphas: the distribution of a product of two F, by quadrature. Kappas: variances by the
@@ -283,6 +283,13 @@ kappa(2, False, {**base, 1: 0.8}, 292, (0.41, 0.95))
 kappa(1, True, {**base, 1: 0.8}, 292, (-0.3, 0.39))
 kappa(2, False, {**base, 1: 0.8}, 291, (-0.3, 0.59))
 kappa(1, False, {**base, 1: 0.5}, 102, (0.02, 0.4999))
+# A proportion next to 0 and one of 0.5 have more power than those between; a kappa next to 1 has less.
+kappa(2, False, {**base, 1: 0.63, 291: 0, 292: 0.3, 224: 60}, 102, (0.2, 0.4999))
+kappa(2, False, {**base, 1: 0.06, 224: 8}, 102, (0.2, 0.4999))
+kappa(1, False, {0: 0.1, 1: 0.11, 291: 0.5, 102: 0.1, 224: 12}, 292, (0.5, 0.7))
+kappa(1, False, {0: 0.05, 1: 0.055, 291: 0.5, 102: 0.3, 224: 5}, 292, (0.5, 0.6))
+kappa(1, True, {0: 0.1, 1: 0.75, 291: 0.2, 102: 0.5, 224: 2}, 292, (-0.95, -0.5))
+kappa(1, True, {0: 0.001, 1: 0.06, 291: 0.6, 102: 0.02, 224: 50000}, 292, (0.55, 0.59))
 kappa(1, False, {0: 0.05, 1: 0.8, 291: 0.3, 293: 0.3, 102: 0.4}, 224, (3, 1e4), 1)
 kappa(2, False, {0: 0.05, 1: 0.8, 291: 0.3, 294: 2, 102: 0.4}, 224, (3, 1e4), 2)
 
@@ -359,6 +366,9 @@ general(2, False, {**base, 1: 0.8}, 224, (3, 1e4))
 general(2, False, {**base, 1: 0.8}, 292, (0.41, 0.95))
 general(1, False, {**base, 1: 0.8}, 337, (0.1, 4))
 general(1, False, {**base, 1: 0.8}, 338, (0.01, 4))
+# Of an effect short of the critical value more variance means more power, and little of it none.
+general(2, False, {0: 0.001, 1: 0.46, 291: 0.3, 292: 0.85, 337: 0.3, 224: 9}, 338, (1, 4))
+general(2, False, {0: 0.001, 1: 0.463, 291: 0.3, 293: 0.584, 337: 0.3, 224: 9}, 338, (0.1, 1), 1)
 general(2, False, {0: 0.05, 1: 0.9, 291: 0.3, 293: 0.2, 337: 1, 338: 1.2}, 224, (3, 1e4), 1)
 general(1, False, {0: 0.05, 1: 0.8, 291: 0.3, 294: 2, 337: 1, 338: 1.2}, 224, (3, 1e4), 2)
 
@@ -398,6 +408,12 @@ lin(1, False, {**base, 1: 0.8}, 224, (4, 1e4))
 lin(2, False, {**base, 1: 0.9, 299: 0, 300: 0, 303: 1}, 224, (4, 1e4))
 lin(1, False, {**base, 1: 0.8}, 296, (0.701, 0.98))
 lin(2, False, {**base, 1: 0.8}, 295, (0.01, 0.849))
+# A concordance next to its accuracy has less power than a smaller one of few subjects.
+lin(2, False, {0: 0.01, 1: 0.0615, 295: 0.25, 299: 0.5, 300: 0.3, 303: 0.7, 304: 1.4, 224: 3}, 296,
+    (0.8, 0.874))
+# Two-sided, with less concordance under H1 than under H0 whatever that is.
+lin(2, False, {0: 0.05, 1: 0.9, 298: 0.9, 299: 0, 300: 0.3, 303: 1, 304: 1.4, 224: 400}, 295,
+    (0.3, 0.98), (2, 0, 0))
 lin(1, False, {0: 0.05, 1: 0.8, 295: 0.7, 297: 0.1, 299: 0.2, 301: -0.1, 303: 1, 305: 0.1}, 224,
     (4, 1e4), (1, 1, 1))
 lin(2, False, {0: 0.05, 1: 0.8, 295: 0.6, 298: 1.3, 299: 0.2, 302: 0.5, 303: 1.2, 306: 0.9}, 224,
@@ -463,6 +479,61 @@ kendall(2, False, {0: 0.05, 1: 0.8, 331: 0.3}, 14, (4, 1e4))
 kendall(1, False, {0: 0.05, 1: 0.9, 315: 0.6}, 14, (4, 1e4))
 kendall(2, False, {0: 0.05, 1: 0.8, 331: 0.3, 14: 50}, 331, (0.01, 0.9))
 kendall(1, True, {0: 0.05, 1: 0.8, 315: 0.4, 14: 50}, 315, (0.1, 0.49))
+
+# --- Published ----------------------------------------------------------------------------------
+
+PUBLISHED, NOTES = [], []
+
+
+def published(note, analysis, tails, left, groups, values, unknown, printed, tolerance, exact):
+    """A figure as it is printed, which the exact one here has to be, too."""
+    assert abs(exact - printed) <= tolerance, (note, exact)
+    NOTES.append(note)
+    PUBLISHED.append(row(analysis, 1, tails, left, (), groups, values, unknown, printed, tolerance))
+
+
+def published_alphas():
+    for truth, n, tails, printed, tolerance in [(0.75, 100, 1, 0.351177, 1e-3),
+                                                (0.75, 100, 2, 0.248619, 1e-3),
+                                                (0.8, 100, 1, 0.860, 1.5e-3),
+                                                (0.75, 200, 1, 0.546, 1.5e-3)]:
+        ratio = (1 - truth) / (1 - 0.7)
+        published(f"C. Zaiontz, Real Statistics Using Excel, Cronbach's alpha power, example 1: 0.7 "
+                  f"against {truth}, 10 items, {n} subjects, {'one' if tails == 1 else 'two'}-sided: "
+                  f'{printed}',
+                  ALPHA, tails, False, {44: 0},
+                  {0: 0.05, 271: 0.7, 272: truth, 280: 10, 224: n}, 1, printed, tolerance,
+                  f_power(0.05, tails, False, ratio, ratio, n - 1, 9 * (n - 1)))
+
+
+def z_size(k0, k1, var0, var1, power):
+    """One-sided, 0.05: the closed form for the size."""
+    return ((stats.norm.ppf(0.95) * math.sqrt(var0) + stats.norm.ppf(power) * math.sqrt(var1)) /
+            (k1 - k0)) ** 2
+
+
+def published_kappas():
+    """Sizes are whole numbers, rounded up."""
+    variance = lambda k: delta_variance(cohens_kappa, cohen_cells(k, 0.5, 0.5))
+    size = z_size(0.85, 0.7, variance(0.85), variance(0.7), 0.8)
+    note = ('M. Gamer, J. Lemon, I. Fellows and P. Singh, R package irr, N.cohen.kappa (A. B. Cantor '
+            '1996), example: 0.7 when it is 0.85 under H0, half of the ratings positive: 96')
+    values = {0: 0.05, 1: 0.8, 291: 0.85, 292: 0.7}
+    published(note, COHEN, 1, True, {48: 0, 12: 0}, {**values, 103: 0.5, 104: 0.5}, 224, 96, 1, size)
+    # Raters with the same margins: both kappas have the same variance.
+    assert abs(variance(0.7) - delta_variance(intraclass_kappa, kappa_cells(0.7, 0.5))) < 1e-6
+    published(note + ', as an intraclass kappa', KAPPA, 1, True, {48: 0}, {**values, 102: 0.5}, 224,
+              96, 1, size)
+    for margins, k0, k1, power, printed in [((0.2, 0.25, 0.55), 0.4, 0.6, 0.8, 101),
+                                            ((0.2, 0.25, 0.55), 0.4, 0.6, 0.9, 136),
+                                            ((0.2, 0.05, 0.2, 0.05, 0.2, 0.3), 0.1, 0.5, 0.8, 18)]:
+        var0, var1 = (largest_variance(k, margins, margins)[0] for k in (k0, k1))
+        published('R package irr, N2.cohen.kappa (V. F. Flack, A. A. Afifi, P. A. Lachenbruch and H. '
+                  f'J. A. Schouten 1988), example: {k0} against {k1}, margins {margins}, power '
+                  f'{power}: {printed}', GENERAL, 1, False, {48: 0},
+                  {0: 0.05, 1: power, 291: k0, 292: k1, 337: var0, 338: var1, 201: len(margins)},
+                  224, printed, 1, z_size(k0, k1, var0, var1, power))
+
 
 # --- Simulations --------------------------------------------------------------------------------
 
@@ -596,6 +667,10 @@ def simulate_same_subjects():
 
 if __name__ == '__main__':
     write('agreement', 'Exact values computed by', 'agreement', ROWS)
+    published_alphas()
+    published_kappas()
+    write('agreement_published', 'Published examples, as printed there, in this order, written by',
+          'agreement', PUBLISHED, NOTES)
     simulate_kappas()
     simulate_lin()
     simulate_rank_correlations()

@@ -26,7 +26,9 @@ def solved(analysis, samples, tails, left, groups, values, unknown, power, error
     return row(analysis, samples, tails, left, checks, groups, given, unknown, exact, tolerance)
 
 
-def write(name, title, program, rows):
+def write(name, title, program, rows, notes=()):
     with open(f'checks/data/validation/{name}.tsv', 'w', encoding='utf-8') as out:
-        out.write(f'# {title} checks/reference/{program}.py (scipy).\n{HEAD}\n')
+        out.write(f'# {title} checks/reference/{program}.py (scipy).\n')
+        out.writelines(f'# - {note}\n' for note in notes)
+        out.write(HEAD + '\n')
         out.writelines('\t'.join(r) + '\n' for r in rows)

@@ -561,6 +561,61 @@ def published():
     NOTES.append('the same with a multiple correlation of 0.25: 655 subjects')
     logistic(False, 1, 0, 1, {0: 0.05, 1: 0.8, 20: 0.07, 200: 1.5, 25: 0.25}, 85, (50, 9999),
              'regression_published', 655)
+    primer = ('J. Cohen, A power primer, Psychological Bulletin 112, 1992, 155-159, table 2, level '
+              '0.05, power 0.80: ')
+    for r, n in ((0.1, 783), (0.3, 85)):
+        NOTES.append(f'{primer}r = {r}: {n}')
+        row('regression_published', 210, 1, 2, 0, (), {23: 0}, {0: 0.05, 1: 0.8, 185: 0, 186: r}, 14,
+            n, 1)
+    for q, n in ((0.1, 1573), (0.3, 177), (0.5, 66)):
+        NOTES.append(f'{primer}two correlations with q = {q}: {n} in each sample')
+        row('regression_published', 210, 2, 2, 0, (), {24: 0, 2: 2},
+            {0: 0.05, 1: 0.8, 189: 0, 190: 0, 191: math.tanh(q), 5: 1}, 39, n, 1)
+    # Cohen took his sizes from tables of power: the exact ones are up to four larger.
+    for k, sizes in ((2, (481, 67, 30)), (3, (547, 76, 34)), (5, (645, 91, 42)), (8, (757, 107, 50))):
+        for f2, n in zip((0.02, 0.15, 0.35), sizes):
+            NOTES.append(f'{primer}{k} covariates, f^2 = {f2}: {n}')
+            row('regression_published', 171, 1, 2, 0, (), {},
+                {0: 0.05, 1: 0.8, 268: k, 265: math.sqrt(f2 / (1 + f2)), 266: 0, 267: k}, 85, n,
+                1.5 + n * 0.007)
+    for d, n in ((0.2, 393), (0.5, 64), (0.8, 26)):
+        NOTES.append(f'{primer}means of two groups, d = {d}: {n} in each, as a slope on a covariate '
+                     'of two values')
+        row('regression_published', 170, 1, 2, 0, (), {27: 0},
+            {0: 0.05, 1: 0.8, 203: 0, 204: d, 212: 1, 213: 0.5}, 85, 2 * n, 2)
+    # A Wald test, whose standard error is that under H1.
+    poisson = {0: 0.05, 262: 2.798, 368: 0.8938, 259: 0.53, 25: 0, 170: 1}
+    web = 'Z. Zhang and Y. Yuan, R package WebPower, wp.poisson, example: rate ratio 0.8938, '
+    for n, power in ((800, 0.7324097), (1200, 0.8849241), (4406, 0.9999789)):
+        NOTES.append(f'{web}{n} subjects: power {power}')
+        row('regression_published', 191, 1, 2, 0, (39,), {40: 1, 58: 0}, {**poisson, 85: n}, 1, power,
+            z_error())
+    NOTES.append(f'{web}power 0.8: 943.2628 subjects')
+    row('regression_published', 191, 1, 2, 0, (39,), {40: 1, 58: 0}, {**poisson, 1: 0.8}, 85,
+        943.2628, 1)
+    labes = ('D. Labes, H. Schütz and B. Lang, R package PowerTOST, power.TOST: ratio 0.95 within 0.8 '
+             'and 1.25, coefficient of variation 30 %, 40 subjects: 0.8158453')
+    sd = math.sqrt(math.log(1.09))
+    model = {47: 2, 53: 2}
+    NOTES.append(labes)
+    row('regression_published', 231, 2, 3, 0, (), {10: 1, **model},
+        {0: 0.05, 29: 0.8, 30: 1.25, 96: 0.95, 155: sd, 322: 20, 325: 1}, 1, 0.8158453, t_error(38))
+    NOTES.append(labes + ', as differences of logarithms')
+    row('regression_published', 230, 2, 3, 0, (), {1: 1, **model},
+        {0: 0.05, 6: math.log(0.8), 7: math.log(1.25), 62: math.log(0.95), 2: sd, 322: 20, 325: 1}, 1,
+        0.8158453, t_error(38))
+    NOTES.append(labes + ', as a general crossover design')
+    row('regression_published', 241, 3, 3, 0, (14,), {},
+        {0: 0.05, 29: 0.8, 30: 1.25, 290: 0.95, 155: sd, 287: 1, 285: 2, 286: 2, 288: 2, 289: 20}, 1,
+        0.8158453, t_error(38))
+    diletti = ('E. Diletti, D. Hauschke and V. W. Steinijans, International Journal of Clinical '
+               'Pharmacology, Therapy and Toxicology 29, 1991, 1-8: ratio 0.95, power 0.80, '
+               'coefficient of variation ')
+    for percent, n in ((20, 20), (25, 28), (30, 40)):
+        NOTES.append(f'{diletti}{percent} %: {n} subjects')
+        row('regression_published', 231, 2, 3, 0, (), {10: 1, **model},
+            {0: 0.05, 1: 0.8, 29: 0.8, 30: 1.25, 96: 0.95,
+             155: math.sqrt(math.log(1 + (percent / 100) ** 2)), 325: 1}, 322, n / 2, 1)
 
 
 # --- Simulation ---------------------------------------------------------------------------------

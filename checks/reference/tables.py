@@ -256,6 +256,11 @@ trend(2, *RISING, 150, 320, corrected=True, bracket=(3, 1e5))
 trend(2, *DOSES, 200, 311, bracket=(1e-4, 5))
 trend(1, *DOSES, 200, 313, bracket=(1e-3, 50), power=0.9)
 trend(2, *DOSES, 200, 314, bracket=(1e-2, 50), power=0.9)
+# Two tails: a small variance under H1 has as much power as a very large one.
+trend(2, *DOSES, 200, 313, bracket=(0.1, 2), power=0.9)
+trend(2, *RISING, 90, 313, bracket=(1, 100), corrected=True)
+trend(2, *RISING, 99999, 311, bracket=(1e-5, 0.1), alpha=0.001, power=0.99)
+trend(1, *RISING, 5, 1, alpha=0.3)
 
 STRATA = ((0.1, 0.3, 1, 1), (0.2, 0.4, 2, 1), (0.4, 0.6, 1, 2))
 ODDS = tuple((p, p / (1 - p) * 2 / (1 + p / (1 - p) * 2), n1, n2)
@@ -274,6 +279,10 @@ mantel(1, FEWER, 200, 320, left=True, corrected=True, bracket=(3, 1e5))
 mantel(2, STRATA, 150, 307, bracket=(1e-4, 0.5))
 mantel(1, STRATA, 150, 309, bracket=(1e-3, 0.9), power=0.7)
 mantel(2, STRATA, 150, 308, bracket=(1e-3, 0.9), power=0.9)
+mantel(2, STRATA, 120, 309, bracket=(1e-3, 0.02), power=0.9)
+mantel(2, STRATA, 150, 309, bracket=(1e-3, 0.06), power=0.7, corrected=True)
+mantel(2, STRATA, 99999, 307, bracket=(1e-5, 0.1), alpha=0.001, power=0.99)
+mantel(1, STRATA, 4, 1, alpha=0.3)
 
 # Two groups are a 2 x 2 table, and so are strata that are all alike: Yates' correction is that of the
 # trend with a distance of 1, and that of Mantel and Haenszel.
@@ -286,6 +295,28 @@ add('tables_published', 130, 3, 2,
 a, b, c = strata_terms(((0.6, 0.7, 1, 1), (0.6, 0.7, 1, 1)))
 add('tables_published', 120, 2, 2, {0: 0.01, 1: 0.95, 307: a, 308: b, 309: c, 310: 2, 320: 0}, 320,
     2 * 827, 2, checks=(1,), note=FLEISS + 'two strata that are alike')
+
+
+# Strata of cases and controls, as many of each; 0.9 one-sided.
+NAM = ('J.-M. Nam, Biometrics 48, 1992, 389-395, example: odds ratio 3, control proportions 0.75, '
+       '0.70, 0.65 and 0.60 in strata of 0.10, 0.40, 0.35 and 0.15, one-sided 0.05, power 0.90: ')
+a, b, c = strata_terms(tuple((p, 3 * p / (1 - p + 3 * p), t / 2, t / 2)
+                             for p, t in ((0.75, 0.10), (0.70, 0.40), (0.65, 0.35), (0.60, 0.15))))
+for n, corrected in ((171, False), (192, True)):
+    add('tables_published', 120, 2, 1, {0: 0.05, 1: 0.9, 307: a, 308: b, 309: c, 310: 4, 320: 0},
+        320, n, 1, checks=(1,) if corrected else (),
+        note=f"{NAM}{n}{', corrected' if corrected else ''}")
+
+# The sizes of the primer for tests with as many degrees of freedom.
+for groups, c, w, n in ((2, 2, 0.5, 31), (2, 3, 0.3, 107), (2, 6, 0.3, 143)):
+    add('tables_published', 112, 3, 2,
+        {0: 0.05, 1: 0.8, 17: groups, 201: c, 240: w, 4: 0, 151: 1}, 4, n / groups,
+        (1 + n * 0.002) / groups, groups={37: 0, 18: 2},
+        note=f'{PRIMER}{c - 1} df, w = {w}: {n}, as {groups} groups of equal size')
+for c, w, n in ((2, 0.5, 31), (3, 0.3, 107), (4, 0.3, 121)):
+    marginal({0: 0.05, 1: 0.8, 250: w * w, 201: c, 85: 0}, 85, bracket=(3, 1e5), exact=n,
+             table='tables_published', tolerance=1 + n * 0.002,
+             note=f'{PRIMER}{c - 1} df, w = {w}: {n}, as margins of {c} categories')
 
 
 # --- Simulation ---------------------------------------------------------------------------------

@@ -3,12 +3,11 @@
 #include "core/analysis_state.h"
 #include "core/checksearch.h"
 #include "core/general.h"
-#include "numeric/rounding.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/normaltest.h"
+#include "tests/powereq.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace quorvanta {
 
@@ -40,7 +39,9 @@ bool CheckKappas(const Hypotheses& list, Range possible) {
     return list.Check(WithinKind(FirstKappa, possible));
 }
 
-// Where a difference or a ratio is kept, both standard errors change with the H0 value.
+// Where a difference or a ratio is kept, both standard errors change with the H0 value. A kappa
+// that is sought changes its own: of few subjects the power falls again towards an agreement, or a
+// disagreement, that is no surprise. The smaller effect is found.
 void NarrowKappas(const Hypotheses& list, f64& lower, f64& upper, Range possible,
                   f64 (*residual)()) {
     if (UnknownParNo < FirstKappa || UnknownParNo > LastKappa())
@@ -52,6 +53,9 @@ void NarrowKappas(const Hypotheses& list, f64& lower, f64& upper, Range possible
     list.Narrow(lower, upper, residual, WithinKind(FirstKappa, possible));
     if (list.BaseIsUnknown() && list.TruthForm() != AsValue)
         KeepOneBranch(lower, upper, SideOfTail(), residual);
+    else if (NoOfTails != TwoOneSided)
+        KeepOneSideOfTurn(lower, upper,
+                          list.TruthIsUnknown() ? Opposite(SideOfTail()) : SideOfTail(), residual);
 }
 
 Range KappasAtHand(const Hypotheses& list) {
@@ -62,7 +66,7 @@ Range KappasAtHand(const Hypotheses& list) {
 }
 
 f64 KappaPowerEq(const Hypotheses& list, f64 n, f64 (*variance)(f64 kappa)) {
-    const auto se = [=](f64 kappa) { return Single(std::sqrt(variance(kappa) / n)); };
+    const auto se = [=](f64 kappa) { return ErrorOfVariance(variance(kappa) / n); };
     return NormalTestEq(list, PlainDistance, se, se(list.Truth()));
 }
 

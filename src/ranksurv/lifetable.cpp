@@ -6,7 +6,6 @@
 #include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/rounding.h"
-#include "tests/lists/covariate.h"
 #include "tests/lists/turningpoint.h"
 #include "tests/powereq.h"
 #include "tests/trialvalue.h"

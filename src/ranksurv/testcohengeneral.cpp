@@ -47,7 +47,7 @@ std::vector<f64> MarginsOf(i16 rater) {
 }
 
 f32 StandardError(i16 variance) {
-    return Single(std::sqrt(f64{Single(ParValue(variance))} / f64{Single(ParValue(subjects))}));
+    return ErrorOfVariance(f64{Single(ParValue(variance))} / f64{Single(ParValue(subjects))});
 }
 
 f64 Effect() {

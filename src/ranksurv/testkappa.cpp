@@ -48,6 +48,7 @@ bool TESTKAPPA::CheckPar() {
 }
 
 // The variance is the same for a proportion and its complement: the search finds the smaller one.
+// Next to 0 the estimate says nothing any more, and two tails reject all the more often.
 void TESTKAPPA::SearchLimits(f64& lower, f64& upper) {
     if (UnknownParNo != proportion) {
         NarrowKappas(hypotheses, lower, upper, Possible(), &RootFunction);
@@ -56,6 +57,7 @@ void TESTKAPPA::SearchLimits(f64& lower, f64& upper) {
     const f64 least = MinOf(0, KappasAtHand(hypotheses).Min);
     lower = MaxOf(lower, -least / (1 - least));
     upper = MinOf(upper, 0.5);
+    KeepOneSideOfTurn(lower, upper, Side::Above, &RootFunction);
 }
 
 f64 TESTKAPPA::RootFunction() {

@@ -122,7 +122,7 @@ f32 StandardError(const Agreement& hypothesis, f64 n) {
     const f64 accuracy = LinAccuracy(hypothesis.Location, hypothesis.Scale);
     // A search may touch the end of what is possible, where rounding decides.
     const f64 rho = MinOf(1, hypothesis.Concordance / accuracy);
-    return Single(std::sqrt(LinVar(n, rho, accuracy, hypothesis.Location)));
+    return ErrorOfVariance(LinVar(n, rho, accuracy, hypothesis.Location));
 }
 
 } // namespace
@@ -162,6 +162,10 @@ void TESTLINSCONC::SearchLimits(f64& lower, f64& upper) {
     hypotheses.Narrow(lower, upper, nullptr, {ParMin(Kind::H1Concordance), largest});
     if (hypotheses.BaseIsUnknown() && hypotheses.TruthForm() != AsValue)
         KeepOneBranch(lower, upper, SideOfTail(), &RootFunction);
+    else if (hypotheses.TruthIsUnknown())
+        KeepOneSideOfTurn(lower, upper, Opposite(SideOfTail()), &RootFunction);
+    else if (UnknownParNo == concordance)
+        KeepOneSideOfTurn(lower, upper, SideOfTail(), &RootFunction);
 }
 
 // L. I. Lin, Biometrics 45, 1989, 255-268; the power: L. I. Lin, Biometrics 48, 1992, 599-604.

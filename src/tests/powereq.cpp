@@ -70,6 +70,15 @@ f64 PowerBetween(f32 xa, f32 xb, f32 ca, f32 cb, f32 s, f32 z) {
     return NormalCdf(PowerZ(xa, ca, s, z)) + NormalCdf(PowerZ(xb, cb, s, z)) - 1;
 }
 
+f32 ErrorAboveZero(f64 error) {
+    constexpr f64 least = 1e-20;
+    return Single(MaxOf(least, error));
+}
+
+f32 ErrorOfVariance(f64 variance) {
+    return ErrorAboveZero(std::sqrt(MaxOf(0, variance)));
+}
+
 f64 GroupSequentialEq(f64 power) {
     return power == NoValue ? NoValue : power - ParValue(1);
 }

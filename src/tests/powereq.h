@@ -42,6 +42,12 @@ struct NormalStatistic {
     f32 Correction = 0; // for continuity
 };
 
+// A standard error that is never 0, which would be taken for certainty, nor so close to it that a
+// division by it leaves 32 bits.
+f32 ErrorAboveZero(f64 error);
+// That of a variance. Below 0, where a search may try it, it is no variance at all.
+f32 ErrorOfVariance(f64 variance);
+
 // The power of a group sequential design minus the power entered; 99999 for a design without one.
 f64 GroupSequentialEq(f64 power);
 

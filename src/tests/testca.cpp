@@ -134,12 +134,15 @@ void TESTCA::SetParList() {
     size = AddPar(Kind::TotalSize);
 }
 
-// p (1 - p) has the same value on both sides of 1/2.
+// p (1 - p) has the same value on both sides of 1/2. Of two tails a small variance under H1 fills
+// the one that the trend lies in, a large one both.
 void TESTCA::SearchLimits(f64& lower, f64& upper) {
     if (UnknownParNo == trend)
         LeftTailLimit(lower, upper, 0);
     else if (UnknownParNo == average)
         KeepOneSide(lower, upper, 0.5, Side::Below, &RootFunction);
+    else if (UnknownParNo == variance)
+        KeepOneSideOfTurn(lower, upper, Side::Below, &RootFunction);
 }
 
 // J.-M. Nam, Biometrics 43, 1987, 701-705; before him D. G. Chapman and J.-M. Nam, Biometrics 24,
@@ -152,8 +155,8 @@ f64 TESTCA::RootFunction() {
     const f64 b{Single(ParValue(levelVariance))};
     const f64 c{Single(ParValue(variance))};
     return NormalPowerEq({.Effect = Single(ParValue(trend)),
-                          .Se0 = Single(std::sqrt(p * (1 - p) * b / n)),
-                          .Se1 = Single(std::sqrt(c / n)),
+                          .Se0 = ErrorOfVariance(p * (1 - p) * b / n),
+                          .Se1 = ErrorOfVariance(c / n),
                           .Correction = Single(CaCorrection() / 2 / n)});
 }
 

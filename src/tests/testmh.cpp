@@ -10,6 +10,7 @@
 #include "montecarlo/simtable.h"
 #include "numeric/rounding.h"
 #include "tests/lists/hypotheses.h"
+#include "tests/lists/turningpoint.h"
 #include "tests/powereq.h"
 #include "tests/simproportions.h"
 
@@ -144,9 +145,12 @@ void TESTMH::SetParList() {
     size = AddPar(Kind::TotalSize);
 }
 
+// Of two tails a small variance under H1 fills the one that the effect lies in, a large one both.
 void TESTMH::SearchLimits(f64& lower, f64& upper) {
     if (UnknownParNo == difference)
         LeftTailLimit(lower, upper, 0);
+    else if (UnknownParNo == variance)
+        KeepOneSideOfTurn(lower, upper, Side::Below, &RootFunction);
 }
 
 // The labels of the two variances speak of standard deviations; it is the variances that are
@@ -155,7 +159,7 @@ f64 TESTMH::RootFunction() {
     if (NoOfTails == TwoOneSided)
         return 0;
     const f64 n{Single(ParValue(size))};
-    const auto se = [n](i16 parNo) { return Single(std::sqrt(f64{Single(ParValue(parNo))} / n)); };
+    const auto se = [n](i16 parNo) { return ErrorOfVariance(f64{Single(ParValue(parNo))} / n); };
     return NormalPowerEq({.Effect = Single(ParValue(difference)),
                           .Se0 = se(nullVariance),
                           .Se1 = se(variance),

@@ -6,12 +6,11 @@
 #include "core/gridchecks.h"
 #include "core/kinds.h"
 #include "core/options.h"
-#include "numeric/probdist.h"
 #include "numeric/rounding.h"
+#include "tests/anovaeq.h"
 #include "tests/crossoverdesign.h"
 #include "tests/lists/hypotheses.h"
 #include "tests/lists/turningpoint.h"
-#include "tests/powereq.h"
 #include "tests/teststud.h"
 
 #include <cmath>
@@ -103,13 +102,10 @@ void KeepErrorDf(f64& lower, f64& upper) {
 
 // The F test of equal treatments: lambda = n D/s^2.
 f64 OverallEq() {
-    f32 df1 = Single(Value(treatments) - 1);
-    f32 df2 = ErrorDf();
     const f64 s = Value(residualSd);
     constexpr f64 largest = 1e20; // and beyond, what no 32-bit number holds
-    f32 lambda = Single(MinOf(Value(size) * Value(effect) / (s * s), largest));
-    const f32 critical = FInv(Single(1 - f64{SignificanceLevel()}), df1, df2);
-    return 1 - f64{NcFCdf(critical, df1, df2, lambda)} - ParValue(1);
+    const f64 lambda = MinOf(Value(size) * Value(effect) / (s * s), largest);
+    return FTestEq(Single(Value(treatments) - 1), ErrorDf(), Single(lambda));
 }
 
 f64 OnItsScale(f64 value) {

@@ -2,7 +2,6 @@
 
 #include "core/analysis_state.h"
 #include "core/checksearch.h"
-#include "core/general.h"
 #include "core/kinds.h"
 #include "core/options.h"
 #include "numeric/rounding.h"
@@ -50,11 +49,6 @@ void CovariateEffect::Narrow(f64& lower, f64& upper, f64 (*residual)()) const {
     } else if (IsBinary() && UnknownParNo == proportion_) {
         KeepOneSideOfTurn(lower, upper, Side::Above, residual);
     }
-}
-
-f32 ErrorAboveZero(f64 error) {
-    constexpr f64 least = 1e-20;
-    return Single(MaxOf(least, error));
 }
 
 } // namespace quorvanta

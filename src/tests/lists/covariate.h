@@ -43,8 +43,4 @@ class CovariateEffect {
     i16 correlation_ = 0;
 };
 
-// A standard error that is never 0, which would be taken for certainty, nor so close to it that a
-// division by it leaves 32 bits.
-f32 ErrorAboveZero(f64 error);
-
 } // namespace quorvanta

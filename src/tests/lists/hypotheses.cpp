@@ -238,7 +238,8 @@ void Hypotheses::NarrowTruthAt(f64& lower, f64& upper, f64 (*residual)()) const 
 
 // The mirror image. A null value to which the truth is entered in relation has no side of the
 // truth: a difference from it stays where it is, and a ratio to it turns with its sign, where it
-// can have two.
+// can have two. With two tails a ratio to what is never negative is the one that was entered, on
+// whichever side.
 void Hypotheses::NarrowNull(f64& lower, f64& upper) const {
     if (NoOfTails == TwoOneSided) {
         if (UnknownParNo == h0_)
@@ -246,7 +247,8 @@ void Hypotheses::NarrowNull(f64& lower, f64& upper) const {
         else if (UnknownParNo == h0_ + 1)
             lower = MaxOf(lower, EnteredEffect());
     } else if (UnknownParNo == h0_) {
-        const bool hasSigns = scale_ == EffectScale::Plain || scale_ == EffectScale::FisherZ;
+        const bool hasSigns = (scale_ == EffectScale::Plain || scale_ == EffectScale::FisherZ) &&
+                              (NoOfTails == OneSided || (lower < 0 && upper > 0));
         if (base_ != h0_ || form_ == AsValue)
             RightTailLimit(lower, upper, EnteredEffect());
         else if (form_ == AsRatio && hasSigns && ParValue(truth_) > 1)
