@@ -1,4 +1,5 @@
 // The tests of Cox regression: their lists, edges and equations.
+#include "core/kinds.h"
 #include "output/statement.h"
 #include "ranksurv/testcox.h"
 #include "support/number.h"
@@ -29,9 +30,16 @@ AnalysisChoice OfEvents(i16 menuNo, i16 tails, i16 option) {
 class Cox : public SolvingFixture {};
 
 const Values& Plan() {
-    static const Values values{{0, "0.05"},  {1, "0.8"},   {204, "0.5"}, {264, "1.6487213"},
-                               {213, "0.9"}, {259, "0.6"}, {353, "0.5"}, {25, "0.3"},
-                               {99, "70"},   {14, "120"}};
+    static const Values values{{Kind::SignificanceLevel, "0.05"},
+                               {Kind::Power, "0.8"},
+                               {Kind::H1Slope, "0.5"},
+                               {Kind::H1HazardRatio, "1.6487213"},
+                               {Kind::CovariateSd, "0.9"},
+                               {Kind::ProportionAtX1, "0.6"},
+                               {Kind::H1Survival1, "0.5"},
+                               {Kind::CorrelationOfCovariates, "0.3"},
+                               {Kind::Events, "70"},
+                               {Kind::SizeFrom4, "120"}};
     return values;
 }
 
@@ -53,7 +61,9 @@ TEST_F(Cox, Lists) {
 TEST_F(Cox, AHazardRatioOf1HasTheLevelAsItsPower) {
     for (const i16 menu : {menuContinuous, menuBinary})
         for (const i16 tails : {OneSided, TwoSided}) {
-            const Values none = With(Plan(), {{264, "1"}, {204, "0"}, {0, "0.03"}});
+            const Values none = With(Plan(), {{Kind::H1HazardRatio, "1"},
+                                              {Kind::H1Slope, "0"},
+                                              {Kind::SignificanceLevel, "0.03"}});
             for (const auto& choice :
                  {Of(menu, tails, asRatio), Of(menu, tails, asCoefficient),
                   OfEvents(menu, tails, asRatio), OfEvents(menu, tails, asCoefficient)})
@@ -72,13 +82,14 @@ TEST_F(Cox, ACoefficientIsTheLogarithmOfAHazardRatio) {
 
 // Exposed and not exposed exchanged, the tail turned.
 TEST_F(Cox, MirrorImage) {
-    const Values mirrored = With(Plan(), {{204, "-0.5"}, {259, "0.4"}});
+    const Values mirrored = With(Plan(), {{Kind::H1Slope, "-0.5"}, {Kind::ProportionAtX1, "0.4"}});
     EXPECT_NEAR(PowerOf(OfEvents(menuBinary, 1, asCoefficient), Plan()),
                 PowerOf(LeftOf(OfEvents(menuBinary, 1, asCoefficient)), mirrored), 1e-6);
     EXPECT_NEAR(PowerOf(Of(menuContinuous, 1, asCoefficient), Plan()),
                 PowerOf(LeftOf(Of(menuContinuous, 1, asCoefficient)), mirrored), 1e-6);
     // The survival of the others: 0.5 to the power of exp 0.5.
-    const Values survivors = With(mirrored, {{353, NumberText(std::pow(0.5, std::exp(0.5)), 12)}});
+    const Values survivors =
+        With(mirrored, {{Kind::H1Survival1, NumberText(std::pow(0.5, std::exp(0.5)), 12)}});
     EXPECT_NEAR(PowerOf(Of(menuBinary, 1, asCoefficient), Plan()),
                 PowerOf(LeftOf(Of(menuBinary, 1, asCoefficient)), survivors), 1e-6);
 }
@@ -86,11 +97,12 @@ TEST_F(Cox, MirrorImage) {
 // The events that follow from the survival of the study, entered as such.
 TEST_F(Cox, EventsFollowFromTheSurvivalOfTheStudy) {
     EXPECT_NEAR(PowerOf(Of(menuContinuous, 2, asRatio), Plan()),
-                PowerOf(OfEvents(menuContinuous, 2, asRatio), With(Plan(), {{99, "60"}})), 1e-6);
+                PowerOf(OfEvents(menuContinuous, 2, asRatio), With(Plan(), {{Kind::Events, "60"}})),
+                1e-6);
     const f64 share = 0.4 * 0.5 + 0.6 * (1 - std::pow(0.5, 1.6487213));
     EXPECT_NEAR(PowerOf(Of(menuBinary, 2, asRatio), Plan()),
                 PowerOf(OfEvents(menuBinary, 2, asRatio),
-                        With(Plan(), {{99, NumberText(120 * share, 12)}})),
+                        With(Plan(), {{Kind::Events, NumberText(120 * share, 12)}})),
                 1e-6);
 }
 
@@ -105,9 +117,11 @@ TEST_F(Cox, ShareOfEvents) {
 // Of the two shares with this power the larger one.
 TEST_F(Cox, TheLargerShareOfExposedIsFound) {
     const f64 share = SolutionOf(OfEvents(menuBinary, 2, asRatio),
-                                 With(Plan(), {{264, "2.2"}, {99, "70"}}), Kind::ProportionAtX1);
+                                 With(Plan(), {{Kind::H1HazardRatio, "2.2"}, {Kind::Events, "70"}}),
+                                 Kind::ProportionAtX1);
     EXPECT_GT(share, 0.5);
-    const Values found = With(Plan(), {{264, "2.2"}, {259, NumberText(1 - share, 12)}});
+    const Values found = With(
+        Plan(), {{Kind::H1HazardRatio, "2.2"}, {Kind::ProportionAtX1, NumberText(1 - share, 12)}});
     EXPECT_NEAR(PowerOf(OfEvents(menuBinary, 2, asRatio), found), 0.8, 2e-4);
 }
 

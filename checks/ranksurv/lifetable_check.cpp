@@ -4,6 +4,7 @@
 // and by simulation they are in checks/data/validation.
 #include "core/grids.h"
 #include "core/gridtable.h"
+#include "core/kinds.h"
 #include "output/statement.h"
 #include "ranksurv/lifetable.h"
 #include "ranksurv/survivalmodel.h"
@@ -34,10 +35,27 @@ AnalysisChoice Of(i16 menuNo, i16 tails) {
 }
 
 const Values& Plan() {
-    static const Values values{
-        {0, "0.05"}, {1, "0.8"}, {9, "0.5"},  {73, "0.8"}, {53, "0.3"}, {79, "0.45"}, {94, "1.5"},
-        {95, "2.4"}, {329, "1"}, {27, "0.8"}, {13, "0.1"}, {45, "0.2"}, {119, "0.1"}, {120, "0.2"},
-        {33, "0.5"}, {10, "2"},  {11, "5"},   {12, "0.5"}, {4, "60"},   {37, "80"},   {316, "3"}};
+    static const Values values{{Kind::SignificanceLevel, "0.05"},
+                               {Kind::Power, "0.8"},
+                               {Kind::H1Rate1, "0.5"},
+                               {Kind::H1Rate2, "0.8"},
+                               {Kind::H1Incidence1, "0.3"},
+                               {Kind::H1Incidence2, "0.45"},
+                               {Kind::H1Median1, "1.5"},
+                               {Kind::H1Median2, "2.4"},
+                               {Kind::GammaShape, "1"},
+                               {Kind::Shape, "0.8"},
+                               {Kind::LossRate1, "0.1"},
+                               {Kind::LossRate2, "0.2"},
+                               {Kind::LossIncidence1, "0.1"},
+                               {Kind::LossIncidence2, "0.2"},
+                               {Kind::AccrualRate, "0.5"},
+                               {Kind::AccrualTime, "2"},
+                               {Kind::TotalStudyTime, "5"},
+                               {Kind::IntervalLength, "0.5"},
+                               {Kind::Size1, "60"},
+                               {Kind::Size2, "80"},
+                               {Kind::NoOfIntervals, "3"}};
     return values;
 }
 
@@ -196,8 +214,11 @@ TEST_F(LifeTable, Survival) {
 // --- Equal groups, mirror images, reductions ----------------------------------------------------
 
 TEST_F(LifeTable, EqualGroupsHaveTheLevelAsTheirPower) {
-    const Values equal =
-        With(Plan(), {{73, "0.5"}, {45, "0.1"}, {79, "0.3"}, {120, "0.1"}, {95, "1.5"}});
+    const Values equal = With(Plan(), {{Kind::H1Rate2, "0.5"},
+                                       {Kind::LossRate2, "0.1"},
+                                       {Kind::H1Incidence2, "0.3"},
+                                       {Kind::LossIncidence2, "0.1"},
+                                       {Kind::H1Median2, "1.5"}});
     for (const i16 tails : {OneSided, TwoSided}) {
         for (const std::vector<i16>& ticked :
              {std::vector<i16>{}, {Check::Incidences}, {Check::Medians}})
@@ -211,18 +232,18 @@ TEST_F(LifeTable, EqualGroupsHaveTheLevelAsTheirPower) {
 }
 
 TEST_F(LifeTable, GroupsExchangedAndTheTailTurned) {
-    const Values exchanged = With(Plan(), {{9, "0.8"},
-                                           {73, "0.5"},
-                                           {53, "0.45"},
-                                           {79, "0.3"},
-                                           {94, "2.4"},
-                                           {95, "1.5"},
-                                           {13, "0.2"},
-                                           {45, "0.1"},
-                                           {119, "0.2"},
-                                           {120, "0.1"},
-                                           {4, "80"},
-                                           {37, "60"}});
+    const Values exchanged = With(Plan(), {{Kind::H1Rate1, "0.8"},
+                                           {Kind::H1Rate2, "0.5"},
+                                           {Kind::H1Incidence1, "0.45"},
+                                           {Kind::H1Incidence2, "0.3"},
+                                           {Kind::H1Median1, "2.4"},
+                                           {Kind::H1Median2, "1.5"},
+                                           {Kind::LossRate1, "0.2"},
+                                           {Kind::LossRate2, "0.1"},
+                                           {Kind::LossIncidence1, "0.2"},
+                                           {Kind::LossIncidence2, "0.1"},
+                                           {Kind::Size1, "80"},
+                                           {Kind::Size2, "60"}});
     const auto expectMirrored = [&](const AnalysisChoice& choice) {
         const f64 power = PowerOf(choice, Plan());
         EXPECT_GT(power, 0.1) << choice;
@@ -242,16 +263,17 @@ TEST_F(LifeTable, GroupsExchangedAndTheTailTurned) {
 
 // A longer median is a lower hazard: the same study, in the other tail.
 TEST_F(LifeTable, MediansTurnTheDirection) {
-    const Values values = With(Plan(), {{9, "0.5"},
-                                        {73, "0.8"},
-                                        {94, NumberText(std::log(2) / 0.5, 12)},
-                                        {95, NumberText(std::log(2) / 0.8, 12)}});
+    const Values values = With(Plan(), {{Kind::H1Rate1, "0.5"},
+                                        {Kind::H1Rate2, "0.8"},
+                                        {Kind::H1Median1, NumberText(std::log(2) / 0.5, 12)},
+                                        {Kind::H1Median2, NumberText(std::log(2) / 0.8, 12)}});
     EXPECT_NEAR(PowerOf(Exponential(1), values),
                 PowerOf(LeftOf(Exponential(1, {Check::Medians})), values), 1e-6);
-    const Values incidences = With(values, {{53, NumberText(1 - std::exp(-0.5), 12)},
-                                            {79, NumberText(1 - std::exp(-0.8), 12)},
-                                            {119, NumberText(1 - std::exp(-0.1), 12)},
-                                            {120, NumberText(1 - std::exp(-0.2), 12)}});
+    const Values incidences =
+        With(values, {{Kind::H1Incidence1, NumberText(1 - std::exp(-0.5), 12)},
+                      {Kind::H1Incidence2, NumberText(1 - std::exp(-0.8), 12)},
+                      {Kind::LossIncidence1, NumberText(1 - std::exp(-0.1), 12)},
+                      {Kind::LossIncidence2, NumberText(1 - std::exp(-0.2), 12)}});
     EXPECT_NEAR(PowerOf(Exponential(1), values),
                 PowerOf(Exponential(1, {Check::Incidences}), incidences), 1e-6);
 }
@@ -268,7 +290,7 @@ TEST_F(LifeTable, PiecewiseWithEqualHazardsIsExponential) {
     const IntervalTable table{
         {0, 0.5, 0.8, 0.1, 0.2}, {2, 0.5, 0.8, 0.1, 0.2}, {4, 0.5, 0.8, 0.1, 0.2}};
     for (const char* shape : {"0", "0.5"}) {
-        const Values values = With(Plan(), {{12, "2"}, {33, shape}});
+        const Values values = With(Plan(), {{Kind::IntervalLength, "2"}, {33, shape}});
         EXPECT_NEAR(PiecewisePower(Of(menuPiecewise, 2), values, table),
                     PowerOf(Exponential(2), values), 1e-6);
     }
@@ -280,9 +302,9 @@ TEST_F(LifeTable, PiecewiseWithEqualHazardsIsExponential) {
 }
 
 TEST_F(LifeTable, VeryShortAccrualIsNearlyNone) {
-    const Values values = With(Plan(), {{12, "0.01"}, {10, "0"}});
+    const Values values = With(Plan(), {{Kind::IntervalLength, "0.01"}, {Kind::AccrualTime, "0"}});
     EXPECT_NEAR(PowerOf(Exponential(2), values),
-                PowerOf(Exponential(2), With(values, {{10, "0.0001"}})), 1e-4);
+                PowerOf(Exponential(2), With(values, {{Kind::AccrualTime, "0.0001"}})), 1e-4);
 }
 
 // --- Searches -----------------------------------------------------------------------------------
@@ -291,40 +313,54 @@ TEST_F(LifeTable, VeryShortAccrualIsNearlyNone) {
 TEST_F(LifeTable, WhatIsRememberedIsThatOfTheAnalysis) {
     const f64 hazards = PowerOf(Exponential(2), Plan());
     const f64 incidences = PowerOf(Exponential(2, {Check::Incidences}), Plan());
-    const f64 weibull = PowerOf(Of(menuWeibull, 2), With(Plan(), {{329, "2"}}));
-    const f64 gamma = PowerOf(Of(menuGamma, 2), With(Plan(), {{329, "2"}}));
+    const f64 weibull = PowerOf(Of(menuWeibull, 2), With(Plan(), {{Kind::GammaShape, "2"}}));
+    const f64 gamma = PowerOf(Of(menuGamma, 2), With(Plan(), {{Kind::GammaShape, "2"}}));
     EXPECT_NE(weibull, gamma);
     EXPECT_EQ(PowerOf(Exponential(2), Plan()), hazards);
     EXPECT_EQ(PowerOf(Exponential(2, {Check::Incidences}), Plan()), incidences);
-    EXPECT_EQ(PowerOf(Of(menuWeibull, 2), With(Plan(), {{329, "2"}})), weibull);
+    EXPECT_EQ(PowerOf(Of(menuWeibull, 2), With(Plan(), {{Kind::GammaShape, "2"}})), weibull);
 }
 
 // Of the hazards with this power at a ratio the smaller one, although intervals tell nothing of
 // hazards without measure.
 TEST_F(LifeTable, TheSmallerHazardIsFound) {
     const AnalysisChoice choice = MenuChoice(menuExponential, 2, 2, {{5, 2}, {8, 2}, {2, 2}});
-    const Values values{{0, "0.05"}, {1, "0.85"}, {74, "1.7"}, {13, "0.05"}, {49, "1"}, {33, "0"},
-                        {10, "2"},   {11, "6"},   {12, "0.5"}, {4, "100"},   {5, "1"}};
+    const Values values{{Kind::SignificanceLevel, "0.05"},
+                        {Kind::Power, "0.85"},
+                        {Kind::H1Rate2Over1, "1.7"},
+                        {Kind::LossRate1, "0.05"},
+                        {Kind::LossRate2Over1, "1"},
+                        {Kind::AccrualRate, "0"},
+                        {Kind::AccrualTime, "2"},
+                        {Kind::TotalStudyTime, "6"},
+                        {Kind::IntervalLength, "0.5"},
+                        {Kind::Size1, "100"},
+                        {Kind::Size2Over1, "1"}};
     EXPECT_NEAR(SolutionOf(choice, values, Kind::H1Rate1), 0.193583, 3e-4);
 }
 
 // --- Messages -----------------------------------------------------------------------------------
 
 TEST_F(LifeTable, TooManyIntervalsAreRefused) {
-    EXPECT_EQ(MessageOf(Exponential(2), With(Plan(), {{12, "0.016"}}), Kind::Power),
-              "Time Interval Length Has To Be Greater Than or Equal to 0.016667.");
-    EXPECT_NE(PowerOf(Exponential(2), With(Plan(), {{12, "0.017"}})), NoValue);
+    EXPECT_EQ(
+        MessageOf(Exponential(2), With(Plan(), {{Kind::IntervalLength, "0.016"}}), Kind::Power),
+        "Time Interval Length Has To Be Greater Than or Equal to 0.016667.");
+    EXPECT_NE(PowerOf(Exponential(2), With(Plan(), {{Kind::IntervalLength, "0.017"}})), NoValue);
 }
 
 TEST_F(LifeTable, AStudyThatEndsBeforeUniformAccrualIsRefused) {
-    EXPECT_EQ(MessageOf(Exponential(2), With(Plan(), {{33, "0"}, {10, "6"}}), Kind::Power),
+    EXPECT_EQ(MessageOf(Exponential(2),
+                        With(Plan(), {{Kind::AccrualRate, "0"}, {Kind::AccrualTime, "6"}}),
+                        Kind::Power),
               "Total Study Time Has To Be Greater Than or Equal to 6.");
-    EXPECT_NE(PowerOf(Exponential(2), With(Plan(), {{33, "1"}, {10, "6"}})), NoValue);
+    EXPECT_NE(
+        PowerOf(Exponential(2), With(Plan(), {{Kind::AccrualRate, "1"}, {Kind::AccrualTime, "6"}})),
+        NoValue);
 }
 
 TEST_F(LifeTable, AShapeWithoutAMedianIsRefused) {
     for (const i16 menu : {menuWeibull, menuGamma})
-        EXPECT_EQ(MessageOf(Of(menu, 2), With(Plan(), {{329, "0.01"}}), Kind::Power),
+        EXPECT_EQ(MessageOf(Of(menu, 2), With(Plan(), {{Kind::GammaShape, "0.01"}}), Kind::Power),
                   "Shape Has To Be Greater Than or Equal to 0.02.");
 }
 
@@ -373,7 +409,7 @@ TEST_F(LifeTableGrid, Messages) {
 }
 
 TEST_F(LifeTableGrid, WithoutATableThereIsNoPower) {
-    Start(Of(menuPiecewise, 2), With(Plan(), {{316, "4"}}));
+    Start(Of(menuPiecewise, 2), With(Plan(), {{Kind::NoOfIntervals, "4"}}));
     HasGridData = False;
     platform.Messages.clear();
     SolveFor(PositionOf(Kind::Power));

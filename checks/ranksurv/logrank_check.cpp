@@ -118,9 +118,21 @@ class LogRank : public AnalysisFixture {
 };
 
 // Uniform accrual over 3 of 5 years, losses.
-const Values plan{{0, "0.05"},  {1, "0.8"},  {64, "0"},   {332, "1"}, {9, "0.3"},
-                  {73, "0.45"}, {13, "0.1"}, {45, "0.2"}, {33, "0"},  {10, "3"},
-                  {11, "5"},    {4, "150"},  {37, "100"}, {5, "0.8"}, {320, "250"}};
+const Values plan{{Kind::SignificanceLevel, "0.05"},
+                  {Kind::Power, "0.8"},
+                  {Kind::H0Rate2Minus1, "0"},
+                  {Kind::H0Rate2Over1, "1"},
+                  {Kind::H1Rate1, "0.3"},
+                  {Kind::H1Rate2, "0.45"},
+                  {Kind::LossRate1, "0.1"},
+                  {Kind::LossRate2, "0.2"},
+                  {Kind::AccrualRate, "0"},
+                  {Kind::AccrualTime, "3"},
+                  {Kind::TotalStudyTime, "5"},
+                  {Kind::Size1, "150"},
+                  {Kind::Size2, "100"},
+                  {Kind::Size2Over1, "0.8"},
+                  {Kind::TotalSize, "250"}};
 
 Values With(Values values, const Values& others) {
     for (const auto& [kind, text] : others)
@@ -226,7 +238,7 @@ TEST_F(LogRank, TheApproachIsThatOfTheTestNumber) {
 
 // Uniform accrual until the end of the study: D = 1 - (1 - E2)/(c R).
 TEST_F(LogRank, VarianceWhenAccrualLastsAllTheStudy) {
-    Start(Menu(menuLachin, 2, plainForms), With(plan, {{10, "5"}}));
+    Start(Menu(menuLachin, 2, plainForms), With(plan, {{Kind::AccrualTime, "5"}}));
     const f64 c = 0.3 + 0.1;
     const f64 left = 1 - (1 - std::exp(-c * 5)) / (c * 5);
     EXPECT_NEAR(HazardVar(0.3F, 0.1F), c * 0.3 / left, 1e-6);
@@ -235,9 +247,9 @@ TEST_F(LogRank, VarianceWhenAccrualLastsAllTheStudy) {
 
 // All patients from the start: the accrual time is then shown to the equation as 1e-5.
 TEST_F(LogRank, VarianceWithoutAccrual) {
-    Start(Menu(menuLachin, 2, plainForms), With(plan, {{10, "0"}}));
+    Start(Menu(menuLachin, 2, plainForms), With(plan, {{Kind::AccrualTime, "0"}}));
     EXPECT_NEAR(HazardVar(0.3F, 0), 0.09 / (1 - std::exp(-0.3 * 5)), 1e-5);
-    EXPECT_EQ(ParValue(PositionOf(10)), f64{1e-5F});
+    EXPECT_EQ(ParValue(PositionOf(Kind::AccrualTime)), f64{1e-5F});
     EXPECT_NEAR(HazardVar(0.3F, 0), 0.09 / (1 - std::exp(-0.3 * 5)), 1e-5);
 }
 
@@ -269,7 +281,8 @@ TEST_F(LogRank, EqualHazardsHaveTheLevelAsTheirPower) {
     for (const i16 menuNo : twoSampleMenus)
         for (const char* level : {"0.01", "0.05", "0.2"})
             for (const i16 tails : {OneSided, TwoSided}) {
-                const Values values = With(plan, {{0, level}, {73, "0.3"}, {45, "0.1"}});
+                const Values values =
+                    With(plan, {{0, level}, {Kind::H1Rate2, "0.3"}, {Kind::LossRate2, "0.1"}});
                 EXPECT_NEAR(PowerOf(Menu(menuNo, tails, plainForms), values), ParseNumber(level),
                             normalError)
                     << menuNo;
@@ -277,8 +290,18 @@ TEST_F(LogRank, EqualHazardsHaveTheLevelAsTheirPower) {
 }
 
 TEST_F(LogRank, AHazardRatioOfOneHasTheLevelAsItsPower) {
-    const Values values{{0, "0.05"}, {264, "1"}, {353, "0.4"}, {348, "0.1"}, {4, "80"}, {37, "60"},
-                        {99, "70"},  {5, "1.5"}, {350, "1"},   {9, "0.3"},   {10, "2"}, {11, "5"}};
+    const Values values{{Kind::SignificanceLevel, "0.05"},
+                        {Kind::H1HazardRatio, "1"},
+                        {Kind::H1Survival1, "0.4"},
+                        {Kind::DropOuts, "0.1"},
+                        {Kind::Size1, "80"},
+                        {Kind::Size2, "60"},
+                        {Kind::Events, "70"},
+                        {Kind::Size2Over1, "1.5"},
+                        {Kind::HazardRatioNonInferiorityLimit, "1"},
+                        {Kind::H1Rate1, "0.3"},
+                        {Kind::AccrualTime, "2"},
+                        {Kind::TotalStudyTime, "5"}};
     for (const i16 menuNo : {menuSchoenfeld, menuFreedman}) {
         EXPECT_NEAR(PowerOf(Menu(menuNo, 2, {{2, 0}}, {33}), values), 0.05, normalError);
         EXPECT_NEAR(PowerOf(Menu(menuNo, 1, {}, {4, 33}), values), 0.05, normalError);
@@ -290,12 +313,16 @@ TEST_F(LogRank, AHazardRatioOfOneHasTheLevelAsItsPower) {
 TEST_F(LogRank, LongerMediansAreFoundOnTheRight) {
     for (const i16 menuNo : twoSampleMenus) {
         const std::map<i16, i16> forms{{10, 0}, {8, 0}, {2, 0}, {55, 0}};
-        const Values medians = With(plan, {{370, "0"}, {93, "1"}, {94, "2"}, {95, "3"}});
+        const Values medians = With(plan, {{Kind::H0Median2Minus1, "0"},
+                                           {Kind::H0Median2Over1, "1"},
+                                           {Kind::H1Median1, "2"},
+                                           {Kind::H1Median2, "3"}});
         const f64 right = PowerOf(Menu(menuNo, 1, forms, {12}), medians);
         EXPECT_GT(right, 0.5) << menuNo;
         EXPECT_LT(PowerOf(LeftOf(Menu(menuNo, 1, forms, {12})), medians), 0.01) << menuNo;
         // The same as hazards, which lie on the left.
-        const Values hazards = With(plan, {{9, "0.346573590"}, {73, "0.231049060"}});
+        const Values hazards =
+            With(plan, {{Kind::H1Rate1, "0.346573590"}, {Kind::H1Rate2, "0.231049060"}});
         EXPECT_NEAR(PowerOf(LeftOf(Menu(menuNo, 1, plainForms)), hazards), right, rounding)
             << menuNo;
     }
@@ -303,16 +330,19 @@ TEST_F(LogRank, LongerMediansAreFoundOnTheRight) {
 
 // The ranges leave a hazard of 0 out.
 TEST_F(LogRank, NoHazardIsZero) {
-    EXPECT_EQ(MessageOf(Menu(menuGeorge, 2, plainForms), With(plan, {{9, "0"}}), 1),
+    EXPECT_EQ(MessageOf(Menu(menuGeorge, 2, plainForms), With(plan, {{Kind::H1Rate1, "0"}}), 1),
               "H1: Hazard Rate 1 Has To Be Greater Than or Equal to 0.00001.");
     EXPECT_EQ(MessageOf(Menu(menuGeorge, 2, {{5, 1}, {8, 0}, {2, 0}, {55, 0}}),
-                        With(plan, {{65, "-0.3"}}), 1),
+                        With(plan, {{Kind::H1Rate2Minus1, "-0.3"}}), 1),
               "H1:Hazard Rate 2 - Hazard Rate 1 Has To Be Greater Than or Equal to -0.29999.");
 }
 
 TEST_F(LogRank, ASecondIncidenceUnderH0IsOne) {
-    const Values values =
-        With(plan, {{67, "0.5"}, {53, "0.6"}, {79, "0.7"}, {119, "0"}, {120, "0"}});
+    const Values values = With(plan, {{Kind::H0Incidence2Minus1, "0.5"},
+                                      {Kind::H1Incidence1, "0.6"},
+                                      {Kind::H1Incidence2, "0.7"},
+                                      {Kind::LossIncidence1, "0"},
+                                      {Kind::LossIncidence2, "0"}});
     EXPECT_EQ(MessageOf(Menu(menuLachin, 2, {{7, 0}, {30, 0}, {2, 0}, {55, 0}}, {3}), values, 1),
               "H0: Incidence 2 - Incidence 1 Has To Be Less Than or Equal to 0.39999.");
 }
@@ -320,45 +350,50 @@ TEST_F(LogRank, ASecondIncidenceUnderH0IsOne) {
 // --- Messages ------------------------------------------------------------------------------------
 
 TEST_F(LogRank, UniformAccrualEndsWithTheStudyAtTheLatest) {
-    const Values values = With(plan, {{10, "6"}});
+    const Values values = With(plan, {{Kind::AccrualTime, "6"}});
     EXPECT_EQ(MessageOf(Menu(menuLachin, 2, plainForms), values, 1),
               "Total Study Time Has To Be Greater Than or Equal to 6.");
-    EXPECT_NE(PowerOf(Menu(menuLachin, 2, plainForms), With(values, {{33, "0.5"}})), NoValue);
+    EXPECT_NE(PowerOf(Menu(menuLachin, 2, plainForms), With(values, {{Kind::AccrualRate, "0.5"}})),
+              NoValue);
     EXPECT_EQ(MessageOf(Menu(menuNonInferiority, 1, {{2, 0}}),
-                        {{10, "6"}, {11, "5"}, {264, "0.9"}, {350, "1.3"}}, 1),
+                        {{Kind::AccrualTime, "6"},
+                         {Kind::TotalStudyTime, "5"},
+                         {Kind::H1HazardRatio, "0.9"},
+                         {Kind::HazardRatioNonInferiorityLimit, "1.3"}},
+                        1),
               "Total Study Time Has To Be Greater Than or Equal to 6.");
 }
 
 TEST_F(LogRank, EachGroupHasTwoSubjectsAtLeast) {
     const AnalysisChoice total = Menu(menuLachin, 2, {{5, 0}, {8, 0}, {55, 0}}, {35});
-    EXPECT_EQ(MessageOf(total, With(plan, {{320, "3"}, {5, "1"}}), 1),
+    EXPECT_EQ(MessageOf(total, With(plan, {{Kind::TotalSize, "3"}, {Kind::Size2Over1, "1"}}), 1),
               "Sample Size 1 Must Be >=2.");
-    EXPECT_EQ(MessageOf(total, With(plan, {{320, "20"}, {5, "0.1"}}), 1),
+    EXPECT_EQ(MessageOf(total, With(plan, {{Kind::TotalSize, "20"}, {Kind::Size2Over1, "0.1"}}), 1),
               "Sample Size 2 Must Be >=2.");
-    EXPECT_EQ(MessageOf(total, With(plan, {{320, "20"}, {5, "10"}}), 1),
+    EXPECT_EQ(MessageOf(total, With(plan, {{Kind::TotalSize, "20"}, {Kind::Size2Over1, "10"}}), 1),
               "Sample Size 1 Must Be >=2.");
 }
 
 TEST_F(LogRank, ATableOfAccrualIsAskedFor) {
-    Start(Menu(menuLachin, 2, plainForms, {28}), With(plan, {{343, "3"}}));
+    Start(Menu(menuLachin, 2, plainForms, {28}), With(plan, {{Kind::AccrualIntervals, "3"}}));
     HasGridData = False;
-    EXPECT_EQ(SolutionHere(1), NoValue);
+    EXPECT_EQ(SolutionHere(Kind::Power), NoValue);
     EXPECT_EQ(LastMessage(), "Proportion of Accrued Patients Has No Value.");
     EXPECT_TRUE(Fill(343, {{{"1", "0.2"}, {"2", "0.5"}, {"3", "1"}}}));
-    EXPECT_EQ(ParText(343), "3");
-    EXPECT_NE(SolutionHere(1), NoValue);
+    EXPECT_EQ(ParText(Kind::AccrualIntervals), "3");
+    EXPECT_NE(SolutionHere(Kind::Power), NoValue);
     // Another number of intervals, or another accrual time, needs another table.
-    Type(343, "4");
-    EXPECT_EQ(SolutionHere(1), NoValue);
+    Type(Kind::AccrualIntervals, "4");
+    EXPECT_EQ(SolutionHere(Kind::Power), NoValue);
     EXPECT_EQ(LastMessage(), "Proportion of Accrued Patients Has No Value.");
-    Type(343, "3");
-    Type(10, "2.5");
-    EXPECT_EQ(SolutionHere(1), NoValue);
+    Type(Kind::AccrualIntervals, "3");
+    Type(Kind::AccrualTime, "2.5");
+    EXPECT_EQ(SolutionHere(Kind::Power), NoValue);
     EXPECT_EQ(LastMessage(), "End of Last Interval Must Be 2.5");
 }
 
 TEST_F(LogRank, ATableOfAccrualIsChecked) {
-    Start(Menu(menuLachin, 2, plainForms, {28}), With(plan, {{343, "2"}}));
+    Start(Menu(menuLachin, 2, plainForms, {28}), With(plan, {{Kind::AccrualIntervals, "2"}}));
     const auto refusal = [this](const std::vector<std::vector<std::string>>& rows) {
         EXPECT_FALSE(Fill(343, {rows}));
         return LastMessage();
@@ -376,16 +411,18 @@ TEST_F(LogRank, ATableOfAccrualIsChecked) {
 // The accrual time that is sought stretches the table.
 TEST_F(LogRank, AnAccrualTimeStretchesItsTable) {
     const AnalysisChoice choice = Menu(menuLachin, 2, plainForms, {28});
-    Start(choice, With(plan, {{343, "2"}}));
+    Start(choice, With(plan, {{Kind::AccrualIntervals, "2"}}));
     FillAccrual({{1, 0.5}, {3, 1}});
-    const f64 before = SolutionHere(1);
-    Start(choice, With(plan, {{343, "2"}, {1, NumberText(before + 0.02, 9)}}));
+    const f64 before = SolutionHere(Kind::Power);
+    Start(choice,
+          With(plan, {{Kind::AccrualIntervals, "2"}, {Kind::Power, NumberText(before + 0.02, 9)}}));
     FillAccrual({{1, 0.5}, {3, 1}});
-    const f64 time = SolutionHere(10);
+    const f64 time = SolutionHere(Kind::AccrualTime);
     EXPECT_LT(time, 3);
-    Start(choice, With(plan, {{343, "2"}, {10, NumberText(time, 9)}}));
+    Start(choice,
+          With(plan, {{Kind::AccrualIntervals, "2"}, {Kind::AccrualTime, NumberText(time, 9)}}));
     FillAccrual({{time / 3, 0.5}, {time, 1}});
-    EXPECT_NEAR(SolutionHere(1), before + 0.02, 1e-3);
+    EXPECT_NEAR(SolutionHere(Kind::Power), before + 0.02, 1e-3);
 }
 
 // --- Reductions ----------------------------------------------------------------------------------
@@ -397,13 +434,17 @@ TEST_F(LogRank, AStraightTableIsUniformAccrual) {
             Start(Menu(menuNo, 2, plainForms, {28}),
                   With(plan, {{343, std::to_string(table.size())}}));
             FillAccrual(table);
-            const f64 tabulated = SolutionHere(1);
+            const f64 tabulated = SolutionHere(Kind::Power);
             EXPECT_NEAR(tabulated, PowerOf(Menu(menuNo, 2, plainForms), plan), rounding);
         }
 }
 
 TEST_F(LogRank, AMarginOfOneIsSchoenfeld) {
-    const Values events{{350, "1"}, {353, "0.4"}, {354, "0.6"}, {99, "90"}, {5, "1.5"}};
+    const Values events{{Kind::HazardRatioNonInferiorityLimit, "1"},
+                        {Kind::H1Survival1, "0.4"},
+                        {Kind::H1Survival2, "0.6"},
+                        {Kind::Events, "90"},
+                        {Kind::Size2Over1, "1.5"}};
     for (const bool left : {false, true}) {
         AnalysisChoice margin = Menu(menuNonInferiority, 1, {{12, 0}}, {4});
         AnalysisChoice schoenfeld = Menu(menuSchoenfeld, 1, {{12, 0}}, {4});
@@ -411,8 +452,15 @@ TEST_F(LogRank, AMarginOfOneIsSchoenfeld) {
         EXPECT_NEAR(PowerOf(margin, events), PowerOf(schoenfeld, events), rounding);
     }
     // Patients who all enter at once: survival at the end of the study is exp(-0.3 5).
-    const Values patients{{350, "1"}, {264, "1.5"},        {9, "0.3"}, {10, "0"}, {11, "5"},
-                          {4, "120"}, {353, "0.22313016"}, {348, "0"}, {37, "80"}};
+    const Values patients{{Kind::HazardRatioNonInferiorityLimit, "1"},
+                          {Kind::H1HazardRatio, "1.5"},
+                          {Kind::H1Rate1, "0.3"},
+                          {Kind::AccrualTime, "0"},
+                          {Kind::TotalStudyTime, "5"},
+                          {Kind::Size1, "120"},
+                          {Kind::H1Survival1, "0.22313016"},
+                          {Kind::DropOuts, "0"},
+                          {Kind::Size2, "80"}};
     EXPECT_NEAR(PowerOf(Menu(menuNonInferiority, 1, {{2, 0}}), patients),
                 PowerOf(Menu(menuSchoenfeld, 1, {{2, 0}}, {33}), patients), 1e-4);
 }
@@ -434,67 +482,74 @@ TEST_F(LogRank, EqualStrataAreTheUnstratifiedTest) {
     const std::pair<i16, i16> pairs[] = {{menuStrataLachin, menuLachin},
                                          {menuStrataGeorge, menuGeorge},
                                          {menuStrataRubenstein, menuRubenstein}};
-    const Values times = With(plan, {{310, "2"}, {33, "0.4"}});
+    const Values times = With(plan, {{Kind::NoOfStrata, "2"}, {Kind::AccrualRate, "0.4"}});
     for (const auto& [stratified, plain] : pairs) {
         Start(Menu(stratified, 2), times);
         ASSERT_TRUE(Fill(stratified == menuStrataLachin ? 339 : 352, {sizes, hazards}));
-        EXPECT_NEAR(SolutionHere(1),
+        EXPECT_NEAR(SolutionHere(Kind::Power),
                     PowerOf(Menu(plain, 2, {{5, 0}, {8, 0}, {55, 0}}, {35}), times), rounding)
             << stratified;
         // Incidences, weighted as such, have the power of their hazards.
         Start(Menu(stratified, 2, {}, {3}), times);
         ASSERT_TRUE(Fill(stratified == menuStrataLachin ? 342 : 352, {sizes, incidences}));
         if (stratified == menuStrataLachin) {
-            EXPECT_NEAR(ParseNumber(ParText(342)), 0.15, 1e-6);
+            EXPECT_NEAR(ParseNumber(ParText(Kind::WeightedIncidenceDifference)), 0.15, 1e-6);
         }
-        const Values asIncidences = With(
-            times, {{67, "0"}, {333, "1"}, {53, "0.3"}, {79, "0.45"}, {119, "0.1"}, {120, "0.2"}});
-        EXPECT_NEAR(SolutionHere(1),
+        const Values asIncidences = With(times, {{Kind::H0Incidence2Minus1, "0"},
+                                                 {Kind::H0Incidence2Over1, "1"},
+                                                 {Kind::H1Incidence1, "0.3"},
+                                                 {Kind::H1Incidence2, "0.45"},
+                                                 {Kind::LossIncidence1, "0.1"},
+                                                 {Kind::LossIncidence2, "0.2"}});
+        EXPECT_NEAR(SolutionHere(Kind::Power),
                     PowerOf(Menu(plain, 2, {{7, 0}, {30, 0}, {55, 0}}, {3, 35}), asIncidences),
                     rounding)
             << stratified;
     }
-    Start(Menu(menuStrata, 2), {{310, "2"}, {320, "250"}});
+    Start(Menu(menuStrata, 2), {{Kind::NoOfStrata, "2"}, {Kind::TotalSize, "250"}});
     ASSERT_TRUE(Fill(352, {sizes, {{"0.3", "0.45"}, {"0.3", "0.45"}}}));
-    EXPECT_NEAR(SolutionHere(1),
-                PowerOf(Menu(menuSchoenfeld, 2, {{12, 0}}, {35}),
-                        {{353, "0.3"}, {354, "0.45"}, {348, "0"}, {320, "250"}, {5, "0.8"}}),
+    EXPECT_NEAR(SolutionHere(Kind::Power),
+                PowerOf(Menu(menuSchoenfeld, 2, {{12, 0}}, {35}), {{Kind::H1Survival1, "0.3"},
+                                                                   {Kind::H1Survival2, "0.45"},
+                                                                   {Kind::DropOuts, "0"},
+                                                                   {Kind::TotalSize, "250"},
+                                                                   {Kind::Size2Over1, "0.8"}}),
                 rounding);
 }
 
 // --- Strata --------------------------------------------------------------------------------------
 
 TEST_F(LogRank, StrataFollowTheStudy) {
-    Start(Menu(menuStrataGeorge, 2), With(plan, {{310, "2"}}));
+    Start(Menu(menuStrataGeorge, 2), With(plan, {{Kind::NoOfStrata, "2"}}));
     const std::vector<std::vector<std::string>> sizes{{"0.4", "1"}, {"0.6", "2"}};
     ASSERT_TRUE(Fill(352, {sizes, {{"0.2", "0.35", "0", "0"}, {"0.5", "0.8", "0.1", "0"}}}));
-    EXPECT_TRUE(IsBluePar(PositionOf(340)));
-    const std::string before = ParText(340);
-    const f64 power = SolutionHere(1);
-    Type(11, "9");
-    EXPECT_GT(SolutionHere(1), power + 0.01);
-    EXPECT_LT(ParseNumber(ParText(340)), ParseNumber(before));
+    EXPECT_TRUE(IsBluePar(PositionOf(Kind::H0WeightedSd)));
+    const std::string before = ParText(Kind::H0WeightedSd);
+    const f64 power = SolutionHere(Kind::Power);
+    Type(Kind::TotalStudyTime, "9");
+    EXPECT_GT(SolutionHere(Kind::Power), power + 0.01);
+    EXPECT_LT(ParseNumber(ParText(Kind::H0WeightedSd)), ParseNumber(before));
     // The study time is found that gives the former power back.
-    Type(1, NumberText(power, 9));
-    EXPECT_NEAR(SolutionHere(11), 5, 0.02);
+    Type(Kind::Power, NumberText(power, 9));
+    EXPECT_NEAR(SolutionHere(Kind::TotalStudyTime), 5, 0.02);
     // What derives is that of the solution, not of the time before it.
-    const std::string renewed = ParText(340);
+    const std::string renewed = ParText(Kind::H0WeightedSd);
     EXPECT_GT(ParseNumber(renewed), ParseNumber(before) * 0.99);
-    SolutionHere(1);
-    EXPECT_EQ(ParText(340), renewed);
+    SolutionHere(Kind::Power);
+    EXPECT_EQ(ParText(Kind::H0WeightedSd), renewed);
     // Other strata than those of the tables.
-    Type(310, "3");
-    EXPECT_EQ(SolutionHere(1), NoValue);
+    Type(Kind::NoOfStrata, "3");
+    EXPECT_EQ(SolutionHere(Kind::Power), NoValue);
     EXPECT_EQ(LastMessage(), "H1: Weighted Log(HazardRatio) Can't Be Calculated.");
-    Type(310, "2");
+    Type(Kind::NoOfStrata, "2");
     // An effect that is asked for stands by itself.
-    Type(1, "0.9");
-    EXPECT_NE(SolutionHere(352), NoValue);
+    Type(Kind::Power, "0.9");
+    EXPECT_NE(SolutionHere(Kind::WeightedLogHazardRatio), NoValue);
     EXPECT_EQ(HasGridData, False);
 }
 
 TEST_F(LogRank, StrataAreChecked) {
-    Start(Menu(menuStrataLachin, 2), With(plan, {{310, "2"}}));
+    Start(Menu(menuStrataLachin, 2), With(plan, {{Kind::NoOfStrata, "2"}}));
     const std::vector<std::vector<std::string>> hazards{{"0.2", "0.35", "0", "0"},
                                                         {"0.5", "0.8", "0.1", "0"}};
     const std::vector<std::vector<std::string>> sizes{{"0.4", "1"}, {"0.6", "2"}};
@@ -506,7 +561,7 @@ TEST_F(LogRank, StrataAreChecked) {
     EXPECT_EQ(LastMessage(), "Hazard Rate in Cell  (1,1)  Must Be > 0.");
     EXPECT_FALSE(Fill(339, {sizes, {{"0.2", "0.35", "0", "0"}, {"0.5", "0.8", "-0.1", "0"}}}));
     EXPECT_EQ(LastMessage(), "Loss Rate in Cell  (2,3)  Must Be >= 0.");
-    Start(Menu(menuStrataLachin, 2, {}, {3}), With(plan, {{310, "2"}}));
+    Start(Menu(menuStrataLachin, 2, {}, {3}), With(plan, {{Kind::NoOfStrata, "2"}}));
     EXPECT_FALSE(Fill(342, {sizes, {{"0.2", "0.35", "0", "1"}, {"0.5", "0.8", "0.1", "0"}}}));
     EXPECT_EQ(LastMessage(), "Loss Incidence in Cell  (1,4)  Must Be >= 0 and < 1.");
 }
@@ -515,17 +570,21 @@ TEST_F(LogRank, StrataAreChecked) {
 
 // Groups exchanged and the tail turned: the same power.
 TEST_F(LogRank, MirrorImagesHaveTheSamePower) {
-    const Values mirrored = With(
-        plan,
-        {{9, "0.45"}, {73, "0.3"}, {13, "0.2"}, {45, "0.1"}, {4, "100"}, {37, "150"}, {5, "1.25"}});
+    const Values mirrored = With(plan, {{Kind::H1Rate1, "0.45"},
+                                        {Kind::H1Rate2, "0.3"},
+                                        {Kind::LossRate1, "0.2"},
+                                        {Kind::LossRate2, "0.1"},
+                                        {Kind::Size1, "100"},
+                                        {Kind::Size2, "150"},
+                                        {Kind::Size2Over1, "1.25"}});
     for (const i16 menuNo : twoSampleMenus) {
         // A loss rate in group 1 turns the pooling off: both groups have one here.
         for (const auto& [groups, checks] :
              {std::pair<std::map<i16, i16>, std::vector<i16>>{plainForms, {}},
               {{{5, 0}, {8, 0}, {55, 0}}, {35}},
               {{{5, 0}, {55, 1}}, {}}}) {
-            Values here = With(plan, {{99, "120"}});
-            Values there = With(mirrored, {{99, "120"}});
+            Values here = With(plan, {{Kind::Events, "120"}});
+            Values there = With(mirrored, {{Kind::Events, "120"}});
             const f64 power = PowerOf(Menu(menuNo, 1, groups, checks), here);
             EXPECT_GT(power, 0.3);
             EXPECT_NEAR(PowerOf(LeftOf(Menu(menuNo, 1, groups, checks)), there), power, rounding)
@@ -534,18 +593,44 @@ TEST_F(LogRank, MirrorImagesHaveTheSamePower) {
                         PowerOf(Menu(menuNo, 2, groups, checks), here), rounding)
                 << menuNo;
         }
-        const Values limits{{77, "-0.2"}, {78, "0.3"}, {29, "0.6"}, {30, "1.5"},
-                            {4, "400"},   {37, "400"}, {9, "0.3"},  {73, "0.33"}};
-        const Values turned{{77, "-0.3"}, {78, "0.2"}, {29, "0.66666667"}, {30, "1.66666667"},
-                            {4, "400"},   {37, "400"}, {9, "0.33"},        {73, "0.3"}};
+        const Values limits{{Kind::RateDifferenceLeftLimit, "-0.2"},
+                            {Kind::RateDifferenceRightLimit, "0.3"},
+                            {Kind::RatioLeftLimit, "0.6"},
+                            {Kind::RatioRightLimit, "1.5"},
+                            {Kind::Size1, "400"},
+                            {Kind::Size2, "400"},
+                            {Kind::H1Rate1, "0.3"},
+                            {Kind::H1Rate2, "0.33"}};
+        const Values turned{{Kind::RateDifferenceLeftLimit, "-0.3"},
+                            {Kind::RateDifferenceRightLimit, "0.2"},
+                            {Kind::RatioLeftLimit, "0.66666667"},
+                            {Kind::RatioRightLimit, "1.66666667"},
+                            {Kind::Size1, "400"},
+                            {Kind::Size2, "400"},
+                            {Kind::H1Rate1, "0.33"},
+                            {Kind::H1Rate2, "0.3"}};
         EXPECT_NEAR(PowerOf(Menu(menuNo, 3, plainForms), With(plan, limits)),
                     PowerOf(Menu(menuNo, 3, plainForms), With(mirrored, turned)), 1e-4)
             << menuNo;
     }
-    const Values survival{{353, "0.4"}, {354, "0.6"}, {264, "2"}, {348, "0.1"}, {4, "60"},
-                          {37, "90"},   {99, "70"},   {5, "1.5"}, {350, "0.8"}};
-    const Values exchanged{{353, "0.6"}, {354, "0.4"}, {264, "0.5"},      {348, "0.1"}, {4, "90"},
-                           {37, "60"},   {99, "70"},   {5, "0.66666667"}, {350, "1.25"}};
+    const Values survival{{Kind::H1Survival1, "0.4"},
+                          {Kind::H1Survival2, "0.6"},
+                          {Kind::H1HazardRatio, "2"},
+                          {Kind::DropOuts, "0.1"},
+                          {Kind::Size1, "60"},
+                          {Kind::Size2, "90"},
+                          {Kind::Events, "70"},
+                          {Kind::Size2Over1, "1.5"},
+                          {Kind::HazardRatioNonInferiorityLimit, "0.8"}};
+    const Values exchanged{{Kind::H1Survival1, "0.6"},
+                           {Kind::H1Survival2, "0.4"},
+                           {Kind::H1HazardRatio, "0.5"},
+                           {Kind::DropOuts, "0.1"},
+                           {Kind::Size1, "90"},
+                           {Kind::Size2, "60"},
+                           {Kind::Events, "70"},
+                           {Kind::Size2Over1, "0.66666667"},
+                           {Kind::HazardRatioNonInferiorityLimit, "1.25"}};
     for (const i16 menuNo : {menuSchoenfeld, menuFreedman}) {
         EXPECT_NEAR(PowerOf(Menu(menuNo, 1, {{12, 0}, {2, 0}}), survival),
                     PowerOf(LeftOf(Menu(menuNo, 1, {{12, 0}, {2, 0}})), exchanged), rounding);
@@ -561,16 +646,17 @@ TEST_F(LogRank, MirrorImagesHaveTheSamePower) {
 // A ratio within a total has two solutions; the groups are about equal between them.
 TEST_F(LogRank, OfTwoRatiosTheLargerOneIsFound) {
     const AnalysisChoice total = Menu(menuGeorge, 2, {{5, 0}, {8, 0}, {55, 0}}, {35});
-    const f64 power = PowerOf(total, With(plan, {{5, "3"}}));
-    EXPECT_NEAR(SolutionOf(total, With(plan, {{1, NumberText(power, 9)}}), 5), 3, 0.01);
+    const f64 power = PowerOf(total, With(plan, {{Kind::Size2Over1, "3"}}));
+    EXPECT_NEAR(SolutionOf(total, With(plan, {{Kind::Power, NumberText(power, 9)}}), 5), 3, 0.01);
 }
 
 // Far below hazard 1 there are hardly any events: the solution next to H0 is the one asked for.
 TEST_F(LogRank, TheEffectNextToH0IsFound) {
     for (const i16 menuNo : {menuGeorge, menuRubenstein}) {
         const AnalysisChoice left = LeftOf(Menu(menuNo, 1, plainForms));
-        const f64 power = PowerOf(left, With(plan, {{73, "0.2"}}));
-        EXPECT_NEAR(SolutionOf(left, With(plan, {{1, NumberText(power, 9)}}), 73), 0.2, 1e-3);
+        const f64 power = PowerOf(left, With(plan, {{Kind::H1Rate2, "0.2"}}));
+        EXPECT_NEAR(SolutionOf(left, With(plan, {{Kind::Power, NumberText(power, 9)}}), 73), 0.2,
+                    1e-3);
     }
 }
 
@@ -578,37 +664,58 @@ TEST_F(LogRank, TheEffectNextToH0IsFound) {
 
 TEST_F(LogRank, Statements) {
     Start(Menu(menuLachin, 3, {{10, 0}, {8, 0}, {2, 0}, {55, 0}}, {12}),
-          {{6, "-1"}, {7, "1"}, {94, "2.5"}, {95, "2.6"}, {4, "400"}, {37, "400"}});
-    SolutionHere(1);
+          {{Kind::MeanLeftLimit, "-1"},
+           {Kind::MeanRightLimit, "1"},
+           {Kind::H1Median1, "2.5"},
+           {Kind::H1Median2, "2.6"},
+           {Kind::Size1, "400"},
+           {Kind::Size2, "400"}});
+    SolutionHere(Kind::Power);
     EXPECT_NE(SumStatement().find("the null hypothesis H0: non-equivalence, with left equivalence "
                                   "limit = -1 and right equivalence limit = 1, against H1: median "
                                   "1 = 2.5 and median 2 = 2.6 (equivalence)"),
               std::string::npos)
         << SumStatement();
     Start(LeftOf(Menu(menuNonInferiority, 1, {{2, 0}})),
-          {{350, "1.3"}, {264, "0.9"}, {9, "0.2"}, {10, "2"}, {11, "5"}, {4, "300"}, {37, "300"}});
-    SolutionHere(1);
+          {{Kind::HazardRatioNonInferiorityLimit, "1.3"},
+           {Kind::H1HazardRatio, "0.9"},
+           {Kind::H1Rate1, "0.2"},
+           {Kind::AccrualTime, "2"},
+           {Kind::TotalStudyTime, "5"},
+           {Kind::Size1, "300"},
+           {Kind::Size2, "300"}});
+    SolutionHere(Kind::Power);
     EXPECT_NE(SumStatement().find("the null hypothesis H0: hazard rate 2 / hazard rate 1 = 1.3 "
                                   "against H1: hazard ratio = 0.9 and hazard rate 1 = 0.2"),
               std::string::npos)
         << SumStatement();
     Start(Menu(menuRubenstein, 2, {{7, 0}, {30, 0}, {2, 0}, {55, 0}}, {3}),
-          {{333, "1"}, {53, "0.2"}, {79, "0.3"}, {119, "0"}, {120, "0"}});
-    SolutionHere(1);
+          {{Kind::H0Incidence2Over1, "1"},
+           {Kind::H1Incidence1, "0.2"},
+           {Kind::H1Incidence2, "0.3"},
+           {Kind::LossIncidence1, "0"},
+           {Kind::LossIncidence2, "0"}});
+    SolutionHere(Kind::Power);
     EXPECT_NE(SumStatement().find("the null hypothesis H0: incidence 2 / incidence 1 = 1 against "
                                   "H1: incidence 1 = 0.2 and incidence 2 = 0.3"),
               std::string::npos)
         << SumStatement();
-    Start(Menu(menuSchoenfeld, 1, {{12, 0}, {2, 0}}),
-          {{353, "0.4"}, {354, "0.6"}, {348, "0.1"}, {4, "100"}, {37, "100"}});
-    SolutionHere(1);
+    Start(Menu(menuSchoenfeld, 1, {{12, 0}, {2, 0}}), {{Kind::H1Survival1, "0.4"},
+                                                       {Kind::H1Survival2, "0.6"},
+                                                       {Kind::DropOuts, "0.1"},
+                                                       {Kind::Size1, "100"},
+                                                       {Kind::Size2, "100"}});
+    SolutionHere(Kind::Power);
     EXPECT_NE(SumStatement().find("the null hypothesis H0: survival proportion 2 = survival "
                                   "proportion 1 against H1: survival proportion 1 = 0.4 and "
                                   "survival proportion 2 = 0.6"),
               std::string::npos)
         << SumStatement();
-    Start(Menu(menuStrataGeorge, 2), {{352, "0.4"}, {340, "2.5"}, {341, "2.6"}, {320, "300"}});
-    SolutionHere(1);
+    Start(Menu(menuStrataGeorge, 2), {{Kind::WeightedLogHazardRatio, "0.4"},
+                                      {Kind::H0WeightedSd, "2.5"},
+                                      {Kind::H1WeightedSd, "2.6"},
+                                      {Kind::TotalSize, "300"}});
+    SolutionHere(Kind::Power);
     EXPECT_NE(SumStatement().find("weighted log(hazard ratio) = 0"), std::string::npos)
         << SumStatement();
 }

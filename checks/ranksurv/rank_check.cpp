@@ -105,12 +105,15 @@ TEST_F(RankTest, Options) {
 
 TEST_F(RankTest, SecondSizesAreInTheirRange) {
     for (const i16 menu : {menuContinuous, menuOrdered, menuSavage})
-        EXPECT_EQ(MessageOf(Menu(menu, 2, {{2, 1}}), {{4, "30"}, {38, "-28"}}, Kind::Power),
+        EXPECT_EQ(MessageOf(Menu(menu, 2, {{2, 1}}),
+                            {{Kind::Size1, "30"}, {Kind::Size2Minus1, "-28"}}, Kind::Power),
                   "Sample Size 2 - Sample Size 1 Has To Be Greater Than or Equal to -27.");
 }
 
 TEST_F(RankTest, LimitsOfAnEquivalenceAreInOrder) {
-    EXPECT_EQ(MessageOf(Menu(menuContinuous, 3), {{47, "0.7"}, {48, "0.6"}}, Kind::Power),
+    EXPECT_EQ(MessageOf(Menu(menuContinuous, 3),
+                        {{Kind::ProportionLeftLimit, "0.7"}, {Kind::ProportionRightLimit, "0.6"}},
+                        Kind::Power),
               "H0: Left Equivalence Limit Has To Be Less Than or Equal to 0.6.");
 }
 
@@ -129,9 +132,17 @@ TEST_F(RankTest, RelativesAreSimulationsOnly) {
 
 TEST_F(RankTest, NoEffectHasTheLevelAsItsPower) {
     for (const char* level : {"0.01", "0.05", "0.2"}) {
-        const Values values{{0, level}, {152, "0.5"}, {153, "0.5"}, {154, "0.5"},
-                            {200, "1"}, {202, "0.1"}, {26, "0.4"},  {141, "0.4"},
-                            {4, "30"},  {37, "40"},   {85, "40"}};
+        const Values values{{0, level},
+                            {Kind::H1ProbabilityOfOrder, "0.5"},
+                            {Kind::H1ProbabilityAbove0, "0.5"},
+                            {Kind::H1ProbabilityOfSumAbove0, "0.5"},
+                            {Kind::H1OddsRatio, "1"},
+                            {Kind::SumOfCubedProportions, "0.1"},
+                            {Kind::H1Scale1, "0.4"},
+                            {Kind::H1Scale2, "0.4"},
+                            {Kind::Size1, "30"},
+                            {Kind::Size2, "40"},
+                            {Kind::Size, "40"}};
         for (const i16 tails : {OneSided, TwoSided})
             for (const i16 menu : {menuContinuous, menuOrdered, menuSavage, menuSignedRank})
                 for (const bool left : {false, true}) {
@@ -145,12 +156,28 @@ TEST_F(RankTest, NoEffectHasTheLevelAsItsPower) {
 
 // Exchanging the groups and turning the tail changes nothing.
 TEST_F(RankTest, MirrorImages) {
-    const Values right{{0, "0.05"},  {152, "0.65"}, {153, "0.7"}, {154, "0.72"},
-                       {200, "1.8"}, {201, "4"},    {26, "0.4"},  {141, "0.7"},
-                       {4, "30"},    {37, "45"},    {85, "40"}};
-    const Values left{{0, "0.05"}, {152, "0.35"}, {153, "0.3"}, {154, "0.28"}, {200, "0.555555555"},
-                      {201, "4"},  {26, "0.7"},   {141, "0.4"}, {4, "45"},     {37, "30"},
-                      {85, "40"}};
+    const Values right{{Kind::SignificanceLevel, "0.05"},
+                       {Kind::H1ProbabilityOfOrder, "0.65"},
+                       {Kind::H1ProbabilityAbove0, "0.7"},
+                       {Kind::H1ProbabilityOfSumAbove0, "0.72"},
+                       {Kind::H1OddsRatio, "1.8"},
+                       {Kind::NoOfCategories, "4"},
+                       {Kind::H1Scale1, "0.4"},
+                       {Kind::H1Scale2, "0.7"},
+                       {Kind::Size1, "30"},
+                       {Kind::Size2, "45"},
+                       {Kind::Size, "40"}};
+    const Values left{{Kind::SignificanceLevel, "0.05"},
+                      {Kind::H1ProbabilityOfOrder, "0.35"},
+                      {Kind::H1ProbabilityAbove0, "0.3"},
+                      {Kind::H1ProbabilityOfSumAbove0, "0.28"},
+                      {Kind::H1OddsRatio, "0.555555555"},
+                      {Kind::NoOfCategories, "4"},
+                      {Kind::H1Scale1, "0.7"},
+                      {Kind::H1Scale2, "0.4"},
+                      {Kind::Size1, "45"},
+                      {Kind::Size2, "30"},
+                      {Kind::Size, "40"}};
     for (const AnalysisChoice& choice :
          {Menu(menuContinuous, 1), Menu(menuOrdered, 1, {{26, 1}}), Menu(menuSavage, 1, {{16, 0}}),
           Menu(menuSignedRank, 1), Menu(menuSignedRank, 1, {}, {1}), Menu(menuSign, 1)})
@@ -160,8 +187,12 @@ TEST_F(RankTest, MirrorImages) {
 // With two one-sided tests the middle of the limits has the highest power.
 TEST_F(RankTest, EquivalenceIsSymmetric) {
     const auto power = [this](const char* p) {
-        return PowerOf(Menu(menuContinuous, 3, {{2, 0}}),
-                       {{0, "0.05"}, {47, "0.3"}, {48, "0.7"}, {152, p}, {4, "50"}, {37, "50"}});
+        return PowerOf(Menu(menuContinuous, 3, {{2, 0}}), {{Kind::SignificanceLevel, "0.05"},
+                                                           {Kind::ProportionLeftLimit, "0.3"},
+                                                           {Kind::ProportionRightLimit, "0.7"},
+                                                           {152, p},
+                                                           {Kind::Size1, "50"},
+                                                           {Kind::Size2, "50"}});
     };
     EXPECT_NEAR(power("0.45"), power("0.55"), 1e-6);
     EXPECT_GT(power("0.5"), power("0.52"));
@@ -170,8 +201,10 @@ TEST_F(RankTest, EquivalenceIsSymmetric) {
 // A ratio of the sizes that gives no whole number is kept as it is: 12.5 lies between 12 and 13.
 TEST_F(RankTest, ABrokenSecondSizeCounts) {
     const auto power = [this](i16 option, i16 kind, const char* text) {
-        return PowerOf(Menu(menuContinuous, 2, {{2, option}}),
-                       {{0, "0.05"}, {152, "0.7"}, {4, "25"}, {kind, text}});
+        return PowerOf(Menu(menuContinuous, 2, {{2, option}}), {{Kind::SignificanceLevel, "0.05"},
+                                                                {Kind::H1ProbabilityOfOrder, "0.7"},
+                                                                {Kind::Size1, "25"},
+                                                                {kind, text}});
     };
     const f64 broken = power(2, 5, "0.5");
     EXPECT_GT(broken, power(0, 37, "12") + 1e-3);
@@ -183,8 +216,9 @@ TEST_F(RankTest, ABrokenSecondSizeCounts) {
 // normal form at it.
 TEST_F(RankTest, TheSignTestIsExactUpTo1000Subjects) {
     const auto power = [this](const char* n, std::vector<i16> checks = {}) {
-        return PowerOf(Menu(menuSign, 1, {}, std::move(checks)),
-                       {{0, "0.05"}, {153, "0.5"}, {85, n}});
+        return PowerOf(
+            Menu(menuSign, 1, {}, std::move(checks)),
+            {{Kind::SignificanceLevel, "0.05"}, {Kind::H1ProbabilityAbove0, "0.5"}, {85, n}});
     };
     // binom.sf(526, 1000, 0.5), and the normal form without and with the correction (scipy).
     EXPECT_NEAR(power("1000"), 0.0468436, 2e-5);
@@ -195,36 +229,48 @@ TEST_F(RankTest, TheSignTestIsExactUpTo1000Subjects) {
 }
 
 TEST_F(RankTest, TheStatementSaysWhereTheSignTestIsNotExact) {
-    const Values values{{0, "0.05"}, {153, "0.55"}, {85, "1001"}};
+    const Values values{{Kind::SignificanceLevel, "0.05"},
+                        {Kind::H1ProbabilityAbove0, "0.55"},
+                        {Kind::Size, "1001"}};
     PowerOf(Menu(menuSign, 2), values);
     EXPECT_NE(SumStatement().find(" With more than 1000 subjects, the power is that of the normal "
                                   "approximation, not of the exact test."),
               std::string::npos)
         << SumStatement();
     EXPECT_EQ(HeadlineNote(), "More than 1000: normal approximation, not exact.");
-    Type(85, "1000");
+    Type(Kind::Size, "1000");
     Solve(Kind::Power);
     EXPECT_EQ(HeadlineNote(), "");
 }
 
 // A sum of cubes of nearly 1 leaves next to no information: the power stays near the level.
 TEST_F(RankTest, ASumOfCubesAtItsEdgeHasNoPower) {
-    const f64 power = PowerOf(Menu(menuOrdered, 1, {{26, 0}}),
-                              {{0, "0.05"}, {200, "3"}, {202, "0.99999"}, {4, "50"}, {37, "50"}});
+    const f64 power =
+        PowerOf(Menu(menuOrdered, 1, {{26, 0}}), {{Kind::SignificanceLevel, "0.05"},
+                                                  {Kind::H1OddsRatio, "3"},
+                                                  {Kind::SumOfCubedProportions, "0.99999"},
+                                                  {Kind::Size1, "50"},
+                                                  {Kind::Size2, "50"}});
     EXPECT_NEAR(power, 0.05, 0.01);
 }
 
 // One of the two probabilities of the signed ranks can make up for the other.
 TEST_F(RankTest, SignedRanksAreSoughtWhereTheStatisticIsAboveItsMean) {
-    const Values values{{0, "0.05"}, {1, "0.07"}, {154, "0.48"}, {85, "20"}};
+    const Values values{{Kind::SignificanceLevel, "0.05"},
+                        {Kind::Power, "0.07"},
+                        {Kind::H1ProbabilityOfSumAbove0, "0.48"},
+                        {Kind::Size, "20"}};
     const f64 p1 = SolutionOf(Menu(menuSignedRank, 1), values, Kind::H1ProbabilityAbove0);
     ASSERT_NE(p1, NoValue);
     EXPECT_GT(p1, 0.5 + 19 * 0.02 / 2);
     // Where even a probability of 1 can't, there is no solution.
-    EXPECT_EQ(MessageOf(Menu(menuSignedRank, 1), {{1, "0.8"}, {154, "0.3"}, {85, "60"}},
-                        Kind::H1ProbabilityAbove0),
-              "Can't Be Calculated. Please Check if TickBox 'Reject in Left Tail' Should Be "
-              "Ticked.");
+    EXPECT_EQ(
+        MessageOf(
+            Menu(menuSignedRank, 1),
+            {{Kind::Power, "0.8"}, {Kind::H1ProbabilityOfSumAbove0, "0.3"}, {Kind::Size, "60"}},
+            Kind::H1ProbabilityAbove0),
+        "Can't Be Calculated. Please Check if TickBox 'Reject in Left Tail' Should Be "
+        "Ticked.");
 }
 
 // --- Ordered categories --------------------------------------------------------------------------
@@ -254,14 +300,22 @@ TEST_F(RankTest, SumOfCubes) {
 }
 
 TEST_F(RankTest, EqualCategoriesAreASumOfCubes) {
-    const Values values{{0, "0.05"}, {200, "2"}, {201, "5"}, {202, "0.04"}, {4, "50"}, {37, "60"}};
+    const Values values{{Kind::SignificanceLevel, "0.05"},
+                        {Kind::H1OddsRatio, "2"},
+                        {Kind::NoOfCategories, "5"},
+                        {Kind::SumOfCubedProportions, "0.04"},
+                        {Kind::Size1, "50"},
+                        {Kind::Size2, "60"}};
     EXPECT_NEAR(PowerOf(Menu(menuOrdered, 2, {{26, 0}}), values),
                 PowerOf(Menu(menuOrdered, 2, {{26, 1}}), values), 1e-6);
 }
 
 TEST_F(RankTest, TheControlGroupGivesTheSumOfCubes) {
-    Start(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}),
-          {{0, "0.05"}, {200, "2.4278"}, {202, "0.1"}, {4, "94"}, {37, "94"}});
+    Start(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}), {{Kind::SignificanceLevel, "0.05"},
+                                                    {Kind::H1OddsRatio, "2.4278"},
+                                                    {Kind::SumOfCubedProportions, "0.1"},
+                                                    {Kind::Size1, "94"},
+                                                    {Kind::Size2, "94"}});
     const i16 average = PositionOf(Kind::SumOfCubedProportions);
     EXPECT_TRUE(IsBluePar(average));
     EXPECT_FALSE(IsBluePar(PositionOf(Kind::H1OddsRatio)));
@@ -283,8 +337,12 @@ TEST_F(RankTest, TheControlGroupGivesTheSumOfCubes) {
 }
 
 TEST_F(RankTest, TheSumOfCubesFollowsTheOddsRatio) {
-    Start(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}),
-          {{0, "0.05"}, {1, "0.8"}, {200, "1"}, {202, "0.3"}, {4, "80"}, {37, "80"}});
+    Start(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}), {{Kind::SignificanceLevel, "0.05"},
+                                                    {Kind::Power, "0.8"},
+                                                    {Kind::H1OddsRatio, "1"},
+                                                    {Kind::SumOfCubedProportions, "0.3"},
+                                                    {Kind::Size1, "80"},
+                                                    {Kind::Size2, "80"}});
     PlanControl({"0.6", "0.2", "0.1", "0.1"});
     GetFromTable(PositionOf(Kind::SumOfCubedProportions));
     EXPECT_NEAR(Value(Kind::SumOfCubedProportions), 0.216 + 0.008 + 0.002, 1e-6);
@@ -304,8 +362,12 @@ TEST_F(RankTest, TheSumOfCubesFollowsTheOddsRatio) {
 
 // A sum of cubes that is sought is not that of the grid, and stays when it is found.
 TEST_F(RankTest, ASumOfCubesIsSoughtLikeAnyOther) {
-    Start(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}),
-          {{0, "0.05"}, {1, "0.5"}, {200, "2"}, {202, "0.3"}, {4, "60"}, {37, "60"}});
+    Start(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}), {{Kind::SignificanceLevel, "0.05"},
+                                                    {Kind::Power, "0.5"},
+                                                    {Kind::H1OddsRatio, "2"},
+                                                    {Kind::SumOfCubedProportions, "0.3"},
+                                                    {Kind::Size1, "60"},
+                                                    {Kind::Size2, "60"}});
     PlanControl({"0.6", "0.2", "0.1", "0.1"});
     GetFromTable(PositionOf(Kind::SumOfCubedProportions));
     const f64 sought = ParseNumber(Solve(Kind::SumOfCubedProportions));
@@ -322,8 +384,11 @@ TEST_F(RankTest, ASumOfCubesIsSoughtLikeAnyOther) {
 TEST_F(RankTest, ASumOfCubesOnAnAxisIsNotThatOfTheGrid) {
     FileCommand(TableWindow);
     checks::SetUp(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}));
-    for (const auto& [kind, text] :
-         Values{{0, "0.05"}, {200, "2"}, {202, "0.3"}, {4, "60"}, {37, "60"}})
+    for (const auto& [kind, text] : Values{{Kind::SignificanceLevel, "0.05"},
+                                           {Kind::H1OddsRatio, "2"},
+                                           {Kind::SumOfCubedProportions, "0.3"},
+                                           {Kind::Size1, "60"},
+                                           {Kind::Size2, "60"}})
         Type(kind, text);
     PlanControl({"0.6", "0.2", "0.1", "0.1"});
     GetFromTable(PositionOf(Kind::SumOfCubedProportions));
@@ -347,7 +412,7 @@ TEST_F(RankTest, ASumOfCubesOnAnAxisIsNotThatOfTheGrid) {
 
 // The proportions of the control group alone, as long as there is no odds ratio.
 TEST_F(RankTest, TheSumOfCubesCanBeHadBeforeTheOddsRatio) {
-    Start(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}), {{202, "0.3"}});
+    Start(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}), {{Kind::SumOfCubedProportions, "0.3"}});
     Type(Kind::H1OddsRatio, "-");
     PlanControl({"0.25", "0.25", "0.5"});
     GetFromTable(PositionOf(Kind::SumOfCubedProportions));
@@ -355,7 +420,7 @@ TEST_F(RankTest, TheSumOfCubesCanBeHadBeforeTheOddsRatio) {
 }
 
 TEST_F(RankTest, ProportionsOfTheControlGroupAddUpTo1) {
-    Start(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}), {{202, "0.3"}});
+    Start(Menu(menuOrdered, 2, {{26, 0}, {2, 0}}), {{Kind::SumOfCubedProportions, "0.3"}});
     PlanControl({"0.25", "0.25"});
     GetFromTable(PositionOf(Kind::SumOfCubedProportions));
     PlanControl({"0.75", "0.5"});
@@ -373,7 +438,10 @@ TEST_F(RankTest, ProportionsOfTheControlGroupAddUpTo1) {
 // --- Distributions -------------------------------------------------------------------------------
 
 TEST_F(RankTest, AShiftGivesTheProbability) {
-    Start(Menu(menuContinuous, 2, {{2, 0}}), {{0, "0.05"}, {152, "0.8"}, {4, "40"}, {37, "40"}});
+    Start(Menu(menuContinuous, 2, {{2, 0}}), {{Kind::SignificanceLevel, "0.05"},
+                                              {Kind::H1ProbabilityOfOrder, "0.8"},
+                                              {Kind::Size1, "40"},
+                                              {Kind::Size2, "40"}});
     const i16 order = PositionOf(Kind::H1ProbabilityOfOrder);
     EXPECT_TRUE(IsBluePar(order));
     PlanDistr(SimLogistic, "1.2", "1");
@@ -388,7 +456,7 @@ TEST_F(RankTest, AShiftGivesTheProbability) {
 }
 
 TEST_F(RankTest, AShiftIsEnteredForAnEquivalenceToo) {
-    Start(Menu(menuContinuous, 3, {{2, 0}}), {{152, "0.8"}});
+    Start(Menu(menuContinuous, 3, {{2, 0}}), {{Kind::H1ProbabilityOfOrder, "0.8"}});
     EXPECT_TRUE(IsBluePar(4));
     EXPECT_FALSE(IsBluePar(2));
     PlanDistr(SimUniform, "0", "1");
@@ -397,7 +465,7 @@ TEST_F(RankTest, AShiftIsEnteredForAnEquivalenceToo) {
 }
 
 TEST_F(RankTest, ACancelledDistributionChangesNothing) {
-    Start(Menu(menuContinuous, 2), {{152, "0.8"}});
+    Start(Menu(menuContinuous, 2), {{Kind::H1ProbabilityOfOrder, "0.8"}});
     Solve(Kind::Power);
     const std::string step = StepBackName();
     GetFromTable(PositionOf(Kind::H1ProbabilityOfOrder)); // the scripted user cancels
@@ -409,7 +477,7 @@ TEST_F(RankTest, ACancelledDistributionChangesNothing) {
 }
 
 TEST_F(RankTest, ADistributionCanBeTakenBack) {
-    Start(Menu(menuContinuous, 2), {{152, "0.8"}});
+    Start(Menu(menuContinuous, 2), {{Kind::H1ProbabilityOfOrder, "0.8"}});
     PlanDistr(SimNormal, "1", "1");
     GetFromTable(PositionOf(Kind::H1ProbabilityOfOrder));
     EXPECT_EQ(ParText(Kind::H1ProbabilityOfOrder).substr(0, 6), "0.7602"); // norm.cdf(sqrt 0.5)
@@ -425,7 +493,8 @@ TEST_F(RankTest, ADistributionCanBeTakenBack) {
 // One distribution gives both probabilities of the signed ranks, whichever was asked for.
 TEST_F(RankTest, SignedRanksTakeBothProbabilities) {
     for (const i16 asked : {Kind::H1ProbabilityAbove0, Kind::H1ProbabilityOfSumAbove0}) {
-        Start(Menu(menuSignedRank, 2), {{153, "0.9"}, {154, "0.9"}});
+        Start(Menu(menuSignedRank, 2),
+              {{Kind::H1ProbabilityAbove0, "0.9"}, {Kind::H1ProbabilityOfSumAbove0, "0.9"}});
         EXPECT_TRUE(IsBluePar(PositionOf(Kind::H1ProbabilityAbove0)));
         EXPECT_TRUE(IsBluePar(PositionOf(Kind::H1ProbabilityOfSumAbove0)));
         platform.Statuses.clear();
@@ -442,7 +511,7 @@ TEST_F(RankTest, SignedRanksTakeBothProbabilities) {
 }
 
 TEST_F(RankTest, SignsTakeTheirProbability) {
-    Start(Menu(menuSign, 2), {{153, "0.9"}});
+    Start(Menu(menuSign, 2), {{Kind::H1ProbabilityAbove0, "0.9"}});
     PlanDistr(SimCauchy, "1", "1");
     GetFromTable(PositionOf(Kind::H1ProbabilityAbove0));
     EXPECT_NEAR(Value(Kind::H1ProbabilityAbove0), 0.75, 1e-6);
@@ -453,7 +522,7 @@ TEST_F(RankTest, SignsTakeTheirProbability) {
 
 // As long as the value is that of the distribution.
 TEST_F(RankTest, TheStatementNamesTheDistribution) {
-    Start(Menu(menuContinuous, 2, {{2, 0}}), {{4, "30"}, {37, "30"}});
+    Start(Menu(menuContinuous, 2, {{2, 0}}), {{Kind::Size1, "30"}, {Kind::Size2, "30"}});
     PlanDistr(SimNormal, "0.8", "1");
     GetFromTable(PositionOf(Kind::H1ProbabilityOfOrder));
     const auto statement = [] {
@@ -469,7 +538,7 @@ TEST_F(RankTest, TheStatementNamesTheDistribution) {
               std::string::npos)
         << statement();
 
-    Start(Menu(menuSignedRank, 2), {{85, "30"}});
+    Start(Menu(menuSignedRank, 2), {{Kind::Size, "30"}});
     PlanDistr(SimLaplace, "0.5", "1");
     GetFromTable(PositionOf(Kind::H1ProbabilityAbove0));
     EXPECT_TRUE(
@@ -483,55 +552,76 @@ TEST_F(RankTest, Statements) {
         PowerOf(choice, values);
         return SumStatement();
     };
-    EXPECT_EQ(statement(Menu(menuContinuous, 2, {{2, 0}}),
-                        {{0, "0.05"}, {152, "0.7"}, {4, "30"}, {37, "30"}}),
+    EXPECT_EQ(statement(Menu(menuContinuous, 2, {{2, 0}}), {{Kind::SignificanceLevel, "0.05"},
+                                                            {Kind::H1ProbabilityOfOrder, "0.7"},
+                                                            {Kind::Size1, "30"},
+                                                            {Kind::Size2, "30"}}),
               "With a total sample size of 60 (30 in sample 1 and 30 in sample 2), the power is "
               "0.76 when testing the null hypothesis H0: Prob (sample2 > sample1) = 0.5 (equal "
               "distributions) against H1: Prob (sample2 > sample1) = 0.7. The test used is "
               "Wilcoxon-Mann-Whitney test, Continuous outcome, two-sided, at the significance "
               "level 0.05.");
+    EXPECT_EQ(statement(Menu(menuContinuous, 3, {{2, 0}}), {{Kind::SignificanceLevel, "0.05"},
+                                                            {Kind::ProportionLeftLimit, "0.35"},
+                                                            {Kind::ProportionRightLimit, "0.65"},
+                                                            {Kind::H1ProbabilityOfOrder, "0.5"},
+                                                            {Kind::Size1, "80"},
+                                                            {Kind::Size2, "80"}}),
+              "With a total sample size of 160 (80 in sample 1 and 80 in sample 2), the power "
+              "is 0.90 when testing the null hypothesis H0: non-equivalence, with left "
+              "equivalence limit = 0.35 and right equivalence limit = 0.65, against H1: Prob "
+              "(sample2 > sample1) = 0.5 (equivalence). The test used is Wilcoxon-Mann-Whitney "
+              "test, Continuous outcome, as two one-sided tests, at the significance level "
+              "0.05.");
     EXPECT_EQ(
-        statement(Menu(menuContinuous, 3, {{2, 0}}),
-                  {{0, "0.05"}, {47, "0.35"}, {48, "0.65"}, {152, "0.5"}, {4, "80"}, {37, "80"}}),
-        "With a total sample size of 160 (80 in sample 1 and 80 in sample 2), the power "
-        "is 0.90 when testing the null hypothesis H0: non-equivalence, with left "
-        "equivalence limit = 0.35 and right equivalence limit = 0.65, against H1: Prob "
-        "(sample2 > sample1) = 0.5 (equivalence). The test used is Wilcoxon-Mann-Whitney "
-        "test, Continuous outcome, as two one-sided tests, at the significance level "
-        "0.05.");
-    EXPECT_EQ(statement(Menu(menuOrdered, 1, {{26, 0}, {2, 0}}),
-                        {{0, "0.05"}, {200, "2"}, {202, "0.1"}, {4, "60"}, {37, "60"}}),
-              "With a total sample size of 120 (60 in sample 1 and 60 in sample 2), the power "
-              "is 0.67 when testing the null hypothesis H0: odds ratio = 1 against H1: odds "
-              "ratio = 2. The test used is Wilcoxon-Mann-Whitney test, Ordered categories, "
-              "one-sided, at the significance level 0.05. The calculation is based on the "
-              "assumption that the sum of the cubed average proportions is 0.1.");
-    EXPECT_EQ(statement(Menu(menuOrdered, 2, {{26, 1}, {2, 0}}),
-                        {{0, "0.05"}, {200, "2"}, {201, "5"}, {4, "60"}, {37, "60"}}),
+        statement(Menu(menuOrdered, 1, {{26, 0}, {2, 0}}), {{Kind::SignificanceLevel, "0.05"},
+                                                            {Kind::H1OddsRatio, "2"},
+                                                            {Kind::SumOfCubedProportions, "0.1"},
+                                                            {Kind::Size1, "60"},
+                                                            {Kind::Size2, "60"}}),
+        "With a total sample size of 120 (60 in sample 1 and 60 in sample 2), the power "
+        "is 0.67 when testing the null hypothesis H0: odds ratio = 1 against H1: odds "
+        "ratio = 2. The test used is Wilcoxon-Mann-Whitney test, Ordered categories, "
+        "one-sided, at the significance level 0.05. The calculation is based on the "
+        "assumption that the sum of the cubed average proportions is 0.1.");
+    EXPECT_EQ(statement(Menu(menuOrdered, 2, {{26, 1}, {2, 0}}), {{Kind::SignificanceLevel, "0.05"},
+                                                                  {Kind::H1OddsRatio, "2"},
+                                                                  {Kind::NoOfCategories, "5"},
+                                                                  {Kind::Size1, "60"},
+                                                                  {Kind::Size2, "60"}}),
               "With a total sample size of 120 (60 in sample 1 and 60 in sample 2), the power "
               "is 0.57 when testing the null hypothesis H0: odds ratio = 1 against H1: odds "
               "ratio = 2. The test used is Wilcoxon-Mann-Whitney test, Ordered categories, "
               "two-sided, at the significance level 0.05. The calculation is based on the "
               "assumption that the number of categories is 5.");
-    EXPECT_EQ(statement(Menu(menuSavage, 2, {{16, 0}, {2, 0}}),
-                        {{0, "0.05"}, {26, "0.2"}, {141, "0.35"}, {4, "40"}, {37, "40"}}),
+    EXPECT_EQ(statement(Menu(menuSavage, 2, {{16, 0}, {2, 0}}), {{Kind::SignificanceLevel, "0.05"},
+                                                                 {Kind::H1Scale1, "0.2"},
+                                                                 {Kind::H1Scale2, "0.35"},
+                                                                 {Kind::Size1, "40"},
+                                                                 {Kind::Size2, "40"}}),
               "With a total sample size of 80 (40 in sample 1 and 40 in sample 2), the power is "
               "0.68 when testing the null hypothesis H0: scale 2 = scale 1 against H1: scale 1 "
               "= 0.2 and scale 2 = 0.35. The test used is Savage test, two-sided, at the "
               "significance level 0.05.");
-    EXPECT_EQ(statement(Menu(menuSavage, 1, {{16, 1}, {2, 0}}),
-                        {{0, "0.05"}, {128, "2"}, {4, "40"}, {37, "40"}}),
+    EXPECT_EQ(statement(Menu(menuSavage, 1, {{16, 1}, {2, 0}}), {{Kind::SignificanceLevel, "0.05"},
+                                                                 {Kind::H1Scale2Over1, "2"},
+                                                                 {Kind::Size1, "40"},
+                                                                 {Kind::Size2, "40"}}),
               "With a total sample size of 80 (40 in sample 1 and 40 in sample 2), the power is "
               "0.90 when testing the null hypothesis H0: scale 2 / scale 1 = 1 against H1: "
               "scale 2 / scale 1 = 2. The test used is Savage test, one-sided, at the "
               "significance level 0.05.");
-    EXPECT_EQ(
-        statement(Menu(menuSignedRank, 2), {{0, "0.05"}, {153, "0.7"}, {154, "0.75"}, {85, "30"}}),
-        "With a sample size of 30, the power is 0.66 when testing the null hypothesis H0: "
-        "Prob (sample > 0) = 0.5 (median 0) against H1: Prob (sample > 0) = 0.7 and Prob "
-        "(sample + sample' > 0) = 0.75. The test used is Wilcoxon Signed-rank test, "
-        "two-sided, at the significance level 0.05.");
-    EXPECT_EQ(statement(Menu(menuSign, 1), {{0, "0.05"}, {153, "0.7"}, {85, "30"}}),
+    EXPECT_EQ(statement(Menu(menuSignedRank, 2), {{Kind::SignificanceLevel, "0.05"},
+                                                  {Kind::H1ProbabilityAbove0, "0.7"},
+                                                  {Kind::H1ProbabilityOfSumAbove0, "0.75"},
+                                                  {Kind::Size, "30"}}),
+              "With a sample size of 30, the power is 0.66 when testing the null hypothesis H0: "
+              "Prob (sample > 0) = 0.5 (median 0) against H1: Prob (sample > 0) = 0.7 and Prob "
+              "(sample + sample' > 0) = 0.75. The test used is Wilcoxon Signed-rank test, "
+              "two-sided, at the significance level 0.05.");
+    EXPECT_EQ(statement(Menu(menuSign, 1), {{Kind::SignificanceLevel, "0.05"},
+                                            {Kind::H1ProbabilityAbove0, "0.7"},
+                                            {Kind::Size, "30"}}),
               "With a sample size of 30, the power is 0.73 when testing the null hypothesis H0: "
               "Prob (sample > 0) = 0.5 (median 0) against H1: Prob (sample > 0) = 0.7. The test "
               "used is Sign test, one-sided, at the significance level 0.05.");

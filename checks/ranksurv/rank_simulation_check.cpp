@@ -478,13 +478,13 @@ TEST_F(RankSimulation, DirectionsAgree) {
         ChooseLeftTail(false);
         AcceptOptions();
         for (const auto& [kind, text] :
-             std::initializer_list<std::pair<i16, const char*>>{{152, "0.8"},
-                                                                {62, "1"},
-                                                                {2, "1"},
-                                                                {26, "1"},
-                                                                {141, "2.5"},
-                                                                {128, "2.5"},
-                                                                {4, "30"}})
+             std::initializer_list<std::pair<i16, const char*>>{{Kind::H1ProbabilityOfOrder, "0.8"},
+                                                                {Kind::H1Mean2Minus1, "1"},
+                                                                {Kind::Sd, "1"},
+                                                                {Kind::H1Scale1, "1"},
+                                                                {Kind::H1Scale2, "2.5"},
+                                                                {Kind::H1Scale2Over1, "2.5"},
+                                                                {Kind::Size1, "30"}})
             if (PositionOf(kind) >= 0)
                 Type(kind, text);
         Run("400", "3");

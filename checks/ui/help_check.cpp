@@ -201,6 +201,8 @@ TEST_F(HelpWindow, SearchesAllPages) {
 // The box to type into has the focus as soon as its tab is chosen.
 TEST_F(HelpWindow, TypesIntoTheTabThatIsChosen) {
     for (const auto& [tab, box] : {std::pair{2, "txtSearch"}, {1, "txtIndex"}}) {
+        Tabs().setCurrentIndex(0);
+        Page().setFocus(); // from where it would not go there by itself
         QTest::mouseClick(Tabs().tabBar(), Qt::LeftButton, {},
                           Tabs().tabBar()->tabRect(tab).center());
         EXPECT_EQ(Tabs().currentIndex(), tab);
@@ -339,8 +341,16 @@ TEST_F(HelpWindow, FollowsThePalette) {
     dark.setColor(QPalette::Link, Qt::yellow);
     Page().setPalette(dark);
     EXPECT_EQ(linkColour(), QColor(Qt::yellow));
-    const QColor text =
-        Page().document()->begin().next().next().begin().fragment().charFormat().foreground().color();
+    const QColor text = Page()
+                            .document()
+                            ->begin()
+                            .next()
+                            .next()
+                            .begin()
+                            .fragment()
+                            .charFormat()
+                            .foreground()
+                            .color();
     EXPECT_EQ(text, QColor(Qt::white));
     EXPECT_EQ(File(), "301.html");
     Page().setPalette(QPalette());
