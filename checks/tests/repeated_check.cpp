@@ -812,6 +812,18 @@ class RepeatedGrids : public Repeated {
         }
     }
 
+    // The first grid that the value derives from, as it is asked for; the user leaves it.
+    Grid FirstGridOf(i16 kind) {
+        Grid first;
+        platform.GridFillings.emplace_back([&first] {
+            first = CurrentGrid();
+            return false;
+        });
+        GetFromTable(PositionOf(kind));
+        EXPECT_TRUE(platform.GridFillings.empty());
+        return first;
+    }
+
     std::vector<std::string> shown; // titles
 };
 
@@ -883,14 +895,7 @@ TEST_F(RepeatedGrids, StartWithWhatIsKnown) {
         OpenPlain(menuNo);
         AcceptOptions();
         Put(Kind::WithinLevels, "3");
-        Grid first;
-        platform.GridFillings.emplace_back([&first] {
-            first = CurrentGrid();
-            return false;
-        });
-        GetFromTable(PositionOf(Kind::MahalanobisDistance));
-        EXPECT_TRUE(platform.GridFillings.empty());
-        return first;
+        return FirstGridOf(Kind::MahalanobisDistance);
     };
     // Of one group the means under H0 are 0 unless others are entered.
     const Grid oneGroup = firstGrid(hotellingOne);
@@ -912,13 +917,7 @@ TEST_F(RepeatedGrids, AMatrixIsSymmetricAndOfCorrelationsHasOnesOnItsDiagonal) {
             Tick(Check::CovarianceMatrix);
         AcceptOptions();
         Put(Kind::WithinLevels, "3");
-        Grid grid;
-        platform.GridFillings.emplace_back([&grid] {
-            grid = CurrentGrid();
-            return false;
-        });
-        GetFromTable(PositionOf(Kind::WithinError));
-        return grid;
+        return FirstGridOf(Kind::WithinError);
     };
     EXPECT_TRUE(matrix(false).Symmetric);
     EXPECT_EQ(matrix(false).Diagonal, "1");
