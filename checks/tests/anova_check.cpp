@@ -641,6 +641,10 @@ TEST_F(AnovaGrids, TheSizesOfGroupsWeighTheirMeansAndHaveToBeKnown) {
     Type(Kind::SizeK, "-");
     GetFromTable(PositionOf(Kind::SdOfMeans));
     EXPECT_EQ(platform.Texts().back(), "Sample Size k Has No Value.");
+    OpenOneWay();
+    Type(Kind::Size1, "-");
+    GetFromTable(PositionOf(Kind::SdOfMeans));
+    EXPECT_EQ(platform.Texts().back(), "Sample Size 1 Has No Value.");
     // Differences don't ask for them.
     OpenOneWay(1);
     Type(Kind::SizeK, "-");

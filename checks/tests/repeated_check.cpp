@@ -256,6 +256,20 @@ TEST(Matrices, OfBothStructures) {
     EXPECT_FLOAT_EQ(errors.Eps, 1);
 }
 
+// One measurement that is the sum of two others leaves no inverse.
+TEST(Distance, OfASingularMatrixIsNoValue) {
+    Array2<f64> x(1, 2, 1, 1);
+    x(1, 1) = 1;
+    x(2, 1) = 3;
+    Array2<f64> s(1, 2, 1, 2);
+    s(1, 1) = 2;
+    s(1, 2) = s(2, 1) = 1;
+    s(2, 2) = 1;
+    EXPECT_DOUBLE_EQ(SquaredDistance(x, s), 13); // by hand: the inverse is 1 -1/-1 2
+    s(2, 2) = 0.5;
+    EXPECT_EQ(SquaredDistance(x, s), NoValue);
+}
+
 // --- Equations and their limits
 // ---------------------------------------------------------------------
 
@@ -527,6 +541,40 @@ TEST_F(Repeated, HotellingWithTwoGroupsNeedsOneErrorDegreeOfFreedom) {
     }
 }
 
+TEST_F(Repeated, LimitsOfACombinationHaveToBeInOrder) {
+    for (const i16 menuNo :
+         {oneWithin, withinAndBetween, hotellingOne, hotellingTwo, manovaWithin, manovaTwo}) {
+        OpenCombination(menuNo, TwoOneSided);
+        AcceptOptions();
+        Put(Kind::MeanLeftLimit, "0.5");
+        Put(Kind::MeanRightLimit, "-0.5");
+        platform.Messages.clear();
+        EXPECT_EQ(Solve(Kind::Power), "-") << menuNo;
+        EXPECT_EQ(platform.Texts(),
+                  std::vector<std::string>{
+                      "H0: Left Equivalence Limit Has To Be Less Than or Equal to -0.5."})
+            << menuNo;
+        Put(Kind::MeanLeftLimit, "-0.4");
+        Put(Kind::MeanRightLimit, "0.4");
+    }
+}
+
+TEST_F(Repeated, AGroupThatGetsTooSmallBesideTheFirstIsRefused) {
+    for (const i16 menuNo : {withinAndBetween, hotellingTwo}) {
+        OpenPlain(menuNo);
+        Pick(Group::Size2, 1);
+        AcceptOptions();
+        platform.Messages.clear();
+        Put(Kind::Size1, "20");
+        Put(Kind::Size2Minus1, "-18");
+        EXPECT_EQ(Solve(Kind::Power), "-") << menuNo;
+        EXPECT_EQ(platform.Texts(),
+                  std::vector<std::string>{
+                      "Sample Size 2 - Sample Size 1 Has To Be Greater Than or Equal to -17."})
+            << menuNo;
+    }
+}
+
 TEST_F(Repeated, RepeatedMeasurementsNeedAsManySubjectsAsLevels) {
     OpenPlain(manovaWithin);
     AcceptOptions();
@@ -764,6 +812,18 @@ class RepeatedGrids : public Repeated {
         }
     }
 
+    // The first grid that the value derives from, as it is asked for; the user leaves it.
+    Grid FirstGridOf(i16 kind) {
+        Grid first;
+        platform.GridFillings.emplace_back([&first] {
+            first = CurrentGrid();
+            return false;
+        });
+        GetFromTable(PositionOf(kind));
+        EXPECT_TRUE(platform.GridFillings.empty());
+        return first;
+    }
+
     std::vector<std::string> shown; // titles
 };
 
@@ -828,6 +888,53 @@ TEST_F(RepeatedGrids, HeadsAndTitles) {
     });
     GetFromTable(PositionOf(Kind::SdOfMeans));
     EXPECT_TRUE(platform.GridFillings.empty());
+}
+
+TEST_F(RepeatedGrids, StartWithWhatIsKnown) {
+    const auto firstGrid = [this](i16 menuNo) {
+        OpenPlain(menuNo);
+        AcceptOptions();
+        Put(Kind::WithinLevels, "3");
+        return FirstGridOf(Kind::MahalanobisDistance);
+    };
+    // Of one group the means under H0 are 0 unless others are entered.
+    const Grid oneGroup = firstGrid(hotellingOne);
+    EXPECT_EQ(GridHeadOf(oneGroup.RowHeads, 2, 1), "H0: Mean");
+    EXPECT_EQ(GridHeadOf(oneGroup.RowHeads, 2, 2), "H1: Mean");
+    EXPECT_EQ(oneGroup.Start, "0");
+    const Grid twoGroups = firstGrid(hotellingTwo);
+    EXPECT_EQ(GridHeadOf(twoGroups.RowHeads, 2, 1), "Group 1");
+    EXPECT_EQ(GridHeadOf(twoGroups.RowHeads, 2, 2), "Group 2");
+    EXPECT_EQ(twoGroups.Start, "");
+    EXPECT_EQ(twoGroups.ColumnHeads, "Within Factor Level");
+}
+
+TEST_F(RepeatedGrids, AMatrixIsSymmetricAndOfCorrelationsHasOnesOnItsDiagonal) {
+    const auto matrix = [this](bool ofCovariances) {
+        OpenPlain(oneWithin);
+        Pick(Group::CorrelationMatrix, generalMatrix);
+        if (ofCovariances)
+            Tick(Check::CovarianceMatrix);
+        AcceptOptions();
+        Put(Kind::WithinLevels, "3");
+        return FirstGridOf(Kind::WithinError);
+    };
+    EXPECT_TRUE(matrix(false).Symmetric);
+    EXPECT_EQ(matrix(false).Diagonal, "1");
+    EXPECT_TRUE(matrix(true).Symmetric);
+    EXPECT_EQ(matrix(true).Diagonal, "");
+}
+
+// Before its number of groups is refused by the equation.
+TEST_F(RepeatedGrids, ACombinationOfTwoGroupsHasTwoOfThem) {
+    OpenCombination(manovaTwo);
+    AcceptOptions();
+    Put(Kind::LevelsA, "3");
+    platform.Messages.clear();
+    GetFromTable(PositionOf(Kind::ContrastMean));
+    EXPECT_EQ(platform.Texts(),
+              std::vector<std::string>{"No of A-factor Levels Has To Be Less Than or Equal to 2."});
+    Type(Kind::LevelsA, "2");
 }
 
 TEST_F(RepeatedGrids, ACorrelationBeyondOneIsToldByItsCell) {
