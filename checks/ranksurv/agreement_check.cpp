@@ -146,6 +146,23 @@ TEST_F(Agreement, AnEquivalenceLimitOfAlphaBeyond1IsNoneAtAll) {
     const std::map<i16, i16> groups{{45, 0}, {46, 0}, {2, 0}};
     EXPECT_NEAR(PowerOf(Menu(menuAlpha, 3, groups, TwoSamples), values),
                 PowerOf(Menu(menuAlpha, 1, groups, TwoSamples), values), 1e-6);
+    // A limit cut to less than 1 would be reached by an alpha 2 next to it.
+    const Values close{{0, "0.05"},      {71, "-0.2"}, {72, "0.2"}, {275, "-0.2"}, {276, "0.9"},
+                       {277, "0.99999"}, {281, "3"},   {282, "3"},  {4, "5"},      {37, "5"}};
+    const f64 power = PowerOf(Menu(menuAlpha, 3, groups, TwoSamples), close);
+    EXPECT_NEAR(power, PowerOf(Menu(menuAlpha, 1, groups, TwoSamples), close), 1e-6);
+    EXPECT_GT(power, 0.9);
+}
+
+// An H0 difference leaves both alphas within their guarded edges.
+TEST_F(Agreement, ASearchForADifferenceOfAlphasKeepsThemWithinTheirEdges) {
+    Start(Menu(menuAlpha, 2, {{45, 0}, {46, 0}, {2, 0}}, TwoSamples), {{276, "0.3"}, {277, "0.9"}});
+    UnknownParNo = PositionOf(Kind::H0Alpha2Minus1);
+    f64 lower = -0.99999;
+    f64 upper = 0.99999;
+    TESTCRON::SearchLimits(lower, upper);
+    EXPECT_NEAR(lower, -0.29999, 1e-7);
+    EXPECT_LE(upper, 0.69999 + 1e-7);
 }
 
 TEST_F(Agreement, ASearchForOneAlphaKeepsItsDegreesOfFreedom) {

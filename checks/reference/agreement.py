@@ -95,6 +95,8 @@ intraclass(2, False, {**base, 1: 0.8}, 28, (0.01, 0.79))
 intraclass(1, False, {**base, 1: 0.7}, 0, (1e-4, 0.9))
 intraclass(1, False, {0: 0.05, 1: 0.8, 28: 0.4, 109: 0.2, 223: 4}, 224, (2, 1e4), 1)
 intraclass(2, False, {0: 0.05, 1: 0.8, 28: 0.4, 144: 1.6, 223: 4}, 224, (2, 1e4), 2)
+# A difference that is kept has least power between two smaller and larger coefficients.
+intraclass(1, False, {0: 0.05, 1: 0.675, 109: 0.2, 223: 4, 224: 30}, 28, (0.25, 0.39), 1)
 equivalent = {0: 0.05, 47: 0.5, 48: 0.9, 32: 0.75, 223: 3, 224: 60}
 intraclass(3, False, equivalent, 1)
 intraclass(3, False, {**equivalent, 1: 0.8}, 224, (5, 1e4))
@@ -366,6 +368,7 @@ general(2, False, {**base, 1: 0.8}, 224, (3, 1e4))
 general(2, False, {**base, 1: 0.8}, 292, (0.41, 0.95))
 general(1, False, {**base, 1: 0.8}, 337, (0.1, 4))
 general(1, False, {**base, 1: 0.8}, 338, (0.01, 4))
+general(2, False, {**base, 1: 0.9, 292: 0.7}, 338, (0.1, 2))
 # Of an effect short of the critical value more variance means more power, and little of it none.
 general(2, False, {0: 0.001, 1: 0.46, 291: 0.3, 292: 0.85, 337: 0.3, 224: 9}, 338, (1, 4))
 general(2, False, {0: 0.001, 1: 0.463, 291: 0.3, 293: 0.584, 337: 0.3, 224: 9}, 338, (0.1, 1), 1)
@@ -411,6 +414,8 @@ lin(2, False, {**base, 1: 0.8}, 295, (0.01, 0.849))
 # A concordance next to its accuracy has less power than a smaller one of few subjects.
 lin(2, False, {0: 0.01, 1: 0.0615, 295: 0.25, 299: 0.5, 300: 0.3, 303: 0.7, 304: 1.4, 224: 3}, 296,
     (0.8, 0.874))
+lin(2, False, {0: 0.1, 1: 0.33, 296: 0.8, 299: 1, 300: 0.1, 303: 1, 304: 1, 224: 3}, 295,
+    (0.56, 0.64))
 # Two-sided, with less concordance under H1 than under H0 whatever that is.
 lin(2, False, {0: 0.05, 1: 0.9, 298: 0.9, 299: 0, 300: 0.3, 303: 1, 304: 1.4, 224: 400}, 295,
     (0.3, 0.98), (2, 0, 0))

@@ -189,6 +189,9 @@ combination('Williams 3', (-1, 0, 1), 0, 0.5, 20, tails=3, limits=(-0.35, 0.35),
             bracket=(5, 1e4))
 combination('AB/BA', (-1, 1), 1.4, 0.35, 12, log=True)
 combination('Williams 3', (-1, 0, 1), 0.75, 0.35, 9, log=True, tails=1, left=True)
+combination('Williams 3', (-1, 0, 1), 1.3, 0.35, 9, log=True, unknown=290, bracket=(1.01, 5))
+combination('Williams 3', (-1, 0, 1), 0.8, 0.35, 9, log=True, tails=1, left=True, unknown=290,
+            bracket=(0.1, 0.99))
 combination('Williams 3', (-1, 0, 1), 1.3, 0.35, 9, log=True, tails=1, unknown=289,
             bracket=(2, 1e4))
 combination('AB/BA', (-1, 1), 0.95, 0.25, 14, log=True, tails=3, limits=(0.8, 1.25))

@@ -256,6 +256,8 @@ trend(2, *RISING, 150, 320, corrected=True, bracket=(3, 1e5))
 trend(2, *DOSES, 200, 311, bracket=(1e-4, 5))
 trend(1, *DOSES, 200, 313, bracket=(1e-3, 50), power=0.9)
 trend(2, *DOSES, 200, 314, bracket=(1e-2, 50), power=0.9)
+# A proportion has the variance of its complement.
+trend(2, *DOSES, 200, 312, bracket=(0.01, 0.5), power=0.87)
 # Two tails: a small variance under H1 has as much power as a very large one.
 trend(2, *DOSES, 200, 313, bracket=(0.1, 2), power=0.9)
 trend(2, *RISING, 90, 313, bracket=(1, 100), corrected=True)

@@ -83,6 +83,16 @@ TEST_F(CrossoverTests, VariancesOfPublishedDesigns) {
     EXPECT_NEAR(VarianceOf(washout, {"-1", "1"}, true), 1, shown);
 }
 
+// Washouts at different times: then nothing carries over, and the level without a treatment is one
+// of its own. Least squares of the written out model, by numpy.
+TEST_F(CrossoverTests, WashoutsOfADesignAtDifferentTimes) {
+    const Rows design{{"1", "0", "2"}, {"2", "1", "0"}, {"0", "2", "1"}, {"1", "2", "0"}};
+    EXPECT_NEAR(VarianceOf(design, {"-1", "1"}, false), 0.5333333333, shown);
+    EXPECT_NEAR(VarianceOf(design, {"-1", "1"}, true), 1.2463768116, 2 * shown);
+    EXPECT_NEAR(DistanceOf(design, {"1", "1.5"}, false), 0.46875, shown);
+    EXPECT_NEAR(DistanceOf(design, {"1", "1.5"}, true), 0.2005813953, shown);
+}
+
 // The efficiency of a difference of treatments, in relation to a design without periods, subjects
 // and carryover: 80.00 % and 90.91 % (B. Jones and M. G. Kenward, Design and Analysis of Cross-Over
 // Trials, 2nd edition, 2003, chapter 4).
@@ -241,6 +251,27 @@ TEST_F(CrossoverTests, TheSearchLeavesTheErrorADegreeOfFreedom) {
     f64 upper = 99999;
     SelSearchLimits(lower, upper);
     EXPECT_DOUBLE_EQ(lower, 5); // 2 n - 1 - 8 >= 1
+}
+
+// The error has g n (p - 1) - (p - 1) - 2 (t - 1) degrees of freedom with carryover.
+TEST_F(CrossoverTests, TheSearchForALineOfTheDesignLeavesOneAsWell) {
+    const auto limits = [this](i16 unknown, const Values& values) {
+        Start(Crossover(menuAdditive, {Check::Carryover}), values);
+        UnknownParNo = PositionOf(unknown);
+        f64 lower = 2;
+        f64 upper = 999;
+        SelSearchLimits(lower, upper);
+        return std::pair(lower, upper);
+    };
+    const Values few{{Kind::NoOfPeriods, "2"},
+                     {Kind::NoOfTreatments, "5"},
+                     {Kind::SizePerSequence, "2"},
+                     {Kind::NoOfSequences, "2"}};
+    EXPECT_DOUBLE_EQ(limits(Kind::NoOfSequences, few).first, 5); // 2 g - 1 - 8 >= 1
+    EXPECT_DOUBLE_EQ(limits(Kind::NoOfPeriods, few).first, 4);   // 3 (p - 1) - 8 >= 1
+    Values many = few;
+    many[Kind::SizePerSequence] = "6";
+    EXPECT_DOUBLE_EQ(limits(Kind::NoOfTreatments, many).second, 6); // 11 - 2 (t - 1) >= 1
 }
 
 // A combination of the largest design, ten sequences of ten periods.

@@ -165,6 +165,45 @@ TEST_F(Regression, TwoSlopesHaveAResidualDegreeOfFreedomAtAnySize) {
     EXPECT_EQ(SelRootFunction(), atThree);
 }
 
+// A slope in n subjects has n - 2 degrees of freedom: with as many, and the same standard error, it
+// has the power of two slopes with n1 + n2 - 4, and of a two-way design's models.
+TEST_F(Regression, DegreesOfFreedomOfTwoSlopesAndOfTwoWayDesigns) {
+    const auto ofOneSlope = [this](f64 se, int df) {
+        Choose(Simple, TwoSided, {{Group::H1Slope, AsValue}});
+        return PowerAt({{Kind::H0Slope, "0"},
+                        {Kind::H1Slope, "1"},
+                        {Kind::ResidualSd, std::to_string(se * std::sqrt(df + 2.0))},
+                        {Kind::CovariateSd, "1"},
+                        {Kind::Size, std::to_string(df + 2)}});
+    };
+    Choose(Simple, TwoSided,
+           {{Group::Slope2, AsDifference}, {Group::Sd2, AsRatio}, {Group::Size2, AsRatio}}, {},
+           TwoSamples);
+    const f64 ofTwo = PowerAt({{Kind::H0Slope2Minus1, "0"},
+                               {Kind::H1Slope2Minus1, "1"},
+                               {Kind::ResidualSd, "0.5"},
+                               {Kind::CovariateSd1, "1"},
+                               {Kind::CovariateSd2Over1, "1"},
+                               {Kind::Size1, "5"},
+                               {Kind::Size2Over1, "1"}});
+    constexpr f64 typed = 1e-5;
+    EXPECT_NEAR(ofTwo, ofOneSlope(0.5 * std::sqrt(0.4), 6), typed);
+    const auto ofDesign = [this](i16 model) {
+        Choose(Additive, TwoSided,
+               {{Group::Mean2, AsDifference},
+                {Group::Parameterization, model},
+                {Group::SequenceSize2, AsRatio}});
+        return PowerAt({{Kind::H0Mean2Minus1, "0"},
+                        {Kind::H1Mean2Minus1, "1"},
+                        {Kind::Sd, "0.6"},
+                        {Kind::SequenceSize1, "4"},
+                        {Kind::SequenceSize2Over1, "1"}});
+    };
+    EXPECT_NEAR(ofDesign(0), ofOneSlope(0.6 * std::sqrt(0.5), 13), typed);
+    EXPECT_NEAR(ofDesign(1), ofOneSlope(0.3, 13), typed);
+    EXPECT_NEAR(ofDesign(2), ofOneSlope(0.3, 6), typed);
+}
+
 TEST_F(Regression, ACovariateWithoutVariationIsRefused) {
     Choose(Simple, TwoSided,
            {{Group::Slope2, AsDifference}, {Group::Sd2, AsDifference}, {Group::Size2, AsRatio}}, {},
