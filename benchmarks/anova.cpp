@@ -232,6 +232,8 @@ void AnovaSizeOfNewLevelByDriver(benchmark::State& state) {
         level = level < 0.06 ? level + 1e-6 : 0.05;
         benchmark::DoNotOptimize(SolveUnknown());
     }
+    if (SolveUnknown() != plain::Root({ParValue(LevelParNo), 0.80, 0.25, 1, groups, 1}))
+        state.SkipWithError("not the same bits");
 }
 BENCHMARK(AnovaSizeOfNewLevelByDriver)->Unit(benchmark::kMicrosecond);
 
@@ -261,7 +263,13 @@ void AnovaTableByCalcRun(benchmark::State& state) {
         CalcRun();
     }
     if (TableY.HighBound1() != gridX || TableY.HighBound2() != static_cast<int>(gridZ.size()))
-        state.SkipWithError("not the grid");
+        return state.SkipWithError("not the grid");
+    for (int j = 1; j <= static_cast<int>(gridZ.size()); ++j)
+        for (int k = 1; k <= gridX; ++k)
+            if (TableY(k, j) !=
+                plain::Rounded(plain::Root({0.05, 0.80, f64{TableX(k)},
+                                            gridZ[static_cast<std::size_t>(j - 1)], groups, 1})))
+                return state.SkipWithError("not the same bits");
 }
 BENCHMARK(AnovaTableByCalcRun)->Unit(benchmark::kMillisecond);
 

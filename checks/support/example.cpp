@@ -56,22 +56,24 @@ std::vector<ExampleTopic> ReadSimulations() {
 
 namespace {
 
-// Fills the input grid of a step, if it has one.
-void FillTable(const help::ExampleTable& table) {
-    if (table.Label.empty())
-        return;
-    auto& platform = dynamic_cast<ScriptedPlatform&>(ThePlatform());
-    platform.GridFillings.emplace_back([&table] { return FillCurrentGrid(table.Rows); });
-    GetFromTable(help::PositionOfLabel(table.Label));
-    EXPECT_TRUE(platform.GridFillings.empty()) << "no grid for " << table.Label;
-}
-
 void ExpectGrids(const std::vector<help::ExampleTable>& tables) {
     for (const help::ExampleTable& table : tables)
         dynamic_cast<ScriptedPlatform&>(ThePlatform()).GridFillings.emplace_back([&table] {
-            EXPECT_EQ(CurrentGrid().Title, table.Label);
+            EXPECT_EQ(CurrentGrid().Title, table.Title);
             return FillCurrentGrid(table.Rows);
         });
+}
+
+// Fills the input grids of a step, if it has some.
+void FillTables(const help::ExampleStep& step) {
+    if (step.Opened.empty())
+        return;
+    ExpectGrids(step.Tables);
+    GetFromTable(help::PositionOfLabel(step.Opened));
+    EXPECT_TRUE(dynamic_cast<ScriptedPlatform&>(ThePlatform()).GridFillings.empty())
+        << "other grids for " << step.Opened;
+    for (const auto& [label, text] : step.Derived)
+        EXPECT_EQ(ParText(ParKind(help::PositionOfLabel(label))), text) << label;
 }
 
 // Chooses the distributions of the blue boxes.
@@ -121,7 +123,7 @@ std::vector<ExampleReading> PlayInEngine(const help::Example& example) {
     for (const help::ExampleStep& step : example.Steps) {
         for (const auto& [label, text] : step.Typed)
             TypedParText(help::PositionOfLabel(label), text);
-        FillTable(step.Table);
+        FillTables(step);
         SolveFor(help::PositionOfLabel(step.Pressed));
         const i16 kind = ParKind(UnknownParNo);
         readings.push_back({ParText(kind), ParValue(UnknownParNo), IsCountKind(kind)});

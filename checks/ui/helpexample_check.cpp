@@ -3,6 +3,7 @@
 #include "core/analysis_state.h"
 #include "core/catalogue.h"
 #include "core/general.h"
+#include "core/gridtable.h"
 #include "core/help_numbers.h"
 #include "output/format.h"
 #include "support/example.h"
@@ -104,13 +105,16 @@ class ExampleInWindows : public WindowCheck,
         if (at == tables.size())
             return;
         hands::WhenModal("frmGridTable", [this, tables, at](QWidget& grid) {
-            const std::string& title = tables[at].Label;
+            const std::string& title = tables[at].Title;
             if (!title.empty()) {
                 EXPECT_EQ(FromQt(hands::TextOf(grid, "lblGridTitle")), title);
             }
             QWidget* cell = hands::Control(grid, "txtText");
-            for (const auto& row : tables[at].Rows)
-                for (const std::string& text : row) {
+            for (std::size_t row = 0; row < tables[at].Rows.size(); ++row)
+                for (std::size_t column = 0; column < tables[at].Rows[row].size(); ++column) {
+                    if (IsLockedCell(static_cast<i16>(row + 1), static_cast<i16>(column + 1)))
+                        continue;
+                    const std::string& text = tables[at].Rows[row][column];
                     QTest::keyClick(cell, Qt::Key_A, Qt::ControlModifier);
                     QTest::keyClicks(cell, ToQt(text));
                     QTest::keyClick(cell, Qt::Key_Return);
@@ -174,17 +178,22 @@ class HelpExampleInWindows : public ExampleInWindows {
         return -1;
     }
 
-    // Opens the grid of a blue box, if the step has one, fills it by key from cell to cell, and
-    // accepts it.
-    void FillTable(const help::ExampleTable& table) {
-        if (table.Label.empty())
+    // Opens the grids of a blue box, if the step has some, fills them by key from cell to cell, and
+    // accepts them.
+    void FillTables(const help::ExampleStep& step) {
+        if (step.Opened.empty())
             return;
         const int before = GridsFilled();
-        FillGrids({{"", table.Rows}});
-        const QString box = ControlName("txtParValue", RowOf(table.Label));
+        FillGrids(step.Tables);
+        const QString box = ControlName("txtParValue", RowOf(step.Opened));
         QTest::mouseDClick(hands::Control(Child(), box), Qt::LeftButton);
         hands::Settle();
-        EXPECT_EQ(GridsFilled(), before + 1) << "no grid for " << table.Label;
+        EXPECT_EQ(GridsFilled(), before + static_cast<int>(step.Tables.size()))
+            << "other grids for " << step.Opened;
+        for (const auto& [label, text] : step.Derived)
+            EXPECT_EQ(FromQt(hands::TextOf(Child(), ControlName("txtParValue", RowOf(label)))),
+                      text)
+                << label;
     }
 
     // The page has its number from its analysis: they have to be the same.
@@ -208,7 +217,7 @@ TEST_P(HelpExampleInWindows, SaysWhatTheWindowShows) {
     for (const help::ExampleStep& step : example.Steps) {
         for (const auto& [label, text] : step.Typed)
             hands::TypeInto(Child(), ControlName("txtParValue", RowOf(label)), ToQt(text));
-        FillTable(step.Table);
+        FillTables(step);
         const int row = RowOf(step.Pressed);
         hands::Click(Child(), ControlName("cmdParLabel", row));
         checks::ExpectReading(step,
@@ -295,7 +304,10 @@ class HelpRunInWindows : public ExampleInWindows {
             const checks::ExampleReading reading{
                 row.Shown[j], static_cast<f64>(TableY(k, static_cast<int>(j) + 1)),
                 IsCountKind(TableYKind)};
-            checks::ExpectReading({{}, {}, run.Y, row.Shown[j], row.Exact[j], run.Tolerance},
+            checks::ExpectReading({.Pressed = run.Y,
+                                   .Shown = row.Shown[j],
+                                   .Exact = row.Exact[j],
+                                   .Tolerance = run.Tolerance},
                                   reading);
         }
         if (run.Window == "Table") {

@@ -100,7 +100,7 @@ bool TakeOption(Example& example, const std::string& name, const std::string& te
 
 // A line of a step; what is typed, opened or pressed after a value was read begins the next one.
 bool TakeStep(Example& example, const std::string& name, const std::string& text) {
-    const bool begins = name == "type" || name == "table" || name == "press";
+    const bool begins = name == "type" || name == "open" || name == "press";
     if (begins && (example.Steps.empty() || !example.Steps.back().Shown.empty()))
         example.Steps.emplace_back();
     if (example.Steps.empty())
@@ -108,10 +108,14 @@ bool TakeStep(Example& example, const std::string& name, const std::string& text
     ExampleStep& step = example.Steps.back();
     if (name == "type")
         step.Typed.push_back(Typed(text));
-    else if (name == "table")
-        step.Table.Label = text;
-    else if (name == "fill" && !step.Table.Label.empty())
-        step.Table.Rows.push_back(Cells(text));
+    else if (name == "open")
+        step.Opened = text;
+    else if (name == "table" && !step.Opened.empty())
+        step.Tables.push_back({text, {}});
+    else if (name == "fill" && !step.Tables.empty())
+        step.Tables.back().Rows.push_back(Cells(text));
+    else if (name == "derived" && !step.Tables.empty())
+        step.Derived.push_back(Typed(text));
     else if (name == "press")
         step.Pressed = text;
     else if (name == "read")

@@ -19,8 +19,10 @@
 //   source:     where the figures are from, and how the exact values were calculated
 // and then, once or several times, a step:
 //   type:       label = text, one line for each box; boxes not named keep what they show
-//   table:      the label whose blue box opens an input grid
+//   open:       the label whose blue box opens input grids
+//   table:      the title of an input grid, in their order
 //   fill:       a line of that grid, its cells joined by " | "
+//   derived:    label = text, one line for each box that then shows what derives from the grids
 //   press:      the label of the unknown
 //   read:       what its box then shows
 //   exact:      the value without rounding, of other origin
@@ -70,9 +72,9 @@
 
 namespace quorvanta::help {
 
-// The input grid of a blue box, as it is filled.
+// An input grid of a blue box, as it is filled.
 struct ExampleTable {
-    std::string Label; // empty: no grid is opened
+    std::string Title;
     std::vector<std::vector<std::string>> Rows;
 };
 
@@ -86,11 +88,13 @@ struct ExampleDesign {
 };
 
 struct ExampleStep {
-    std::vector<std::pair<std::string, std::string>> Typed; // label, text
-    ExampleTable Table;
-    std::string Pressed;
-    std::string Shown;
-    std::string Exact;
+    std::vector<std::pair<std::string, std::string>> Typed{}; // label, text
+    std::string Opened{};                                     // label; empty: no grids are opened
+    std::vector<ExampleTable> Tables{};
+    std::vector<std::pair<std::string, std::string>> Derived{}; // label, text
+    std::string Pressed{};
+    std::string Shown{};
+    std::string Exact{};
     f64 Tolerance = 0;
 };
 
@@ -134,8 +138,8 @@ struct ExampleSimulation {
     std::string Maximum;
     std::string Seed;
     std::vector<ExampleDistribution> Distributions;
-    std::string Opened;               // the label of the blue box; empty: the start asks
-    std::vector<ExampleTable> Tables; // with their titles for labels
+    std::string Opened; // the label of the blue box; empty: the start asks
+    std::vector<ExampleTable> Tables;
     ExampleEstimate Level;
     ExampleEstimate Power;
     std::vector<RunRow> Analyses; // X is the name of the analysis

@@ -77,9 +77,9 @@ Rows OptionRows(const Example& example) {
 void RequireAllTyped(const ExampleStep& step) {
     for (i16 i = 0; i <= NoOfPar; ++i) {
         const std::string label = StripAmpersand(ParLabel(ParKind(i)));
-        const bool typed = std::ranges::any_of(
-            step.Typed, [&label](const auto& value) { return value.first == label; });
-        if (!typed && label != step.Pressed)
+        const auto isOfLabel = [&label](const auto& value) { return value.first == label; };
+        if (std::ranges::none_of(step.Typed, isOfLabel) &&
+            std::ranges::none_of(step.Derived, isOfLabel) && label != step.Pressed)
             throw std::runtime_error("example: no value for " + label);
     }
 }
@@ -92,26 +92,41 @@ std::string RowHtml(const std::string& tag, const std::string& first,
     return html + "</tr>\n";
 }
 
-// The grid that the box of the label opens after these values are typed; refuses a label that opens
-// none, or several.
-Grid GridOf(const std::string& label, const Rows& typed) {
-    for (const auto& [other, text] : typed)
-        ParValue(PositionOfLabel(other)) = Val(text);
-    const std::vector<Grid> grids = SelTableGrids(PositionOfLabel(label));
-    if (grids.size() != 1)
-        throw std::runtime_error("example: not one grid: " + label);
-    return grids.front();
+// The grids that the box of the label opens after these values are typed; refuses a label that
+// opens others than the example fills.
+std::vector<Grid> GridsOf(const ExampleStep& step) {
+    for (const auto& [label, text] : step.Typed)
+        ParValue(PositionOfLabel(label)) = Val(text);
+    std::vector<Grid> grids = SelTableGrids(PositionOfLabel(step.Opened));
+    if (!std::ranges::equal(grids, step.Tables, {}, &Grid::Title, &ExampleTable::Title))
+        throw std::runtime_error("example: not the grids of " + step.Opened);
+    return grids;
 }
 
-std::string FilledTableHtml(const ExampleTable& table, const Grid& grid) {
+std::string FilledTableHtml(const ExampleTable& table, const Grid& grid, const char* button) {
     std::vector<std::string> heads;
     for (i16 column = 1; column <= grid.Columns; ++column)
         heads.push_back(GridHeadOf(grid.ColumnHeads, grid.Columns, column));
-    std::string html = tableBegin + RowHtml("th", grid.RowHeads, heads);
+    std::string html = "Fill the table <b>" + Escape(table.Title) + "</b>, then press <b>" +
+                       button + "</b>:\n" + tableBegin + RowHtml("th", "", heads);
     for (std::size_t i = 0; i < table.Rows.size(); ++i)
-        html += RowHtml("td", std::to_string(i + 1), table.Rows[i]);
-    return "<li>Double-click the box of <b>" + Escape(table.Label) +
-           "</b> and fill its table, then press <b>Calculate</b>:\n" + html + "</table>\n</li>\n";
+        html += RowHtml("td", GridHeadOf(grid.RowHeads, grid.Rows, static_cast<i16>(i + 1)),
+                        table.Rows[i]);
+    return html + "</table>\n";
+}
+
+std::string OpenedHtml(const ExampleStep& step) {
+    const std::vector<Grid> grids = GridsOf(step);
+    std::string html = "<li>Double-click the box of <b>" + Escape(step.Opened) + "</b>.</li>\n";
+    for (std::size_t i = 0; i < grids.size(); ++i)
+        html +=
+            "<li>" +
+            FilledTableHtml(step.Tables[i], grids[i], i + 1 < grids.size() ? "Next" : "Calculate") +
+            "</li>\n";
+    if (!step.Derived.empty())
+        html += "<li>Read what derives from " + std::string(grids.size() > 1 ? "them" : "it") +
+                ":\n" + TableHtml(step.Derived) + "</li>\n";
+    return html;
 }
 
 std::string StepHtml(const ExampleStep& step) {
@@ -121,8 +136,8 @@ std::string StepHtml(const ExampleStep& step) {
     const i16 kind = ParKind(PositionOfLabel(step.Pressed));
     if (!step.Typed.empty())
         html += "<li>Type these values:\n" + TableHtml(step.Typed) + "</li>\n";
-    if (!step.Table.Label.empty())
-        html += FilledTableHtml(step.Table, GridOf(step.Table.Label, step.Typed));
+    if (!step.Opened.empty())
+        html += OpenedHtml(step);
     html += "<li>Press the label <b>" + Escape(step.Pressed) + "</b> and read <b>" +
             Escape(step.Shown) + "</b> in its box. The exact value is " + Escape(step.Exact) +
             (IsPopulationKind(kind) ? ", which is rounded down.</li>\n"
@@ -219,7 +234,7 @@ std::string TablesHtml(const ExampleSimulation& simulation) {
         html += "<li>Double-click the blue box of <b>" + Escape(simulation.Opened) + "</b>.</li>\n";
     }
     for (const ExampleTable& table : simulation.Tables) {
-        html += "<li>Fill the table <b>" + Escape(table.Label) + "</b>:\n" + tableBegin;
+        html += "<li>Fill the table <b>" + Escape(table.Title) + "</b>:\n" + tableBegin;
         for (std::size_t i = 0; i < table.Rows.size(); ++i)
             html += RowHtml("td", std::to_string(i + 1), table.Rows[i]);
         html += "</table>\n</li>\n";
