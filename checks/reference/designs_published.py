@@ -21,8 +21,9 @@ HEAD = '\t'.join(('Analysis', 'Samples', 'Tails', 'Left', 'Checks', 'Groups', 'V
 
 R = 'R Core Team, R 4: stats, help page of power.anova.test, examples'
 COHEN = 'J. Cohen, Statistical Power Analysis for the Behavioral Sciences, 2nd ed. 1988, example 8.1'
-SAS = ('SAS Institute, SAS/STAT User\'s Guide, The GLMPOWER Procedure, Getting Started, Simple Two-Way '
-       'ANOVA')
+WEBPOWER = 'Z. Zhang and K.-H. Yuan, WebPower, manual of wp.kanova, example'
+SUPERPOWER = ('A. R. Caldwell, D. Lakens and others, Power Analysis with Superpower, table 6.2 (exact '
+              'powers)')
 PWR4EXP = 'K. Wang and M. Niu, R package pwr4exp, vignette, example '
 DMAR = ('K. Kelley, R package DMAR, help page of ')
 PWRSS = 'M. Bulus, R package pwrss, tests of power.f.ancova.keppel'
@@ -43,6 +44,14 @@ def parts(cells):
     columns = cells.mean(0) - cells.mean()
     rest = cells - cells.mean() - rows[:, None] - columns[None, :]
     return sd_of(rows), sd_of(columns), math.sqrt(np.mean(rest ** 2))
+
+
+def part(cells, factors):
+    """The standard deviation of the part of the cells that a set of factors has for its own."""
+    for factor in range(cells.ndim):
+        mean = cells.mean(factor, keepdims=True)
+        cells = cells - mean if factor in factors else np.broadcast_to(mean, cells.shape)
+    return math.sqrt(np.mean(cells ** 2))
 
 
 class Table:
@@ -108,15 +117,22 @@ def anova():
             {0: 0.05, 34: spread, 2: 1, 357: math.sqrt(0.5), 17: 4, 4: 38, 149: 38}, 3, 147,
             152 * spread ** 2 / 0.5)
     # Two factors.
-    cells = [[14, 16, 21], [10, 15, 16]]
-    for tested, (name, printed, df1) in enumerate((('variety', '0.718', 1), ('exposure', '0.957', 2),
-                                                   ('interaction', '0.191', 2))):
-        effect = parts(cells)[tested]
-        table.f(f'{SAS}, {name}', printed, 11, f'36={tested},17=0',
-                {0: 0.05, 34: effect, 2: 5, 238: 2, 239: 3, 327: 10}, df1, 54, 60 * effect ** 2 / 25)
+    table.f(WEBPOWER + ', 120 subjects, effect size 0.2', '0.4757998', 11, '36=1,17=0',
+            {0: 0.05, 34: 0.2, 2: 1, 238: 2, 239: 3, 327: 20}, 2, 114, 120 * 0.2 ** 2)
     for n, printed in ((27, '0.813'), (20, '0.675')):
         table.f(f'{DMAR}ss_power_factorial_anova, 2 x 3, {n} per cell', printed, 11, '36=1,17=0',
                 {0: 0.05, 34: 0.25, 2: 1, 238: 2, 239: 3, 327: n}, 2, 6 * (n - 1), 6 * n * 0.25 ** 2)
+    # Three factors of two levels, 50 in each cell: size, colour and load.
+    cells = np.array([2.0, 2, 6, 1, 6, 6, 1, 8]).reshape(2, 2, 2)
+    for kind, tested, name, printed in ((0, (0,), 'size', '0.70330132'),
+                                        (0, (2,), 'load', '0.07895322'),
+                                        (1, (0, 1), 'size x colour', '0.32172729'),
+                                        (1, (0, 2), 'size x load', '0.84912313'),
+                                        (2, (0, 1, 2), 'size x colour x load', '0.84912313')):
+        effect = part(cells, tested)
+        table.f(f'{SUPERPOWER}, {name}', printed, 12, f'38={kind},17=0',
+                {0: 0.05, 34: effect, 2: 10, 238: 2, 239: 2, 243: 2, 328: 50}, 1, 392,
+                400 * effect ** 2 / 100)
     # Blocks.
     means = [35.1, 34.3, 34.0, 36.7, 36.075, 37.025]
     table.f(STEEL, '0.904', 18, '17=0', {0: 0.05, 34: sd_of(means), 2: 1.151472, 238: 6, 246: 4}, 5,
