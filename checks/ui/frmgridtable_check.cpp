@@ -11,6 +11,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
@@ -384,6 +385,12 @@ TEST_F(GridWindow, LargeGridsFitTheScreen) {
             TypeText(QString::number(i));
             Key(Qt::Key_Return);
             EXPECT_TRUE(Table().viewport()->rect().contains(Cell().geometry())) << i;
+        }
+        grid.resize(grid.width() / 2, grid.height());
+        hands::Settle();
+        for (const int value : {0, Table().horizontalScrollBar()->maximum()}) {
+            Table().horizontalScrollBar()->setValue(value);
+            EXPECT_EQ(Place(), QPoint(10, 10)) << "the box stays on its cell";
         }
         TypeText("100");
         hands::Click(grid, "cmdOK");

@@ -228,12 +228,17 @@ TEST_F(GridRoad, ATableAndAGraphTakeAValueFromItsGrid) {
         EXPECT_EQ(seen_, (QStringList{"1", "3", "8"}));
         EXPECT_EQ(Calculated, True) << "nothing was changed";
 
-        Choose(XRole, groups);
-        PressF2(static_cast<ValueBox&>(FixedBox(effect)));
-        EXPECT_EQ(opened_, 2);
-        EXPECT_EQ(Messages.Texts,
-                  QStringList{"Can't Be Calculated When No of Groups Is the X-, Y-, or Z-axis."});
-        Messages.Texts.clear();
+        for (const int role : {XRole, YRole, ZRole}) {
+            const i16 former = role == XRole ? XParNo : role == YRole ? UnknownParNo : ZParNo;
+            Choose(role, groups);
+            PressF2(static_cast<ValueBox&>(FixedBox(effect)));
+            EXPECT_EQ(opened_, 2);
+            EXPECT_EQ(
+                Messages.Texts,
+                QStringList{"Can't Be Calculated When No of Groups Is the X-, Y-, or Z-axis."});
+            Messages.Texts.clear();
+            Choose(role, former);
+        }
         EXPECT_EQ(FixedBox(effect).text(), "2.94392");
     }
 }
