@@ -120,7 +120,9 @@ class Statement : public checks::AnalysisFixture {
 // Exact power of the noncentral t-distribution, R 4.2.2: power.t.test(n = 64, delta = 0.5, sd = 1):
 // 0.80146; two decimals are told.
 TEST_F(Statement, UnpairedTTestPower) {
-    OpenUnpairedTTest(TwoSided, {{62, "0.5"}, {2, "1"}, {4, "64"}, {37, "64"}});
+    OpenUnpairedTTest(
+        TwoSided,
+        {{Kind::H1Mean2Minus1, "0.5"}, {Kind::Sd, "1"}, {Kind::Size1, "64"}, {Kind::Size2, "64"}});
     ExpectResult(Solve(Kind::Power), 0.80146, 0.003);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 128 (64 in sample 1 and 64 in sample 2), the power is "
@@ -138,7 +140,10 @@ TEST_F(Statement, UnpairedTTestSampleSizeIsToldOnce) {
     Pick(Group::Mean2, 1);
     Pick(Group::Size2, 2);
     AcceptOptions();
-    TypeAll({{1, "0.9"}, {62, "0.5"}, {2, "1"}, {5, "1"}});
+    TypeAll({{Kind::Power, "0.9"},
+             {Kind::H1Mean2Minus1, "0.5"},
+             {Kind::Sd, "1"},
+             {Kind::Size2Over1, "1"}});
     EXPECT_EQ(Solve(Kind::Size1), "70");
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 140 (70 in sample 1 and 70 in sample 2), the power is "
@@ -155,7 +160,11 @@ TEST_F(Statement, UnpairedTTestEffect) {
     ChooseTails(TwoSided);
     Pick(Group::Mean2, 0);
     AcceptOptions();
-    TypeAll({{1, "0.8"}, {86, "10"}, {2, "1"}, {4, "30"}, {37, "30"}});
+    TypeAll({{Kind::Power, "0.8"},
+             {Kind::H1Mean1, "10"},
+             {Kind::Sd, "1"},
+             {Kind::Size1, "30"},
+             {Kind::Size2, "30"}});
     const std::string mean2 = Solve(Kind::H1Mean2);
     ExpectResult(mean2, 10.73563, 0.005);
     EXPECT_EQ(SumStatement(),
@@ -172,7 +181,10 @@ TEST_F(Statement, UnpairedTTestEffect) {
 
 // power.t.test(n = 30, power = 0.8, delta = 0.5, sd = NULL): sd = 0.67969.
 TEST_F(Statement, UnpairedTTestStandardDeviation) {
-    OpenUnpairedTTest(TwoSided, {{1, "0.8"}, {62, "0.5"}, {4, "30"}, {37, "30"}});
+    OpenUnpairedTTest(TwoSided, {{Kind::Power, "0.8"},
+                                 {Kind::H1Mean2Minus1, "0.5"},
+                                 {Kind::Size1, "30"},
+                                 {Kind::Size2, "30"}});
     const std::string sd = Solve(Kind::Sd);
     ExpectResult(sd, 0.67969, 0.005);
     EXPECT_EQ(SumStatement(),
@@ -187,7 +199,11 @@ TEST_F(Statement, UnpairedTTestStandardDeviation) {
 // power.t.test(n = 64, delta = 0.5, sd = 1, power = 0.9, sig.level = NULL): 0.12512. The solved
 // level is both the result and the level of the test.
 TEST_F(Statement, UnpairedTTestSignificanceLevel) {
-    OpenUnpairedTTest(TwoSided, {{1, "0.9"}, {62, "0.5"}, {2, "1"}, {4, "64"}, {37, "64"}});
+    OpenUnpairedTTest(TwoSided, {{Kind::Power, "0.9"},
+                                 {Kind::H1Mean2Minus1, "0.5"},
+                                 {Kind::Sd, "1"},
+                                 {Kind::Size1, "64"},
+                                 {Kind::Size2, "64"}});
     const std::string level = Solve(Kind::SignificanceLevel);
     ExpectResult(level, 0.12512, 0.003);
     EXPECT_EQ(SumStatement(),
@@ -209,7 +225,10 @@ TEST_F(Statement, PairedTTestTellsH1InAbsoluteTerms) {
     ChooseTails(TwoSided);
     Pick(Group::H1MeanOfDifference, 1);
     AcceptOptions();
-    TypeAll({{1, "0.8"}, {157, "1.25"}, {159, "0.5"}, {3, "1"}});
+    TypeAll({{Kind::Power, "0.8"},
+             {Kind::H0MeanOfDifference, "1.25"},
+             {Kind::H1MeanOfDifferenceMinusH0, "0.5"},
+             {Kind::SdOfDifference, "1"}});
     EXPECT_EQ(Solve(Kind::Size), "34");
     EXPECT_EQ(
         SumStatement(),
@@ -223,8 +242,12 @@ TEST_F(Statement, PairedTTestTellsH1InAbsoluteTerms) {
 // Two one-sided t-tests, true difference 0.1, limits -0.5 and 0.5, 70 per group: 0.73157, by
 // integration over the distribution of the standard deviation in R.
 TEST_F(Statement, UnpairedTTestEquivalence) {
-    OpenUnpairedTTest(TwoOneSided,
-                      {{6, "-0.5"}, {7, "0.5"}, {62, "0.1"}, {2, "1"}, {4, "70"}, {37, "70"}});
+    OpenUnpairedTTest(TwoOneSided, {{Kind::MeanLeftLimit, "-0.5"},
+                                    {Kind::MeanRightLimit, "0.5"},
+                                    {Kind::H1Mean2Minus1, "0.1"},
+                                    {Kind::Sd, "1"},
+                                    {Kind::Size1, "70"},
+                                    {Kind::Size2, "70"}});
     ExpectResult(Solve(Kind::Power), 0.73157, 0.003);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 140 (70 in sample 1 and 70 in sample 2), the power is "
@@ -240,7 +263,13 @@ TEST_F(Statement, EquivalenceByConfidenceInterval) {
     OpenTest(800);
     Pick(Group::Mean2, 1);
     AcceptOptions();
-    TypeAll({{321, "0.90"}, {6, "-0.5"}, {7, "0.5"}, {62, "0.1"}, {2, "1"}, {4, "70"}, {37, "70"}});
+    TypeAll({{Kind::TestConfidenceLevel, "0.90"},
+             {Kind::MeanLeftLimit, "-0.5"},
+             {Kind::MeanRightLimit, "0.5"},
+             {Kind::H1Mean2Minus1, "0.1"},
+             {Kind::Sd, "1"},
+             {Kind::Size1, "70"},
+             {Kind::Size2, "70"}});
     ExpectResult(Solve(Kind::ProbabilityWithinLimits), 0.73157, 0.003);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 140 (70 in sample 1 and 70 in sample 2), the "
@@ -267,7 +296,12 @@ TEST_F(Statement, NonInferiorityByConfidenceInterval) {
         Pick(Group::Mean2, 1);
         Tick(Check::TwoSidedInterval, isTwoSided);
         AcceptOptions();
-        TypeAll({{321, "0.95"}, {330, "-0.5"}, {62, "0"}, {2, "1"}, {4, "50"}, {37, "50"}});
+        TypeAll({{Kind::TestConfidenceLevel, "0.95"},
+                 {Kind::MeanNonInferiorityLimit, "-0.5"},
+                 {Kind::H1Mean2Minus1, "0"},
+                 {Kind::Sd, "1"},
+                 {Kind::Size1, "50"},
+                 {Kind::Size2, "50"}});
         ExpectResult(Solve(Kind::ProbabilityWithinLimits), isTwoSided ? 0.69689 : 0.79894, 0.003);
         const std::string power = isTwoSided ? "0.70" : "0.80";
         const std::string sides = isTwoSided ? "two" : "one";
@@ -292,7 +326,12 @@ TEST_F(Statement, Bioequivalence) {
     Pick(Group::Median2, 1);
     Pick(Group::LogSd, 1);
     AcceptOptions();
-    TypeAll({{29, "0.8"}, {30, "1.25"}, {96, "1"}, {156, "0.2"}, {322, "12"}, {323, "12"}});
+    TypeAll({{Kind::RatioLeftLimit, "0.8"},
+             {Kind::RatioRightLimit, "1.25"},
+             {Kind::H1Median2Over1, "1"},
+             {Kind::CoefficientOfVariation, "0.2"},
+             {Kind::SequenceSize1, "12"},
+             {Kind::SequenceSize2, "12"}});
     ExpectResult(Solve(Kind::Power), 0.96719, 0.003);
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 24 (12 in sequence 1 and 12 in sequence 2), the power "
@@ -315,7 +354,7 @@ TEST_F(Statement, TableOfThePower) {
     Pick(Group::Mean2, 1);
     Pick(Group::Size2, 2);
     AcceptOptions();
-    TypeAll({{2, "1"}});
+    TypeAll({{Kind::Sd, "1"}});
     UnknownParNo = PositionOf(Kind::Power);
     Over(62, "0.3", "0.7", "0.1", 4, "20 64 100");
     CalcRun();
@@ -341,7 +380,7 @@ TEST_F(Statement, GraphOfTheSampleSize) {
     Pick(Group::Mean2, 1);
     Pick(Group::Size2, 2);
     AcceptOptions();
-    TypeAll({{62, "0.5"}, {2, "1"}});
+    TypeAll({{Kind::H1Mean2Minus1, "0.5"}, {Kind::Sd, "1"}});
     UnknownParNo = PositionOf(Kind::Size1);
     Over(1, "0.8", "0.9", "0.02", 0, "0.05");
     CalcRun();
@@ -359,7 +398,7 @@ TEST_F(Statement, GraphOfTheSampleSize) {
 // The whole table has one value; the power was entered and belongs to the result.
 TEST_F(Statement, TableOfAConstant) {
     NewWindow(TableWindow);
-    AnalyseTest(370, OneSample, TwoSided, 85, {0, 1, 153, 85}, {{1, "0.85"}});
+    AnalyseTest(370, OneSample, TwoSided, 85, {0, 1, 153, 85}, {{Kind::Power, "0.85"}});
     Over(153, "0.7", "0.9", "0.1");
     Found(28, 28);
     EXPECT_EQ(SumStatement(),
@@ -373,7 +412,8 @@ TEST_F(Statement, TableOfAConstant) {
 // An equivalence limit varies: it has a range.
 TEST_F(Statement, GraphOverAnEquivalenceLimit) {
     NewWindow(GraphWindow);
-    AnalyseTest(0, TwoSamples, TwoOneSided, 1, {0, 1, 6, 7, 62, 2, 4, 37}, {{62, "0"}});
+    AnalyseTest(0, TwoSamples, TwoOneSided, 1, {0, 1, 6, 7, 62, 2, 4, 37},
+                {{Kind::H1Mean2Minus1, "0"}});
     Over(7, "0.3", "0.5", "0.1", 2, "0.3  0.4");
     Found(0.501F, 0.999F);
     EXPECT_EQ(
@@ -392,13 +432,13 @@ TEST_F(Statement, GraphOverAnEquivalenceLimit) {
 TEST_F(Statement, TheAlternativeOfATableIsWhole) {
     NewWindow(TableWindow);
     const Kinds kinds = {0, 1, 61, 62, 2, 4, 37};
-    AnalyseTest(0, TwoSamples, TwoSided, 62, kinds, {{61, "0"}});
+    AnalyseTest(0, TwoSamples, TwoSided, 62, kinds, {{Kind::H0Mean2Minus1, "0"}});
     Over(2, "1", "2", "0.5");
     Found(4, 10);
     EXPECT_NE(SumStatement().find("H0: mean 2 - mean 1 = 0 against H1: mean 2 - mean 1 from 4 to "
                                   "10. The test"),
               std::string::npos);
-    AnalyseTest(0, TwoSamples, TwoSided, 1, kinds, {{61, "0"}});
+    AnalyseTest(0, TwoSamples, TwoSided, 1, kinds, {{Kind::H0Mean2Minus1, "0"}});
     Over(2, "1", "2", "0.5", 62, "4 7 10");
     EXPECT_NE(SumStatement().find("against H1: mean 2 - mean 1 = 4, 7 or 10. The test"),
               std::string::npos);
@@ -416,7 +456,7 @@ TEST_F(Statement, TheAlternativeOfATableIsAbsolute) {
         return from == std::string::npos ? text : text.substr(from, text.find(". ", from) - from);
     };
     AnalyseParameter(DistrNormal, 0, ProcedureTest, OneSample, TwoSided, 1, {0, 1, 57, 59, 2, 85},
-                     {{57, "100"}, {59, "3"}});
+                     {{Kind::H0Mean, "100"}, {Kind::H1MeanMinusH0, "3"}});
     Found(0.1F, 0.9F);
     Over(59, "4", "10", "2");
     EXPECT_EQ(alternative(), "against H1: mean from 104 to 110");
@@ -429,7 +469,7 @@ TEST_F(Statement, TheAlternativeOfATableIsAbsolute) {
     Found(0.1F, 0.3F);
     EXPECT_EQ(alternative(), "against H1: mean from 100.1 to 100.3");
     AnalyseParameter(DistrNormal, 0, ProcedureTest, OneSample, TwoSided, 1, {0, 1, 57, 60, 2, 85},
-                     {{57, "-20"}});
+                     {{Kind::H0Mean, "-20"}});
     Over(60, "1.1", "1.5", "0.1");
     EXPECT_EQ(alternative(), "against H1: mean from -30 to -22");
 }
@@ -440,7 +480,7 @@ TEST_F(Statement, TheAlternativeOfATableIsAbsolute) {
 // 0.3)) = 0.06789.
 TEST_F(Statement, PointEstimateOfAMean) {
     AnalyseParameter(DistrNormal, 0, ProcedureEstimate, OneSample, TwoSided, 143, {143, 18, 2, 85},
-                     {{143, "0.06789"}});
+                     {{Kind::ErrorLevel, "0.06789"}});
     EXPECT_EQ(SumStatement(),
               "With a sample size of 30, the probability is 0.06789 to over/under estimate the "
               "mean (standard deviation known) in a normal distribution by an absolute error of "
@@ -451,7 +491,7 @@ TEST_F(Statement, PointEstimateOfAMean) {
 // One side of the same: half the probability. Nothing is said of underestimating.
 TEST_F(Statement, OneSidedPointEstimateOfAMean) {
     AnalyseParameter(DistrNormal, 0, ProcedureEstimate, OneSample, OneSided, 143, {143, 19, 2, 85},
-                     {{143, "0.03394"}});
+                     {{Kind::ErrorLevel, "0.03394"}});
     EXPECT_EQ(SumStatement(),
               "With a sample size of 30, the probability is 0.03394 to overestimate the mean "
               "(standard deviation known) in a normal distribution by an upper absolute error of "
@@ -462,7 +502,11 @@ TEST_F(Statement, OneSidedPointEstimateOfAMean) {
 // Two samples are compared, by their ratio where the error is relative. "An" before a vowel.
 TEST_F(Statement, PointEstimateOfARatioOfScales) {
     AnalyseParameter(DistrExponential, 1, ProcedureEstimate, TwoSamples, TwoSided, 143,
-                     {143, 23, 4, 38}, {{143, "0.1"}, {23, "0.25"}, {4, "50"}, {38, "10"}});
+                     {143, 23, 4, 38},
+                     {{Kind::ErrorLevel, "0.1"},
+                      {Kind::RelativeError, "0.25"},
+                      {Kind::Size1, "50"},
+                      {Kind::Size2Minus1, "10"}});
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 110 (50 in sample 1 and 60 in sample 2), the "
               "probability is 0.1 to over/under estimate the ratio between two samples of scale "
@@ -473,7 +517,7 @@ TEST_F(Statement, PointEstimateOfARatioOfScales) {
 // Width 2 x 1.95996 x 0.3 / sqrt(30) = 0.2147.
 TEST_F(Statement, ConfidenceIntervalOfKnownWidth) {
     AnalyseParameter(DistrNormal, 0, ProcedureInterval, OneSample, TwoSided, 100, {22, 100, 2, 85},
-                     {{100, "0.2147"}});
+                     {{Kind::IntervalWidth, "0.2147"}});
     EXPECT_EQ(SumStatement(),
               "With a sample size of 30, a two-sided 95 % confidence interval will have a width of "
               "0.2147. The confidence interval is calculated for the parameter mean (standard "
@@ -485,7 +529,8 @@ TEST_F(Statement, ConfidenceIntervalOfKnownWidth) {
 // = 0.82958 with t = qt(0.975, 29).
 TEST_F(Statement, ConfidenceIntervalOfProbableWidth) {
     AnalyseParameter(DistrNormal, 1, ProcedureInterval, OneSample, TwoSided, 101,
-                     {22, 100, 2, 85, 101}, {{100, "0.25"}, {101, "0.82958"}});
+                     {22, 100, 2, 85, 101},
+                     {{Kind::IntervalWidth, "0.25"}, {Kind::WidthProbability, "0.82958"}});
     EXPECT_EQ(SumStatement(),
               "With a sample size of 30, the probability is 0.82958 to get a two-sided 95% "
               "confidence interval with a width less than 0.25. The confidence interval is "
@@ -499,7 +544,11 @@ TEST_F(Statement, ConfidenceIntervalOfProbableWidth) {
 TEST_F(Statement, ConfidenceIntervalOfADifference) {
     AnalyseParameter(DistrNormal, 0, ProcedureInterval, TwoSamples, TwoSided, 4,
                      {22, 100, 216, 217, 4, 37},
-                     {{22, "0.999"}, {100, "0.48584"}, {217, "0.4"}, {4, "40"}, {37, "50"}});
+                     {{Kind::ConfidenceLevel, "0.999"},
+                      {Kind::IntervalWidth, "0.48584"},
+                      {Kind::Sd2, "0.4"},
+                      {Kind::Size1, "40"},
+                      {Kind::Size2, "50"}});
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 90 (40 in sample 1 and 50 in sample 2), a two-sided "
               "99.9 % confidence interval will have a width of 0.48584. The confidence interval is "
@@ -515,7 +564,8 @@ TEST_F(Statement, OneSidedConfidenceInterval) {
     OfferChecks({36});
     CheckValue(36) = 0;
     AnalyseParameter(DistrBinomial, 0, ProcedureInterval, OneSample, TwoSided, 100,
-                     {22, 100, 102, 85}, {{22, "0.975"}, {100, "0.15"}});
+                     {22, 100, 102, 85},
+                     {{Kind::ConfidenceLevel, "0.975"}, {Kind::IntervalWidth, "0.15"}});
     EXPECT_EQ(SumStatement(),
               "With a sample size of 30, a one-sided 97.5 % confidence interval will have a width "
               "of 0.15 from the estimate to the limit. The confidence interval is calculated for "
@@ -557,7 +607,10 @@ TEST_F(Statement, TableOfAnEstimatesError) {
 // value is entered as a ratio 1.5 of 0.3: 0.45.
 TEST_F(Statement, TestOfAProportion) {
     AnalyseParameter(DistrBinomial, 0, ProcedureTest, OneSample, OneSided, 1, {0, 1, 35, 41, 85},
-                     {{1, "0.7549"}, {35, "0.3"}, {41, "1.5"}, {85, "60"}});
+                     {{Kind::Power, "0.7549"},
+                      {Kind::H0Proportion, "0.3"},
+                      {Kind::H1ProportionOverH0, "1.5"},
+                      {Kind::Size, "60"}});
     EXPECT_EQ(SumStatement(),
               "With a sample size of 60, the power is 0.75 when testing the null hypothesis H0: "
               "proportion = 0.3 against H1: proportion = 0.45. The test used is a test of the "
@@ -567,9 +620,14 @@ TEST_F(Statement, TestOfAProportion) {
 
 // Observation times in place of subjects: 40 and 1.5 x 40 = 60.
 TEST_F(Statement, TestOfTwoRates) {
-    AnalyseParameter(
-        DistrPoisson, 1, ProcedureTest, TwoSamples, TwoSided, 1, {0, 1, 64, 9, 73, 171, 174},
-        {{1, "0.912"}, {64, "0"}, {9, "0.25"}, {73, "0.5"}, {171, "40"}, {174, "1.5"}});
+    AnalyseParameter(DistrPoisson, 1, ProcedureTest, TwoSamples, TwoSided, 1,
+                     {0, 1, 64, 9, 73, 171, 174},
+                     {{Kind::Power, "0.912"},
+                      {Kind::H0Rate2Minus1, "0"},
+                      {Kind::H1Rate1, "0.25"},
+                      {Kind::H1Rate2, "0.5"},
+                      {Kind::StudyTime1, "40"},
+                      {Kind::StudyTime2Over1, "1.5"}});
     EXPECT_EQ(SumStatement(),
               "With a total exposure time of 100 (40 in sample 1 and 60 in sample 2), the power is "
               "0.91 when testing the null hypothesis H0: hazard rate 2 - hazard rate 1 = 0 against "
@@ -582,8 +640,9 @@ TEST_F(Statement, TestOfTwoRates) {
 
 // Odds without an H0 entry: no effect is that they are equal. "Odds are".
 TEST_F(Statement, TestOfTwoOdds) {
-    AnalyseParameter(DistrBinomial, 1, ProcedureTest, TwoSamples, TwoSided, 230,
-                     {0, 1, 229, 230, 4, 37}, {{229, "1"}, {230, "2.123"}, {4, "90"}, {37, "90"}});
+    AnalyseParameter(
+        DistrBinomial, 1, ProcedureTest, TwoSamples, TwoSided, 230, {0, 1, 229, 230, 4, 37},
+        {{Kind::H1Odds1, "1"}, {Kind::H1Odds2, "2.123"}, {Kind::Size1, "90"}, {Kind::Size2, "90"}});
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 180 (90 in sample 1 and 90 in sample 2), the odds 2 "
               "under H1 are 2.123 for a power of 0.80 when testing the null hypothesis H0: odds 2 "
@@ -594,7 +653,11 @@ TEST_F(Statement, TestOfTwoOdds) {
 
 TEST_F(Statement, FisherTest) {
     AnalyseTest(100, TwoSamples, TwoSided, 4, {0, 1, 8, 69, 4, 5},
-                {{1, "0.9"}, {8, "0.2"}, {69, "0.6"}, {4, "34"}, {5, "1.5"}});
+                {{Kind::Power, "0.9"},
+                 {Kind::H1Proportion1, "0.2"},
+                 {Kind::H1Proportion2, "0.6"},
+                 {Kind::Size1, "34"},
+                 {Kind::Size2Over1, "1.5"}});
     EXPECT_EQ(
         SumStatement(),
         "With a total sample size of 85 (34 in sample 1 and 51 in sample 2), the power is "
@@ -609,7 +672,10 @@ TEST_F(Statement, FisherTest) {
 // is calculated with.
 TEST_F(Statement, McNemarTest) {
     AnalyseTest(70, OneSample, TwoSided, 85, {0, 1, 15, 16, 85},
-                {{1, "0.8"}, {15, "0.4"}, {16, "0.2"}, {85, "79"}});
+                {{Kind::Power, "0.8"},
+                 {Kind::H1Proportion10Plus01, "0.4"},
+                 {Kind::DiagonalDifference, "0.2"},
+                 {Kind::Size, "79"}});
     EXPECT_EQ(SumStatement(),
               "With a sample size of 79 pairs, the power is 0.80 when testing the null hypothesis "
               "H0: proportion 10 = proportion 01 against H1: proportion 10 - proportion 01 = 0.2. "
@@ -632,11 +698,11 @@ TEST_F(Statement, FisherTestSaysWhereItIsNotExact) {
     constexpr const char* approximation = "normal approximation on the arc-sine scale";
     OpenTest(100);
     AcceptOptions();
-    TypeAll({{4, "50"}, {37, "50"}});
+    TypeAll({{Kind::Size1, "50"}, {Kind::Size2, "50"}});
     Solve(Kind::Power);
     EXPECT_EQ(SumStatement().find(approximation), std::string::npos);
     EXPECT_EQ(HeadlineNote(), "");
-    TypeAll({{37, "51"}});
+    TypeAll({{Kind::Size2, "51"}});
     EXPECT_EQ(HeadlineNote(), "") << "there is no result";
     Solve(Kind::Power);
     EXPECT_EQ(HeadlineNote(),
@@ -646,14 +712,15 @@ TEST_F(Statement, FisherTestSaysWhereItIsNotExact) {
     // The second size by its ratio, and over an axis.
     Pick(Group::Size2, 2);
     AcceptOptions();
-    TypeAll({{4, "40"}, {5, "1.25"}});
+    TypeAll({{Kind::Size1, "40"}, {Kind::Size2Over1, "1.25"}});
     Solve(Kind::Power);
     EXPECT_EQ(HeadlineNote(), "");
-    TypeAll({{5, "1.26"}});
+    TypeAll({{Kind::Size2Over1, "1.26"}});
     Solve(Kind::Power);
     EXPECT_NE(HeadlineNote(), "");
     NewWindow(TableWindow);
-    AnalyseTest(100, TwoSamples, TwoSided, 1, {0, 1, 8, 69, 4, 37}, {{4, "20"}, {37, "20"}});
+    AnalyseTest(100, TwoSamples, TwoSided, 1, {0, 1, 8, 69, 4, 37},
+                {{Kind::Size1, "20"}, {Kind::Size2, "20"}});
     Over(4, "20", "50", "10");
     Found(0.2F, 0.7F);
     EXPECT_EQ(SumStatement().find(approximation), std::string::npos);
@@ -670,7 +737,12 @@ TEST_F(Statement, FisherTestSaysWhereItIsNotExact) {
 // 0.09, 1 - pf(qf(0.95, 2, 87), 2, 87, 8.1) = 0.70733 in R. An F-test has one direction.
 TEST_F(Statement, OneWayANOVA) {
     AnalyseTest(10, MoreSamples, TwoSided, 1, {0, 1, 34, 2, 17, 4, 151},
-                {{1, "0.70733"}, {34, "0.3"}, {2, "1"}, {17, "3"}, {4, "30"}, {151, "1"}});
+                {{Kind::Power, "0.70733"},
+                 {Kind::SdOfMeans, "0.3"},
+                 {Kind::Sd, "1"},
+                 {Kind::NoOfGroups, "3"},
+                 {Kind::Size1, "30"},
+                 {Kind::SizeKOver1, "1"}});
     OfferTwoTailsOnly();
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 90 (30 in group 1 and 30 in each other group), the "
@@ -685,7 +757,10 @@ TEST_F(Statement, OneWayANOVA) {
 // H0 has all of them.
 TEST_F(Statement, OneWayANOVAWithALargerFirstGroup) {
     AnalyseTest(10, MoreSamples, TwoSided, 147, {0, 1, 147, 2, 17, 4, 151},
-                {{147, "0.654"}, {17, "4"}, {4, "40"}, {151, "0.5"}});
+                {{Kind::AnyMeanDifference, "0.654"},
+                 {Kind::NoOfGroups, "4"},
+                 {Kind::Size1, "40"},
+                 {Kind::SizeKOver1, "0.5"}});
     OfferTwoTailsOnly();
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 100 (40 in group 1 and 20 in each other group), any "
@@ -698,7 +773,11 @@ TEST_F(Statement, OneWayANOVAWithALargerFirstGroup) {
 
 TEST_F(Statement, ThreeWayANOVA) {
     AnalyseTest(12, MoreSamples, TwoSided, 1, {0, 1, 34, 2, 238, 239, 243, 328},
-                {{1, "0.95"}, {238, "3"}, {239, "4"}, {243, "2"}, {328, "5"}});
+                {{Kind::Power, "0.95"},
+                 {Kind::LevelsA, "3"},
+                 {Kind::LevelsB, "4"},
+                 {Kind::LevelsC, "2"},
+                 {Kind::AdditiveSizePerCell, "5"}});
     OfferTwoTailsOnly();
     EXPECT_EQ(
         SumStatement(),
@@ -714,7 +793,7 @@ TEST_F(Statement, ThreeWayANOVA) {
 // effect is 1, not 0.
 TEST_F(Statement, LogRankTestInEvents) {
     AnalyseTest(400, TwoSamples, TwoSided, 99, {0, 1, 264, 99, 5},
-                {{1, "0.9"}, {264, "0.5"}, {99, "88"}});
+                {{Kind::Power, "0.9"}, {Kind::H1HazardRatio, "0.5"}, {Kind::Events, "88"}});
     EXPECT_EQ(SumStatement(),
               "With a total number of events of 88, the power is 0.90 when testing the null "
               "hypothesis H0: hazard ratio = 1 against H1: hazard ratio = 0.5. The test used is "
@@ -726,7 +805,12 @@ TEST_F(Statement, LogRankTestInEvents) {
 // Accrual, follow-up and losses are assumptions; the accrual time is what was solved for.
 TEST_F(Statement, LogRankTestAccrualTime) {
     AnalyseTest(403, TwoSamples, OneSided, 10, {0, 1, 332, 9, 74, 13, 45, 33, 10, 11, 4, 37},
-                {{332, "1"}, {9, "0.3"}, {74, "0.6"}, {10, "2.345"}, {4, "80"}, {37, "80"}});
+                {{Kind::H0Rate2Over1, "1"},
+                 {Kind::H1Rate1, "0.3"},
+                 {Kind::H1Rate2Over1, "0.6"},
+                 {Kind::AccrualTime, "2.345"},
+                 {Kind::Size1, "80"},
+                 {Kind::Size2, "80"}});
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 160 (80 in sample 1 and 80 in sample 2), the accrual "
               "time is 2.345 for a power of 0.80 when testing the null hypothesis H0: hazard rate "
@@ -740,7 +824,7 @@ TEST_F(Statement, LogRankTestAccrualTime) {
 // "et. al." ends no sentence.
 TEST_F(Statement, ATestNameWithAPoint) {
     AnalyseTest(404, TwoSamples, TwoSided, 1, {0, 1, 332, 9, 73, 347, 174},
-                {{1, "0.8"}, {332, "1"}, {347, "250.5"}});
+                {{Kind::Power, "0.8"}, {Kind::H0Rate2Over1, "1"}, {Kind::TimeAtRisk, "250.5"}});
     EXPECT_NE(SumStatement().find("With a total time at risk of 250.5, the power is 0.80"),
               std::string::npos);
     EXPECT_NE(SumStatement().find("The test used is Log-rank test, Parametric Approach, "
@@ -752,7 +836,11 @@ TEST_F(Statement, ATestNameWithAPoint) {
 // H0 values that stand after the H1 value hold under H0, but are no hypothesis of their own.
 TEST_F(Statement, MantelHaenszelTest) {
     AnalyseTest(120, TwoSamples, TwoSided, 1, {0, 1, 307, 308, 309, 310, 320},
-                {{1, "0.88"}, {307, "0.4"}, {308, "0.2"}, {309, "0.25"}, {320, "200"}});
+                {{Kind::Power, "0.88"},
+                 {Kind::H1SumOfDifferences, "0.4"},
+                 {Kind::H0SumOfVariances, "0.2"},
+                 {Kind::H1SumOfVariances, "0.25"},
+                 {Kind::TotalSize, "200"}});
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 200, the power is 0.88 when testing the null hypothesis "
               "H0: sum of differences in proportions = 0 (equal distributions) and sum of "
@@ -764,7 +852,7 @@ TEST_F(Statement, MantelHaenszelTest) {
 
 TEST_F(Statement, MultipleRegressionCountsCoefficients) {
     AnalyseTest(171, OneSample, TwoSided, 1, {0, 1, 268, 265, 266, 267, 85},
-                {{1, "0.93"}, {268, "3"}, {85, "100"}});
+                {{Kind::Power, "0.93"}, {Kind::TestedCoefficients, "3"}, {Kind::Size, "100"}});
     OfferTwoTailsOnly();
     EXPECT_EQ(SumStatement(),
               "With a sample size of 100, the power is 0.93 when testing the null hypothesis H0: "
@@ -773,14 +861,18 @@ TEST_F(Statement, MultipleRegressionCountsCoefficients) {
               "assumptions that the multiple correlation coefficient of y with x1 to xp+q is 0.5, "
               "the multiple correlation coefficient of y with xp+1 to xp+q is 0.3 and the total "
               "number (p+q) of covariates is 5.");
-    ParText(268) = "1";
+    ParText(Kind::TestedCoefficients) = "1";
     EXPECT_NE(SumStatement().find("H0: first regression coefficient equal to 0. The test"),
               std::string::npos);
 }
 
 TEST_F(Statement, LogisticRegression) {
     AnalyseTest(180, OneSample, TwoSided, 85, {0, 1, 20, 200, 25, 85},
-                {{1, "0.8"}, {20, "0.5"}, {200, "1.5"}, {25, "0.2"}, {85, "199"}});
+                {{Kind::Power, "0.8"},
+                 {Kind::H1EventAtMean, "0.5"},
+                 {Kind::H1OddsRatio, "1.5"},
+                 {Kind::CorrelationOfCovariates, "0.2"},
+                 {Kind::Size, "199"}});
     EXPECT_EQ(
         SumStatement(),
         "With a sample size of 199, the power is 0.80 when testing the null hypothesis H0: "
@@ -791,7 +883,8 @@ TEST_F(Statement, LogisticRegression) {
 }
 
 TEST_F(Statement, RankCorrelation) {
-    AnalyseTest(491, OneSample, TwoSided, 315, {0, 1, 315, 14}, {{315, "0.712"}, {14, "25"}});
+    AnalyseTest(491, OneSample, TwoSided, 315, {0, 1, 315, 14},
+                {{Kind::H1ProbabilityOfConcordance, "0.712"}, {Kind::SizeFrom4, "25"}});
     EXPECT_EQ(SumStatement(),
               "With a sample size of 25, the probability of concordance under H1 is 0.712 for a "
               "power of 0.80 when testing the null hypothesis H0: probability of concordance = 0.5 "
@@ -803,14 +896,14 @@ TEST_F(Statement, RankCorrelation) {
 // Lin's coefficient: three H0 values, and the H1 values as difference, ratio and value.
 TEST_F(Statement, LinsConcordance) {
     AnalyseTest(515, OneSample, OneSided, 224, {0, 1, 295, 297, 299, 302, 303, 304, 224},
-                {{1, "0.8"},
-                 {295, "0.9"},
-                 {297, "0.05"},
-                 {299, "0.1"},
-                 {302, "2"},
-                 {303, "1"},
-                 {304, "1.1"},
-                 {224, "117"}});
+                {{Kind::Power, "0.8"},
+                 {Kind::H0Concordance, "0.9"},
+                 {Kind::H1ConcordanceMinusH0, "0.05"},
+                 {Kind::H0LocationShift, "0.1"},
+                 {Kind::H1LocationShiftOverH0, "2"},
+                 {Kind::H0ScaleShift, "1"},
+                 {Kind::H1ScaleShift, "1.1"},
+                 {Kind::NoOfSubjects, "117"}});
     EXPECT_EQ(SumStatement(),
               "With a number of subjects of 117, the power is 0.80 when testing the null "
               "hypothesis H0: concordance coefficient = 0.9 and location shift = 0.1 and scale "
@@ -820,7 +913,7 @@ TEST_F(Statement, LinsConcordance) {
 }
 
 TEST_F(Statement, KolmogorovSmirnovTwoSampleTest) {
-    AnalyseTest(340, TwoSamples, TwoSided, 1, {0, 1, 4, 37}, {{1, "0.61"}});
+    AnalyseTest(340, TwoSamples, TwoSided, 1, {0, 1, 4, 37}, {{Kind::Power, "0.61"}});
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 60 (30 in sample 1 and 30 in sample 2), the power is "
               "0.61 when testing the null hypothesis H0: equal distributions against H1: different "
@@ -830,7 +923,10 @@ TEST_F(Statement, KolmogorovSmirnovTwoSampleTest) {
 
 TEST_F(Statement, CrossoverDesign) {
     AnalyseTest(230, TwoSamples, TwoSided, 2, {0, 1, 61, 62, 2, 322, 325},
-                {{62, "0.5"}, {2, "0.731"}, {322, "11"}, {325, "0.5"}});
+                {{Kind::H1Mean2Minus1, "0.5"},
+                 {Kind::Sd, "0.731"},
+                 {Kind::SequenceSize1, "11"},
+                 {Kind::SequenceSize2Over1, "0.5"}});
     // 11 and half of it, rounded up: 6.
     EXPECT_EQ(SumStatement(),
               "With a total sample size of 17 (11 in sequence 1 and 6 in sequence 2), the standard "
@@ -841,7 +937,7 @@ TEST_F(Statement, CrossoverDesign) {
 
 // Without a size the sentence begins with the result.
 TEST_F(Statement, ADesignWithoutASizeParameter) {
-    AnalyseTest(14, MoreSamples, TwoSided, 1, {0, 1, 34, 2, 244}, {{1, "0.6"}});
+    AnalyseTest(14, MoreSamples, TwoSided, 1, {0, 1, 34, 2, 244}, {{Kind::Power, "0.6"}});
     OfferTwoTailsOnly();
     EXPECT_EQ(SumStatement(),
               "The power is 0.60 when testing the null hypothesis H0: standard deviation of means "
@@ -853,7 +949,7 @@ TEST_F(Statement, ADesignWithoutASizeParameter) {
 
 // A test whose hypotheses stand nowhere but in a grid says nothing of them.
 TEST_F(Statement, ATestWithoutHypothesesInItsList) {
-    AnalyseTest(320, MoreSamples, TwoSided, 1, {0, 1, 85}, {{1, "0.77"}});
+    AnalyseTest(320, MoreSamples, TwoSided, 1, {0, 1, 85}, {{Kind::Power, "0.77"}});
     EXPECT_EQ(SumStatement(),
               "With a sample size of 30, the power is 0.77. The test used is Friedman's test, "
               "two-sided, at the significance level 0.05.");
@@ -861,7 +957,7 @@ TEST_F(Statement, ATestWithoutHypothesesInItsList) {
 
 // Distributions that are the hypotheses are named.
 TEST_F(Statement, ATestOfADistribution) {
-    AnalyseTest(263, OneSample, TwoSided, 1, {0, 1, 85}, {{1, "0.77"}});
+    AnalyseTest(263, OneSample, TwoSided, 1, {0, 1, 85}, {{Kind::Power, "0.77"}});
     EXPECT_EQ(SumStatement(),
               "With a sample size of 30, the power is 0.77 when testing the null hypothesis H0: "
               "Normal Distribution, m = 0, s = 1 against H1: Normal Distribution, m = 0.3, s = 1. "
@@ -876,7 +972,11 @@ TEST_F(Statement, ATestOfADistribution) {
 TEST_F(Statement, SimulatedTest) {
     NewWindow(SimulationWindow);
     AnalyseTest(0, TwoSamples, TwoSided, 1, {0, 1, 61, 62, 2, 4, 37},
-                {{1, "-"}, {62, "0.5"}, {2, "1"}, {4, "64"}, {37, "64"}});
+                {{Kind::Power, "-"},
+                 {Kind::H1Mean2Minus1, "0.5"},
+                 {Kind::Sd, "1"},
+                 {Kind::Size1, "64"},
+                 {Kind::Size2, "64"}});
     SignEstimateText(0) = "0.0457   0.0500   0.0543";
     PowerEstimateText(0) = "0.7921   0.8000   0.8079";
     PrAcceptEstimateText(0) = "0.1921   0.2000   0.2079";
@@ -897,7 +997,7 @@ TEST_F(Statement, SimulatedTest) {
 // the simulation is the level of its test.
 TEST_F(Statement, SimulationEndedEarly) {
     NewWindow(SimulationWindow);
-    AnalyseTest(0, TwoSamples, OneSided, 1, {0, 1, 61, 62, 2, 4, 37}, {{1, "-"}});
+    AnalyseTest(0, TwoSamples, OneSided, 1, {0, 1, 61, 62, 2, 4, 37}, {{Kind::Power, "-"}});
     SignEstimateText(0) = "0.0206   0.0250   0.0294";
     PowerEstimateText(0) = "0.7921   0.8000   0.8079";
     SampleSizeEstimateText(2) = " 4000";
@@ -915,7 +1015,8 @@ TEST_F(Statement, SimulationEndedEarly) {
 TEST_F(Statement, SimulatedConfidenceInterval) {
     NewWindow(SimulationWindow);
     AnalyseParameter(DistrNormal, 1, ProcedureInterval, OneSample, TwoSided, 101,
-                     {22, 100, 2, 85, 101}, {{100, "0.25"}, {101, "-"}});
+                     {22, 100, 2, 85, 101},
+                     {{Kind::IntervalWidth, "0.25"}, {Kind::WidthProbability, "-"}});
     SignEstimateText(0) = "0.9457   0.9500   0.9543";
     PowerEstimateText(0) = "0.8221   0.8295   0.8369";
     PrAcceptEstimateText(0) = "0.7802   0.7882   0.7962";
@@ -932,7 +1033,8 @@ TEST_F(Statement, SimulatedConfidenceInterval) {
 
 TEST_F(Statement, SimulatedEquivalenceByConfidenceInterval) {
     NewWindow(SimulationWindow);
-    AnalyseTest(800, TwoSamples, TwoOneSided, 318, {321, 318, 6, 7, 62, 2, 4, 37}, {{318, "-"}});
+    AnalyseTest(800, TwoSamples, TwoOneSided, 318, {321, 318, 6, 7, 62, 2, 4, 37},
+                {{Kind::ProbabilityWithinLimits, "-"}});
     SignEstimateText(0) = "0.0457   0.0500   0.0543";
     PowerEstimateText(0) = "0.7921   0.8000   0.8079";
     EXPECT_NE(SumStatement().find("the estimated Pr(CI within limits | H0 true) is 0.0500 (95% CI "
@@ -956,7 +1058,12 @@ class SequentialStatement : public Statement {
 // O'Brien and Fleming (1979), 3 analyses, 0.05 two-sided: nominal levels 0.0005, 0.0141 and 0.0451.
 TEST_F(SequentialStatement, TellsLevelsAndSizes) {
     AnalyseTest(600, TwoSamples, TwoSided, 4, {0, 1, 61, 62, 216, 217, 4, 37},
-                {{1, "0.9"}, {62, "0.5"}, {216, "1"}, {217, "1"}, {4, "87"}, {37, "87"}});
+                {{Kind::Power, "0.9"},
+                 {Kind::H1Mean2Minus1, "0.5"},
+                 {Kind::Sd1, "1"},
+                 {Kind::Sd2, "1"},
+                 {Kind::Size1, "87"},
+                 {Kind::Size2, "87"}});
     Design(2);
     RejectH0Text(0) = "0.0005";
     RejectH0Text(1) = "0.0141";
@@ -978,7 +1085,10 @@ TEST_F(SequentialStatement, TellsLevelsAndSizes) {
 // One interim analysis, one sample, with a level for accepting H0 there and none at the end.
 TEST_F(SequentialStatement, TellsOneInterimAnalysisInTheSingular) {
     AnalyseTest(620, OneSample, OneSided, 1, {0, 1, 35, 83, 85},
-                {{1, "0.853"}, {35, "0.3"}, {83, "0.5"}, {85, "44"}});
+                {{Kind::Power, "0.853"},
+                 {Kind::H0Proportion, "0.3"},
+                 {Kind::H1Proportion, "0.5"},
+                 {Kind::Size, "44"}});
     Design(1);
     RejectH0Text(0) = "0.0052";
     RejectH0Text(1) = "0.048";
@@ -998,7 +1108,8 @@ TEST_F(SequentialStatement, TellsOneInterimAnalysisInTheSingular) {
 
 TEST_F(SequentialStatement, TellsSeveralAcceptLevelsAndEstimatesOverAll) {
     NewWindow(SimulationWindow);
-    AnalyseTest(630, TwoSamples, OneSided, 1, {0, 1, 332, 9, 73, 99, 5}, {{1, "-"}, {99, "90"}});
+    AnalyseTest(630, TwoSamples, OneSided, 1, {0, 1, 332, 9, 73, 99, 5},
+                {{Kind::Power, "-"}, {Kind::Events, "90"}});
     Design(2);
     RejectH0Text(0) = "0.005";
     RejectH0Text(1) = ""; // nothing entered stands for the significance level
@@ -1019,7 +1130,7 @@ TEST_F(SequentialStatement, TellsSeveralAcceptLevelsAndEstimatesOverAll) {
 
 // What stands in the size column of a log-rank design are times or events.
 TEST_F(SequentialStatement, SaysNothingOfSizesThatAreTimes) {
-    AnalyseTest(630, TwoSamples, OneSided, 1, {0, 1, 332, 9, 73, 99, 5}, {{99, "90"}});
+    AnalyseTest(630, TwoSamples, OneSided, 1, {0, 1, 332, 9, 73, 99, 5}, {{Kind::Events, "90"}});
     Design(1);
     RejectH0Text(0) = "0.005";
     InterimSize1Text(0) = "2.5";
@@ -1027,7 +1138,7 @@ TEST_F(SequentialStatement, SaysNothingOfSizesThatAreTimes) {
 }
 
 TEST_F(SequentialStatement, HasNoMoreThanTheTestWithoutInterimAnalyses) {
-    AnalyseTest(620, OneSample, OneSided, 1, {0, 1, 35, 83, 85}, {{1, "0.853"}});
+    AnalyseTest(620, OneSample, OneSided, 1, {0, 1, 35, 83, 85}, {{Kind::Power, "0.853"}});
     Design(0);
     RejectH0Text(0) = "0.05";
     EXPECT_TRUE(SumStatement().ends_with("Test of Proportions, Design, one-sided, at the "
@@ -1151,7 +1262,9 @@ TEST_F(EveryStatement, OfAParameterIsReadable) {
 TEST_F(Statement, GoesOutAsItWasEdited) {
     EditStatement("too early");
     EXPECT_EQ(StatementText(), "");
-    OpenUnpairedTTest(TwoSided, {{62, "0.5"}, {2, "1"}, {4, "64"}, {37, "64"}});
+    OpenUnpairedTTest(
+        TwoSided,
+        {{Kind::H1Mean2Minus1, "0.5"}, {Kind::Sd, "1"}, {Kind::Size1, "64"}, {Kind::Size2, "64"}});
     Solve(Kind::Power);
     const std::string ours = SumStatement();
     EXPECT_EQ(StatementText(), ours);
@@ -1179,7 +1292,10 @@ TEST_F(Statement, GoesOutAsItWasEdited) {
 // Two H0 entries with an inferiority limit: the comma after the first value stays.
 TEST_F(Statement, InferiorityKeepsItsCommaAheadOfASecondH0Value) {
     AnalyseTest(830, TwoSamples, OneSided, 318, {321, 318, 330, 299, 62, 2, 4, 37},
-                {{318, "0.9"}, {330, "-0.4"}, {299, "0.2"}, {62, "0"}});
+                {{Kind::ProbabilityWithinLimits, "0.9"},
+                 {Kind::MeanNonInferiorityLimit, "-0.4"},
+                 {Kind::H0LocationShift, "0.2"},
+                 {Kind::H1Mean2Minus1, "0"}});
     EXPECT_NE(SumStatement().find("when testing the null hypothesis H0: inferiority, with "
                                   "non-inferiority limit = -0.4, and location shift = 0.2, against "
                                   "H1: mean 2 - mean 1 = 0 (non-inferiority). The test"),
@@ -1187,7 +1303,7 @@ TEST_F(Statement, InferiorityKeepsItsCommaAheadOfASecondH0Value) {
 }
 
 TEST_F(Statement, AnUnknownWithoutValueIsWrittenAsZero) {
-    AnalyseTest(0, TwoSamples, TwoSided, 2, {0, 1, 61, 62, 2, 4, 37}, {{2, "99999"}});
+    AnalyseTest(0, TwoSamples, TwoSided, 2, {0, 1, 61, 62, 2, 4, 37}, {{Kind::Sd, "99999"}});
     EXPECT_NE(SumStatement().find("the standard deviation is 0 for a power of 0.80"),
               std::string::npos);
 }
@@ -1196,12 +1312,12 @@ TEST_F(Statement, AnUnknownWithoutValueIsWrittenAsZero) {
 TEST_F(Statement, EnteredNumbersAreToldInFull) {
     AnalyseParameter(DistrFinitePopulation, 0, ProcedureTest, OneSample, TwoSided, 1,
                      {0, 1, 57, 59, 2, 31, 85},
-                     {{0, "0.00001"},
-                      {1, "0.99999"},
-                      {57, "10000.5"},
-                      {59, ",25"},
-                      {2, "0.99999"},
-                      {31, "99999"}});
+                     {{Kind::SignificanceLevel, "0.00001"},
+                      {Kind::Power, "0.99999"},
+                      {Kind::H0Mean, "10000.5"},
+                      {Kind::H1MeanMinusH0, ",25"},
+                      {Kind::Sd, "0.99999"},
+                      {Kind::Population, "99999"}});
     EXPECT_EQ(
         SumStatement(),
         "With a sample size of 30, the power is above 0.99 when testing the null hypothesis "
@@ -1213,7 +1329,7 @@ TEST_F(Statement, EnteredNumbersAreToldInFull) {
 
 // An entered power keeps its digits, two at least; a calculated one has two.
 TEST_F(Statement, ThePowerHasTwoDecimals) {
-    AnalyseTest(0, TwoSamples, TwoSided, 4, {0, 1, 61, 62, 2, 4, 37}, {{1, "0.9"}});
+    AnalyseTest(0, TwoSamples, TwoSided, 4, {0, 1, 61, 62, 2, 4, 37}, {{Kind::Power, "0.9"}});
     EXPECT_NE(SumStatement().find("the power is 0.90 when"), std::string::npos);
     ParText(Kind::Power) = "0.975";
     EXPECT_NE(SumStatement().find("the power is 0.975 when"), std::string::npos);
@@ -1238,7 +1354,7 @@ TEST_F(Statement, ThePowerHasTwoDecimals) {
 // A size is rounded up, but for a rest of 1e-5 at most.
 TEST_F(Statement, SizesAreRoundedUp) {
     AnalyseTest(0, TwoSamples, TwoSided, 1, {0, 1, 61, 62, 2, 4, 5},
-                {{1, "0.8"}, {4, "30.2"}, {5, "1.1"}});
+                {{Kind::Power, "0.8"}, {Kind::Size1, "30.2"}, {Kind::Size2Over1, "1.1"}});
     // 31, and 34.1 of it.
     EXPECT_NE(SumStatement().find("size of 66 (31 in sample 1 and 35 in sample 2)"),
               std::string::npos);
@@ -1252,7 +1368,7 @@ TEST_F(Statement, IsEmptyWithoutAResult) {
     EXPECT_EQ(SumStatement(), "");
     NewWindow(CalculationWindow);
     EXPECT_EQ(SumStatement(), "");
-    AnalyseTest(0, TwoSamples, TwoSided, 1, {0, 1, 61, 62, 2, 4, 37}, {{1, "-"}});
+    AnalyseTest(0, TwoSamples, TwoSided, 1, {0, 1, 61, 62, 2, 4, 37}, {{Kind::Power, "-"}});
     EXPECT_EQ(SumStatement(), "");
     NewWindow(TableWindow);
     AnalyseTest(0, TwoSamples, TwoSided, 1, {0, 1, 61, 62, 2, 4, 37}, {});

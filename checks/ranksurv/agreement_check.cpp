@@ -93,8 +93,14 @@ TEST_F(Agreement, ListsOfAlphas) {
 
 TEST_F(Agreement, EqualCoefficientsHaveTheLevelAsTheirPower) {
     for (const char* level : {"0.01", "0.05", "0.2"}) {
-        const Values values{{0, level},  {28, "0.4"},  {32, "0.4"},  {223, "3"},
-                            {224, "25"}, {271, "0.6"}, {272, "0.6"}, {280, "8"}};
+        const Values values{{0, level},
+                            {Kind::H0Intraclass, "0.4"},
+                            {Kind::H1Intraclass, "0.4"},
+                            {Kind::NoOfRaters, "3"},
+                            {Kind::NoOfSubjects, "25"},
+                            {Kind::H0Alpha, "0.6"},
+                            {Kind::H1Alpha, "0.6"},
+                            {Kind::NoOfItems, "8"}};
         for (const i16 tails : {OneSided, TwoSided}) {
             EXPECT_NEAR(PowerOf(Menu(menuIntraclass, tails, {{33, 0}}), values), ParseNumber(level),
                         fError);
@@ -119,14 +125,22 @@ TEST_F(Agreement, RankCorrelationInStandardErrors) {
 
 TEST_F(Agreement, EvenConcordanceIsNoAssociation) {
     const AnalysisChoice concordance = Menu(menuKendall, 2, {{52, 1}});
-    EXPECT_NEAR(PowerOf(concordance, {{0, "0.05"}, {315, "0.5"}, {14, "30"}}), 0.05, normalError);
-    EXPECT_NEAR(PowerOf(Menu(menuKendall, 2, {{52, 0}}), {{0, "0.05"}, {331, "0"}, {14, "30"}}),
+    EXPECT_NEAR(PowerOf(concordance, {{Kind::SignificanceLevel, "0.05"},
+                                      {Kind::H1ProbabilityOfConcordance, "0.5"},
+                                      {Kind::SizeFrom4, "30"}}),
                 0.05, normalError);
+    EXPECT_NEAR(
+        PowerOf(Menu(menuKendall, 2, {{52, 0}}),
+                {{Kind::SignificanceLevel, "0.05"}, {Kind::H1Tau, "0"}, {Kind::SizeFrom4, "30"}}),
+        0.05, normalError);
 }
 
 // tau = 2 p - 1: both forms are one test.
 TEST_F(Agreement, TauAndConcordanceAgree) {
-    const Values values{{0, "0.05"}, {331, "0.3"}, {315, "0.65"}, {14, "30"}};
+    const Values values{{Kind::SignificanceLevel, "0.05"},
+                        {Kind::H1Tau, "0.3"},
+                        {Kind::H1ProbabilityOfConcordance, "0.65"},
+                        {Kind::SizeFrom4, "30"}};
     const f64 byTau = PowerOf(Menu(menuKendall, 2, {{52, 0}}), values);
     EXPECT_NEAR(KendallSD, 0.128852, 1e-5); // sqrt(130/7830)
     EXPECT_NEAR(PowerOf(Menu(menuKendall, 2, {{52, 1}}), values), byTau, 1e-5);
@@ -141,14 +155,30 @@ TEST_F(Agreement, AlphaRatios) {
 // An alpha 2 above 1 is never reached: only the left limit counts, and the power is that of the
 // one-sided test against it.
 TEST_F(Agreement, AnEquivalenceLimitOfAlphaBeyond1IsNoneAtAll) {
-    const Values values{{0, "0.05"},   {71, "-0.1"}, {72, "0.2"}, {275, "-0.1"}, {276, "0.85"},
-                        {277, "0.85"}, {281, "10"},  {282, "10"}, {4, "80"},     {37, "80"}};
+    const Values values{{Kind::SignificanceLevel, "0.05"},
+                        {Kind::ProportionDifferenceLeftLimit, "-0.1"},
+                        {Kind::ProportionDifferenceRightLimit, "0.2"},
+                        {Kind::H0Alpha2Minus1, "-0.1"},
+                        {Kind::H1Alpha1, "0.85"},
+                        {Kind::H1Alpha2, "0.85"},
+                        {Kind::NoOfItems1, "10"},
+                        {Kind::NoOfItems2, "10"},
+                        {Kind::Size1, "80"},
+                        {Kind::Size2, "80"}};
     const std::map<i16, i16> groups{{45, 0}, {46, 0}, {2, 0}};
     EXPECT_NEAR(PowerOf(Menu(menuAlpha, 3, groups, TwoSamples), values),
                 PowerOf(Menu(menuAlpha, 1, groups, TwoSamples), values), 1e-6);
     // A limit cut to less than 1 would be reached by an alpha 2 next to it.
-    const Values close{{0, "0.05"},      {71, "-0.2"}, {72, "0.2"}, {275, "-0.2"}, {276, "0.9"},
-                       {277, "0.99999"}, {281, "3"},   {282, "3"},  {4, "5"},      {37, "5"}};
+    const Values close{{Kind::SignificanceLevel, "0.05"},
+                       {Kind::ProportionDifferenceLeftLimit, "-0.2"},
+                       {Kind::ProportionDifferenceRightLimit, "0.2"},
+                       {Kind::H0Alpha2Minus1, "-0.2"},
+                       {Kind::H1Alpha1, "0.9"},
+                       {Kind::H1Alpha2, "0.99999"},
+                       {Kind::NoOfItems1, "3"},
+                       {Kind::NoOfItems2, "3"},
+                       {Kind::Size1, "5"},
+                       {Kind::Size2, "5"}};
     const f64 power = PowerOf(Menu(menuAlpha, 3, groups, TwoSamples), close);
     EXPECT_NEAR(power, PowerOf(Menu(menuAlpha, 1, groups, TwoSamples), close), 1e-6);
     EXPECT_GT(power, 0.9);
@@ -156,7 +186,8 @@ TEST_F(Agreement, AnEquivalenceLimitOfAlphaBeyond1IsNoneAtAll) {
 
 // An H0 difference leaves both alphas within their guarded edges.
 TEST_F(Agreement, ASearchForADifferenceOfAlphasKeepsThemWithinTheirEdges) {
-    Start(Menu(menuAlpha, 2, {{45, 0}, {46, 0}, {2, 0}}, TwoSamples), {{276, "0.3"}, {277, "0.9"}});
+    Start(Menu(menuAlpha, 2, {{45, 0}, {46, 0}, {2, 0}}, TwoSamples),
+          {{Kind::H1Alpha1, "0.3"}, {Kind::H1Alpha2, "0.9"}});
     UnknownParNo = PositionOf(Kind::H0Alpha2Minus1);
     f64 lower = -0.99999;
     f64 upper = 0.99999;
@@ -167,7 +198,7 @@ TEST_F(Agreement, ASearchForADifferenceOfAlphasKeepsThemWithinTheirEdges) {
 
 TEST_F(Agreement, ASearchForOneAlphaKeepsItsDegreesOfFreedom) {
     const AnalysisChoice choice = Menu(menuAlpha, 1, {{44, 0}});
-    Start(choice, {{271, "0.01"}, {272, "0.99"}, {280, "2"}});
+    Start(choice, {{Kind::H0Alpha, "0.01"}, {Kind::H1Alpha, "0.99"}, {Kind::NoOfItems, "2"}});
     f64 lower = 2;
     f64 upper = 99999;
     UnknownParNo = PositionOf(Kind::NoOfSubjects);
@@ -182,36 +213,53 @@ TEST_F(Agreement, ASearchForOneAlphaKeepsItsDegreesOfFreedom) {
 // --- What proportions, shifts and sizes allow ----------------------------------------------------
 
 TEST_F(Agreement, AKappaThatTheProportionDoesNotAllowIsRefused) {
-    const Values values{{0, "0.05"}, {1, "0.8"}, {291, "-0.2"}, {292, "0.1"}, {102, "0.1"}};
+    const Values values{{Kind::SignificanceLevel, "0.05"},
+                        {Kind::Power, "0.8"},
+                        {Kind::H0Kappa, "-0.2"},
+                        {Kind::H1Kappa, "0.1"},
+                        {Kind::Proportion, "0.1"}};
     EXPECT_EQ(MessageOf(Menu(menuKappa, 1, {{48, 0}}), values, Kind::NoOfSubjects),
               "H0: Kappa Has To Be Greater Than or Equal to -0.111111.");
-    EXPECT_EQ(MessageOf(LeftOf(Menu(menuKappa, 1, {{48, 1}})),
-                        {{291, "0.1"}, {293, "-0.3"}, {102, "0.1"}}, Kind::NoOfSubjects),
-              "H1: Kappa - H0: Kappa Has To Be Greater Than or Equal to -0.211111.");
+    EXPECT_EQ(
+        MessageOf(
+            LeftOf(Menu(menuKappa, 1, {{48, 1}})),
+            {{Kind::H0Kappa, "0.1"}, {Kind::H1KappaMinusH0, "-0.3"}, {Kind::Proportion, "0.1"}},
+            Kind::NoOfSubjects),
+        "H1: Kappa - H0: Kappa Has To Be Greater Than or Equal to -0.211111.");
     EXPECT_NEAR(LeastKappa(0.1), -1.0 / 9, 1e-12);
     EXPECT_NEAR(LeastKappa(0.5), -1, 1e-12);
 }
 
 TEST_F(Agreement, AKappaThatTheRatersDoNotAllowIsRefused) {
-    const Values values{{0, "0.05"},  {1, "0.8"},   {291, "0.3"},
-                        {292, "0.5"}, {103, "0.5"}, {104, "0.8"}};
+    const Values values{{Kind::SignificanceLevel, "0.05"},
+                        {Kind::Power, "0.8"},
+                        {Kind::H0Kappa, "0.3"},
+                        {Kind::H1Kappa, "0.5"},
+                        {Kind::Proportion1, "0.5"},
+                        {Kind::Proportion2, "0.8"}};
     EXPECT_EQ(MessageOf(Menu(menuCohen, 2, {{48, 0}, {12, 0}}), values, Kind::NoOfSubjects),
               "H1: Kappa Has To Be Less Than or Equal to 0.4.");
     const Range range = CohenRange(0.5, 0.8);
     EXPECT_NEAR(range.Max, 0.4, 1e-12);
     EXPECT_NEAR(range.Min, -0.4, 1e-12);
     // A proportion is found only where both kappas are possible.
-    const f64 found = SolutionOf(
-        Menu(menuCohen, 2, {{48, 0}, {12, 0}}),
-        {{0, "0.05"}, {1, "0.6"}, {291, "0.3"}, {292, "0.5"}, {103, "0.4"}, {224, "110"}},
-        Kind::Proportion2);
+    const f64 found = SolutionOf(Menu(menuCohen, 2, {{48, 0}, {12, 0}}),
+                                 {{Kind::SignificanceLevel, "0.05"},
+                                  {Kind::Power, "0.6"},
+                                  {Kind::H0Kappa, "0.3"},
+                                  {Kind::H1Kappa, "0.5"},
+                                  {Kind::Proportion1, "0.4"},
+                                  {Kind::NoOfSubjects, "110"}},
+                                 Kind::Proportion2);
     ASSERT_NE(found, NoValue);
     EXPECT_LE(0.5, CohenRange(0.4, found).Max + 1e-6);
 }
 
 TEST_F(Agreement, AConcordanceAboveItsAccuracyIsRefused) {
-    const Values values{{0, "0.05"}, {1, "0.8"},   {295, "0.3"}, {296, "0.6"},
-                        {299, "1"},  {300, "1.2"}, {303, "1"},   {304, "1"}};
+    const Values values{{Kind::SignificanceLevel, "0.05"}, {Kind::Power, "0.8"},
+                        {Kind::H0Concordance, "0.3"},      {Kind::H1Concordance, "0.6"},
+                        {Kind::H0LocationShift, "1"},      {Kind::H1LocationShift, "1.2"},
+                        {Kind::H0ScaleShift, "1"},         {Kind::H1ScaleShift, "1"}};
     // 2/(2 + 1.44)
     EXPECT_EQ(MessageOf(Menu(menuLin, 2, {{49, 0}, {50, 0}, {51, 0}}), values, Kind::NoOfSubjects),
               "H1: Concordance Coefficient Has To Be Less Than or Equal to 0.581395.");
@@ -221,12 +269,14 @@ TEST_F(Agreement, AConcordanceAboveItsAccuracyIsRefused) {
 }
 
 TEST_F(Agreement, AConcordanceNeedsThreeSubjects) {
-    const Values values{{0, "0.05"}, {295, "0.3"}, {296, "0.5"}, {299, "0"},
-                        {300, "0"},  {303, "1"},   {304, "1"},   {224, "2"}};
+    const Values values{{Kind::SignificanceLevel, "0.05"}, {Kind::H0Concordance, "0.3"},
+                        {Kind::H1Concordance, "0.5"},      {Kind::H0LocationShift, "0"},
+                        {Kind::H1LocationShift, "0"},      {Kind::H0ScaleShift, "1"},
+                        {Kind::H1ScaleShift, "1"},         {Kind::NoOfSubjects, "2"}};
     EXPECT_EQ(MessageOf(Menu(menuLin, 2, {{49, 0}, {50, 0}, {51, 0}}), values, Kind::Power),
               "Number of Subjects Has To Be Greater Than or Equal to 3.");
     EXPECT_EQ(MessageOf(Menu(menuAlpha, 2, {{45, 0}}, TwoSamples, {Check::DependentSamples}),
-                        {{224, "2"}}, Kind::Power),
+                        {{Kind::NoOfSubjects, "2"}}, Kind::Power),
               "Number of Subjects Has To Be Greater Than or Equal to 3.");
 }
 
@@ -234,8 +284,11 @@ TEST_F(Agreement, LimitsOfAnEquivalenceAreInOrder) {
     for (const i16 menu : {menuIntraclass, menuAlpha, menuCohen}) {
         const std::map<i16, i16> groups =
             menu == menuCohen ? std::map<i16, i16>{{12, 0}} : std::map<i16, i16>{};
-        EXPECT_EQ(MessageOf(Menu(menu, 3, groups), {{47, "0.8"}, {48, "0.7"}}, Kind::Power),
-                  "H0: Left Equivalence Limit Has To Be Less Than or Equal to 0.7.");
+        EXPECT_EQ(
+            MessageOf(Menu(menu, 3, groups),
+                      {{Kind::ProportionLeftLimit, "0.8"}, {Kind::ProportionRightLimit, "0.7"}},
+                      Kind::Power),
+            "H0: Left Equivalence Limit Has To Be Less Than or Equal to 0.7.");
     }
 }
 
@@ -306,18 +359,28 @@ TEST_F(Agreement, VarianceOfAConcordance) {
 // disagreement of two raters, and a perfect correlation of measurements on different scales.
 TEST_F(Agreement, WithoutVarianceUnderH1TheDirectionDecides) {
     const AnalysisChoice kappa = Menu(menuKappa, OneSided, {{48, 0}});
-    const Values disagreement{{0, "0.05"}, {291, "0.2"}, {292, "-1"}, {102, "0.5"}, {224, "100"}};
+    const Values disagreement{{Kind::SignificanceLevel, "0.05"},
+                              {Kind::H0Kappa, "0.2"},
+                              {Kind::H1Kappa, "-1"},
+                              {Kind::Proportion, "0.5"},
+                              {Kind::NoOfSubjects, "100"}};
     EXPECT_EQ(PowerOf(kappa, disagreement), 0);
     EXPECT_EQ(PowerOf(LeftOf(kappa), disagreement), 1);
     const AnalysisChoice lin = Menu(menuLin, OneSided, {{49, 0}, {50, 0}, {51, 0}});
-    const Values scales{{0, "0.05"}, {295, "0.9"}, {296, "0.8"}, {299, "0"},
-                        {300, "0"},  {303, "1"},   {304, "2"},   {224, "100"}};
+    const Values scales{{Kind::SignificanceLevel, "0.05"}, {Kind::H0Concordance, "0.9"},
+                        {Kind::H1Concordance, "0.8"},      {Kind::H0LocationShift, "0"},
+                        {Kind::H1LocationShift, "0"},      {Kind::H0ScaleShift, "1"},
+                        {Kind::H1ScaleShift, "2"},         {Kind::NoOfSubjects, "100"}};
     EXPECT_EQ(PowerOf(lin, scales), 0);
     EXPECT_EQ(PowerOf(LeftOf(lin), scales), 1);
     // Two tails reject what lies beyond the critical value only.
     const AnalysisChoice twoTails = Menu(menuKappa, TwoSided, {{48, 0}});
-    EXPECT_EQ(
-        PowerOf(twoTails, {{0, "0.05"}, {291, "-0.5"}, {292, "-1"}, {102, "0.5"}, {224, "4"}}), 0);
+    EXPECT_EQ(PowerOf(twoTails, {{Kind::SignificanceLevel, "0.05"},
+                                 {Kind::H0Kappa, "-0.5"},
+                                 {Kind::H1Kappa, "-1"},
+                                 {Kind::Proportion, "0.5"},
+                                 {Kind::NoOfSubjects, "4"}}),
+              0);
     EXPECT_EQ(PowerOf(twoTails, disagreement), 1);
 }
 
@@ -350,7 +413,8 @@ class AgreementGrid : public Agreement {
 };
 
 TEST_F(AgreementGrid, MarginsGiveBothVariances) {
-    Start(Menu(menuGeneral, 2, {{48, 0}}), {{291, "0.4"}, {292, "0.6"}, {201, "3"}});
+    Start(Menu(menuGeneral, 2, {{48, 0}}),
+          {{Kind::H0Kappa, "0.4"}, {Kind::H1Kappa, "0.6"}, {Kind::NoOfCategories, "3"}});
     Fill({{"0.2", "0.3", "0.5"}, {"0.2", "0.3", "0.5"}});
     EXPECT_TRUE(IsBluePar(PositionOf(Kind::H0KappaVariance)));
     EXPECT_TRUE(IsBluePar(PositionOf(Kind::H1KappaVariance)));
@@ -373,18 +437,24 @@ TEST_F(AgreementGrid, SizesOfPublishedRatings) {
         SolveFor(PositionOf(Kind::NoOfSubjects));
         return ParText(Kind::NoOfSubjects);
     };
-    Values values{{0, "0.05"}, {1, "0.8"}, {291, "0.4"}, {292, "0.6"}};
+    Values values{{Kind::SignificanceLevel, "0.05"},
+                  {Kind::Power, "0.8"},
+                  {Kind::H0Kappa, "0.4"},
+                  {Kind::H1Kappa, "0.6"}};
     EXPECT_EQ(size({"0.2", "0.25", "0.55"}, values), "101");
     values[1] = "0.9";
     EXPECT_EQ(size({"0.2", "0.25", "0.55"}, values), "136");
-    EXPECT_EQ(size({"0.2", "0.05", "0.2", "0.05", "0.2", "0.3"},
-                   {{0, "0.05"}, {1, "0.8"}, {291, "0.1"}, {292, "0.5"}}),
+    EXPECT_EQ(size({"0.2", "0.05", "0.2", "0.05", "0.2", "0.3"}, {{Kind::SignificanceLevel, "0.05"},
+                                                                  {Kind::Power, "0.8"},
+                                                                  {Kind::H0Kappa, "0.1"},
+                                                                  {Kind::H1Kappa, "0.5"}}),
               "18");
 }
 
 // With two categories the general rating is the dichotomous one.
 TEST_F(AgreementGrid, TwoCategoriesAreADichotomousRating) {
-    Start(Menu(menuGeneral, 2, {{48, 1}}), {{291, "0.4"}, {293, "0.2"}, {201, "2"}});
+    Start(Menu(menuGeneral, 2, {{48, 1}}),
+          {{Kind::H0Kappa, "0.4"}, {Kind::H1KappaMinusH0, "0.2"}, {Kind::NoOfCategories, "2"}});
     Fill({{"0.3", "0.7"}, {"0.35", "0.65"}});
     GetFromTable(PositionOf(Kind::H0KappaVariance));
     EXPECT_NEAR(ParseNumber(ParText(Kind::H0KappaVariance)), CohenVar(0.4, 0.3, 0.35), 1e-6);
@@ -392,7 +462,8 @@ TEST_F(AgreementGrid, TwoCategoriesAreADichotomousRating) {
 }
 
 TEST_F(AgreementGrid, AKappaThatTheMarginsDoNotAllowIsRefused) {
-    Start(Menu(menuGeneral, 2, {{48, 0}}), {{291, "0.1"}, {292, "0.5"}, {201, "2"}});
+    Start(Menu(menuGeneral, 2, {{48, 0}}),
+          {{Kind::H0Kappa, "0.1"}, {Kind::H1Kappa, "0.5"}, {Kind::NoOfCategories, "2"}});
     Fill({{"0.5", "0.5"}, {"0.8", "0.2"}});
     const std::string before = ParText(Kind::H1KappaVariance);
     GetFromTable(PositionOf(Kind::H1KappaVariance));
@@ -404,7 +475,7 @@ TEST_F(AgreementGrid, AKappaThatTheMarginsDoNotAllowIsRefused) {
 }
 
 TEST_F(AgreementGrid, OneCategoryOfBothRatersIsRefused) {
-    Start(Menu(menuGeneral, 2, {{48, 0}}), {{201, "2"}});
+    Start(Menu(menuGeneral, 2, {{48, 0}}), {{Kind::NoOfCategories, "2"}});
     Fill({{"1", "0"}, {"1", "0"}});
     GetFromTable(PositionOf(Kind::H0KappaVariance));
     EXPECT_EQ(platform.Texts(),
