@@ -791,6 +791,22 @@ def exact_text(rows):
 grid('Johnson and Wichern 6.2', 40, {}, [22], {256: 4}, 254,
      [exact_text(dog_means), exact_text(dogs)], {254: t2 / 19})
 
+# D. F. Morrison, Multivariate Statistical Methods, 2nd edition 1976, chapters 4 and 5: four subtests of
+# 37 and 12 old people without and with a senile factor, T^2 = 22.05 for equal means and 1.46 for parallel
+# profiles.
+subtests = np.array([[12.57, 9.57, 11.49, 7.97], [8.75, 5.33, 8.50, 4.75]])
+senile = np.array([[11.2553, 9.4042, 7.1489, 3.3830], [9.4042, 13.5318, 7.3830, 2.5532],
+                   [7.1489, 7.3830, 11.5744, 2.6170], [3.3830, 2.5532, 2.6170, 5.8085]])
+pairs = 37 * 12 / (37 + 12)
+equal = squared(subtests[0] - subtests[1], senile)
+parallel = squared_contrasts(subtests[0] - subtests[1], senile)
+assert round(pairs * equal, 2) == 22.05 and round(pairs * parallel, 2) == 1.46
+grid('Morrison, equal means', 31, {2: 0}, [22], {256: 4}, 254,
+     [exact_text(subtests), exact_text(senile)], {254: equal})
+grid('Morrison, parallel profiles', 41, {43: AB}, [22], {238: 2, 256: 4}, 254,
+     [exact_text(subtests), exact_text(senile)], {254: parallel})
+
+
 
 # --- Files ------------------------------------------------------------------------------------------
 

@@ -592,6 +592,21 @@ class AnovaGrids : public Anova {
 };
 
 // The power of a set of means is that of the design with these very means.
+// The rocket propellants of D. C. Montgomery, Design and Analysis of Experiments, chapter on Latin
+// squares: five formulations, whose means leave a sum of squares of 330 with 4 degrees of freedom,
+// beside 128 with 12 of the error. Such means in such a square are seen at a level of 0.01 with the
+// power that scipy has for a non-centrality of 330/(128/12).
+TEST_F(AnovaGrids, ALatinSquareOfATextbook) {
+    OpenPlain(latinSquare);
+    AcceptOptions();
+    Put(Kind::SquareSize, "5");
+    Plan("28.6/20.2/22.4/29.8/26");
+    EXPECT_EQ(FromGrids(Kind::SdOfMeans), "3.63318"); // sqrt(330/25)
+    Put(Kind::SignificanceLevel, "0.01");
+    Put(Kind::Sd, "3.2659863"); // sqrt(128/12)
+    EXPECT_NEAR(PowerNow(), 0.8264275, 0.001);
+}
+
 TEST_F(AnovaGrids, MeansHaveThePowerOfTheirDesign) {
     std::set<i16> seen;
     FileCommand(CalculationWindow);
