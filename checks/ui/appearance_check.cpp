@@ -1,6 +1,7 @@
 // What is drawn: nothing cut, everything legible, in light and dark palettes, with large fonts and
 // at twice the resolution (for which this suite runs a second time).
 #include "core/analysis_state.h"
+#include "core/gridtable.h"
 #include "core/kinds.h"
 #include "ui/childwindow.h"
 #include "ui/frmnewwindow.h"
@@ -16,6 +17,7 @@
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QStyleFactory>
+#include <QTableWidget>
 
 #include <cmath>
 
@@ -218,6 +220,29 @@ TEST_F(Appearance, ShowsTheButtonsOfAnInactiveWindow) {
         ASSERT_NE(behind, Area().activeSubWindow());
         constexpr f64 visible = 3; // the minimum of the same guidelines for what is no text
         EXPECT_GT(ButtonContrast(*behind), visible) << (isDark ? "dark" : "light");
+    }
+}
+
+// Between the first two cells of the first row.
+TEST_F(Appearance, ShowsTheLinesOfATable) {
+    OpenTTest();
+    for (const bool isDark : {false, true}) {
+        if (isDark)
+            QApplication::setPalette(DarkPalette());
+        hands::WhenModal("frmGridTable", [isDark](QWidget& window) {
+            auto& table = *hands::Control<QTableWidget>(window, "tblGrid");
+            const QImage image = table.viewport()->grab().toImage();
+            const QRect cell = table.visualRect(table.model()->index(1, 0));
+            const qreal ratio = image.devicePixelRatio();
+            const auto colorAt = [&](int x) {
+                return image.pixelColor(static_cast<int>(x * ratio),
+                                        static_cast<int>((cell.top() + 2) * ratio));
+            };
+            EXPECT_GT(Contrast(colorAt(cell.right() + 1), colorAt(cell.right() - 1)), 1.3)
+                << (isDark ? "dark" : "light");
+            hands::Click(window, "cmdCancel");
+        });
+        ShowGrids({{.Store = 1, .Rows = 3, .Columns = 2}}, "H1: &Mean");
     }
 }
 

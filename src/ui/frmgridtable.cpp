@@ -5,6 +5,7 @@
 #include "core/reading.h"
 #include "core/typed_text.h"
 #include "ui/accessible.h"
+#include "ui/darkstyle.h"
 #include "ui/gridbox.h"
 #include "ui/qttext.h"
 
@@ -34,6 +35,7 @@ constexpr int CellCharacters = 9;
 // Heads, and room for a figure of the usual length in every cell.
 void DressTable(QTableWidget& table, int rows, int columns, const std::string& rowHeads,
                 const std::string& columnHeads, int dataColumns) {
+    DarkStyle::Dress(table);
     table.setRowCount(rows);
     table.setColumnCount(columns);
     for (int row = 0; row < rows; ++row)

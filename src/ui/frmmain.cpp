@@ -14,6 +14,7 @@
 #include "core/setup.h"
 #include "core/step_back.h"
 #include "output/printcopy.h"
+#include "ui/darkstyle.h"
 #include "ui/elidedlabel.h"
 #include "ui/frmabout.h"
 #include "ui/frmcalc.h"
@@ -28,7 +29,6 @@
 #include "ui/mnemoniclabel.h"
 #include "ui/qttext.h"
 #include "ui/statusline.h"
-#include "ui/titlebarstyle.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -431,9 +431,7 @@ void frmMain::OpenChild(i16 windowKind, i16 windowNo, i16 analysisNo, const QStr
     child->setWindowTitle(caption);
     QMdiSubWindow* frame = area_->addSubWindow(child);
     frame->setAttribute(Qt::WA_DeleteOnClose);
-    auto* style = new TitleBarStyle;
-    style->setParent(frame);
-    frame->setStyle(style);
+    DarkStyle::Dress(*frame);
     // The menu of windows has the keys; a key that two have does nothing.
     for (QAction* action : frame->systemMenu()->actions())
         action->setShortcuts(QList<QKeySequence>());

@@ -5,6 +5,7 @@
 #include "core/records.h"
 #include "montecarlo/simulation.h"
 #include "output/statement_simulation.h"
+#include "ui/darkstyle.h"
 #include "ui/qttext.h"
 #include "ui/simpicture.h"
 
@@ -97,6 +98,7 @@ frmMonte::frmMonte(i16 windowNo, i16 analysisNo)
     connect(cmdPause_, &QPushButton::clicked, this, &frmMonte::cmdPause_Click);
     connect(cmdExit_, &QPushButton::clicked, this, &frmMonte::cmdExit_Click);
     tblReject_->setLayoutDirection(Qt::LeftToRight);
+    DarkStyle::Dress(*tblReject_);
     txtHide_->setObjectName("txtHide");
     txtHide_->setAccessibleName(tr("Simulation"));
     txtHide_->setFocusPolicy(Qt::NoFocus);
