@@ -355,6 +355,24 @@ TEST_F(TableTests, StrataAndTrendsHaveNoTwoOneSidedTests) {
 
 // --- Trend --------------------------------------------------------------------------------------
 
+// A proportion and its complement have the same variance.
+TEST_F(TableTests, TheSmallerOfTwoAverageProportionsIsSought) {
+    Start(Menu(menuTrend, MoreSamples, TwoSided), {{Kind::H1Trend, "0.0666666667"},
+                                                   {Kind::AverageProportion, "0.7"},
+                                                   {Kind::TrendVariance, "0.1"},
+                                                   {Kind::LevelVariance, "0.666666667"},
+                                                   {Kind::NoOfGroups, "3"},
+                                                   {Kind::TotalSize, "150"}});
+    Solve(Kind::Power);
+    EXPECT_NEAR(ReadNumber(Solve(Kind::AverageProportion)), 0.3, 1e-4);
+    UnknownParNo = PositionOf(Kind::AverageProportion);
+    f64 lower = ParMin(Kind::AverageProportion);
+    f64 upper = ParMax(Kind::AverageProportion);
+    TESTCA::SearchLimits(lower, upper);
+    EXPECT_EQ(lower, ParMin(Kind::AverageProportion));
+    EXPECT_EQ(upper, 0.5);
+}
+
 const Rows fourDoses{
     {"0.05", "0.1", "0.15", "0.4"}, {"0", "1", "2", "5"}, {"0.4", "0.3", "0.2", "0.1"}};
 
