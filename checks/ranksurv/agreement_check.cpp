@@ -355,6 +355,21 @@ TEST_F(Agreement, VarianceOfAConcordance) {
     EXPECT_NEAR(LinVar(52, rho, c, std::sqrt(u2)), printed, 1e-12);
 }
 
+// With four pairs the approximations of t see more power than with the next sizes: a search for a
+// size looks beyond. scipy has 190.1.
+TEST_F(Agreement, ASizeIsFoundThoughTheLeastOneSeemsToBeEnough) {
+    const AnalysisChoice test = Menu(menuSpearman, TwoSided, {{Group::H1Correlation, AsValue}});
+    Values values{{Kind::SignificanceLevel, "0.05"},
+                  {Kind::H0Correlation, "0"},
+                  {Kind::H1Correlation, "0.05"},
+                  {Kind::SizeFrom4, "4"}};
+    EXPECT_GT(PowerOf(test, values), 0.1);
+    values[Kind::SizeFrom4] = "10";
+    EXPECT_LT(PowerOf(test, values), 0.1);
+    Type(Kind::Power, "0.1");
+    EXPECT_NEAR(ReadNumber(Solve(Kind::SizeFrom4)), 191, 1);
+}
+
 // Where H1 leaves the estimate no variance the direction decides, and not that there is none: total
 // disagreement of two raters, and a perfect correlation of measurements on different scales.
 TEST_F(Agreement, WithoutVarianceUnderH1TheDirectionDecides) {
