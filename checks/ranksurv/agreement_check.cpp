@@ -370,6 +370,20 @@ TEST_F(Agreement, ASizeIsFoundThoughTheLeastOneSeemsToBeEnough) {
     EXPECT_NEAR(ReadNumber(Solve(Kind::SizeFrom4)), 191, 1);
 }
 
+// A difference that is kept is seen least between a correlation below and one above: the test of a
+// larger correlation looks above.
+TEST_F(Agreement, ACorrelationUnderH0IsSoughtOnTheSideOfItsTail) {
+    const AnalysisChoice test =
+        Menu(menuSpearman, OneSided, {{Group::H1Correlation, AsDifference}});
+    for (const char* null : {"0.5", "-0.65"}) {
+        PowerOf(test, {{Kind::SignificanceLevel, "0.05"},
+                       {Kind::H0Correlation, null},
+                       {Kind::H1CorrelationMinusH0, "0.2"},
+                       {Kind::SizeFrom4, "40"}});
+        EXPECT_GT(ReadNumber(Solve(Kind::H0Correlation)), 0.2) << null;
+    }
+}
+
 // Where H1 leaves the estimate no variance the direction decides, and not that there is none: total
 // disagreement of two raters, and a perfect correlation of measurements on different scales.
 TEST_F(Agreement, WithoutVarianceUnderH1TheDirectionDecides) {

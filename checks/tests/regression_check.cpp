@@ -99,6 +99,30 @@ class Regression : public AnalysisFixture {
 
 using List = std::vector<i16>;
 
+// Between two limits each power below the highest belongs to two correlations; the first one is
+// sought where the second is larger in relation to it, or with the box for the left tail where it
+// is smaller.
+TEST_F(Regression, TheFirstOfTwoCorrelationsIsSoughtOnItsSideOfThePeak) {
+    for (const bool isLeft : {false, true}) {
+        Choose(Pearson, TwoOneSided, {{Group::Correlation2, AsValue}, {Group::Size2, AsRatio}}, {},
+               TwoSamples);
+        LeftTail = isLeft ? True : False;
+        const f64 power = PowerAt({{Kind::CorrelationLeftLimit, "-0.3"},
+                                   {Kind::CorrelationRightLimit, "0.3"},
+                                   {Kind::H1Correlation1, "0.45"},
+                                   {Kind::H1Correlation2, "0.5"},
+                                   {Kind::Size1From4, "150"},
+                                   {Kind::Size2Over1, "1"}});
+        const std::string first = Solve(Kind::H1Correlation1);
+        if (isLeft)
+            EXPECT_GT(ReadNumber(first), 0.46);
+        else
+            EXPECT_NEAR(ReadNumber(first), 0.45, 1e-4);
+        EXPECT_NEAR(PowerAt({{Kind::H1Correlation1, first}}), power, 1e-4);
+    }
+    LeftTail = False;
+}
+
 // --- Simple regression ------------------------------------------------------------------------
 
 TEST_F(Regression, ListsOfSlopes) {
