@@ -19,8 +19,10 @@ namespace quorvanta::hands {
 
 namespace {
 
-constexpr int patience = 5000;  // milliseconds
-constexpr int betweenLooks = 5; // milliseconds
+// All in milliseconds.
+constexpr int patience = 30000; // for what has to come, on a busy machine too
+constexpr int focusPatience = 1000;
+constexpr int betweenLooks = 5;
 
 [[noreturn]] void Fail(const QString& what) {
     std::cerr << "Not found: " << qPrintable(what) << std::endl;
@@ -135,7 +137,7 @@ void WhenModal(const QString& name, std::function<void(QWidget&)> act) {
                              return;
                          // Keys need an active window, which a display without a window manager may
                          // never make.
-                         if (!modal->isActiveWindow() && ++seen < patience / betweenLooks / 5)
+                         if (!modal->isActiveWindow() && ++seen < focusPatience / betweenLooks)
                              return;
                          look->stop();
                          look->deleteLater();

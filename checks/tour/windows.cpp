@@ -15,6 +15,7 @@
 #include "ui/helpviewer.h"
 #include "ui/qttext.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -174,6 +175,22 @@ void TakeGrids(frmMain& window, Walk& walk) {
     window.CurrentChild()->parentWidget()->close();
 }
 
+// The dialog that this entry opens, with the files of its folder, which are read beside it.
+void TakeFileDialog(const QString& name, const QString& entry, Walk& walk) {
+    hands::WhenModal("frmCmdialog", [&walk, name](QWidget& dialog) {
+        const auto& files = *hands::Control<QAbstractItemView>(dialog, "listView");
+        const auto areShown = [&files] {
+            return files.rootIndex().isValid() && files.model()->rowCount(files.rootIndex()) > 0;
+        };
+        constexpr int patience = 30000; // milliseconds
+        if (!QTest::qWaitFor(areShown, patience))
+            qFatal("No files in %s", qPrintable(name));
+        walk.Take(name, dialog);
+        dialog.close();
+    });
+    walk.Trigger(entry);
+}
+
 void TakeFiles(Walk& walk) {
     const QString path = QDir::home().filePath("Blood pressure.dim");
     WriteAnalysisFile(FromQt(path));
@@ -182,8 +199,8 @@ void TakeFiles(Walk& walk) {
     if (!file.open(QFile::ReadWrite) || !file.setFileTime(fixed, QFileDevice::FileModificationTime))
         qFatal("Can't date %s", qPrintable(path));
     file.close();
-    walk.TakeModal("frmCmdialog-open", "frmCmdialog", [&walk] { walk.Trigger("mnuFile(5)"); });
-    walk.TakeModal("frmCmdialog-save", "frmCmdialog", [&walk] { walk.Trigger("mnuFile(7)"); });
+    TakeFileDialog("frmCmdialog-open", "mnuFile(5)", walk);
+    TakeFileDialog("frmCmdialog-save", "mnuFile(7)", walk);
     file.remove();
 }
 

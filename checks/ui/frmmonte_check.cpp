@@ -47,24 +47,33 @@ class SimulationWindowCheck : public WindowCheck {
     }
     void Start() { hands::Click(Dialog(), "cmdOK"); }
 
-    // Starts a run, and as soon as this holds does that, once; every run comes to an end.
-    void StartAnd(const std::function<bool()>& when, const std::function<void()>& act) {
+    struct Step {
+        std::function<bool()> When;
+        std::function<void()> Act;
+    };
+
+    // Starts a run, and does one after the other as soon as its time has come; every run comes to
+    // an end.
+    void StartAnd(const std::vector<Step>& steps) {
         QTimer look;
         QElapsedTimer sinceStart;
         sinceStart.start();
-        bool isDone = false;
+        std::size_t done = 0;
         QObject::connect(&look, &QTimer::timeout, [&] {
-            constexpr qint64 patience = 20'000;
+            constexpr qint64 patience = 60'000;
             if (sinceStart.elapsed() > patience)
                 SimStop();
-            if (isDone || SimRunning == False || !when())
+            if (done == steps.size() || SimRunning == False || !steps[done].When())
                 return;
-            isDone = true;
-            act();
+            ++done;
+            steps[done - 1].Act();
         });
         look.start(1);
         Start();
-        EXPECT_TRUE(isDone);
+        EXPECT_EQ(done, steps.size());
+    }
+    void StartAnd(const std::function<bool()>& when, const std::function<void()>& act) {
+        StartAnd({{when, act}});
     }
     static std::function<bool()> After(i32 replicates) {
         return [replicates] { return SimNo >= replicates; };
@@ -148,26 +157,23 @@ TEST_F(SimulationWindowCheck, ItsColumnsAreNotCut) {
 
 TEST_F(SimulationWindowCheck, PausesContinuesAndExits) {
     Ask("", "1");
-    StartAnd(After(300), [this] {
+    i32 halted = 0;
+    const auto pause = [&] {
         EXPECT_FALSE(IsShown("pgrProgress")) << "no maximum was entered";
         EXPECT_FALSE(hands::Control(Dialog(), "txtSeed")->isEnabled());
-        QElapsedTimer answer;
-        answer.start();
+        halted = SimNo;
         hands::Click(Child(), "cmdPause");
         EXPECT_EQ(Paused, True);
-        EXPECT_LT(answer.elapsed(), 50);
         EXPECT_EQ(Button("cmdPause").text(), "&Continue");
-        const i32 halted = SimNo;
-        QTimer::singleShot(60, [this, halted] {
+        QTimer::singleShot(60, [&] {
             EXPECT_EQ(SimNo, halted);
             hands::Click(Child(), "cmdPause");
             EXPECT_EQ(Button("cmdPause").text(), "&Pause");
         });
-        QTimer::singleShot(120, [this, halted] {
-            EXPECT_GT(SimNo, halted);
-            hands::Click(Child(), "cmdExit");
-        });
-    });
+    };
+    StartAnd({{After(300), pause},
+              {[&] { return Paused == False && SimNo > halted; },
+               [this] { hands::Click(Child(), "cmdExit"); }}});
     EXPECT_EQ(SimRunning, False);
     EXPECT_EQ(SimNo, 0);
     EXPECT_EQ(OutputReady, True);

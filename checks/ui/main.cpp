@@ -1,3 +1,4 @@
+#include "support/temporary_folder.h"
 #include "tour/hands.h"
 #include "ui/application.h"
 
@@ -5,6 +6,10 @@
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
+    // Nobody's own files are seen or touched, nor those of checks that run at the same time.
+    const quorvanta::checks::TemporaryFolder home;
+    qputenv("HOME", QByteArray::fromStdString(home.Path("")));
+    qunsetenv("XDG_CONFIG_HOME");
     quorvanta::hands::UseMemoryForDisplay();
     quorvanta::Application application(argc, argv);
     quorvanta::Application::setQuitOnLastWindowClosed(false);
