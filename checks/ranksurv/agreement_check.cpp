@@ -371,17 +371,23 @@ TEST_F(Agreement, ASizeIsFoundThoughTheLeastOneSeemsToBeEnough) {
 }
 
 // A difference that is kept is seen least between a correlation below and one above: the test of a
-// larger correlation looks above.
+// larger correlation looks above, that of a smaller one below.
 TEST_F(Agreement, ACorrelationUnderH0IsSoughtOnTheSideOfItsTail) {
-    const AnalysisChoice test =
-        Menu(menuSpearman, OneSided, {{Group::H1Correlation, AsDifference}});
-    for (const char* null : {"0.5", "-0.65"}) {
+    const auto sought = [this](const AnalysisChoice& test, const char* null, const char* more) {
         PowerOf(test, {{Kind::SignificanceLevel, "0.05"},
                        {Kind::H0Correlation, null},
-                       {Kind::H1CorrelationMinusH0, "0.2"},
+                       {Kind::H1CorrelationMinusH0, more},
                        {Kind::SizeFrom4, "40"}});
-        EXPECT_GT(ReadNumber(Solve(Kind::H0Correlation)), 0.2) << null;
-    }
+        return ReadNumber(Solve(Kind::H0Correlation));
+    };
+    const auto test = [](i16 tails) {
+        return Menu(menuSpearman, tails, {{Group::H1Correlation, AsDifference}});
+    };
+    for (const i16 tails : {OneSided, TwoSided})
+        for (const char* null : {"0.5", "-0.65"})
+            EXPECT_GT(sought(test(tails), null, "0.2"), 0.2) << tails << ' ' << null;
+    for (const char* null : {"-0.5", "0.65"})
+        EXPECT_LT(sought(LeftOf(test(OneSided)), null, "-0.2"), -0.2) << null;
 }
 
 // Where H1 leaves the estimate no variance the direction decides, and not that there is none: total
